@@ -1,0 +1,45 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace tunovka {
+
+// Numbers of the run-time errors that the program can meet; the texts that belong to them come
+// from errorDescription().
+enum ErrorNumber : int {
+    kInvalidCall = 5,
+    kOverflow = 6,
+    kSubscriptOutOfRange = 9,
+    kTypeMismatch = 13,
+    kBadFileName = 52,
+    kFileNotFound = 53,
+    kFileAlreadyExists = 58,
+    kDiskFull = 61,
+    kPermissionDenied = 70,
+    kPathFileAccess = 75,
+    kPathNotFound = 76,
+    kInvalidPattern = 93,
+    kKeyAlreadyAssociated = 457,
+    kElementNotFound = 35601,
+    kKeyNotUnique = 35602,
+};
+
+// The text of an error number, as it stands in notices; "Application-defined or object-defined
+// error" for a number that is not one of the above.
+std::wstring errorDescription(int number);
+
+// The one exception for failures that the program can meet. It never crosses a window procedure
+// or another callback from the system.
+struct RuntimeError : std::exception {
+    int number;
+    std::wstring description;
+    std::wstring source;  // the component that failed, "Tunovka" unless stated
+
+    explicit RuntimeError(int number, std::wstring_view detail = {},
+                          std::wstring_view source = L"Tunovka");
+    const char* what() const noexcept override { return "run-time error"; }
+};
+
+}  // namespace tunovka

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace tunovka {
+
+// Answers "does this file exist" for many paths at once: each folder is enumerated once and its
+// names are kept upper-cased, so that an answer costs a hash look-up and not a system call. One
+// object serves one operation (listing, loading, cleaning, saving) and is then dropped.
+//
+// A name that its folder's set does not hold is confirmed by one real question unless the
+// enumeration succeeded and covered short names too. A root that does not answer is asked once.
+class ExistingFiles {
+  public:
+    // What is needed of the disk; the defaults of the product are in existing_files_windows.cpp.
+    struct Disk {
+        struct Listing {
+            std::vector<std::wstring> files;  // long and short names of files, no folders
+            bool complete = false;            // enumerated to its end, short names covered
+        };
+        // nullopt when the folder cannot be listed.
+        std::function<std::optional<Listing>(const std::wstring& folder)> list;
+        // A real question for one path.
+        std::function<bool(const std::wstring& path)> exists;
+        // The full path as the file system normalises it ("..", "/", doubled "\", trailing dots).
+        std::function<std::wstring(const std::wstring& path)> normalized;
+        // False when the drive or share behind the path does not answer.
+        std::function<bool(const std::wstring& root)> rootAnswers;
+    };
+
+    explicit ExistingFiles(Disk disk);
+    ExistingFiles();  // over the real disk
+
+    // True when a file (not a folder) of that path exists; "" and paths with wildcards are false.
+    bool contains(const std::wstring& path);
+
+  private:
+    struct Folder {
+        bool listed = false;
+        bool complete = false;
+        std::unordered_set<std::wstring> names;
+    };
+    Folder& folderOf(const std::wstring& folder);
+
+    Disk disk_;
+    std::unordered_map<std::wstring, Folder> folders_;
+    std::unordered_map<std::wstring, bool> roots_;
+};
+
+}  // namespace tunovka

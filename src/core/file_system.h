@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tunovka {
+
+// What a folder's enumeration tells of one entry.
+struct FolderEntry {
+    std::wstring name;
+    std::wstring shortName;     // 8.3 name, "" where the volume keeps none
+    std::uint32_t attributes;   // FILE_ATTRIBUTE_…
+    std::uint64_t size;         // bytes
+    bool isFolder() const { return (attributes & 0x10) != 0; }
+    bool isLink() const { return (attributes & 0x400) != 0; }  // junction, symbolic link
+};
+
+enum class DriveType { Unknown, Removable, Fixed, Network, CdRom, RamDisk };
+
+// Local date and time of a file as its parts; all zero when the system cannot give one.
+struct FileDate {
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+};
+
+struct FileDetails {
+    std::uint64_t size = 0;  // bytes
+    std::uint32_t attributes = 0;
+    FileDate created, modified, accessed;
+};
+
+// Tells how far a copy is; returning false stops it (the half-made copy is removed).
+using CopyProgress = std::function<bool(std::uint64_t done, std::uint64_t total)>;
+
+// Every step at which an operation on the disk can be cut short, in the order they are met. Tests
+// install a function that raises a RuntimeError at the n-th step; the program installs none.
+enum class DiskStep { Create, Write, Flush, Copy, Replace, Move, Delete, SetAttributes, Read };
+using DiskFault = std::function<void(DiskStep step, const std::wstring& path)>;
+
+// The file operations that the program uses, over Win32, with the meanings and error numbers of
+// the scripting file-system object. Paths are taken as they are (no wildcards), also longer than
+// 260 characters. Every failure raises a RuntimeError whose source is "FileSystemObject".
+namespace FileSystemObject {
+
+bool FileExists(const std::wstring& path);    // a file, not a folder; "" is false
+bool FolderExists(const std::wstring& path);
+bool IsDriveReady(const std::wstring& drive);  // "E:", with or without "\"
+DriveType driveType(const std::wstring& drive);
+
+// All entries of a folder but "." and "..", in the system's order, short names included. Raises
+// kPathNotFound or kPermissionDenied.
+std::vector<FolderEntry> listFolder(const std::wstring& folder);
+
+// The short (8.3) name of an existing file, or its name where the volume keeps none.
+std::wstring shortName(const std::wstring& path);
+
+FileDetails details(const std::wstring& path);
+std::uint32_t attributes(const std::wstring& path);
+void setAttributes(const std::wstring& path, std::uint32_t attributes);
+
+// The whole content. Raises kFileNotFound, kPermissionDenied, kDiskFull …
+std::string readAll(const std::wstring& path);
+
+// At most `count` bytes from `offset` (bytes from the start); fewer at the file's end.
+std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t count);
+
+// Replaces the file whole: writes beside it, flushes, then puts it in place. A failure leaves the
+// old file as it was and no leftover. A read-only target raises kPermissionDenied. A target that
+// is a link is written through to what it names; a hidden target stays hidden.
+void writeWhole(const std::wstring& path, std::string_view content);
+
+// Copies a file, replacing the destination only when the copy is whole. `destination` may be a
+// folder ending in "\". A file that is its own destination raises kPermissionDenied and is not
+// touched. Returns false when `progress` stopped it.
+bool copyFile(const std::wstring& source, const std::wstring& destination,
+              const CopyProgress& progress = {});
+
+// Moves a file. The destination must not exist (kFileAlreadyExists) unless `replace`; across
+// volumes it copies first and deletes the source only when the copy is whole.
+bool moveFile(const std::wstring& source, const std::wstring& destination, bool replace = false,
+              const CopyProgress& progress = {});
+
+// Without `force` a read-only file raises kPermissionDenied.
+void deleteFile(const std::wstring& path, bool force = false);
+
+// True when both name one file (volume and file index), whatever the spelling.
+bool sameFile(const std::wstring& one, const std::wstring& other);
+
+// Installs (or removes, when empty) the fault function.
+void setFault(DiskFault fault);
+
+}  // namespace FileSystemObject
+}  // namespace tunovka

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tunovka {
+
+// Wildcard match of the whole text, case-sensitive: "?" one character, "*" any run, "#" a digit,
+// "[list]" and "[!list]" one character (not) in the list, ranges such as "a-z" allowed.
+// Linear in memory, never exponential in time. Raises kInvalidPattern for an unclosed "[".
+bool like(std::wstring_view text, std::wstring_view pattern);
+
+// The number in the form "### ### ###": groups of three digits with the literal blanks kept, so
+// 5 gives "  5", 0 gives "  0", 1234 gives " 1 234"; digits beyond nine grow the first group.
+std::wstring formatGrouped(std::uint64_t number);
+
+// Lower and upper case by the system's own simple mapping (letters.cpp of the platform).
+std::wstring lowerCased(std::wstring_view text);
+std::wstring upperCased(std::wstring_view text);
+
+// Text up to (not including) the first NUL; the whole text if it has none.
+std::wstring trimAtNul(std::wstring_view text);
+
+// Blanks (U+0020 only) removed from both ends.
+std::wstring trimBlanks(std::wstring_view text);
+
+// The parts between separators; n separators give n + 1 parts, an empty text one empty part.
+std::vector<std::wstring> split(std::wstring_view text, wchar_t separator);
+
+// Whole number rounded half to even, as the program's arithmetic rounds.
+int roundHalfEven(double value);
+
+}  // namespace tunovka
