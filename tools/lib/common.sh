@@ -1,0 +1,30 @@
+# Shared by every script here: where things are and how they speak. Sourced by bash.
+set -euo pipefail
+
+TOP=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd -P)
+BUILD=$TOP/build
+CACHE=${XDG_CACHE_HOME:-$HOME/.cache}/tunovka
+
+say() { printf '== %s\n' "$*" >&2; }
+die() { printf '!! %s\n' "$*" >&2; exit 1; }
+
+# Runs a command as root: directly, else through sudo.
+as_root() {
+    if [ "$(id -u)" = 0 ]; then "$@"
+    elif command -v sudo >/dev/null; then sudo "$@"
+    else die "'$1' needs root: run this as root or install sudo."
+    fi
+}
+
+# with_lock FILE COMMAND...: one at a time over every script on this machine that uses FILE.
+# What the command leaves running must not inherit the lock, so it gets no copy of it.
+with_lock() {
+    local file=$1 fd status=0
+    shift
+    mkdir -p "$(dirname "$file")"
+    exec {fd}>"$file"
+    flock "$fd"
+    LOCK_FD=$fd "$@" || status=$?
+    exec {fd}>&-
+    return $status
+}
