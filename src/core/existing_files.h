@@ -24,7 +24,8 @@ class ExistingFiles {
             std::vector<std::wstring> files;  // long and short names of files, no folders
             bool complete = false;            // enumerated to its end, short names covered
         };
-        // nullopt when the folder cannot be listed.
+        // nullopt when the folder cannot be listed; a folder that is certainly not there is a
+        // complete and empty listing, so that its entries cost no question each.
         std::function<std::optional<Listing>(const std::wstring& folder)> list;
         // A real question for one path.
         std::function<bool(const std::wstring& path)> exists;
@@ -36,6 +37,8 @@ class ExistingFiles {
 
     explicit ExistingFiles(Disk disk);
     ExistingFiles();  // over the real disk
+    ExistingFiles(const ExistingFiles&) = delete;
+    ExistingFiles& operator=(const ExistingFiles&) = delete;
 
     // True when a file (not a folder) of that path exists; "" and paths with wildcards are false.
     bool contains(const std::wstring& path);
@@ -47,10 +50,13 @@ class ExistingFiles {
         std::unordered_set<std::wstring> names;
     };
     Folder& folderOf(const std::wstring& folder);
+    bool rootAnswers(const std::wstring& path);
 
     Disk disk_;
     std::unordered_map<std::wstring, Folder> folders_;
-    std::unordered_map<std::wstring, bool> roots_;
+    std::unordered_map<std::wstring, bool> roots_;  // by drive or share as written
+    std::wstring lastFolder_;
+    Folder* last_ = nullptr;  // that folder's entry in folders_, which never moves
 };
 
 }  // namespace tunovka

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/multimedialny.h"
+
+namespace tunovka::MultiMedialny {
+
+inline constexpr std::size_t kId3v1Size = 128;  // bytes, counted from the file's end
+
+// The fields of a tag as the file's bytes, padding included; views into the parsed bytes.
+struct Id3v1Bytes {
+    std::string_view Title, Artist, Album, Year, Comment;
+};
+
+// Reads the tag out of a file's last bytes (128 or more, of which the last 128 count). nullopt
+// when there are fewer or when they do not begin with "TAG" in exactly this case.
+std::optional<Id3v1Bytes> parseId3v1(std::string_view fileEnd);
+
+// The tag as text of the fixed widths. `fromAnsi` turns the code page's bytes into text; where it
+// gives fewer characters than bytes, NULs fill up.
+Id3v1Tag id3v1Text(const Id3v1Bytes& bytes,
+                   const std::function<std::wstring(std::string_view)>& fromAnsi);
+
+// A field as it is shown: without the NULs and blanks of its padding.
+std::wstring shownField(std::wstring_view field);
+
+}  // namespace tunovka::MultiMedialny

@@ -1,0 +1,161 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+
+#include "core/counter16.h"
+#include "core/errors.h"
+#include "core/text.h"
+
+namespace tunovka {
+namespace {
+
+int errorOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const RuntimeError& error) {
+        return error.number;
+    }
+    return 0;
+}
+
+TEST(Like, matchesTheWholeTextCaseSensitively) {
+    for (const auto& [text, pattern] : std::vector<std::pair<std::wstring, std::wstring>>{
+             {L"a.mp3", L"*.mp3"},
+             {L".mp3", L"*.mp3"},
+             {L"", L"*"},
+             {L"", L""},
+             {L"", L"[]"},
+             {L"ab", L"a[]b"},
+             {L"C:\\x", L"*:\\*"},
+             {L"a.mp3.mp3", L"*.mp3"},
+             {L"File1=x", L"File*=*"},
+             {L"File=", L"File*=*"},
+             {L"a5c", L"a#c"},
+             {L"axc", L"a?c"},
+             {L"b", L"[a-c]"},
+             {L"-", L"[-a]"},
+             {L"-", L"[a-]"},
+             {L"-", L"[!a-c]"},
+             {L"!", L"[!]"},
+             {L"x!", L"x[a!]"},
+             {L"?", L"[*?\\/:;]"},
+             {L"[", L"[[]"},
+             {L"]", L"]"},
+             {L"a]", L"[a]]"},
+             {L"žaba", L"[ž]aba"},
+             {L"aXbXc", L"*X*c"},
+         })
+        EXPECT_TRUE(like(text, pattern))
+            << testing::PrintToString(text) << " " << testing::PrintToString(pattern);
+    for (const auto& [text, pattern] : std::vector<std::pair<std::wstring, std::wstring>>{
+             {L"a.MP3", L"*.mp3"},
+             {L"mp3", L"*.mp3"},
+             {L"a.mp3 ", L"*.mp3"},
+             {L"a", L""},
+             {L"", L"?"},
+             {L"ac", L"a#c"},
+             {L"", L"[a]"},
+             {L"d", L"[a-c]"},
+             {L"b", L"[!a-c]"},
+             {L"", L"[!a]"},
+             {L"file1=x", L"File*=*"},
+         })
+        EXPECT_FALSE(like(text, pattern))
+            << testing::PrintToString(text) << " " << testing::PrintToString(pattern);
+}
+
+TEST(Like, refusesAFaultyPatternWhateverTheTextIs) {
+    EXPECT_EQ(errorOf([] { like(L"", L"abc[d"); }), kInvalidPattern);
+    EXPECT_EQ(errorOf([] { like(L"x", L"y["); }), kInvalidPattern);
+    EXPECT_EQ(errorOf([] { like(L"b", L"[c-a]"); }), kInvalidPattern);
+}
+
+TEST(Like, staysFastOnHostileInput) {
+    const std::wstring text(200'000, L'a');
+    EXPECT_FALSE(like(text, L"*a*a*a*a*a*a*a*a*b"));
+    EXPECT_TRUE(like(text + L"b", L"*a*a*a*a*a*a*a*a*b"));
+}
+
+// The straightforward definition, against which the quick one is held.
+bool slowLike(std::wstring_view text, std::wstring_view pattern) {
+    if (pattern.empty()) return text.empty();
+    if (pattern[0] == L'*') {
+        for (std::size_t skip = 0; skip <= text.size(); ++skip)
+            if (slowLike(text.substr(skip), pattern.substr(1))) return true;
+        return false;
+    }
+    return !text.empty() && (pattern[0] == L'?' || pattern[0] == text[0]) &&
+           slowLike(text.substr(1), pattern.substr(1));
+}
+
+TEST(Like, agreesWithTheDefinitionOnRandomInput) {
+    std::mt19937 random(7);
+    const auto word = [&](std::wstring_view letters, std::size_t most) {
+        std::wstring result(random() % (most + 1), L' ');
+        for (wchar_t& letter : result) letter = letters[random() % letters.size()];
+        return result;
+    };
+    for (int round = 0; round < 20'000; ++round) {
+        const std::wstring text = word(L"ab", 8), pattern = word(L"ab*?*", 6);
+        ASSERT_EQ(like(text, pattern), slowLike(text, pattern));
+    }
+}
+
+TEST(Numbers, groupedFormKeepsTheLiteralBlanks) {
+    EXPECT_EQ(formatGrouped(0), L"  0");
+    EXPECT_EQ(formatGrouped(5), L"  5");
+    EXPECT_EQ(formatGrouped(1234), L" 1 234");
+    EXPECT_EQ(formatGrouped(1'048'576), L"1 048 576");
+    EXPECT_EQ(formatGrouped(123'456'789), L"123 456 789");
+    EXPECT_EQ(formatGrouped(5'000'000'000), L"5000 000 000");
+}
+
+TEST(Numbers, roundToTheEvenNeighbour) {
+    EXPECT_EQ(roundHalfEven(0.5), 0);
+    EXPECT_EQ(roundHalfEven(1.5), 2);
+    EXPECT_EQ(roundHalfEven(10.6), 11);
+    EXPECT_EQ(roundHalfEven(-2.5), -2);
+    EXPECT_EQ(errorOf([] { roundHalfEven(1e300); }), kOverflow);
+    EXPECT_EQ(errorOf([] { roundHalfEven(0.0 / 0.0 * 1); }), kOverflow);
+}
+
+TEST(Numbers, counterKeepsItsValueWhenItOverflows) {
+    Counter16 counter(32'766);
+    EXPECT_EQ(++counter, 32'767);
+    EXPECT_EQ(errorOf([&] { ++counter; }), kOverflow);
+    EXPECT_EQ(counter, 32'767);
+    EXPECT_EQ(errorOf([&] { counter = -32'769; }), kOverflow);
+    EXPECT_EQ(counter, 32'767);
+}
+
+TEST(Text, trimsAndSplits) {
+    EXPECT_EQ(trimAtNul(std::wstring_view(L"\0abc", 4)), L"");
+    EXPECT_EQ(trimAtNul(std::wstring_view(L"ab\0c", 4)), L"ab");
+    EXPECT_EQ(trimAtNul(L"abc"), L"abc");
+    EXPECT_EQ(trimBlanks(L"  a b \t "), L"a b \t");
+    EXPECT_EQ(trimBlanks(L"   "), L"");
+    EXPECT_EQ(split(L" ÁNO ;Zrušiť", L';'), (std::vector<std::wstring>{L" ÁNO ", L"Zrušiť"}));
+    EXPECT_EQ(split(L"", L';'), std::vector<std::wstring>{L""});
+    EXPECT_EQ(split(L"a;", L';'), (std::vector<std::wstring>{L"a", L""}));
+}
+
+TEST(Text, changesCaseBeyondAscii) {
+    EXPECT_EQ(lowerCased(L"ŽLTÝ Kôň ŠŤASTNÝ Ĺ ΑΩ ЯЖ 1"), L"žltý kôň šťastný ĺ αω яж 1");
+    EXPECT_EQ(upperCased(L"žltý kôň ľ ďaleko ü αω яж"), L"ŽLTÝ KÔŇ Ľ ĎALEKO Ü ΑΩ ЯЖ");
+    EXPECT_EQ(upperCased(std::wstring_view(L"a\0b", 3)), std::wstring(L"A\0B", 3));
+    EXPECT_EQ(lowerCased(L""), L"");
+}
+
+TEST(Errors, carryTheirTextAndWhatTheyAreAbout) {
+    const RuntimeError plain(kOverflow);
+    EXPECT_EQ(plain.description, L"Overflow");
+    EXPECT_EQ(plain.source, L"Tunovka");
+    const RuntimeError named(kPermissionDenied, L"C:\\a.m3u", L"FileSystemObject");
+    EXPECT_EQ(named.description, L"Permission denied: C:\\a.m3u");
+    EXPECT_EQ(named.source, L"FileSystemObject");
+    EXPECT_EQ(errorDescription(4711), L"Application-defined or object-defined error");
+}
+
+}  // namespace
+}  // namespace tunovka
