@@ -1,23 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <random>
 
 #include "core/counter16.h"
 #include "core/errors.h"
 #include "core/text.h"
+#include "error_of.h"
 
 namespace tunovka {
 namespace {
-
-int errorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.number;
-    }
-    return 0;
-}
 
 TEST(Like, matchesTheWholeTextCaseSensitively) {
     for (const auto& [text, pattern] : std::vector<std::pair<std::wstring, std::wstring>>{

@@ -1,0 +1,56 @@
+#include "playlist/entry_key.h"
+
+#include "core/counter16.h"
+#include "core/errors.h"
+#include "core/paths.h"
+
+namespace tunovka {
+namespace {
+
+constexpr std::wstring_view kNumberMark = L"položka:";
+constexpr std::wstring_view kTextMark = L"súbor=";
+constexpr std::size_t kNone = std::wstring_view::npos;
+
+}  // namespace
+
+std::wstring entryKey(std::int16_t number, std::wstring_view entryText) {
+    std::wstring key(kNumberMark);
+    return key.append(std::to_wstring(number)).append(kTextMark).append(entryText);
+}
+
+std::wstring_view entryTextOf(std::wstring_view key) {
+    const std::size_t mark = key.find(kTextMark);
+    if (mark == kNone) return key.substr(std::min<std::size_t>(key.size(), 5));
+    return key.substr(mark + kTextMark.size());
+}
+
+std::int16_t entryNumberOf(std::wstring_view key) {
+    const std::size_t mark = key.find(kTextMark);
+    if (mark == kNone || mark < kNumberMark.size()) throw RuntimeError(kInvalidCall);
+    const std::wstring_view digits = key.substr(kNumberMark.size(), mark - kNumberMark.size());
+    if (digits.empty() || digits.find_first_not_of(L"0123456789") != kNone)
+        throw RuntimeError(kTypeMismatch);
+    Counter16 number;
+    for (const wchar_t digit : digits) number = std::int64_t{number} * 10 + (digit - L'0');
+    return number;
+}
+
+std::wstring entryDisplayName(std::wstring_view key) {
+    const std::size_t mark = key.find(kTextMark);
+    if (mark != kNone) key.remove_prefix(mark + kTextMark.size());
+    return afterLastBackslash(key);
+}
+
+std::wstring playlistNodeKey(std::wstring_view shortName, std::int16_t number,
+                             std::wstring_view entryText) {
+    std::wstring key = L"pl=";
+    key += shortName;
+    // An 8.3 name holds no "=", a long name standing in for it may: the first "id=" must remain
+    // the one before the entry text.
+    for (std::size_t at = 3; (at = key.find(L"id=", at)) != std::wstring::npos;) key[at + 2] = L'_';
+    const std::wstring digits = std::to_wstring(number);
+    key.append(digits.size() < 3 ? 3 - digits.size() : 0, L'0').append(digits);
+    return key.append(L"id=").append(entryText);
+}
+
+}  // namespace tunovka

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tunovka {
+
+// The rules by which the lines of a playlist are read. No playlist is parsed by its format: three
+// readers (editor, merge, explorer) apply the same small grammar with the differences below. The
+// differences are meant.
+
+// Editor and merge readers: the raw line ends in ".wav", ".mp3" or ".wma", lower case only.
+bool isPlaylistEntryLine(std::wstring_view line);
+
+// Explorer reader: the entry text of a line, or nullopt for a line without one. An ASX reference
+// ("<…ref…href…=…>", letter case aside) is replaced by what stands between its first two quotation
+// marks; then the last three characters must name playable media, without a dot, lower case only.
+// A reference with fewer than two quotation marks raises kInvalidCall.
+std::optional<std::wstring> explorerEntryText(std::wstring_view line);
+
+// The text behind the first "=" of a "File…=…" line, any other text as it is. The editor knows the
+// capital F alone, the other readers ignore the case.
+std::wstring_view withoutFilePrefix(std::wstring_view text);
+std::wstring_view withoutFilePrefixAnyCase(std::wstring_view text);
+
+enum class EntryKind {
+    Absolute,     // holds ":\" anywhere
+    DriveRooted,  // begins with "\", network paths included
+    Relative,     // everything else
+};
+
+EntryKind classify(std::wstring_view text);
+
+// The entry text (without its "File…=" prefix) as a path. `folder` ends in "\". ".." is left for
+// the file system to follow.
+std::wstring absoluteEntryPath(std::wstring_view text, std::wstring_view folder);
+
+// The same for the merge reader, where a relative text that begins with ".." starts at the root of
+// the folder's drive: "..\a.mp3" in "D:\x\" gives "D:\\a.mp3". This is how links are written.
+std::wstring mergedEntryPath(std::wstring_view text, std::wstring_view folder);
+
+// Parent folder of a playlist's path, ending in "\" ("\" for a text without a folder).
+std::wstring playlistFolder(std::wstring_view playlistPath);
+
+}  // namespace tunovka

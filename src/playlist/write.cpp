@@ -1,0 +1,49 @@
+#include "playlist/write.h"
+
+#include "core/paths.h"
+#include "core/text.h"
+
+namespace tunovka {
+
+std::wstring relativeEntryText(std::wstring_view folder, std::wstring_view path) {
+    if (path.empty()) return {};
+    const std::wstring name = fileName(path);
+    std::wstring fileFolder = parentFolder(path);
+    if (fileFolder == folder) return name;
+
+    fileFolder = withBackslash(fileFolder);
+    const std::wstring listFolder = withBackslash(folder);
+    const std::size_t inside = fileFolder.find(listFolder);
+    if (inside != std::wstring::npos) return fileFolder.substr(inside + listFolder.size()) + name;
+
+    const std::wstring drive = driveName(fileFolder);
+    if (drive != driveName(listFolder)) return fileFolder + name;
+    return L".." + fileFolder.substr(drive.size()) + name;
+}
+
+std::vector<std::wstring> playlistLines(std::wstring_view chosenPath,
+                                        const std::vector<std::wstring>& entryPaths, bool relative,
+                                        const std::function<void()>& letEventsRun) {
+    const bool isPls = like(chosenPath, L"*.pls");
+    const std::wstring folder = parentFolder(chosenPath);
+    std::vector<std::wstring> lines;
+    lines.reserve(entryPaths.size() + 2);
+    if (isPls) lines.emplace_back(L"[playlist]");
+    for (std::size_t i = 0; i < entryPaths.size(); ++i) {
+        std::wstring line = isPls ? L"File" + std::to_wstring(i + 1) + L"=" : std::wstring();
+        line += relative ? relativeEntryText(folder, entryPaths[i]) : entryPaths[i];
+        lines.push_back(std::move(line));
+        if (letEventsRun) letEventsRun();
+    }
+    if (isPls) lines.push_back(L"NumberOfEntries=" + std::to_wstring(entryPaths.size()));
+    return lines;
+}
+
+std::string playlistBytes(const std::vector<std::wstring>& lines,
+                          const std::function<std::string(std::wstring_view)>& toAnsi) {
+    std::string bytes;
+    for (const std::wstring& line : lines) bytes.append(toAnsi(line)).append("\r\n");
+    return bytes;
+}
+
+}  // namespace tunovka
