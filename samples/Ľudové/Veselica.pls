@@ -1,0 +1,21 @@
+[playlist]
+File1=Žabky pri jazere.mp3
+Title1=Gitara - Žabky pri jazere
+Length1=7
+File2=Tancovaèka.wav
+Title2=Tancovaèka
+Length2=4
+File3=\Èerešòový sad.mp3
+Title3=Hracia skrinka - Èerešòový sad
+Length3=7
+File4=E:\¼udové\Vianoèné\Zvonèeky.wma
+Title4=Zvonkohra - Zvonèeky
+Length4=4
+File5=..\¾úbezná.wma
+Title5=Flauta - ¼úbezná
+Length5=7
+File6=Odzemok.mp3
+Title6=Neznámy - Odzemok
+Length6=-1
+NumberOfEntries=6
+Version=2
