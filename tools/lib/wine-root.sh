@@ -5,7 +5,7 @@
 # The recipe: the name of the root holds its hash, so a changed recipe makes a new root.
 WINE_ROOT_SUITE=trixie
 WINE_ROOT_LOCALE=sk_SK
-WINE_ROOT_PACKAGES=wine,wine32,fonts-liberation,fonts-dejavu-core,fonts-wine,gstreamer1.0-plugins-base,gstreamer1.0-plugins-good,gstreamer1.0-libav,libpulse0,locales
+WINE_ROOT_PACKAGES=wine,wine32,fonts-liberation,fonts-dejavu-core,fonts-wine,gstreamer1.0-plugins-base,gstreamer1.0-plugins-good,gstreamer1.0-plugins-ugly,gstreamer1.0-libav,libpulse0,locales
 
 # Wine's own Tahoma lacks some Slovak letters and, being there, cannot be replaced: it goes.
 WINE_ROOT_HOOK="chroot \"\$1\" localedef -i $WINE_ROOT_LOCALE -f UTF-8 $WINE_ROOT_LOCALE.UTF-8;
