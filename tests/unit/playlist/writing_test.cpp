@@ -3,9 +3,9 @@
 #include <random>
 
 #include "core/paths.h"
-#include "error_of.h"
 #include "playlist/line_grammar.h"
 #include "playlist/write.h"
+#include "support/error_of.h"
 
 namespace tunovka {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <set>
 
-#include "error_of.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
 #include "playlist/line_reader.h"
 #include "playlist/resolve.h"
+#include "support/error_of.h"
 
 namespace tunovka {
 namespace {

@@ -5,7 +5,7 @@
 #include "core/counter16.h"
 #include "core/errors.h"
 #include "core/text.h"
-#include "error_of.h"
+#include "support/error_of.h"
 
 namespace tunovka {
 namespace {

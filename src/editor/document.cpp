@@ -1,0 +1,275 @@
+#include "editor/document.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "core/counter16.h"
+#include "editor/texts.h"
+#include "playlist/entry_key.h"
+#include "playlist/line_grammar.h"
+#include "playlist/line_reader.h"
+
+namespace tunovka {
+
+std::optional<std::size_t> EditorDocument::positionOf(std::wstring_view key) const {
+    if (key.empty()) return std::nullopt;
+    const auto found = std::ranges::find(entries_, key, &EditorEntry::key);
+    if (found == entries_.end()) return std::nullopt;
+    return found - entries_.begin();
+}
+
+std::wstring EditorDocument::folder() const {
+    return playlistFolder(playlistPath_);
+}
+
+std::wstring EditorDocument::resolve(std::size_t position, const FileExistsTest& exists) const {
+    return resolveEntryPath(entries_.at(position).key, folder(), exists);
+}
+
+void EditorDocument::reset(std::wstring_view playlistPath) {
+    entries_.clear();
+    loadOrder_.clear();
+    playlistPath_ = playlistPath;
+    sortOrder_ = SortOrder::None;
+    highestNumber_ = 0;
+    changed_ = false;
+    mayBeSaved_ = false;
+}
+
+bool EditorDocument::openNew(std::wstring_view text) {
+    if (busy()) return false;
+    reset(text);
+    mayBeSaved_ = true;
+    return true;
+}
+
+bool EditorDocument::load(std::wstring_view path, std::wstring_view text,
+                          const FileExistsTest& exists, const LoopHooks& hooks) {
+    if (busy()) return false;
+    const Busy guard(*this);
+    reset(path);
+    const std::wstring home = folder();
+    Counter16 number;
+    WideLineReader lines(text);
+    for (std::wstring_view line; lines.next(line);) {
+        if (isPlaylistEntryLine(line)) {
+            ++number;
+            const bool missing = !exists(absoluteEntryPath(withoutFilePrefix(line), home));
+            append(number, line, missing);
+        }
+        if (!hooks.next()) return true;
+    }
+    mayBeSaved_ = !entries_.empty();
+    if (entries_.empty()) entries_.push_back({{}, std::wstring(kNothingFound)});
+    return true;
+}
+
+// Read out of the keys, so that a row without one raises its error before anything is changed.
+std::int16_t EditorDocument::largestNumber() const {
+    std::int16_t largest = highestNumber_;
+    for (const EditorEntry& entry : entries_) largest = std::max(largest, entryNumberOf(entry.key));
+    return largest;
+}
+
+// Puts a row at the end of the list and of the load order.
+std::size_t EditorDocument::append(std::int16_t number, std::wstring_view entryText, bool missing) {
+    const std::wstring key = entryKey(number, entryText);
+    loadOrder_.push_back(key);
+    entries_.push_back({key, entryDisplayName(key), missing});
+    highestNumber_ = number;
+    return entries_.size() - 1;
+}
+
+// Rows from `firstNew` on take their places in a sorted list; the others are in place.
+void EditorDocument::placeFrom(std::size_t firstNew) {
+    if (sortOrder_ == SortOrder::None || firstNew >= entries_.size()) return;
+    const auto middle = entries_.begin() + firstNew;
+    for (auto entry = middle; entry != entries_.end(); ++entry)
+        entry->sortKey = sortKeyOf_(entry->name);
+    const auto before = [descending = sortOrder_ == SortOrder::Descending](
+                            const EditorEntry& one, const EditorEntry& other) {
+        return descending ? other.sortKey < one.sortKey : one.sortKey < other.sortKey;
+    };
+    std::stable_sort(middle, entries_.end(), before);
+    std::inplace_merge(entries_.begin(), middle, entries_.end(), before);
+}
+
+// Hands every row to `take` and lets events run; the document stays busy. False when cancelled.
+template <class Take>
+bool EditorDocument::forEachRow(const LoopHooks& hooks, Take take) {
+    const Busy guard(*this);
+    for (const EditorEntry& entry : entries_) {
+        take(entry);
+        if (!hooks.next()) return false;
+    }
+    return true;
+}
+
+std::optional<bool> EditorDocument::holds(const std::wstring& path, const LoopHooks& hooks) {
+    if (busy()) return std::nullopt;
+    bool found = false;
+    const std::wstring home = folder();
+    const bool whole = forEachRow(hooks, [&](const EditorEntry& entry) {
+        entryNumberOf(entry.key);  // raises the error of a row without a key
+        found = found || entryPath(entry.key, home) == path;
+    });
+    if (!whole) return std::nullopt;
+    return found;
+}
+
+std::optional<std::size_t> EditorDocument::add(const std::wstring& path) {
+    if (busy()) return std::nullopt;
+    Counter16 number(largestNumber());
+    ++number;
+    const std::size_t last = append(number, path, false);
+    const std::wstring key = entries_.back().key;
+    changed_ = true;
+    placeFrom(last);
+    return positionOf(key);
+}
+
+std::optional<MergeReport> EditorDocument::merge(std::wstring_view droppedPath,
+                                                 std::wstring_view text,
+                                                 const FileExistsTest& exists,
+                                                 const LoopHooks& hooks) {
+    if (busy()) return std::nullopt;
+    const Busy guard(*this);
+    const std::size_t firstNew = entries_.size();
+    MergeReport report;
+    bool whole = false;
+    try {
+        whole = mergeLines(playlistFolder(droppedPath), text, exists, hooks, report);
+    } catch (...) {
+        placeFrom(firstNew);  // what was added before the error stays
+        throw;
+    }
+    placeFrom(firstNew);
+    if (!whole) return std::nullopt;
+    changed_ = true;
+    return report;
+}
+
+bool EditorDocument::mergeLines(std::wstring_view droppedFolder, std::wstring_view text,
+                                const FileExistsTest& exists, const LoopHooks& hooks,
+                                MergeReport& report) {
+    Counter16 number(largestNumber());
+    const std::wstring home = folder();
+    WideLineReader lines(text);
+    for (std::wstring_view line; lines.next(line);) {
+        if (isPlaylistEntryLine(line)) {
+            ++number;
+            const std::wstring path =
+                mergedEntryPath(withoutFilePrefixAnyCase(line), droppedFolder);
+            const bool missing = !exists(absoluteEntryPath(withoutFilePrefix(path), home));
+            append(number, path, missing);
+            changed_ = true;
+            ++report.added;
+            if (missing) ++report.invalid;
+        }
+        if (!hooks.next()) return false;
+    }
+    return true;
+}
+
+std::optional<std::size_t> EditorDocument::move(std::wstring_view key, std::size_t to) {
+    if (busy() || sortOrder_ != SortOrder::None) return std::nullopt;
+    const auto from = positionOf(key);
+    if (!from || *from == to || to >= entries_.size()) return std::nullopt;
+    const auto row = [this](std::size_t position) { return entries_.begin() + position; };
+    if (*from < to)
+        std::rotate(row(*from), row(*from + 1), row(to + 1));
+    else
+        std::rotate(row(to), row(*from), row(*from + 1));
+    loadOrder_.clear();
+    for (const EditorEntry& entry : entries_) loadOrder_.push_back(entry.key);
+    changed_ = true;
+    return to;
+}
+
+bool EditorDocument::removeAt(std::size_t position) {
+    if (busy() || position >= entries_.size()) return false;
+    entries_.erase(entries_.begin() + position);
+    changed_ = true;
+    return true;
+}
+
+std::optional<std::vector<std::wstring>> EditorDocument::duplicates(const FileExistsTest& exists,
+                                                                    const LoopHooks& hooks) {
+    if (busy()) return std::nullopt;
+    std::vector<std::wstring> keys;
+    std::unordered_set<std::wstring> paths;
+    const std::wstring home = folder();
+    const bool whole = forEachRow(hooks, [&](const EditorEntry& entry) {
+        std::wstring path = resolveEntryPath(entry.key, home, exists);
+        if (!path.empty() && !paths.insert(std::move(path)).second) keys.push_back(entry.key);
+    });
+    if (!whole) return std::nullopt;
+    return keys;
+}
+
+std::optional<std::vector<std::wstring>> EditorDocument::invalidLinks(const FileExistsTest& exists,
+                                                                      const LoopHooks& hooks) {
+    if (busy()) return std::nullopt;
+    std::vector<std::wstring> keys;
+    const std::wstring home = folder();
+    const bool whole = forEachRow(hooks, [&](const EditorEntry& entry) {
+        const bool isLink = !entry.key.empty();
+        if (isLink && !exists(entryPath(entry.key, home))) keys.push_back(entry.key);
+    });
+    if (!whole) return std::nullopt;
+    return keys;
+}
+
+std::size_t EditorDocument::remove(const std::vector<std::wstring>& keys) {
+    if (busy()) return 0;
+    const std::unordered_set<std::wstring_view> gone(keys.begin(), keys.end());
+    const std::size_t removed =
+        std::erase_if(entries_, [&](const EditorEntry& entry) { return gone.contains(entry.key); });
+    if (removed > 0) changed_ = true;
+    return removed;
+}
+
+bool EditorDocument::sort(SortOrder order, SortKeyOf keyOf) {
+    if (busy()) return false;
+    sortOrder_ = order;
+    sortKeyOf_ = std::move(keyOf);
+    placeFrom(0);
+    return true;
+}
+
+bool EditorDocument::restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks) {
+    if (busy()) return false;
+    const Busy guard(*this);
+    std::unordered_map<std::wstring_view, const EditorEntry*> rows;
+    for (const EditorEntry& entry : entries_) rows.emplace(entry.key, &entry);
+
+    const std::wstring home = folder();
+    std::vector<EditorEntry> restored;
+    std::vector<std::wstring> order;
+    for (const std::wstring& key : loadOrder_) {
+        const auto row = rows.find(key);
+        if (row == rows.end()) continue;
+        restored.push_back({key, row->second->name, !exists(entryPath(key, home))});
+        order.push_back(key);
+        if (!hooks.next()) return true;
+    }
+    sortOrder_ = SortOrder::None;
+    if (restored.empty()) return true;
+    entries_ = std::move(restored);
+    loadOrder_ = std::move(order);
+    return true;
+}
+
+std::optional<std::vector<std::wstring>> EditorDocument::pathsToSave(const FileExistsTest& exists,
+                                                                     const LoopHooks& hooks) {
+    std::vector<std::wstring> paths;
+    const std::wstring home = folder();
+    const bool whole = forEachRow(hooks, [&](const EditorEntry& entry) {
+        std::wstring path = resolveEntryPath(entry.key, home, exists);
+        if (!path.empty()) paths.push_back(std::move(path));
+    });
+    if (!whole) return std::nullopt;
+    return paths;
+}
+
+}  // namespace tunovka

@@ -1,0 +1,150 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "core/loop_hooks.h"
+#include "playlist/resolve.h"
+
+namespace tunovka {
+
+// One row of an editor's list.
+struct EditorEntry {
+    std::wstring key;       // entry key; "" for the row that says that nothing was found
+    std::wstring name;      // what the list shows
+    bool missing = false;   // no file was there when the row was made: shown in red
+    std::string sortKey{};  // set while the list is sorted
+};
+
+enum class SortOrder { None, Ascending, Descending };
+
+struct MergeReport {
+    int added = 0;
+    int invalid = 0;
+};
+
+// What a playlist editor holds, without its window: rows in display order, the load order list,
+// the changed flag, the sort state and the numbers given so far.
+//
+// Every existence test is passed in and should serve one command. Long commands let events run
+// between rows; until they return the document is busy and refuses every command that changes it,
+// by doing nothing and returning nullopt or false. A command whose loop is cancelled keeps what it
+// has done whole; see each one.
+class EditorDocument {
+  public:
+    // Turns a name into bytes whose order is the order of the list.
+    using SortKeyOf = std::function<std::string(std::wstring_view name)>;
+
+    // Keeps the document busy while it lives; commands nest it.
+    class Busy {
+      public:
+        explicit Busy(EditorDocument& document) : document_(document) { ++document_.busy_; }
+        ~Busy() { --document_.busy_; }
+        Busy(const Busy&) = delete;
+        Busy& operator=(const Busy&) = delete;
+
+      private:
+        EditorDocument& document_;
+    };
+
+    bool busy() const { return busy_ > 0; }
+
+    const std::vector<EditorEntry>& entries() const { return entries_; }
+    const std::vector<std::wstring>& loadOrder() const { return loadOrder_; }
+    std::optional<std::size_t> positionOf(std::wstring_view key) const;  // "" is never found
+    bool changed() const { return changed_; }
+    SortOrder sortOrder() const { return sortOrder_; }
+
+    // The playlist's path, or kNewPlaylist. Saving leaves it as it is.
+    const std::wstring& playlistPath() const { return playlistPath_; }
+    std::wstring folder() const;  // of the playlist, ending in "\"
+
+    // False while a playlist is being read, and for one that held no entry or was cut short by an
+    // error or a cancellation: saving would then write less than the file holds.
+    bool mayBeSaved() const { return mayBeSaved_; }
+
+    // The path of the row's file, "" when it is missing now.
+    std::wstring resolve(std::size_t position, const FileExistsTest& exists) const;
+
+    // Starts with no rows. `text` is what the command channel received.
+    bool openNew(std::wstring_view text);
+
+    // Reads the text of a playlist file; the rows so far are dropped. Without an entry line the
+    // one row kNothingFound stands there. Past 32,767 entries kOverflow is raised and the rows
+    // read so far stay, as they do after a cancellation.
+    bool load(std::wstring_view path, std::wstring_view text, const FileExistsTest& exists,
+              const LoopHooks& hooks = {});
+
+    // True when a row's file is exactly this existing path. nullopt when busy or cancelled. A row
+    // without a key raises kInvalidCall.
+    std::optional<bool> holds(const std::wstring& path, const LoopHooks& hooks = {});
+
+    // Adds an existing media file and returns its position. Raises kInvalidCall for a row without
+    // a key, kOverflow when the numbers are used up.
+    std::optional<std::size_t> add(const std::wstring& path);
+
+    // Appends the entries of a dropped playlist. An error or a cancellation keeps the rows added
+    // so far, with the changed flag set. nullopt when busy or cancelled.
+    std::optional<MergeReport> merge(std::wstring_view droppedPath, std::wstring_view text,
+                                     const FileExistsTest& exists, const LoopHooks& hooks = {});
+
+    // Moves the row of that key to the position of another; the load order becomes the display
+    // order. nullopt when nothing changes: busy, sorted, unknown key, own or no such position.
+    std::optional<std::size_t> move(std::wstring_view key, std::size_t to);
+
+    // Removes one row. The load order list keeps its key until the order is restored.
+    bool removeAt(std::size_t position);
+
+    // Keys of the rows whose file an earlier row names as well. nullopt when busy or cancelled.
+    std::optional<std::vector<std::wstring>> duplicates(const FileExistsTest& exists,
+                                                        const LoopHooks& hooks = {});
+
+    // Keys of the rows whose file is missing now. nullopt when busy or cancelled.
+    std::optional<std::vector<std::wstring>> invalidLinks(const FileExistsTest& exists,
+                                                          const LoopHooks& hooks = {});
+
+    // Removes the rows of those keys, as far as they are still there; returns how many it were.
+    std::size_t remove(const std::vector<std::wstring>& keys);
+
+    // Sorts by name and keeps the list sorted until the load order is restored. Rows of equal
+    // names stay in the order they have.
+    bool sort(SortOrder order, SortKeyOf keyOf);
+
+    // Ends the sorting and puts the rows into the order of the load order list, which loses the
+    // keys without a row. A cancellation leaves rows and load order as they were.
+    bool restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks = {});
+
+    // The paths of all rows in display order, missing files left out. nullopt when cancelled. The
+    // caller has looked at busy() and holds a Busy of its own until the file is written.
+    std::optional<std::vector<std::wstring>> pathsToSave(const FileExistsTest& exists,
+                                                         const LoopHooks& hooks = {});
+
+    void markSaved() { changed_ = false; }
+
+  private:
+    void reset(std::wstring_view playlistPath);
+    std::int16_t largestNumber() const;
+    std::size_t append(std::int16_t number, std::wstring_view entryText, bool missing);
+    void placeFrom(std::size_t firstNew);
+    bool mergeLines(std::wstring_view droppedFolder, std::wstring_view text,
+                    const FileExistsTest& exists, const LoopHooks& hooks, MergeReport& report);
+    template <class Take>
+    bool forEachRow(const LoopHooks& hooks, Take take);
+
+    std::vector<EditorEntry> entries_;
+    std::vector<std::wstring> loadOrder_;
+    std::wstring playlistPath_;
+    SortOrder sortOrder_ = SortOrder::None;
+    SortKeyOf sortKeyOf_;
+    std::int16_t highestNumber_ = 0;  // ever given: a number is not used again
+    int busy_ = 0;
+    bool changed_ = false;
+    bool mayBeSaved_ = false;
+};
+
+}  // namespace tunovka
