@@ -1,0 +1,167 @@
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+namespace tunovka {
+
+// The move-only owner of one object of the system. Kind tells its type, the value that means
+// "none" and how it is given back.
+template <typename Kind>
+class Handle {
+  public:
+    using Value = typename Kind::Value;
+
+    Handle() = default;
+    explicit Handle(Value value) : value_(value) {}
+    Handle(Handle&& other) noexcept : value_(other.release()) {}
+    Handle& operator=(Handle&& other) noexcept {
+        if (this != &other) reset(other.release());
+        return *this;
+    }
+    ~Handle() { reset(); }
+
+    explicit operator bool() const { return value_ != none(); }
+    Value get() const { return value_; }
+    Value release() { return std::exchange(value_, none()); }
+    void reset(Value value = none()) {
+        if (value_ != none()) Kind::close(value_);
+        value_ = value;
+    }
+    // For functions of the system that hand their object out through a pointer.
+    Value* receive() {
+        reset();
+        return &value_;
+    }
+
+  private:
+    static Value none() { return Kind::none(); }
+    Value value_ = none();
+};
+
+namespace handle_kinds {
+
+template <typename T>
+struct NullIsNone {
+    using Value = T;
+    static T none() { return nullptr; }
+};
+struct Kernel : NullIsNone<HANDLE> {
+    static void close(HANDLE handle) { CloseHandle(handle); }
+};
+struct File {
+    using Value = HANDLE;
+    static HANDLE none() { return INVALID_HANDLE_VALUE; }
+    static void close(HANDLE handle) { CloseHandle(handle); }
+};
+struct Find : File {
+    static void close(HANDLE handle) { FindClose(handle); }
+};
+struct Key : NullIsNone<HKEY> {
+    static void close(HKEY key) { RegCloseKey(key); }
+};
+template <typename T>
+struct Gdi : NullIsNone<T> {
+    static void close(T object) { DeleteObject(object); }
+};
+struct MemoryDc : NullIsNone<HDC> {
+    static void close(HDC dc) { DeleteDC(dc); }
+};
+struct Icon : NullIsNone<HICON> {
+    static void close(HICON icon) { DestroyIcon(icon); }
+};
+struct Menu : NullIsNone<HMENU> {
+    static void close(HMENU menu) { DestroyMenu(menu); }
+};
+struct Hook : NullIsNone<HHOOK> {
+    static void close(HHOOK hook) { UnhookWindowsHookEx(hook); }
+};
+struct SystemWindow : NullIsNone<HWND> {
+    static void close(HWND window) { DestroyWindow(window); }
+};
+struct Library : NullIsNone<HMODULE> {
+    static void close(HMODULE module) { FreeLibrary(module); }
+};
+struct Global : NullIsNone<HGLOBAL> {
+    static void close(HGLOBAL memory) { GlobalFree(memory); }
+};
+template <typename T>
+struct Com : NullIsNone<T*> {
+    static void close(T* object) { object->Release(); }
+};
+
+}  // namespace handle_kinds
+
+using KernelHandle = Handle<handle_kinds::Kernel>;  // process, thread, event
+using FileHandle = Handle<handle_kinds::File>;
+using FindHandle = Handle<handle_kinds::Find>;
+using RegistryKey = Handle<handle_kinds::Key>;
+using Bitmap = Handle<handle_kinds::Gdi<HBITMAP>>;
+using Brush = Handle<handle_kinds::Gdi<HBRUSH>>;
+using Font = Handle<handle_kinds::Gdi<HFONT>>;
+using Pen = Handle<handle_kinds::Gdi<HPEN>>;
+using Region = Handle<handle_kinds::Gdi<HRGN>>;
+using MemoryDc = Handle<handle_kinds::MemoryDc>;
+using Icon = Handle<handle_kinds::Icon>;
+using MenuHandle = Handle<handle_kinds::Menu>;
+using Hook = Handle<handle_kinds::Hook>;
+using SystemWindow = Handle<handle_kinds::SystemWindow>;
+using Library = Handle<handle_kinds::Library>;
+using GlobalMemory = Handle<handle_kinds::Global>;
+
+// The owner of one reference to a COM object.
+template <typename T>
+class ComPtr : public Handle<handle_kinds::Com<T>> {
+  public:
+    using Handle<handle_kinds::Com<T>>::Handle;
+
+    // One more reference to an object that somebody else owns.
+    static ComPtr shared(T* object) {
+        if (object) object->AddRef();
+        return ComPtr(object);
+    }
+    T* operator->() const { return this->get(); }
+    void** receiveVoid() { return reinterpret_cast<void**>(this->receive()); }
+
+    // The object's other interface; none when it has not got it.
+    template <typename Other>
+    ComPtr<Other> as() const {
+        ComPtr<Other> other;
+        if (*this) this->get()->QueryInterface(__uuidof(Other), other.receiveVoid());
+        return other;
+    }
+};
+
+// The DC of a window or of the screen (nullptr).
+class WindowDc {
+  public:
+    explicit WindowDc(HWND window) : window_(window), dc_(GetDC(window)) {}
+    WindowDc(const WindowDc&) = delete;
+    WindowDc& operator=(const WindowDc&) = delete;
+    ~WindowDc() {
+        if (dc_) ReleaseDC(window_, dc_);
+    }
+    HDC get() const { return dc_; }
+
+  private:
+    HWND window_;
+    HDC dc_;
+};
+
+// Selects an object into a DC and puts the former one back at the end of the scope.
+class Selected {
+  public:
+    Selected(HDC dc, HGDIOBJ object) : dc_(dc), former_(SelectObject(dc, object)) {}
+    Selected(const Selected&) = delete;
+    Selected& operator=(const Selected&) = delete;
+    ~Selected() {
+        if (former_) SelectObject(dc_, former_);
+    }
+
+  private:
+    HDC dc_;
+    HGDIOBJ former_;
+};
+
+}  // namespace tunovka

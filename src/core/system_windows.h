@@ -1,0 +1,54 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+namespace tunovka {
+
+// The number of a run-time error for an error of the system: 53, 58, 61, 70, 76, 52, else 75.
+int errorNumberOf(DWORD systemError);
+
+// Raises the RuntimeError of a system error, by default the thread's last one.
+[[noreturn]] void raiseSystemError(const wchar_t* source, DWORD systemError = GetLastError());
+
+// The full path as the system itself normalises it: "..", "/", doubled "\", trailing dots and
+// blanks resolved, relative paths from the current folder. "" for a text that is no path ("", a
+// NUL inside).
+std::wstring fullPath(const std::wstring& path);
+
+// The path in the form that a call to the system takes whatever its length: short ones as
+// fullPath() gives them, long ones with the prefix that lifts the limit of 260 characters.
+// Raises kBadFileName for a text that is no path, for wildcards, device names ("NUL") and a name
+// of more than 255 characters.
+std::wstring systemPath(const std::wstring& path);
+
+// The same, but "" instead of an error.
+std::wstring systemPathOrNone(const std::wstring& path);
+
+// What tells one file or folder from every other, whatever the path that leads to it.
+struct FileIdentity {
+    DWORD volume = 0;
+    std::uint64_t index = 0;
+    // Some systems number their volumes all alike: the time of creation tells those apart.
+    std::uint64_t created = 0;
+    bool operator==(const FileIdentity&) const = default;
+};
+
+// Asks for the identity; false when the path cannot be opened.
+bool identityOf(const std::wstring& path, FileIdentity& identity);
+
+// Where an existing file really lies, all links on the way followed; `path` itself when no file
+// is there or the system cannot tell.
+std::wstring linkTarget(const std::wstring& path);
+
+// The attributes of a file or folder, also of one that is locked; INVALID_FILE_ATTRIBUTES and the
+// thread's last error when there is none. Never raises.
+DWORD attributesOf(const std::wstring& path);
+
+// The path of a file of its own in the folder of `path`, for content that is not finished yet. No
+// file of that name exists at this moment; create it so that an existing one is refused.
+std::wstring unfinishedName(const std::wstring& path);
+
+}  // namespace tunovka

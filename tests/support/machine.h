@@ -1,0 +1,52 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+#include "core/handle.h"
+
+// What Windows programs cannot do under Wine but the machine below can: links, rights.
+
+namespace tunovka {
+
+// The path on the machine below Wine, "" on a real Windows.
+inline std::string machinePath(const std::wstring& path) {
+    using Ask = char*(CDECL*)(const wchar_t*);
+    const auto ask = reinterpret_cast<Ask>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
+    char* const answer = ask ? ask(path.c_str()) : nullptr;
+    const std::string result = answer ? answer : "";
+    if (answer) HeapFree(GetProcessHeap(), 0, answer);
+    return result;
+}
+
+// Runs a shell command of the machine below until `done` says that it has worked; false when it
+// has not within five seconds. Wine may run it twice and cannot tell its end.
+inline bool onMachine(const std::string& command, const std::function<bool()>& done) {
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    std::string line = "Z:\\bin\\sh -c \"" + command + " 2>/dev/null\"";
+    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                        &process))
+        return false;
+    const KernelHandle program(process.hProcess), thread(process.hThread);
+    const DWORD from = GetTickCount();
+    while (!done() && GetTickCount() - from < 5000) WaitForSingleObject(program.get(), 5);
+    return done();
+}
+
+// Makes a symbolic link to a file or folder; false where this account or system cannot. The last
+// names of both are to be ASCII.
+inline bool makeLink(const std::wstring& link, const std::wstring& target, bool folder) {
+    const auto there = [&] { return GetFileAttributesW(link.c_str()) != INVALID_FILE_ATTRIBUTES; };
+    const std::string path = machinePath(link);
+    if (!path.empty())
+        return onMachine("ln -sn '" + machinePath(target) + "' '" + path + "'", there);
+    CreateSymbolicLinkW(link.c_str(), target.c_str(), folder ? SYMBOLIC_LINK_FLAG_DIRECTORY : 0);
+    return there();
+}
+
+}  // namespace tunovka

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "core/file_system.h"
+#include "core/handle.h"
+#include "support/machine.h"
+
+namespace tunovka {
+
+// A folder of a test's own, gone with everything in it at the test's end.
+class ScratchFolder {
+  public:
+    // Below the system's folder for temporary files, or below the one given (ends in "\").
+    explicit ScratchFolder(std::wstring below = temporary()) {
+        static int counter = 0;
+        do {
+            path_ = below + L"tunovka-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+                    std::to_wstring(++counter) + L"\\";
+        } while (!CreateDirectoryW(path_.c_str(), nullptr) &&
+                 GetLastError() == ERROR_ALREADY_EXISTS);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder() {
+        remove(path_);
+        const auto gone = [&] { return !FileSystemObject::FolderExists(path_); };
+        // Wine cannot delete a link itself.
+        if (!gone()) onMachine("rm -rf '" + machinePath(path_) + "'", gone);
+    }
+
+    const std::wstring& path() const { return path_; }  // ends in "\"
+    std::wstring operator/(const std::wstring& name) const { return path_ + name; }
+
+    // Writes without the code under test.
+    std::wstring file(const std::wstring& name, const std::string& content = "x") const {
+        const FileHandle file(CreateFileW((path_ + name).c_str(), GENERIC_WRITE, 0, nullptr,
+                                          CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        DWORD written = 0;
+        WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written,
+                  nullptr);
+        return path_ + name;
+    }
+    std::wstring folder(const std::wstring& name) const {
+        CreateDirectoryW((path_ + name).c_str(), nullptr);
+        return path_ + name;
+    }
+
+    // Names of everything in it, folders without a mark.
+    std::vector<std::wstring> names() const {
+        std::vector<std::wstring> names;
+        for (const FolderEntry& entry : FileSystemObject::listFolder(path_))
+            names.push_back(entry.name);
+        return names;
+    }
+
+  private:
+    static std::wstring temporary() {
+        wchar_t path[MAX_PATH + 1];
+        GetTempPathW(MAX_PATH + 1, path);
+        return path;
+    }
+    static void remove(const std::wstring& folder) {
+        const std::wstring extended = folder[0] == L'\\' ? folder : L"\\\\?\\" + folder;
+        WIN32_FIND_DATAW entry;
+        {
+            const FindHandle search(FindFirstFileW((extended + L"*").c_str(), &entry));
+            while (search) {
+                const std::wstring name = entry.cFileName;
+                const std::wstring path = extended + name;
+                SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+                if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+                    DeleteFileW(path.c_str());
+                else if (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
+                    RemoveDirectoryW(path.c_str());
+                else if (name != L"." && name != L"..")
+                    remove(path + L"\\");
+                if (!FindNextFileW(search.get(), &entry)) break;
+            }
+        }
+        RemoveDirectoryW(extended.c_str());
+    }
+
+    std::wstring path_;
+};
+
+}  // namespace tunovka

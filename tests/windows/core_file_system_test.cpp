@@ -1,0 +1,313 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+
+#include "core/drives.h"
+#include "core/errors.h"
+#include "core/existing_files.h"
+#include "core/file_system.h"
+#include "core/handle.h"
+#include "support/error_of.h"
+#include "support/machine.h"
+#include "support/scratch_folder.h"
+
+namespace tunovka {
+namespace {
+
+namespace fso = FileSystemObject;
+
+const std::wstring kForeign = L"песня 歌 ľščťžýáíé.mp3";  // no code page holds all of it
+
+FileHandle locked(const std::wstring& path, DWORD share) {
+    return FileHandle(
+        CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+void setReadOnly(const std::wstring& path) {
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+}
+
+TEST(FileSystemObject, TellsFilesFromFoldersAndFromNothing) {
+    ScratchFolder scratch;
+    const std::wstring file = scratch.file(L"pieseň.mp3");
+    const std::wstring folder = scratch.folder(L"hudba");
+
+    EXPECT_TRUE(fso::FileExists(file));
+    EXPECT_TRUE(fso::FileExists(scratch / L"PIESEŇ.MP3"));
+    EXPECT_TRUE(fso::FileExists(scratch / L"hudba/..//pieseň.mp3"));
+    EXPECT_TRUE(fso::FolderExists(folder));
+    EXPECT_TRUE(fso::FolderExists(folder + L"\\"));
+    EXPECT_FALSE(fso::FolderExists(file));
+
+    const std::wstring nul = file + std::wstring(1, L'\0') + L".txt";
+    for (const std::wstring& none :
+         {std::wstring(), folder, file + L"\\", scratch / L"*.mp3", scratch / L"pie?eň.mp3",
+          scratch / L"nul", scratch / L"nul.mp3", scratch / L"nie\\je.mp3", nul,
+          scratch / std::wstring(300, L'a')})
+        EXPECT_FALSE(fso::FileExists(none)) << none.size();
+}
+
+TEST(FileSystemObject, SeesAFileThatIsLockedAgainstEverything) {
+    ScratchFolder scratch;
+    const std::wstring file = scratch.file(L"a.mp3");
+    const FileHandle lock = locked(file, 0);
+    EXPECT_TRUE(fso::FileExists(file));
+    EXPECT_EQ(errorOf([&] { fso::readAll(file); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::writeWhole(file, "new"); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::copyFile(file, scratch / L"b.mp3"); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::moveFile(file, scratch / L"b.mp3"); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::deleteFile(file, true); }), kPermissionDenied);
+    EXPECT_EQ(scratch.names().size(), 1u);
+}
+
+TEST(FileSystemObject, ReadsWholeAndInParts) {
+    ScratchFolder scratch;
+    std::string content(700000, 'a');
+    content[699999] = 'z';
+    const std::wstring file = scratch.file(kForeign, content);
+    EXPECT_EQ(fso::readAll(file), content);
+    EXPECT_EQ(fso::readPart(file, 699998, 10), "az");
+    EXPECT_EQ(fso::readPart(file, 700001, 10), "");
+    EXPECT_EQ(fso::readAll(scratch.file(L"empty", "")), "");
+    EXPECT_EQ(errorOf([&] { fso::readAll(scratch / L"none"); }), kFileNotFound);
+    EXPECT_EQ(errorOf([&] { fso::readAll(scratch / L"none\\none"); }), kPathNotFound);
+    EXPECT_EQ(errorOf([&] { fso::readAll(scratch.path()); }), kFileNotFound);
+}
+
+TEST(FileSystemObject, ListsAFolderWithItsShortNames) {
+    ScratchFolder scratch;
+    scratch.file(L"dlhý názov piesne.mp3", "12345");
+    scratch.file(kForeign);
+    scratch.folder(L"hudba");
+    const auto entries = fso::listFolder(scratch.path());
+    ASSERT_EQ(entries.size(), 3u);
+    for (const FolderEntry& entry : entries) EXPECT_EQ(entry.isFolder(), entry.name == L"hudba");
+    const auto song = std::find_if(entries.begin(), entries.end(), [](const FolderEntry& entry) {
+        return entry.name == L"dlhý názov piesne.mp3";
+    });
+    ASSERT_NE(song, entries.end());
+    EXPECT_EQ(song->size, 5u);
+    const std::wstring shortName = fso::shortName(scratch / song->name);
+    EXPECT_EQ(shortName, song->shortName.empty() ? song->name : song->shortName);
+    EXPECT_TRUE(fso::FileExists(scratch / shortName));
+    EXPECT_TRUE(fso::listFolder(scratch / L"hudba").empty());
+    EXPECT_EQ(errorOf([&] { fso::listFolder(scratch / L"nie je"); }), kPathNotFound);
+    EXPECT_EQ(errorOf([&] { fso::listFolder(L""); }), kPathNotFound);
+    EXPECT_EQ(errorOf([&] { fso::shortName(scratch / L"nie je"); }), kFileNotFound);
+}
+
+TEST(FileSystemObject, WritesAFileWholeAndKeepsWhatItWas) {
+    ScratchFolder scratch;
+    const std::wstring file = scratch / kForeign;
+    fso::writeWhole(file, "old");
+    EXPECT_EQ(fso::readAll(file), "old");
+    SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_HIDDEN);
+    fso::writeWhole(file, std::string(600000, 'n'));
+    EXPECT_EQ(fso::readAll(file), std::string(600000, 'n'));
+    EXPECT_TRUE(fso::attributes(file) & FILE_ATTRIBUTE_HIDDEN);
+
+    setReadOnly(file);
+    EXPECT_EQ(errorOf([&] { fso::writeWhole(file, "x"); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::writeWhole(scratch.folder(L"f"), "x"); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::writeWhole(scratch / L"none\\x", "x"); }), kPathNotFound);
+    for (const wchar_t* name : {L"", L"a<b", L"a:b", L"nul", L"com1.txt", L"a*b"})
+        EXPECT_EQ(errorOf([&] { fso::writeWhole(*name ? scratch / name : L"", "x"); }),
+                  kBadFileName)
+            << name;
+    EXPECT_EQ(errorOf([&] { fso::writeWhole(scratch / std::wstring(300, L'a'), "x"); }),
+              kBadFileName);
+    EXPECT_EQ(scratch.names().size(), 2u);
+}
+
+TEST(FileSystemObject, TakesPathsOfAnyLength) {
+    ScratchFolder scratch;
+    std::wstring folder = scratch.path();
+    for (int depth = 0; depth < 4; ++depth) {
+        folder += std::wstring(99, L'd') + L"\\";
+        ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + folder).c_str(), nullptr));
+    }
+    const std::wstring file = folder + L"..\\./" + std::wstring(99, L'd') + L"/a.mp3";
+    ASSERT_GT(file.size(), 400u);
+    fso::writeWhole(file, "abc");
+    fso::copyFile(file, folder + L"b.mp3");
+    fso::moveFile(folder + L"b.mp3", folder + L"c.mp3");
+    EXPECT_TRUE(fso::FileExists(folder + L"c.mp3"));
+    EXPECT_EQ(fso::readAll(folder + L"c.mp3"), "abc");
+    EXPECT_EQ(fso::details(file).size, 3u);
+    EXPECT_TRUE(fso::sameFile(file, folder + L"a.mp3"));
+    EXPECT_EQ(fso::listFolder(folder).size(), 2u);
+    fso::deleteFile(file);
+    EXPECT_FALSE(fso::FileExists(folder + L"a.mp3"));
+}
+
+TEST(FileSystemObject, CopiesAndReplacesButNeverOntoItself) {
+    ScratchFolder scratch;
+    const std::wstring song = scratch.file(L"song.mp3", "new");
+    scratch.folder(L"to");
+    scratch.file(L"to\\song.mp3", "old");
+    SetFileAttributesW(song.c_str(), FILE_ATTRIBUTE_HIDDEN);
+    EXPECT_TRUE(fso::copyFile(song, scratch / L"to\\"));
+    EXPECT_EQ(fso::readAll(scratch / L"to\\song.mp3"), "new");
+    EXPECT_TRUE(fso::attributes(scratch / L"to\\song.mp3") & FILE_ATTRIBUTE_HIDDEN);
+    const FileDate was = fso::details(song).modified;
+    const FileDate is = fso::details(scratch / L"to\\song.mp3").modified;
+    EXPECT_EQ(is.minute, was.minute);
+    EXPECT_EQ(is.second, was.second);
+
+    for (const wchar_t* self : {L"song.mp3", L"SONG.MP3", L"to\\..\\song.mp3", L""})
+        EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / self); }), kPermissionDenied) << self;
+    EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / L"to"); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::copyFile(scratch / L"none", scratch / L"x"); }), kFileNotFound);
+    EXPECT_EQ(errorOf([&] { fso::copyFile(scratch / L"to", scratch / L"x"); }), kFileNotFound);
+    EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / L"none\\x"); }), kPathNotFound);
+    setReadOnly(scratch / L"to\\song.mp3");
+    EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / L"to\\"); }), kPermissionDenied);
+    EXPECT_EQ(fso::readAll(song), "new");
+    EXPECT_EQ(scratch.names().size(), 2u);
+}
+
+TEST(FileSystemObject, ShowsHowFarACopyIsAndStopsIt) {
+    ScratchFolder scratch;
+    const std::wstring song = scratch.file(L"song.mp3", std::string(2000000, 'n'));
+    const std::wstring to = scratch.file(L"old.mp3", "old");
+    std::vector<std::uint64_t> steps;
+    EXPECT_FALSE(fso::copyFile(song, to, [&](std::uint64_t done, std::uint64_t total) {
+        EXPECT_EQ(total, 2000000u);
+        steps.push_back(done);
+        return steps.size() < 3;
+    }));
+    EXPECT_EQ(steps.size(), 3u);
+    EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()));
+    EXPECT_EQ(fso::readAll(to), "old");
+    EXPECT_THROW(
+        fso::copyFile(song, to,
+                      [](std::uint64_t, std::uint64_t) -> bool { throw RuntimeError(kOverflow); }),
+        RuntimeError);
+    EXPECT_EQ(fso::readAll(to), "old");
+    EXPECT_EQ(scratch.names().size(), 2u);
+    EXPECT_TRUE(fso::copyFile(song, to, [](std::uint64_t, std::uint64_t) { return true; }));
+    EXPECT_EQ(fso::details(to).size, 2000000u);
+}
+
+TEST(FileSystemObject, MovesOnlyOntoNothingUnlessToldSo) {
+    ScratchFolder scratch;
+    const std::wstring song = scratch.file(L"song.mp3", "new");
+    const std::wstring to = scratch.file(L"old.mp3", "old");
+    EXPECT_EQ(errorOf([&] { fso::moveFile(song, to); }), kFileAlreadyExists);
+    EXPECT_EQ(errorOf([&] { fso::moveFile(song, song); }), kFileAlreadyExists);
+    EXPECT_EQ(errorOf([&] { fso::moveFile(song, song, true); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::moveFile(scratch / L"none", to, true); }), kFileNotFound);
+    EXPECT_EQ(fso::readAll(to), "old");
+    EXPECT_TRUE(fso::moveFile(song, to, true));
+    EXPECT_EQ(fso::readAll(to), "new");
+    EXPECT_FALSE(fso::FileExists(song));
+    setReadOnly(to);
+    EXPECT_TRUE(fso::moveFile(to, song));
+    EXPECT_EQ(scratch.names(), std::vector<std::wstring>{L"song.mp3"});
+}
+
+TEST(FileSystemObject, DeletesReadOnlyFilesOnlyByForce) {
+    ScratchFolder scratch;
+    const std::wstring song = scratch.file(L"song.mp3");
+    setReadOnly(song);
+    EXPECT_EQ(errorOf([&] { fso::deleteFile(song); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::deleteFile(scratch / L"none"); }), kFileNotFound);
+    EXPECT_EQ(errorOf([&] { fso::deleteFile(scratch.path(), true); }), kFileNotFound);
+    EXPECT_EQ(errorOf([&] { fso::deleteFile(scratch / L"*.mp3", true); }), kBadFileName);
+    fso::deleteFile(song, true);
+    EXPECT_TRUE(scratch.names().empty());
+}
+
+TEST(FileSystemObject, KnowsAFileBehindEverySpelling) {
+    ScratchFolder scratch;
+    const std::wstring song = scratch.file(L"dlhý názov piesne.mp3", "abc");
+    const std::wstring twin = scratch.file(L"twin.mp3", "abc");
+    EXPECT_TRUE(fso::sameFile(song, scratch / L"DLHÝ NÁZOV PIESNE.MP3"));
+    EXPECT_TRUE(fso::sameFile(song, scratch / fso::shortName(song)));
+    EXPECT_FALSE(fso::sameFile(song, twin));
+    EXPECT_FALSE(fso::sameFile(song, scratch / L"none"));
+    EXPECT_FALSE(fso::sameFile(L"", L""));
+    ASSERT_TRUE(CreateHardLinkW((scratch / L"hard.mp3").c_str(), song.c_str(), nullptr));
+    EXPECT_TRUE(fso::sameFile(song, scratch / L"hard.mp3"));
+    EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / L"hard.mp3"); }), kPermissionDenied);
+    EXPECT_EQ(fso::readAll(song), "abc");
+}
+
+TEST(FileSystemObject, TellsSizeDatesAndAttributes) {
+    ScratchFolder scratch;
+    const std::wstring song = scratch.file(L"song.mp3", std::string(1234, 'x'));
+    const SYSTEMTIME local{2003, 7, 0, 5, 21, 4, 3, 0};
+    SYSTEMTIME universal;
+    FILETIME time;
+    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(nullptr, &local, &universal));
+    SystemTimeToFileTime(&universal, &time);
+    {
+        const FileHandle file(
+            CreateFileW(song.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
+    }
+    fso::setAttributes(song, FILE_ATTRIBUTE_HIDDEN);
+    const FileDetails details = fso::details(song);
+    EXPECT_EQ(details.size, 1234u);
+    EXPECT_EQ(details.modified.year, 2003);
+    EXPECT_EQ(details.modified.month, 7);
+    EXPECT_EQ(details.modified.day, 5);
+    EXPECT_EQ(details.modified.hour, 21);
+    EXPECT_EQ(details.modified.minute, 4);
+    EXPECT_TRUE(details.attributes & FILE_ATTRIBUTE_HIDDEN);
+    EXPECT_EQ(details.attributes, fso::attributes(song));
+    EXPECT_EQ(errorOf([&] { fso::details(scratch / L"none"); }), kFileNotFound);
+}
+
+TEST(FileSystemObject, WritesThroughLinks) {
+    ScratchFolder scratch, other;
+    const std::wstring song = scratch.file(L"zoznam.m3u", "old");
+    const std::wstring link = other / L"odkaz.m3u";
+    if (!makeLink(link, song, false)) GTEST_SKIP() << "no links to files here";
+    EXPECT_TRUE(fso::sameFile(link, song));
+    fso::writeWhole(link, "new");
+    EXPECT_EQ(fso::readAll(song), "new");
+    EXPECT_TRUE(fso::sameFile(link, song));
+    fso::copyFile(other.file(L"iny.m3u", "copy"), link);
+    EXPECT_EQ(fso::readAll(song), "copy");
+    EXPECT_EQ(errorOf([&] { fso::copyFile(song, link); }), kPermissionDenied);
+    EXPECT_EQ(fso::details(link).size, 4u);
+    EXPECT_EQ(scratch.names().size() + other.names().size(), 3u);
+}
+
+TEST(FileSystemObject, RefusesWhatTheRightsForbid) {
+    ScratchFolder scratch;
+    const std::wstring folder = scratch.folder(L"closed");
+    scratch.file(L"closed\\a.mp3");
+    const std::string path = machinePath(folder);
+    if (path.empty()) GTEST_SKIP() << "rights are set on the machine below Wine";
+    const auto listing = [&] { return errorOf([&] { fso::listFolder(folder); }); };
+    if (!onMachine("chmod 0 '" + path + "'", [&] { return listing() != 0; }))
+        GTEST_SKIP() << "this account may do everything";
+    EXPECT_EQ(listing(), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::writeWhole(folder + L"\\b.mp3", "x"); }), kPermissionDenied);
+    EXPECT_EQ(errorOf([&] { fso::copyFile(scratch.file(L"b.mp3"), folder + L"\\"); }),
+              kPermissionDenied);
+    ExistingFiles files;  // nobody can say that it is missing
+    EXPECT_TRUE(files.contains(folder + L"\\a.mp3"));
+    EXPECT_TRUE(onMachine("chmod 755 '" + path + "'", [&] { return listing() == 0; }));
+}
+
+TEST(Drives, AreListedWithTheirTypes) {
+    EXPECT_TRUE(fso::IsDriveReady(L"c:"));
+    EXPECT_TRUE(fso::IsDriveReady(L"C:\\"));
+    EXPECT_FALSE(fso::IsDriveReady(L"q:"));
+    EXPECT_FALSE(fso::IsDriveReady(L""));
+    EXPECT_EQ(fso::driveType(L"c:"), DriveType::Fixed);
+    EXPECT_EQ(fso::driveType(L"q:"), DriveType::Unknown);
+    const auto drives = listDrives();
+    const auto system = std::find_if(drives.begin(), drives.end(),
+                                     [](const Drive& drive) { return drive.name == L"C:"; });
+    ASSERT_NE(system, drives.end());
+    EXPECT_EQ((Drive{L"E:", DriveType::Fixed, L"DATA"}).text(), L"E: [DATA]");
+    EXPECT_EQ((Drive{L"E:", DriveType::Fixed, L""}).text(), L"E:");
+}
+
+}  // namespace
+}  // namespace tunovka

@@ -1,0 +1,301 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <map>
+
+#include "core/ansi.h"
+#include "core/errors.h"
+#include "core/events_windows.h"
+#include "core/existing_files.h"
+#include "core/file_system.h"
+#include "core/handle.h"
+#include "core/process_windows.h"
+#include "core/register_windows.h"
+#include "core/rozneapi.h"
+#include "support/error_of.h"
+#include "support/machine.h"
+#include "support/scratch_folder.h"
+
+namespace tunovka {
+namespace {
+
+TEST(Ansi, GivesBackEveryByte) {
+    for (int byte = 1; byte < 256; ++byte) {
+        const std::string bytes(1, static_cast<char>(byte));
+        if (IsDBCSLeadByte(static_cast<BYTE>(byte))) continue;
+        EXPECT_EQ(toAnsi(fromAnsi(bytes)), bytes) << byte;
+    }
+    const std::string all = std::string("a\0b", 3) + "\x81\x9D\xFF\r\n";
+    if (GetACP() == 1250) {
+        EXPECT_EQ(toAnsi(fromAnsi(all)), all);
+    }
+    EXPECT_EQ(fromAnsi(""), L"");
+    EXPECT_EQ(toAnsi(L""), "");
+}
+
+TEST(Ansi, RefusesWhatTheCodePageCannotHold) {
+    if (GetACP() != 1250) GTEST_SKIP() << "the system's code page is another one";
+    EXPECT_EQ(toAnsi(L"ľščťžýáíé?"), "\xBE\x9A\xE8\x9D\x9E\xFD\xE1\xED\xE9?");
+    // A letter with a "best fit", two alphabets, a pair of surrogates and a half of one.
+    for (const wchar_t* text : {L"ñandú", L"π", L"песня", L"a😀b", L"\xD83D"})
+        EXPECT_EQ(errorOf([&] { toAnsi(text); }), kInvalidCall);
+    try {
+        toAnsi(L"歌.mp3");
+    } catch (const RuntimeError& error) {
+        EXPECT_NE(error.description.find(L"歌.mp3"), std::wstring::npos);
+    }
+}
+
+TEST(ExistingFiles, AnswersAsTheDiskDoes) {
+    ScratchFolder scratch;
+    scratch.file(L"Dlhý názov piesne.mp3");
+    scratch.file(L"песня.mp3");
+    scratch.folder(L"hudba");
+    scratch.file(L"hudba\\a.mp3");
+    scratch.folder(L"hudba\\b.mp3");
+    const std::wstring shortName = FileSystemObject::shortName(scratch / L"Dlhý názov piesne.mp3");
+
+    ExistingFiles files;
+    for (const std::wstring& name :
+         {std::wstring(L"Dlhý názov piesne.mp3"), std::wstring(L"DLHÝ NÁZOV PIESNE.MP3"), shortName,
+          std::wstring(L"hudba\\..\\ПЕСНЯ.mp3"), std::wstring(L"hudba//a.mp3"),
+          std::wstring(L"hudba\\\\A.mp3"), std::wstring(L"hudba\\a.mp3. ")})
+        EXPECT_TRUE(files.contains(scratch / name)) << std::string(name.begin(), name.end());
+    for (const wchar_t* name :
+         {L"", L"hudba", L"hudba\\b.mp3", L"hudba\\a.mp3\\", L"nie.mp3", L"*.mp3", L"hudba\\?.mp3",
+          L"nie je\\a.mp3", L"hudba\\a.mp3\\a.mp3", L"nul"})
+        EXPECT_FALSE(files.contains(scratch / name)) << std::string(name, name + wcslen(name));
+    EXPECT_FALSE(files.contains(L""));
+    EXPECT_FALSE(files.contains(L"Q:\\a.mp3"));
+    EXPECT_FALSE(files.contains(L"\\\\.\\nul"));
+}
+
+class Events : public testing::Test {
+  protected:
+    void TearDown() override {
+        setMessageFilter({});
+        setUnhandledHandler({});
+        while (PeekMessageW(&message_, nullptr, 0, 0, PM_REMOVE)) {
+        }
+    }
+    MSG message_{};
+};
+
+TEST_F(Events, LooksAtMessagesNotMoreOftenThanItShould) {
+    yieldNow();
+    const DWORD start = GetTickCount();
+    int looks = 0;
+    while (GetTickCount() - start < 200) looks += yieldToEvents();
+    EXPECT_GE(looks, 2);
+    EXPECT_LE(looks, 14);
+}
+
+TEST_F(Events, RunsPostedRoutinesLaterAndInOrder) {
+    std::string order;
+    postToLoop([&] {
+        order += 'a';
+        postToLoop([&] { order += 'c'; });
+    });
+    postToLoop([&] { order += 'b'; });
+    EXPECT_EQ(order, "");
+    yieldNow();
+    EXPECT_EQ(order, "abc");
+}
+
+TEST_F(Events, LetsNoErrorReachTheSystem) {
+    int number = 0;
+    setUnhandledHandler([&](std::exception_ptr failure) {
+        number = errorOf([&] { std::rethrow_exception(failure); });
+    });
+    bool later = false;
+    postToLoop([] { throw RuntimeError(kOverflow); });
+    postToLoop([&] { later = true; });
+    yieldNow();
+    EXPECT_EQ(number, kOverflow);
+    EXPECT_TRUE(later);
+}
+
+TEST_F(Events, LeavesTheEndOfTheProgramToTheMainLoop) {
+    PostQuitMessage(7);
+    yieldNow();
+    yieldNow();
+    ASSERT_TRUE(PeekMessageW(&message_, nullptr, 0, 0, PM_REMOVE));
+    EXPECT_EQ(message_.message, static_cast<UINT>(WM_QUIT));
+    EXPECT_EQ(message_.wParam, 7u);
+}
+
+TEST_F(Events, GoesOnWithTheWorkWhenMessagesNeverEnd) {
+    std::function<void()> again = [&] { postToLoop(again); };
+    again();
+    yieldNow();
+    again = [] {};
+    yieldNow();
+}
+
+TEST_F(Events, AsksTheFilterFirst) {
+    PostThreadMessageW(GetCurrentThreadId(), WM_APP + 5, 1, 2);
+    int asked = 0;
+    setMessageFilter([&](MSG& message) { return message.message == WM_APP + 5 && ++asked; });
+    yieldNow();
+    EXPECT_EQ(asked, 1);
+}
+
+class Tree : public RozneApi::FolderNodes {
+  public:
+    explicit Tree(std::wstring root) { nodes[root]; }
+    void add(const std::wstring& parent, const std::wstring& key,
+             const std::wstring& text) override {
+        if (hasNode(key) || !hasNode(parent)) throw RuntimeError(kKeyNotUnique);
+        nodes[key] = {parent, text};
+    }
+    bool hasNode(const std::wstring& key) const override { return nodes.contains(key); }
+    std::map<std::wstring, std::pair<std::wstring, std::wstring>> nodes;
+};
+
+TEST(RozneApi, AddsSubfoldersWithTheirPlaceholders) {
+    ScratchFolder scratch;
+    scratch.folder(L"prázdny");
+    scratch.folder(L"plný");
+    scratch.folder(L"plný\\skrytý");
+    SetFileAttributesW((scratch / L"plný\\skrytý").c_str(), FILE_ATTRIBUTE_HIDDEN);
+    scratch.file(L"súbor.mp3");
+    const std::wstring root = scratch.path();
+    const std::wstring full = root + L"plný\\";
+    RozneApi::setHasSubfolders(
+        [&](const std::wstring& folder) { return folder == root || folder == full; });
+    Tree tree(root);
+    RozneApi::AddSubfolderNodes(tree, root);
+    EXPECT_EQ(tree.nodes.size(), 4u);
+    EXPECT_EQ(tree.nodes[full], std::make_pair(root, std::wstring(L"plný")));
+    EXPECT_EQ(tree.nodes[full + L"_*.?"], std::make_pair(full, std::wstring(L"podzložky")));
+    EXPECT_TRUE(tree.hasNode(root + L"prázdny\\"));
+
+    Tree leaf(root + L"prázdny\\");
+    RozneApi::AddSubfolderNodes(leaf, root + L"prázdny\\");
+    EXPECT_EQ(leaf.nodes.size(), 1u);
+    RozneApi::setHasSubfolders({});
+    EXPECT_TRUE(RozneApi::HasSubfolders(full));
+    EXPECT_FALSE(RozneApi::HasSubfolders(root + L"nie je\\"));
+}
+
+TEST(RozneApi, CutsAtTheFirstNul) {
+    EXPECT_EQ(RozneApi::TrimAtNul(std::wstring(L"\0ab", 3)), L"");
+    EXPECT_EQ(RozneApi::TrimAtNul(std::wstring(L"a\0b", 3)), L"a");
+    EXPECT_EQ(RozneApi::TrimAtNul(L"ab"), L"ab");
+}
+
+TEST(RozneApi, CollectsLevelByLevel) {
+    ScratchFolder scratch;
+    scratch.folder(L"a");
+    scratch.folder(L"a\\b");
+    scratch.file(L"a\\b\\3.mp3");
+    scratch.file(L"a\\2.mp3");
+    scratch.file(L"песня 1.mp3");
+    std::wstring folder = scratch.path();
+    folder.pop_back();
+    std::vector<std::wstring> visited;
+    const auto files = RozneApi::CollectFiles(
+        folder, [&](const std::wstring& one, std::size_t) { visited.push_back(one); });
+    EXPECT_EQ(files, (std::vector<std::wstring>{scratch / L"песня 1.mp3", scratch / L"a\\2.mp3",
+                                                scratch / L"a\\b\\3.mp3"}));
+    EXPECT_EQ(visited,
+              (std::vector<std::wstring>{scratch.path(), scratch / L"a\\", scratch / L"a\\b\\"}));
+    EXPECT_TRUE(RozneApi::CollectFiles(scratch / L"nie je").empty());
+    EXPECT_TRUE(RozneApi::CollectFiles(L"").empty());
+
+    StopRequested = -1;  // of an earlier scan
+    EXPECT_EQ(RozneApi::CollectFiles(folder).size(), 3u);
+    EXPECT_EQ(StopRequested, 0);
+    EXPECT_EQ(
+        RozneApi::CollectFiles(folder, [](const std::wstring&, std::size_t) { StopRequested = -1; })
+            .size(),
+        1u);
+    StopRequested = 0;
+    EXPECT_EQ(RozneApi::CollectFiles(folder, {}, [] { return true; }).size(), 1u);
+}
+
+TEST(RozneApi, FollowsLinksEachTargetOnce) {
+    ScratchFolder scratch, outside;
+    outside.file(L"vonku.mp3");
+    scratch.folder(L"a");
+    scratch.file(L"a\\1.mp3");
+    if (!makeLink(scratch / L"a\\kruh", scratch.path(), true)) GTEST_SKIP() << "no links here";
+    ASSERT_TRUE(makeLink(scratch / L"von", outside.path(), true));
+    ASSERT_TRUE(makeLink(scratch / L"von znova", outside.path(), true));
+    ASSERT_TRUE(makeLink(scratch / L"a surodenec", scratch / L"a", true));
+    const auto files = RozneApi::CollectFiles(scratch.path());
+    const auto count = [&](const wchar_t* name) {
+        return std::count_if(files.begin(), files.end(), [&](const std::wstring& file) {
+            return file.substr(file.rfind(L'\\') + 1) == name;
+        });
+    };
+    EXPECT_EQ(files.size(), 2u);
+    EXPECT_EQ(count(L"1.mp3"), 1);
+    EXPECT_EQ(count(L"vonku.mp3"), 1);
+}
+
+TEST(RozneApi, FindsNoProgramForAnUnknownKind) {
+    ScratchFolder scratch;
+    EXPECT_EQ(RozneApi::FindAssociatedProgram(scratch.file(L"a.nikto")), L"");
+    EXPECT_EQ(RozneApi::FindAssociatedProgram(scratch / L"nie je.mp3"), L"");
+}
+
+// Puts a value of HKCU\Software\winamp or HKLM's WMPlayer there and takes the key away again.
+class RegisterTest : public testing::Test {
+  protected:
+    static constexpr wchar_t kWinampKey[] = L"Software\\winamp";
+    static constexpr wchar_t kPlayerKey[] = L"SOFTWARE\\Microsoft\\Multimedia\\WMPlayer";
+
+    static void put(HKEY root, const wchar_t* subkey, const wchar_t* name, DWORD type,
+                    const void* data, DWORD size) {
+        RegistryKey key;
+        ASSERT_EQ(RegCreateKeyExW(root, subkey, 0, nullptr, 0, KEY_WRITE, nullptr, key.receive(),
+                                  nullptr),
+                  ERROR_SUCCESS);
+        RegSetValueExW(key.get(), name, 0, type, static_cast<const BYTE*>(data), size);
+    }
+    static void put(HKEY root, const wchar_t* subkey, const wchar_t* name,
+                    const std::wstring& text) {
+        put(root, subkey, name, REG_SZ, text.c_str(),
+            static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+    }
+    void TearDown() override {
+        RegDeleteKeyW(HKEY_CURRENT_USER, kWinampKey);
+        RegDeleteKeyW(HKEY_LOCAL_MACHINE, kPlayerKey);
+    }
+};
+
+TEST_F(RegisterTest, ReadsTheValueOfEachPlayer) {
+    EXPECT_EQ(Register::PlayerPath(1), L"");
+    put(HKEY_CURRENT_USER, kWinampKey, nullptr, L"C:\\Program Files\\Winamp ľ歌");
+    put(HKEY_LOCAL_MACHINE, kPlayerKey, L"Player.Path", L"C:\\wmp.exe");
+    EXPECT_EQ(Register::PlayerPath(1), L"C:\\Program Files\\Winamp ľ歌");
+    EXPECT_EQ(Register::PlayerPath(2), L"C:\\wmp.exe");
+    EXPECT_EQ(Register::PlayerPath(3), L"");
+    EXPECT_EQ(Register::PlayerPath(4), L"");
+    EXPECT_EQ(Register::PlayerPath(0), L"");
+}
+
+TEST_F(RegisterTest, TakesEmptyAndForeignValuesForNone) {
+    put(HKEY_CURRENT_USER, kWinampKey, nullptr, L"");
+    EXPECT_EQ(Register::PlayerPath(1), L"");
+    const DWORD number = 0x41414141;
+    put(HKEY_CURRENT_USER, kWinampKey, nullptr, REG_DWORD, &number, sizeof number);
+    EXPECT_EQ(Register::PlayerPath(1), L"");
+    put(HKEY_CURRENT_USER, kWinampKey, nullptr, REG_BINARY, "A\0B\0C\0", 6);
+    EXPECT_EQ(Register::PlayerPath(1), L"");
+    put(HKEY_CURRENT_USER, kWinampKey, nullptr, REG_SZ, L"C:\\bez konca", 11 * sizeof(wchar_t));
+    EXPECT_EQ(Register::PlayerPath(1), L"C:\\bez konc");
+}
+
+TEST(Process, RefusesWhatCannotBeStarted) {
+    ScratchFolder scratch;
+    EXPECT_EQ(errorOf([&] { startProgram(scratch / L"nie je.exe", SW_HIDE); }), kFileNotFound);
+    EXPECT_EQ(errorOf([] { startProgram(L"Q:\\nie\\je.exe \"a b\"", SW_HIDE); }), kFileNotFound);
+    EXPECT_NE(errorOf([] { startProgram(L"", SW_HIDE); }), 0);
+    EXPECT_NE(errorOf([&] { startProgram(scratch.file(L"a.exe", "text"), SW_HIDE); }), 0);
+}
+
+}  // namespace
+}  // namespace tunovka
