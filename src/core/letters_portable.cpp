@@ -26,4 +26,12 @@ std::wstring upperCased(std::wstring_view text) {
     return result;
 }
 
+// The order of the letters' numbers is enough where no user looks at it.
+std::string sortKey(std::wstring_view text) {
+    std::string key;
+    for (const wchar_t letter : lowerCased(text))
+        for (const int shift : {24, 16, 8, 0}) key += static_cast<char>(letter >> shift & 0xFF);
+    return key;
+}
+
 }  // namespace tunovka

@@ -20,6 +20,10 @@ std::wstring formatGrouped(std::uint64_t number);
 std::wstring lowerCased(std::wstring_view text);
 std::wstring upperCased(std::wstring_view text);
 
+// Bytes whose order is the order of the user's language, letter case ignored: compare two of them
+// instead of two texts where many are sorted.
+std::string sortKey(std::wstring_view text);
+
 // Text up to (not including) the first NUL; the whole text if it has none.
 std::wstring trimAtNul(std::wstring_view text);
 

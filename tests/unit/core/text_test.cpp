@@ -138,6 +138,13 @@ TEST(Text, changesCaseBeyondAscii) {
     EXPECT_EQ(lowerCased(L""), L"");
 }
 
+TEST(Text, sortKeysIgnoreCase) {
+    EXPECT_EQ(sortKey(L"Abc"), sortKey(L"aBC"));
+    EXPECT_LT(sortKey(L"ABC"), sortKey(L"abd"));
+    EXPECT_LT(sortKey(L""), sortKey(L"a"));
+    EXPECT_LT(sortKey(std::wstring(500, L'a')), sortKey(std::wstring(500, L'b')));
+}
+
 TEST(Errors, carryTheirTextAndWhatTheyAreAbout) {
     const RuntimeError plain(kOverflow);
     EXPECT_EQ(plain.description, L"Overflow");
