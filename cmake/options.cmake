@@ -1,7 +1,9 @@
 # The options that every target shares, as one interface library.
 add_library(tunovka_options INTERFACE)
 target_include_directories(tunovka_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
-target_compile_options(tunovka_options INTERFACE -Wall -Wextra -Werror)
+target_compile_options(tunovka_options INTERFACE
+    -Wall -Wextra -Werror
+    -Wno-missing-field-initializers)  # named arguments leave out what has a default
 
 if(WIN32)
     set(CMAKE_CXX_FLAGS_MINSIZEREL "-Os -DNDEBUG")

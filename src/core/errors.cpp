@@ -8,6 +8,8 @@ std::wstring errorDescription(int number) {
             return L"Invalid procedure call or argument";
         case kOverflow:
             return L"Overflow";
+        case kOutOfMemory:
+            return L"Out of memory";
         case kSubscriptOutOfRange:
             return L"Subscript out of range";
         case kTypeMismatch:
@@ -20,6 +22,8 @@ std::wstring errorDescription(int number) {
             return L"File already exists";
         case kDiskFull:
             return L"Disk full";
+        case kDeviceUnavailable:
+            return L"Device unavailable";
         case kPermissionDenied:
             return L"Permission denied";
         case kPathFileAccess:

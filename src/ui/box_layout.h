@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/geometry.h"
+
+namespace tunovka {
+
+// The message box's arithmetic; sizes in pixels.
+
+// Captions between ";", blanks kept; an empty list is one empty caption.
+std::vector<std::wstring> boxCaptions(std::wstring_view buttons);
+
+// Height of the message: the lines that the text's width on one line would fill (rounded half to
+// even, plus one), or the height that it takes when wrapped, whichever is larger.
+int boxTextHeight(int widthOnOneLine, int labelWidth, int lineHeight, int wrappedHeight);
+
+// Places of the buttons in one row: each as wide as its caption plus `padding`, `gap` apart, the
+// row centred in `innerWidth`. A row that is wider than that starts at the left edge.
+std::vector<Rect> boxButtonRow(const std::vector<int>& captionWidths, int top, int height,
+                               int padding, int gap, int innerWidth);
+
+// The button that refuses, which gets the focus: the last one.
+inline int refusingButton(int count) {
+    return count;
+}
+
+}  // namespace tunovka

@@ -1,0 +1,38 @@
+#include "ui/chrome.h"
+
+#include "ui/form.h"
+#include "ui/painting.h"
+#include "ui/skin.h"
+
+namespace tunovka {
+
+int layoutTitle(Form& form, TitleStrip& strip, Image* close, Image* minimize) {
+    const int height = form.scaled(kTitleHeight);
+    const int width = form.clientSize().width;
+    strip.setBounds({0, 0, width, height});
+    int right = width;
+    for (Image* picture : {close, minimize}) {
+        if (!picture) continue;
+        const Size size = picture->naturalSize();
+        right -= size.width + form.scaled(3);
+        picture->setBounds({right, (height - size.height) / 2, size.width, size.height});
+    }
+    return height;
+}
+
+void paintRim(HDC dc, const RECT& area) {
+    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
+    RECT frame = area;
+    frameRect(dc, frame, mixed(colors.TitleColor, 0, 90));
+    InflateRect(&frame, -1, -1);
+    frameRect(dc, frame, mixed(colors.FormBackColor, 0xFFFFFF, 90));
+}
+
+void paintWell(HDC dc, const RECT& area) {
+    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
+    RECT frame = area;
+    InflateRect(&frame, 1, 1);
+    frameRect(dc, frame, mixed(colors.FormBackColor, 0, 100));
+}
+
+}  // namespace tunovka

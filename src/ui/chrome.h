@@ -1,0 +1,25 @@
+#pragma once
+
+#include <windows.h>
+
+#include "ui/image.h"
+#include "ui/picture_box.h"
+
+namespace tunovka {
+
+// What all skinned windows share; sizes in 96ths of an inch.
+inline constexpr int kTitleHeight = 26;
+inline constexpr int kRim = 2;  // the dark frame around a window
+
+// Places the title strip along the window's upper edge with the close picture, which lies on it, at
+// its right end and the minimise picture, when there is one, left of that. Returns the strip's
+// lower edge in pixels.
+int layoutTitle(Form& form, TitleStrip& strip, Image* close, Image* minimize);
+
+// The ground that every window shares below its title: a soft light from above and the rim.
+void paintRim(HDC dc, const RECT& area);
+
+// A sunken field on the ground, as lists and strips stand in.
+void paintWell(HDC dc, const RECT& area);
+
+}  // namespace tunovka

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "ui/window.h"
+
+namespace tunovka {
+
+// A drop-down list of the machine's drives, as "E:" or "E: [DATA]". Its drive is never empty once
+// it has been filled.
+class DriveList : public Window {
+  public:
+    DriveList(const std::wstring& name, const std::wstring& accessibleName, Window& parent);
+
+    // Asks the system for the drives; keeps the chosen one where it is still there.
+    void refresh();
+
+    const std::wstring& drive() const { return drive_; }
+    // Chooses a drive by its letter and colon, letter case aside; onChange runs when it is another
+    // than before. Raises kDeviceUnavailable for a drive that is not in the list.
+    void setDrive(const std::wstring& drive);
+
+    void applyFont();
+
+    std::function<void()> onChange;
+
+  protected:
+    std::optional<LRESULT> onCommand(WORD code) override;
+
+  private:
+    void choose(int position);
+    void fill();
+
+    std::vector<std::wstring> drives_;
+    std::wstring drive_;
+};
+
+}  // namespace tunovka

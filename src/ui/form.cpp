@@ -1,0 +1,215 @@
+#include "ui/form.h"
+
+#include <algorithm>
+
+#include "core/events.h"
+#include "core/text.h"
+#include "ui/dpi.h"
+#include "ui/modal.h"
+#include "ui/painting.h"
+#include "ui/picture_box.h"
+
+namespace tunovka {
+namespace {
+
+constexpr int kBorder = 5;  // how far inside the edge a resizable form is still grasped
+
+const UINT kBecameActive = WM_APP + 1;
+
+}  // namespace
+
+Form::Form(const FormArgs& args) : args_(args) {
+    form_ = this;
+    Args window;
+    window.name = args.name;
+    window.text = args.caption;
+    window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (args.resizable ? WS_MINIMIZEBOX : 0);
+    window.exStyle = WS_EX_CONTROLPARENT | (args.taskbar ? WS_EX_APPWINDOW : 0);
+    window.owner = args.owner;
+    create(window);
+    setClientSize({scaled(args.size.width), scaled(args.size.height)});
+    centre(args.owner);
+}
+
+Form::~Form() {
+    destroy();
+}
+
+bool Form::unload() {
+    if (closing_) return true;
+    const Depth alive(this);
+    if (!queryUnload()) return false;
+    close();
+    return true;
+}
+
+void Form::close() {
+    if (closing_) return;
+    closing_ = true;
+    onUnload();
+    modal_.reset();  // before hiding, so that the owner can become active again
+    ShowWindow(handle(), SW_HIDE);
+}
+
+void Form::leave() {
+    if (--depth_ == 0 && closing_ && owned_) Forms::destroyLater(this);
+}
+
+void Form::show() {
+    layout();
+    if (IsIconic(handle())) ShowWindow(handle(), SW_RESTORE);
+    ShowWindow(handle(), SW_SHOW);
+    SetForegroundWindow(handle());
+    UpdateWindow(handle());
+}
+
+void Form::minimize() {
+    ShowWindow(handle(), SW_MINIMIZE);
+}
+
+void Form::showModal() {
+    const Depth alive(this);
+    modal_ = std::make_unique<ModalState>(handle());
+    show();
+    runLoopWhile([this] { return !closing_; });
+    modal_.reset();
+}
+
+void Form::centre(HWND beside) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(beside, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    RECT area = monitor.rcWork;
+    if (beside && IsWindowVisible(beside) && !IsIconic(beside)) GetWindowRect(beside, &area);
+    const Rect own = bounds();
+    const auto placed = [](LONG low, LONG high, int size, LONG least, LONG most) {
+        const int middle = (low + high - size) / 2;
+        return std::max<int>(least, std::min<int>(middle, most - size));
+    };
+    const RECT& work = monitor.rcWork;
+    SetWindowPos(handle(), nullptr, placed(area.left, area.right, own.width, work.left, work.right),
+                 placed(area.top, area.bottom, own.height, work.top, work.bottom), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::setClientSize(Size size) {
+    SetWindowPos(handle(), nullptr, 0, 0, size.width, size.height,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::layout() {
+    if (!IsIconic(handle()) && !closing_) onLayout();
+}
+
+namespace {
+
+// Moves the drawing so that the place of `window` comes to lie under its `control`.
+void drawAs(HDC target, HWND control, HWND window) {
+    POINT origin{0, 0};
+    MapWindowPoints(control, window, &origin, 1);
+    OffsetViewportOrgEx(target, -origin.x, -origin.y, nullptr);
+}
+
+}  // namespace
+
+void Form::paintGround(HDC target, const Window& control) const {
+    {
+        const SavedDc saved(target);
+        drawAs(target, control.handle(), handle());
+        RECT area{};
+        GetClientRect(handle(), &area);
+        fillRect(target, area, MultiMedialny::palette().FormBackColor);
+        onPaintGround(target, area);
+    }
+    if (&control == this) return;
+    const auto* canvas = dynamic_cast<PictureBox*>(windowOf(GetParent(control.handle())));
+    if (!canvas || !canvas->onPaint) return;
+    const SavedDc saved(target);
+    drawAs(target, control.handle(), canvas->handle());
+    canvas->onPaint(target, canvas->clientSize());
+}
+
+std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
+    if (!args_.resizable || IsZoomed(handle())) return std::nullopt;
+    const Point p = fromScreen(screen);
+    const Size size = clientSize();
+    const int border = scaled(kBorder);
+    const int corner = 3 * border;
+    const bool atLeft = p.x < border, atRight = p.x >= size.width - border;
+    const bool atTop = p.y < border, atBottom = p.y >= size.height - border;
+    if (!atLeft && !atRight && !atTop && !atBottom) return std::nullopt;
+    const bool nearLeft = p.x < corner, nearRight = p.x >= size.width - corner;
+    const bool nearTop = p.y < corner, nearBottom = p.y >= size.height - corner;
+    if (nearTop && nearLeft) return HTTOPLEFT;
+    if (nearTop && nearRight) return HTTOPRIGHT;
+    if (nearBottom && nearLeft) return HTBOTTOMLEFT;
+    if (nearBottom && nearRight) return HTBOTTOMRIGHT;
+    if (atLeft) return HTLEFT;
+    if (atRight) return HTRIGHT;
+    return atTop ? HTTOP : HTBOTTOM;
+}
+
+void Form::limitSize(MINMAXINFO& limits) const {
+    if (!args_.resizable) return;
+    limits.ptMinTrackSize = {scaled(args_.minimum.width), scaled(args_.minimum.height)};
+}
+
+std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+        case WM_CLOSE:
+            unload();
+            return 0;
+        case WM_QUERYENDSESSION:
+            return unload() ? TRUE : FALSE;
+        case WM_COMMAND:
+            if (lparam == 0 && LOWORD(wparam) == IDOK) onAccept();
+            if (lparam == 0 && LOWORD(wparam) == IDCANCEL) onCancel();
+            return std::nullopt;
+        case WM_NCHITTEST:
+            return hitTestBorder(pointOf(lparam));
+        case WM_GETMINMAXINFO:
+            limitSize(*reinterpret_cast<MINMAXINFO*>(lparam));
+            return 0;
+        case WM_SIZE:
+            layout();
+            invalidate();
+            return 0;
+        case WM_DPICHANGED: {
+            const RECT& area = *reinterpret_cast<const RECT*>(lparam);
+            SetWindowPos(handle(), nullptr, area.left, area.top, area.right - area.left,
+                         area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE);
+            layout();
+            RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+            return 0;
+        }
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_PAINT: {
+            const PaintDc paint(handle());
+            paintGround(paint.dc(), *this);
+            return 0;
+        }
+        case WM_ACTIVATE:
+            if (LOWORD(wparam) == WA_INACTIVE) {
+                if (const HWND focus = GetFocus(); focus && IsChild(handle(), focus))
+                    lastFocus_ = focus;
+            } else {
+                PostMessageW(handle(), kBecameActive, 0, 0);
+            }
+            return std::nullopt;
+        case WM_SETFOCUS:
+            if (lastFocus_ && IsChild(handle(), lastFocus_) && IsWindowVisible(lastFocus_))
+                SetFocus(lastFocus_);
+            else
+                SetFocus(GetNextDlgTabItem(handle(), nullptr, FALSE));
+            return 0;
+        default:
+            if (message == kBecameActive) {
+                if (!closing_) onActivated();
+                return 0;
+            }
+            return std::nullopt;
+    }
+}
+
+}  // namespace tunovka

@@ -1,0 +1,167 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/window.h"
+
+namespace tunovka {
+
+// A top-level window without a system frame: it paints the skin's ground and rim itself, is dragged
+// by its title strip and, when resizable, by its border.
+//
+// Lifetime: a form counts how deep it is in its own handlers and loops. unload() asks
+// queryUnload(), hides the form and lets it be destroyed from the message loop once that count is
+// back at zero.
+class Form : public Window {
+  public:
+    struct FormArgs {
+        std::wstring name;     // frmPrieskumnik
+        std::wstring caption;  // the window's own text, seen by the task bar
+        Size size;             // client size in 96ths of an inch
+        Size minimum;          // least size in 96ths of an inch, of a resizable form
+        bool resizable = false;
+        bool taskbar = true;
+        HWND owner = nullptr;
+    };
+
+    ~Form() override;
+
+    // A text that other windows match, "" unless set.
+    std::wstring tag;
+
+    // Asks to close and closes; false when the form refused.
+    bool unload();
+    bool isClosing() const { return closing_; }
+
+    void show();
+    void minimize();
+    // Shows the form with every other window of the program switched off, until it is unloaded.
+    void showModal();
+
+    // Places the form on the screen that `beside` lies on (the primary one for nullptr), centred.
+    void centre(HWND beside);
+    // Gives the client area a size in pixels, keeping the place.
+    void setClientSize(Size size);
+
+    // True where the border of a resizable form is grasped; controls let the mouse through there.
+    bool isOnBorder(Point screen) const { return hitTestBorder(screen).has_value(); }
+
+    // Paints the form's ground behind a control; `target` is the control's own device context.
+    void paintGround(HDC target, const Window& control) const;
+
+    // True while a long command of the form runs: commands that would change what its loop walks
+    // over wait or are refused.
+    bool isBusy() const { return busy_ > 0; }
+
+    // Keeps the form alive (and marks nothing else).
+    class Depth {
+      public:
+        explicit Depth(Form* form) : form_(form) {
+            if (form_) ++form_->depth_;
+        }
+        ~Depth() {
+            if (form_) form_->leave();
+        }
+        Depth(const Depth&) = delete;
+        Depth& operator=(const Depth&) = delete;
+
+      private:
+        Form* form_;
+    };
+
+    // Marks a long command; keeps the form alive as well.
+    class Busy {
+      public:
+        explicit Busy(Form& form) : depth_(&form), form_(form) { ++form_.busy_; }
+        ~Busy() { --form_.busy_; }
+        Busy(const Busy&) = delete;
+        Busy& operator=(const Busy&) = delete;
+
+      private:
+        Depth depth_;
+        Form& form_;
+    };
+
+  protected:
+    explicit Form(const FormArgs& args);
+
+    // May refuse to close by returning false.
+    virtual bool queryUnload() { return true; }
+    // The form closes now: stop timers and loops; its controls still exist.
+    virtual void onUnload() {}
+    // Places the controls; called on every change of size or dpi.
+    virtual void onLayout() {}
+    // The window became the active one; called from the message loop, sometimes twice.
+    virtual void onActivated() {}
+    virtual void onPaintGround(HDC, const RECT&) const {}
+    // Enter and Escape, where the control with the focus does not want them itself.
+    virtual void onAccept() {}
+    virtual void onCancel() {}
+    // A key before anybody else sees it; true when the form has used it.
+    virtual bool onShortcut(WORD key) { return (void)key, false; }
+
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+    void layout();
+
+  private:
+    friend class Forms;
+    friend bool filterMessage(MSG& message);
+    std::optional<LRESULT> hitTestBorder(Point screen) const;
+    void limitSize(MINMAXINFO& limits) const;
+    void leave();
+    void close();
+
+    FormArgs args_;
+    int depth_ = 0;
+    int busy_ = 0;
+    bool closing_ = false;
+    bool owned_ = false;  // by Forms, which destroys it
+    HWND lastFocus_ = nullptr;
+    std::unique_ptr<class ModalState> modal_;
+};
+
+// The program's loaded windows, in the order in which they were loaded.
+class Forms {
+  public:
+    // Takes a new form into its care until it is unloaded.
+    template <typename T, typename... Arguments>
+    static T& load(Arguments&&... arguments) {
+        auto form = std::make_unique<T>(std::forward<Arguments>(arguments)...);
+        T& loaded = *form;
+        adopt(std::move(form));
+        return loaded;
+    }
+
+    static std::vector<Form*> loaded();  // without those that are closing
+    static Form* find(const std::wstring& name);
+
+    // Unloads every form whose tag matches the pattern, in order; false as soon as one refuses.
+    static bool unloadTagged(const std::wstring& pattern);
+
+    // Unloads all that is left.
+    static void unloadAll();
+
+    // Runs the program until its last form is destroyed.
+    static void run();
+
+  private:
+    friend class Form;
+    static void adopt(std::unique_ptr<Form> form);
+    static void destroyLater(Form* form);
+};
+
+namespace RozneApi {
+
+// True when a window of that name is loaded; letter case aside.
+bool IsFormLoaded(const std::wstring& name);
+
+// Switches a window's system title bar on or off without moving it.
+void ShowTitleBar(const Window& window, bool show);
+
+}  // namespace RozneApi
+
+}  // namespace tunovka

@@ -1,0 +1,191 @@
+#include "ui/frm_box.h"
+
+#include <algorithm>
+#include <deque>
+
+#include "core/errors.h"
+#include "core/events_windows.h"
+#include "core/text.h"
+#include "ui/boundary.h"
+#include "ui/box.h"
+#include "ui/box_layout.h"
+#include "ui/chrome.h"
+#include "ui/painting.h"
+
+namespace tunovka {
+
+std::wstring BoxTitle, BoxText, BoxButtons;
+std::int16_t BoxAnswer = 0;
+
+namespace {
+
+constexpr int kWidth = 400;
+constexpr int kMargin = 16;
+constexpr int kTextGap = 4;  // between text and buttons
+constexpr int kButtonPadding = 8;
+constexpr int kButtonGap = 6;
+constexpr int kButtonHeight = 26;
+constexpr int kBottom = 3;
+
+int openBoxes = 0;
+
+struct Notice {
+    std::wstring title, text, button;
+};
+
+std::deque<Notice>& waitingNotices() {
+    static std::deque<Notice> notices;
+    return notices;
+}
+
+void showWaitingNotice() {
+    if (openBoxes > 0 || waitingNotices().empty()) return;
+    const Notice notice = waitingNotices().front();
+    waitingNotices().pop_front();
+    ask(notice.title, notice.text, notice.button);
+}
+
+HWND activeForm() {
+    const HWND active = GetActiveWindow();
+    return active && windowOf(active) && IsWindowVisible(active) ? active : nullptr;
+}
+
+}  // namespace
+
+std::int16_t ask(const std::wstring& title, const std::wstring& text, const std::wstring& buttons) {
+    BoxTitle = title;
+    BoxText = text;
+    BoxButtons = buttons;
+    ++openBoxes;
+    std::int16_t answer = 0;
+    {
+        frmBox box(activeForm(), title, text, buttons);
+        box.showModal();
+        answer = box.answer();
+    }
+    --openBoxes;
+    BoxAnswer = answer;
+    if (openBoxes == 0 && !waitingNotices().empty()) postToLoop(showWaitingNotice);
+    return answer;
+}
+
+void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button) {
+    waitingNotices().push_back({title, text, button});
+    postToLoop(showWaitingNotice);
+}
+
+void installFailureNotice() {
+    const auto report = [](std::exception_ptr failure) {
+        std::wstring text;
+        try {
+            std::rethrow_exception(failure);
+        } catch (const RuntimeError& error) {
+            text = L"Chyba č. " + std::to_wstring(error.number) + L": " + error.description;
+        } catch (const std::bad_alloc&) {
+            text = L"Chyba č. 7: Out of memory";
+        } catch (...) {
+            text = L"Chyba č. 51: Internal error";
+        }
+        notifyLater(L"CHYBA", text, L"Rozumiem ...");
+    };
+    setUnhandledReporter(report);
+    setUnhandledHandler(report);
+}
+
+frmBox::ScrolledText::ScrolledText(Window& parent, const std::wstring& text)
+    : Window(Args{.name = L"txtotazka",
+                  .className = L"EDIT",
+                  .text = text,
+                  .style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY,
+                  .parent = &parent}) {}
+
+void frmBox::ScrolledText::applyFont() {
+    send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(dpi())));
+}
+
+frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
+               const std::wstring& buttons)
+    : Form(FormArgs{.name = L"frmBox",
+                    .caption = trimBlanks(title),
+                    .size = {kWidth, 120},
+                    .taskbar = owner == nullptr,
+                    .owner = owner}),
+      PicZahlavie(L"PicZahlavie", L" " + trimBlanks(title), *this),
+      IZavri({.name = L"IZavri",
+              .text = L"Zavrieť",
+              .parent = &PicZahlavie,
+              .normal = L"zavri1",
+              .pressed = L"zavri2",
+              .tabStop = false}),
+      lblotazka({.name = L"lblotazka", .caption = text, .parent = this, .wraps = true}),
+      lblpokus({.name = L"lblpokus", .caption = text, .parent = this, .visible = false}),
+      scrolled_(*this, text),
+      lblnadpis(boxCaptions(buttons)) {
+    RozneApi::ShowTitleBar(*this, false);
+    IZavri.onRelease = [this](MouseButton button) {
+        if (button == MouseButton::Left || button == MouseButton::None) unload();
+    };
+    PicZahlavie.onMouseDown = [this](MouseButton button, Point) {
+        if (button == MouseButton::Left) dragWindow(*this);
+    };
+    for (const std::wstring& caption : lblnadpis) addButton(caption);
+    layout();
+    centre(owner);
+    Itlačítko[refusingButton(static_cast<int>(Itlačítko.size())) - 1]->focus();
+}
+
+void frmBox::addButton(const std::wstring& caption) {
+    const auto number = static_cast<std::int16_t>(Itlačítko.size() + 1);
+    Itlačítko.push_back(
+        std::make_unique<Image>(Image::ImageArgs{.name = L"Itlačítko" + std::to_wstring(number),
+                                                 .text = caption,
+                                                 .parent = this,
+                                                 .normal = L"buton1",
+                                                 .pressed = L"buton2",
+                                                 .caption = caption}));
+    Itlačítko.back()->onRelease = [this, number](MouseButton button) {
+        if (button != MouseButton::Left) return;
+        answer_ = number;
+        unload();
+    };
+}
+
+int frmBox::textHeight(int width, int limit) {
+    const int line = Skin::fontHeight(dpi());
+    const int height =
+        boxTextHeight(lblpokus.measured().width, width, line, lblotazka.measured(width).height);
+    scrolled_.setVisible(height > limit);
+    lblotazka.setVisible(height <= limit);
+    return std::min(height, limit);
+}
+
+void frmBox::onLayout() {
+    const int title = layoutTitle(*this, PicZahlavie, &IZavri, nullptr);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(handle(), MONITOR_DEFAULTTONEAREST), &monitor);
+    const int most = (monitor.rcWork.bottom - monitor.rcWork.top) - title - scaled(100);
+
+    const int inner = scaled(kWidth);
+    const int width = inner - 2 * scaled(kMargin);
+    const int top = title + scaled(kMargin);
+    const int height = textHeight(width, most);
+    lblotazka.setBounds({scaled(kMargin), top, width, height});
+    scrolled_.applyFont();
+    scrolled_.setBounds({scaled(kMargin), top, width, height});
+
+    std::vector<int> captions;
+    for (const std::wstring& caption : lblnadpis)
+        captions.push_back(measureText(caption, Skin::font(dpi())).width);
+    const int buttonTop = top + height + scaled(kTextGap);
+    const std::vector<Rect> row = boxButtonRow(captions, buttonTop, scaled(kButtonHeight),
+                                               scaled(kButtonPadding), scaled(kButtonGap), inner);
+    for (std::size_t i = 0; i < row.size(); ++i) Itlačítko[i]->setBounds(row[i]);
+    setClientSize({inner, buttonTop + scaled(kButtonHeight) + scaled(kBottom) + scaled(kRim)});
+}
+
+void frmBox::onPaintGround(HDC dc, const RECT& area) const {
+    paintRim(dc, area);
+}
+
+}  // namespace tunovka

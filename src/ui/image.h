@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+
+#include "ui/window.h"
+
+namespace tunovka {
+
+// A picture button: two pictures of the skin, one of them shown while it is pressed. The release is
+// reported to the control that was pressed, wherever the pointer then is. Space and Enter press and
+// release it from the keyboard, as the left button.
+class Image : public Window {
+  public:
+    struct ImageArgs {
+        std::wstring name;
+        std::wstring text;  // the accessible name and tool tip
+        Window* parent;
+        std::wstring normal;  // picture keys
+        std::wstring pressed;
+        std::wstring caption;  // drawn over the picture, which then stretches
+        bool visible = true;
+        bool tabStop = true;
+    };
+
+    explicit Image(const ImageArgs& args);
+
+    std::function<void(MouseButton)> onPress;
+    std::function<void(MouseButton)> onRelease;
+
+    // Size that shows the pictures as they are drawn, in pixels.
+    Size naturalSize() const;
+    bool isPressed() const { return pressed_; }
+    const std::wstring& shownPicture() const { return pressed_ ? pressedKey_ : normalKey_; }
+
+  protected:
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+  private:
+    void press(MouseButton button);
+    void release(MouseButton button);
+    void showPressed(bool pressed);
+    void paint() const;
+
+    std::wstring normalKey_, pressedKey_, caption_;
+    MouseButton held_ = MouseButton::None;
+    bool pressed_ = false;
+};
+
+}  // namespace tunovka

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ui/skin.h"
+#include "ui/window.h"
+
+namespace tunovka {
+
+// A text on the form's ground; its window text is its caption.
+class Label : public Window {
+  public:
+    struct LabelArgs {
+        std::wstring name;
+        std::wstring caption;
+        Window* parent;
+        UINT format = DT_LEFT;  // DrawText's alignment and ellipsis
+        Skin::Font font = Skin::Font::Text;
+        bool visible = true;
+        bool wraps = false;  // lines break at words, from the top; else one centred line
+    };
+
+    explicit Label(const LabelArgs& args);
+
+    void setText(const std::wstring& text) override;
+    void setForeColor(Color color);
+
+    // Size of the caption in pixels: on one line, or wrapped at a width when that is positive.
+    Size measured(int width = 0) const;
+
+  protected:
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+  private:
+    void paint() const;
+
+    UINT format_;
+    Skin::Font font_;
+    bool wraps_;
+    Color color_;
+};
+
+}  // namespace tunovka

@@ -1,0 +1,61 @@
+#include "ui/modal.h"
+
+#include "ui/boundary.h"
+#include "ui/form.h"
+
+namespace tunovka {
+namespace {
+
+struct Search {
+    HWND except;
+    std::vector<HWND>& found;
+};
+
+BOOL CALLBACK collectEnabled(HWND window, LPARAM data) {
+    auto& search = *reinterpret_cast<Search*>(data);
+    if (window != search.except && IsWindowVisible(window) && IsWindowEnabled(window))
+        search.found.push_back(window);
+    return TRUE;
+}
+
+}  // namespace
+
+ModalState::ModalState(HWND except) {
+    Search search{except, disabled_};
+    EnumThreadWindows(GetCurrentThreadId(), collectEnabled, reinterpret_cast<LPARAM>(&search));
+    for (const HWND window : disabled_) EnableWindow(window, FALSE);
+}
+
+ModalState::~ModalState() {
+    for (const HWND window : disabled_) EnableWindow(window, TRUE);
+}
+
+bool filterMessage(MSG& message) {
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+    const HWND top = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+    auto* form = dynamic_cast<Form*>(windowOf(top));
+    if (!form) return false;
+    if (message.message == WM_KEYDOWN && form->isEnabled()) {
+        bool used = false;
+        const Form::Depth alive(form);
+        guarded([&] { used = form->onShortcut(static_cast<WORD>(message.wParam)); });
+        if (used) return true;
+    }
+    return IsDialogMessageW(top, &message);
+}
+
+void runLoopWhile(const std::function<bool()>& condition) {
+    MSG message{};
+    while (condition()) {
+        const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+        if (got <= 0) {
+            if (got == 0) PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (filterMessage(message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+}  // namespace tunovka

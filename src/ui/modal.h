@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <vector>
+
+namespace tunovka {
+
+// Switches every other window of the program off for as long as it lives.
+class ModalState {
+  public:
+    explicit ModalState(HWND except);
+    ~ModalState();
+    ModalState(const ModalState&) = delete;
+    ModalState& operator=(const ModalState&) = delete;
+
+  private:
+    std::vector<HWND> disabled_;
+};
+
+// Keyboard handling that comes before a message reaches its window: shortcuts of the form, Tab,
+// Enter and Escape. True when the message is used up.
+bool filterMessage(MSG& message);
+
+// Runs the message loop for as long as the condition holds. A request to quit is passed on to the
+// outer loop.
+void runLoopWhile(const std::function<bool()>& condition);
+
+}  // namespace tunovka

@@ -1,0 +1,91 @@
+#include "ui/painting.h"
+
+namespace tunovka {
+
+PaintDc::PaintDc(HWND window) : window_(window) {
+    const HDC screen = BeginPaint(window, &paint_);
+    RECT area{};
+    GetClientRect(window, &area);
+    memory_ = CreateCompatibleDC(screen);
+    bitmap_ = CreateCompatibleBitmap(screen, area.right, area.bottom);
+    if (!memory_ || !bitmap_) {
+        if (memory_) DeleteDC(memory_);
+        if (bitmap_) DeleteObject(bitmap_);
+        memory_ = nullptr;
+        bitmap_ = nullptr;
+        return;
+    }
+    before_ = SelectObject(memory_, bitmap_);
+}
+
+PaintDc::~PaintDc() {
+    if (memory_) {
+        const RECT& dirty = paint_.rcPaint;
+        BitBlt(paint_.hdc, dirty.left, dirty.top, dirty.right - dirty.left,
+               dirty.bottom - dirty.top, memory_, dirty.left, dirty.top, SRCCOPY);
+        SelectObject(memory_, before_);
+        DeleteObject(bitmap_);
+        DeleteDC(memory_);
+    }
+    EndPaint(window_, &paint_);
+}
+
+void fillRect(HDC dc, const RECT& area, Color color) {
+    SetDCBrushColor(dc, color);
+    FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+void frameRect(HDC dc, const RECT& area, Color color) {
+    SetDCBrushColor(dc, color);
+    FrameRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+Color mixed(Color first, Color second, int amount) {
+    Color result = 0;
+    for (int shift = 0; shift < 24; shift += 8) {
+        const int a = first >> shift & 0xFF, b = second >> shift & 0xFF;
+        result |= static_cast<Color>(a + (b - a) * amount / 255) << shift;
+    }
+    return result;
+}
+
+void fillGradient(HDC dc, const RECT& area, Color top, Color bottom) {
+    const int height = area.bottom - area.top;
+    for (int y = 0; y < height; ++y) {
+        const RECT line{area.left, area.top + y, area.right, area.top + y + 1};
+        fillRect(dc, line, mixed(top, bottom, height > 1 ? y * 255 / (height - 1) : 0));
+    }
+}
+
+RECT toRECT(const Rect& rect) {
+    return {rect.x, rect.y, rect.right(), rect.bottom()};
+}
+
+void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT font, Color color) {
+    const SavedDc saved(dc);
+    SelectObject(dc, font);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, color);
+    DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &area, format | DT_NOPREFIX);
+}
+
+Size measureText(const std::wstring& text, HFONT font, int width) {
+    const HDC screen = GetDC(nullptr);
+    const HGDIOBJ before = SelectObject(screen, font);
+    RECT area{0, 0, width, 0};
+    DrawTextW(
+        screen, text.c_str(), static_cast<int>(text.size()), &area,
+        DT_CALCRECT | DT_NOPREFIX | (width > 0 ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE));
+    SelectObject(screen, before);
+    ReleaseDC(nullptr, screen);
+    return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+}
+
+void drawFocus(HDC dc, const RECT& area) {
+    const SavedDc saved(dc);
+    SetTextColor(dc, 0x000000);
+    SetBkColor(dc, 0xFFFFFF);
+    DrawFocusRect(dc, &area);
+}
+
+}  // namespace tunovka

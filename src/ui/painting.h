@@ -1,0 +1,62 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "core/multimedialny.h"
+#include "ui/geometry.h"
+
+namespace tunovka {
+
+using MultiMedialny::Color;
+
+// Keeps a device context's state and puts it back.
+class SavedDc {
+  public:
+    explicit SavedDc(HDC dc) : dc_(dc), state_(SaveDC(dc)) {}
+    ~SavedDc() { RestoreDC(dc_, state_); }
+    SavedDc(const SavedDc&) = delete;
+    SavedDc& operator=(const SavedDc&) = delete;
+
+  private:
+    HDC dc_;
+    int state_;
+};
+
+// Answers WM_PAINT through a bitmap in memory, which reaches the screen in one step: no flicker.
+class PaintDc {
+  public:
+    explicit PaintDc(HWND window);
+    ~PaintDc();
+    PaintDc(const PaintDc&) = delete;
+    PaintDc& operator=(const PaintDc&) = delete;
+
+    HDC dc() const { return memory_ ? memory_ : paint_.hdc; }
+
+  private:
+    HWND window_;
+    PAINTSTRUCT paint_{};
+    HDC memory_ = nullptr;
+    HBITMAP bitmap_ = nullptr;
+    HGDIOBJ before_ = nullptr;
+};
+
+void fillRect(HDC dc, const RECT& area, Color color);
+void frameRect(HDC dc, const RECT& area, Color color);
+// From one colour on top to another at the bottom.
+void fillGradient(HDC dc, const RECT& area, Color top, Color bottom);
+// Between two colours: 0 gives the first, 255 the second.
+Color mixed(Color first, Color second, int amount);
+
+RECT toRECT(const Rect& rect);
+
+// Text within an area; `format` is DrawText's. The text is never read as a shortcut ("&").
+void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT font, Color color);
+// Size of a text on one line, or wrapped at `width` pixels when that is positive.
+Size measureText(const std::wstring& text, HFONT font, int width = 0);
+
+// A dotted frame that shows the focus, when the window's keyboard cues are not hidden.
+void drawFocus(HDC dc, const RECT& area);
+
+}  // namespace tunovka

@@ -1,0 +1,85 @@
+#include "ui/popup_menu.h"
+
+#include "core/errors.h"
+#include "ui/form.h"
+
+namespace tunovka {
+
+PopupMenu::PopupMenu(const std::vector<Item>& items) : menu_(CreatePopupMenu()) {
+    fill(menu_, items, nullptr);
+}
+
+PopupMenu::~PopupMenu() {
+    DestroyMenu(menu_);
+}
+
+void PopupMenu::fill(HMENU menu, const std::vector<Item>& items, const Entry* parent) {
+    int position = 0;
+    for (const Item& item : items) {
+        Entry& entry = entries_.emplace(item.name, Entry{menu, ++lastId_, position++, parent, {}})
+                           .first->second;
+        const UINT state = item.enabled ? MF_ENABLED : MF_GRAYED;
+        if (!item.items.empty()) {
+            const HMENU below = CreatePopupMenu();
+            fill(below, item.items, &entry);
+            AppendMenuW(menu, MF_POPUP | MF_STRING | state, reinterpret_cast<UINT_PTR>(below),
+                        item.caption.c_str());
+        } else if (item.caption.empty()) {
+            AppendMenuW(menu, MF_SEPARATOR, entry.id, nullptr);
+        } else {
+            AppendMenuW(menu, MF_STRING | state, entry.id, item.caption.c_str());
+        }
+    }
+}
+
+PopupMenu::Entry& PopupMenu::entry(const std::wstring& name) {
+    const auto found = entries_.find(name);
+    if (found == entries_.end()) throw RuntimeError(kElementNotFound, name);
+    return found->second;
+}
+
+const PopupMenu::Entry& PopupMenu::entry(const std::wstring& name) const {
+    return const_cast<PopupMenu*>(this)->entry(name);
+}
+
+std::function<void()>& PopupMenu::onClick(const std::wstring& name) {
+    return entry(name).onClick;
+}
+
+void PopupMenu::setEnabled(const std::wstring& name, bool enabled) {
+    const Entry& changed = entry(name);
+    EnableMenuItem(changed.menu, changed.position,
+                   MF_BYPOSITION | (enabled ? MF_ENABLED : MF_GRAYED));
+}
+
+bool PopupMenu::isOn(const Entry& entry) {
+    const UINT state = GetMenuState(entry.menu, entry.position, MF_BYPOSITION);
+    return !(state & (MF_GRAYED | MF_DISABLED));
+}
+
+bool PopupMenu::isEnabled(const std::wstring& name) const {
+    return isOn(entry(name));
+}
+
+void PopupMenu::choose(const std::wstring& name) {
+    const Entry& chosen = entry(name);
+    for (const Entry* one = &chosen; one; one = one->parent)
+        if (!isOn(*one)) return;
+    if (chosen.onClick) chosen.onClick();
+}
+
+void PopupMenu::show(Form& form, Point screen) {
+    const Form::Depth alive(&form);
+    SetForegroundWindow(form.handle());
+    const UINT chosen = TrackPopupMenu(menu_, TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON,
+                                       screen.x, screen.y, 0, form.handle(), nullptr);
+    PostMessageW(form.handle(), WM_NULL, 0, 0);  // lets the menu go away at the next click outside
+    for (const auto& [name, entry] : entries_) {
+        if (chosen && entry.id == chosen && !form.isClosing()) {
+            choose(name);
+            return;
+        }
+    }
+}
+
+}  // namespace tunovka

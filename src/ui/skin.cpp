@@ -1,0 +1,195 @@
+#include "ui/skin.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <tuple>
+#include <utility>
+
+#include "ui/dpi.h"
+#include "ui/painting.h"
+#include "ui/skin_pack.h"
+
+namespace tunovka {
+namespace Skin {
+namespace {
+
+// A picture ready for AlphaBlend, selected into a device context of its own.
+class Bitmap {
+  public:
+    explicit Bitmap(const Picture& picture) : size_{picture.width, picture.height} {
+        BITMAPINFO info{};
+        info.bmiHeader.biSize = sizeof info.bmiHeader;
+        info.bmiHeader.biWidth = picture.width;
+        info.bmiHeader.biHeight = -picture.height;  // rows from the top
+        info.bmiHeader.biPlanes = 1;
+        info.bmiHeader.biBitCount = 32;
+        void* bits = nullptr;
+        dc_ = CreateCompatibleDC(nullptr);
+        bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+        if (!bitmap_) return;
+        std::memcpy(bits, picture.pixels.data(), picture.pixels.size() * 4);
+        before_ = SelectObject(dc_, bitmap_);
+    }
+    ~Bitmap() {
+        if (before_) SelectObject(dc_, before_);
+        if (bitmap_) DeleteObject(bitmap_);
+        if (dc_) DeleteDC(dc_);
+    }
+    Bitmap(const Bitmap&) = delete;
+    Bitmap& operator=(const Bitmap&) = delete;
+
+    Size size() const { return size_; }
+    void draw(HDC target, Point place) const {
+        if (!before_) return;
+        const BLENDFUNCTION over{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+        AlphaBlend(target, place.x, place.y, size_.width, size_.height, dc_, 0, 0, size_.width,
+                   size_.height, over);
+    }
+
+  private:
+    Size size_;
+    HDC dc_ = nullptr;
+    HBITMAP bitmap_ = nullptr;
+    HGDIOBJ before_ = nullptr;
+};
+
+const PictureTable& pack() {
+    static const PictureTable table = [] {
+        const HRSRC found = FindResourceW(nullptr, L"SKIN", MAKEINTRESOURCEW(10));  // RT_RCDATA
+        const HGLOBAL loaded = found ? LoadResource(nullptr, found) : nullptr;
+        const auto* bytes = static_cast<const std::byte*>(loaded ? LockResource(loaded) : nullptr);
+        return bytes ? readSkinPack({bytes, SizeofResource(nullptr, found)}) : PictureTable{};
+    }();
+    return table;
+}
+
+const Picture* pictureAt(const std::wstring& key, int dpi) {
+    static std::map<std::pair<std::wstring, int>, Picture> scaled;
+    const auto known = scaled.find({key, dpi});
+    if (known != scaled.end()) return &known->second;
+    const auto drawn = pack().find(key);
+    if (drawn == pack().end()) return nullptr;
+    return &scaled.emplace(std::pair{key, dpi}, scaledPicture(drawn->second, dpi, kSkinDotsPerInch))
+                .first->second;
+}
+
+// Pictures at the sizes that windows use; a window that is being resized asks for many widths, so
+// the cache is emptied when it has grown beyond use.
+const Bitmap* bitmapAt(const std::wstring& key, int dpi, Size size) {
+    static std::map<std::tuple<std::wstring, int, int, int>, Bitmap> bitmaps;
+    const auto wanted = std::tuple{key, dpi, size.width, size.height};
+    const auto known = bitmaps.find(wanted);
+    if (known != bitmaps.end()) return &known->second;
+    const Picture* picture = pictureAt(key, dpi);
+    if (!picture) return nullptr;
+    if (bitmaps.size() > 160) bitmaps.clear();
+    const bool asItIs = size == Size{picture->width, picture->height};
+    return &bitmaps
+                .try_emplace(
+                    wanted, asItIs ? *picture : stretchedPicture(*picture, size.width, size.height))
+                .first->second;
+}
+
+HFONT createFont(int dpi, Font kind) {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics - sizeof metrics.iPaddedBorderWidth;  // also before Vista
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
+    LOGFONTW font = metrics.lfMessageFont;
+    // The system gives the height for its own dpi.
+    font.lfHeight = MulDiv(font.lfHeight, dpi, dpiOf(nullptr));
+    if (kind == Font::Bold) font.lfWeight = FW_BOLD;
+    return CreateFontIndirectW(&font);
+}
+
+}  // namespace
+
+Size pictureSize(const std::wstring& key, int dpi) {
+    const Picture* picture = pictureAt(key, dpi);
+    return picture ? Size{picture->width, picture->height} : Size{};
+}
+
+void draw(HDC dc, const std::wstring& key, Point place, int dpi) {
+    if (const Bitmap* bitmap = bitmapAt(key, dpi, pictureSize(key, dpi))) bitmap->draw(dc, place);
+}
+
+void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi) {
+    if (area.width < 1 || area.height < 1) return;
+    if (const Bitmap* bitmap = bitmapAt(key, dpi, {area.width, area.height}))
+        bitmap->draw(dc, {area.x, area.y});
+}
+
+HICON createIcon(const std::wstring& key, int side) {
+    const auto found = pack().find(key);
+    if (found == pack().end()) return nullptr;
+    Picture picture = scaledPicture(found->second, side, found->second.width);
+    for (std::uint32_t& pixel : picture.pixels) {  // an icon wants plain colours beside its alpha
+        const std::uint32_t alpha = pixel >> 24;
+        if (alpha == 0) continue;
+        std::uint32_t plain = alpha << 24;
+        for (int shift = 0; shift < 24; shift += 8)
+            plain |= std::min<std::uint32_t>(255, (pixel >> shift & 0xFF) * 255 / alpha) << shift;
+        pixel = plain;
+    }
+    const int width = picture.width, height = picture.height;
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    const HBITMAP color = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    if (!color) return nullptr;
+    std::memcpy(bits, picture.pixels.data(), picture.pixels.size() * 4);
+    const std::vector<std::uint8_t> opaque((width + 15) / 16 * 2 * height, 0);
+    const HBITMAP mask = CreateBitmap(width, height, 1, 1, opaque.data());
+    ICONINFO parts{TRUE, 0, 0, mask, color};
+    const HICON icon = CreateIconIndirect(&parts);
+    DeleteObject(mask);
+    DeleteObject(color);
+    return icon;
+}
+
+HFONT font(int dpi, Font kind) {
+    static std::map<std::pair<int, Font>, HFONT> fonts;
+    HFONT& font = fonts[{dpi, kind}];
+    if (!font) font = createFont(dpi, kind);
+    return font;
+}
+
+int fontHeight(int dpi, Font kind) {
+    return measureText(L"Ág", font(dpi, kind)).height;
+}
+
+}  // namespace Skin
+
+ImageList::ImageList(const std::vector<std::wstring>& keys, int side)
+    : handle_(
+          ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, static_cast<int>(keys.size()), 0)) {
+    for (const std::wstring& key : keys) {
+        const HICON icon = Skin::createIcon(key, side);
+        if (icon && ImageList_ReplaceIcon(handle_, -1, icon) >= 0) keys_.push_back(key);
+        if (icon) DestroyIcon(icon);
+    }
+}
+
+ImageList::~ImageList() {
+    if (handle_) ImageList_Destroy(handle_);
+}
+
+ImageList::ImageList(ImageList&& other) noexcept
+    : handle_(std::exchange(other.handle_, nullptr)), keys_(std::move(other.keys_)) {}
+
+ImageList& ImageList::operator=(ImageList&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    std::swap(keys_, other.keys_);
+    return *this;
+}
+
+int ImageList::index(const std::wstring& key) const {
+    const auto found = std::find(keys_.begin(), keys_.end(), key);
+    return found == keys_.end() ? -1 : static_cast<int>(found - keys_.begin());
+}
+
+}  // namespace tunovka

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "ui/geometry.h"
+
+namespace tunovka {
+
+// The skin's pictures by key and the program's fonts. Pictures are kept at 192 dots per inch and
+// scaled once for each dpi, the first time that they are asked for.
+namespace Skin {
+
+// Size of a picture in pixels at a dpi; nothing for an unknown key.
+Size pictureSize(const std::wstring& key, int dpi);
+
+// Draws a picture at its own size with its left top corner at a place.
+void draw(HDC dc, const std::wstring& key, Point place, int dpi);
+
+// Draws a picture stretched into an area; its borders keep their size.
+void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi);
+
+// The picture as an icon with soft edges, `side` pixels square; the caller destroys it.
+HICON createIcon(const std::wstring& key, int side);
+
+enum class Font { Text, Bold };
+
+// The system's message font at a dpi; it lives as long as the program.
+HFONT font(int dpi, Font font = Font::Text);
+int fontHeight(int dpi, Font font = Font::Text);
+
+}  // namespace Skin
+
+// A system image list with pictures by key, shared by trees and lists. It keeps its handle.
+class ImageList {
+  public:
+    // Square pictures of `side` pixels.
+    ImageList(const std::vector<std::wstring>& keys, int side);
+    ~ImageList();
+    ImageList(ImageList&& other) noexcept;
+    ImageList& operator=(ImageList&& other) noexcept;
+
+    HIMAGELIST handle() const { return handle_; }
+    // Position of a key's picture, -1 for an unknown or empty key.
+    int index(const std::wstring& key) const;
+
+  private:
+    HIMAGELIST handle_;
+    std::vector<std::wstring> keys_;
+};
+
+}  // namespace tunovka

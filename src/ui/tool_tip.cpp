@@ -1,0 +1,27 @@
+#include "ui/tool_tip.h"
+
+#include <commctrl.h>
+
+#include "ui/form.h"
+
+namespace tunovka {
+
+ToolTip::ToolTip(Form& form)
+    : Window(Args{.name = L"ToolTip",
+                  .className = TOOLTIPS_CLASSW,
+                  .style = WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                  .exStyle = WS_EX_TOPMOST,
+                  .owner = form.handle()}) {}
+
+void ToolTip::set(const Window& control, const std::wstring& text) {
+    TTTOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = GetParent(control.handle());
+    tool.uId = reinterpret_cast<UINT_PTR>(control.handle());
+    tool.lpszText = const_cast<wchar_t*>(text.c_str());
+    if (!send(TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool)))
+        send(TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+}  // namespace tunovka

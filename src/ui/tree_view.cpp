@@ -1,0 +1,335 @@
+#include "ui/tree_view.h"
+
+#include <cstring>
+
+#include "core/errors.h"
+
+namespace tunovka {
+namespace {
+
+constexpr std::size_t kLongestText = 1023;
+constexpr int kEdge = 16;  // how near to the edge a drag scrolls, in 96ths of an inch
+
+}  // namespace
+
+TreeView::TreeView(const TreeArgs& args)
+    : Window(Args{.name = args.name,
+                  .className = WC_TREEVIEWW,
+                  .text = args.text,
+                  .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | TVS_HASBUTTONS |
+                           TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
+                  .parent = args.parent}),
+      images_({}, 1),
+      mouse_(*this, {.press = [this](MouseButton button, Point point) { pressed(button, point); },
+                     .release =
+                         [this](MouseButton button, Point point) {
+                             if (onMouseUp) onMouseUp(button, point);
+                             if (button != MouseButton::Left || toggled_) return;
+                             if (onClick) onClick();
+                             const std::wstring key = nodeAt(point);
+                             if (!key.empty() && onNodeClick) onNodeClick(key);
+                         },
+                     .doubleClick =
+                         [this](Point point) {
+                             const std::wstring key = nodeAt(point);
+                             if (key.empty() || toggled_) return;
+                             send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(itemOf(key)));
+                             if (onDoubleClick) onDoubleClick();
+                         },
+                     .drag =
+                         [this](Point from) {
+                             const std::wstring key = nodeAt(from);
+                             if (!key.empty() && !toggled_ && onBeginDrag) onBeginDrag(key);
+                         }}) {
+    send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
+}
+
+TreeView::~TreeView() = default;
+
+void TreeView::setImages(ImageList images) {
+    images_ = std::move(images);
+    send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.handle()));
+}
+
+void TreeView::setDefaultImage(const std::wstring& imageKey) {
+    defaultImage_ = images_.index(imageKey);
+}
+
+void TreeView::add(const NodeArgs& args) {
+    if (args.key.empty()) throw RuntimeError(kInvalidCall);
+    if (contains(args.key)) throw RuntimeError(kKeyNotUnique, args.key);
+    auto node = std::make_unique<Node>(
+        Node{args.key, nullptr, args.foreground, args.background, args.bold});
+    // Nobody reads more of a node, and painting a text of megabytes stands still.
+    const std::wstring text = args.text.substr(0, kLongestText);
+    const int image = args.imageKey.empty() ? defaultImage_ : images_.index(args.imageKey);
+    TVINSERTSTRUCTW insert{};
+    insert.hParent = args.parentKey.empty() ? TVI_ROOT : itemOf(args.parentKey);
+    insert.hInsertAfter = TVI_LAST;
+    insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_STATE | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    insert.item.pszText = const_cast<wchar_t*>(text.c_str());
+    insert.item.lParam = reinterpret_cast<LPARAM>(node.get());
+    insert.item.iImage = insert.item.iSelectedImage = image < 0 ? I_IMAGENONE : image;
+    insert.item.stateMask = TVIS_BOLD;
+    insert.item.state = args.bold ? TVIS_BOLD : 0;
+    node->item =
+        reinterpret_cast<HTREEITEM>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+    if (!node->item) throw RuntimeError(kOutOfMemory);
+    const std::wstring_view key = node->key;
+    nodes_.emplace(key, std::move(node));
+}
+
+void TreeView::forget(HTREEITEM item) {
+    for (HTREEITEM child = related(item, TVGN_CHILD); child; child = related(child, TVGN_NEXT))
+        forget(child);
+    if (const Node* node = nodeOf(item)) nodes_.erase(nodes_.find(node->key));
+}
+
+void TreeView::remove(const std::wstring& key) {
+    HTREEITEM item = itemOf(key);
+    forget(item);
+    send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(item));
+}
+
+void TreeView::clear() {
+    const RedrawOff off(*this);
+    // The nodes outlive the items: deleting an item moves the selection, which asks for its node.
+    const auto doomed = std::move(nodes_);
+    nodes_.clear();
+    send(TVM_SELECTITEM, TVGN_CARET, 0);
+    send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+}
+
+void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
+                      const std::wstring& text) {
+    if (newKey.empty()) throw RuntimeError(kInvalidCall);
+    if (newKey != key && contains(newKey)) throw RuntimeError(kKeyNotUnique, newKey);
+    TVITEMW item{};
+    item.mask = TVIF_TEXT;
+    item.hItem = itemOf(key);
+    item.pszText = const_cast<wchar_t*>(text.c_str());
+    auto handle = nodes_.extract(key);
+    handle.mapped()->key = newKey;
+    handle.key() = handle.mapped()->key;
+    nodes_.insert(std::move(handle));
+    send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+const TreeView::Node& TreeView::at(const std::wstring& key) const {
+    const auto found = nodes_.find(key);
+    if (found == nodes_.end()) throw RuntimeError(kElementNotFound, key);
+    return *found->second;
+}
+
+TreeView::Node& TreeView::at(const std::wstring& key) {
+    return const_cast<Node&>(static_cast<const TreeView*>(this)->at(key));
+}
+
+HTREEITEM TreeView::itemOf(const std::wstring& key) const {
+    return at(key).item;
+}
+
+TreeView::Node* TreeView::nodeOf(HTREEITEM handle) const {
+    if (!handle) return nullptr;
+    TVITEMW item{};
+    item.mask = TVIF_PARAM;
+    item.hItem = handle;
+    if (!send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))) return nullptr;
+    return reinterpret_cast<Node*>(item.lParam);
+}
+
+std::wstring TreeView::keyOf(HTREEITEM item) const {
+    const Node* node = nodeOf(item);
+    return node ? node->key : std::wstring();
+}
+
+HTREEITEM TreeView::related(HTREEITEM item, UINT relation) const {
+    return reinterpret_cast<HTREEITEM>(
+        send(TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
+}
+
+std::wstring TreeView::text(const std::wstring& key) const {
+    std::wstring buffer(kLongestText + 1, L'\0');
+    TVITEMW item{};
+    item.mask = TVIF_TEXT;
+    item.hItem = itemOf(key);
+    item.pszText = buffer.data();
+    item.cchTextMax = static_cast<int>(buffer.size());
+    send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return item.pszText;
+}
+
+void TreeView::setForeground(const std::wstring& key, Color color) {
+    at(key).foreground = color;
+    if (!redrawOff_) invalidate();
+}
+
+std::wstring TreeView::selectedKey() const {
+    return keyOf(related(nullptr, TVGN_CARET));
+}
+std::wstring TreeView::firstRoot() const {
+    return keyOf(related(nullptr, TVGN_ROOT));
+}
+
+std::wstring TreeView::firstChild(const std::wstring& key) const {
+    return keyOf(related(itemOf(key), TVGN_CHILD));
+}
+
+std::wstring TreeView::nextSibling(const std::wstring& key) const {
+    return keyOf(related(itemOf(key), TVGN_NEXT));
+}
+
+std::wstring TreeView::parentOf(const std::wstring& key) const {
+    return keyOf(related(itemOf(key), TVGN_PARENT));
+}
+
+std::wstring TreeView::nodeAt(Point point) const {
+    TVHITTESTINFO test{};
+    test.pt = {point.x, point.y};
+    const auto item =
+        reinterpret_cast<HTREEITEM>(send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&test)));
+    const UINT over = TVHT_ONITEM | TVHT_ONITEMRIGHT | TVHT_ONITEMINDENT | TVHT_ONITEMBUTTON;
+    return test.flags & over ? keyOf(item) : std::wstring();
+}
+
+Rect TreeView::nodeArea(const std::wstring& key) const {
+    RECT area{};
+    const HTREEITEM item = itemOf(key);
+    std::memcpy(&area, &item, sizeof item);  // the message takes the item in the area's place
+    if (!send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area))) return {};
+    return {static_cast<int>(area.left), static_cast<int>(area.top),
+            static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+}
+
+void TreeView::select(const std::wstring& key) {
+    send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(itemOf(key)));
+}
+
+void TreeView::expand(const std::wstring& key) {
+    send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(itemOf(key)));
+}
+
+void TreeView::collapse(const std::wstring& key) {
+    send(TVM_EXPAND, TVE_COLLAPSE, reinterpret_cast<LPARAM>(itemOf(key)));
+}
+
+bool TreeView::isExpanded(const std::wstring& key) const {
+    return send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(itemOf(key)), TVIS_EXPANDED) &
+           TVIS_EXPANDED;
+}
+
+void TreeView::sortChildren(const std::wstring& key) {
+    send(TVM_SORTCHILDREN, 0, reinterpret_cast<LPARAM>(itemOf(key)));
+}
+
+void TreeView::ensureVisible(const std::wstring& key) {
+    send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(itemOf(key)));
+}
+
+void TreeView::setDropHighlight(const std::wstring& key) {
+    if (key == dropHighlight()) return;
+    send(TVM_SELECTITEM, TVGN_DROPHILITE,
+         reinterpret_cast<LPARAM>(key.empty() ? nullptr : itemOf(key)));
+}
+
+std::wstring TreeView::dropHighlight() const {
+    return keyOf(related(nullptr, TVGN_DROPHILITE));
+}
+
+void TreeView::scrollNearEdge(Point point) {
+    const int edge = scaled(kEdge);
+    if (point.y < edge) send(WM_VSCROLL, SB_LINEUP);
+    if (point.y >= clientSize().height - edge) send(WM_VSCROLL, SB_LINEDOWN);
+}
+
+TreeView::RedrawOff::RedrawOff(TreeView& tree) : tree_(tree) {
+    if (tree_.redrawOff_++ == 0) tree_.send(WM_SETREDRAW, FALSE);
+}
+
+TreeView::RedrawOff::~RedrawOff() {
+    if (--tree_.redrawOff_ > 0) return;
+    tree_.send(WM_SETREDRAW, TRUE);
+    RedrawWindow(tree_.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+}
+
+void TreeView::pressed(MouseButton button, Point point) {
+    TVHITTESTINFO test{};
+    test.pt = {point.x, point.y};
+    const auto item =
+        reinterpret_cast<HTREEITEM>(send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&test)));
+    toggled_ = item && button == MouseButton::Left && (test.flags & TVHT_ONITEMBUTTON);
+    if (toggled_) {
+        send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(item));
+        return;
+    }
+    const std::wstring key = nodeAt(point);
+    if (!key.empty()) select(key);
+    if (onMouseDown) onMouseDown(button, point);
+}
+
+std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (mouse_.take(message, wparam, lparam)) return 0;
+    switch (message) {
+        case WM_KEYDOWN: {
+            if (onKeyDown && onKeyDown(static_cast<WORD>(wparam))) return 0;
+            byKeyboard_ = true;
+            const LRESULT answer = defaultProcedure(message, wparam, lparam);
+            byKeyboard_ = false;
+            return answer;
+        }
+        case WM_CHAR: {  // typing finds a node
+            if (wparam == VK_RETURN) return 0;
+            byKeyboard_ = true;
+            const LRESULT answer = defaultProcedure(message, wparam, lparam);
+            byKeyboard_ = false;
+            return answer;
+        }
+        case WM_CONTEXTMENU:
+            if (lparam == -1) keyboardMenu();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+void TreeView::keyboardMenu() {
+    const std::wstring key = selectedKey();
+    if (key.empty() || !onContextMenu) return;
+    ensureVisible(key);
+    const Rect area = nodeArea(key);
+    onContextMenu(toScreen({area.x + area.width / 2, area.bottom()}));
+}
+
+std::optional<LRESULT> TreeView::onNotify(NMHDR& header) {
+    switch (header.code) {
+        case NM_CUSTOMDRAW:
+            return customDraw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
+        case TVN_ITEMEXPANDEDW: {
+            const auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
+            const std::wstring key = keyOf(change.itemNew.hItem);
+            if (change.action == TVE_EXPAND && !key.empty() && onExpand) onExpand(key);
+            return 0;
+        }
+        case TVN_SELCHANGEDW:
+            if (byKeyboard_ && onSelectionByKey) onSelectionByKey();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+LRESULT TreeView::customDraw(NMTVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    const auto* node = reinterpret_cast<const Node*>(draw.nmcd.lItemlParam);
+    const bool marked =
+        draw.nmcd.uItemState & CDIS_SELECTED ||
+        related(nullptr, TVGN_DROPHILITE) == reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec);
+    if (node && !marked) {
+        draw.clrText = node->foreground;
+        draw.clrTextBk = node->background;
+    }
+    return CDRF_NEWFONT;
+}
+
+}  // namespace tunovka

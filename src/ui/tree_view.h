@@ -1,0 +1,134 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "ui/item_mouse.h"
+#include "ui/skin.h"
+#include "ui/window.h"
+
+namespace tunovka {
+
+// The system's tree with nodes that are known by unique, non-empty keys (compared exactly). An
+// unknown key raises kElementNotFound, a key that is there already kKeyNotUnique; "" as a parent is
+// the root. Anything that lets events run may remove nodes: look up by key again afterwards.
+class TreeView : public Window {
+  public:
+    struct TreeArgs {
+        std::wstring name;
+        std::wstring text;  // the accessible name
+        Window* parent;
+    };
+    struct NodeArgs {
+        std::wstring parentKey;
+        std::wstring key;
+        std::wstring text;
+        std::wstring imageKey;  // "" for no picture
+        Color foreground = 0;
+        Color background = 0xFFFFFF;
+        bool bold = false;
+    };
+
+    explicit TreeView(const TreeArgs& args);
+    ~TreeView() override;
+
+    // Shares a list of pictures; `selectedImageKey` replaces a node's picture while it is selected
+    // when the node has none of its own.
+    void setImages(ImageList images);
+    void setDefaultImage(const std::wstring& imageKey);
+
+    void add(const NodeArgs& node);
+    void remove(const std::wstring& key);
+    void clear();
+    // Gives a node another key and text in place.
+    void rename(const std::wstring& key, const std::wstring& newKey, const std::wstring& text);
+
+    bool contains(const std::wstring& key) const { return nodes_.count(key) > 0; }
+    std::size_t count() const { return nodes_.size(); }
+    std::wstring text(const std::wstring& key) const;
+    Color foreground(const std::wstring& key) const { return at(key).foreground; }
+    void setForeground(const std::wstring& key, Color color);
+    bool isBold(const std::wstring& key) const { return at(key).bold; }
+
+    // "" where there is none.
+    std::wstring selectedKey() const;
+    std::wstring firstRoot() const;
+    std::wstring firstChild(const std::wstring& key) const;
+    std::wstring nextSibling(const std::wstring& key) const;
+    std::wstring parentOf(const std::wstring& key) const;
+    std::wstring nodeAt(Point point) const;
+    // Area of a node's text in pixels; empty when it is not in view.
+    Rect nodeArea(const std::wstring& key) const;
+
+    void select(const std::wstring& key);
+    void expand(const std::wstring& key);
+    void collapse(const std::wstring& key);
+    bool isExpanded(const std::wstring& key) const;
+    void sortChildren(const std::wstring& key);
+    void ensureVisible(const std::wstring& key);
+
+    // Marks the node under a drag; "" marks none.
+    void setDropHighlight(const std::wstring& key);
+    std::wstring dropHighlight() const;
+    // Scrolls by a line when a drag's pointer is near the upper or lower edge.
+    void scrollNearEdge(Point point);
+
+    // Keeps the tree from painting while it is filled.
+    class RedrawOff {
+      public:
+        explicit RedrawOff(TreeView& tree);
+        ~RedrawOff();
+        RedrawOff(const RedrawOff&) = delete;
+        RedrawOff& operator=(const RedrawOff&) = delete;
+
+      private:
+        TreeView& tree_;
+    };
+
+    std::function<void(MouseButton, Point)> onMouseDown;  // the node under it is selected already
+    std::function<void(MouseButton, Point)> onMouseUp;
+    std::function<void()> onClick;                             // anywhere in the tree
+    std::function<void(const std::wstring& key)> onNodeClick;  // after onClick
+    std::function<void()> onDoubleClick;
+    std::function<void(const std::wstring& key)> onExpand;  // by a person or expand()
+    std::function<void()> onSelectionByKey;                 // the selection moved by the keyboard
+    std::function<void(const std::wstring& key)> onBeginDrag;
+    std::function<bool(WORD key)> onKeyDown;          // true when used up
+    std::function<void(Point screen)> onContextMenu;  // asked by the keyboard
+
+  protected:
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+    std::optional<LRESULT> onNotify(NMHDR& header) override;
+
+  private:
+    struct Node {
+        std::wstring key;
+        HTREEITEM item;
+        Color foreground, background;
+        bool bold;
+    };
+    const Node& at(const std::wstring& key) const;
+    Node& at(const std::wstring& key);
+    HTREEITEM itemOf(const std::wstring& key) const;
+    std::wstring keyOf(HTREEITEM item) const;
+    Node* nodeOf(HTREEITEM item) const;
+    HTREEITEM related(HTREEITEM item, UINT relation) const;
+    void forget(HTREEITEM item);
+    void pressed(MouseButton button, Point point);
+    LRESULT customDraw(NMTVCUSTOMDRAW& draw) const;
+    void keyboardMenu();
+
+    std::unordered_map<std::wstring_view, std::unique_ptr<Node>> nodes_;
+    ImageList images_;
+    int defaultImage_ = -1;
+    ItemMouse mouse_;
+    int redrawOff_ = 0;
+    bool byKeyboard_ = false;
+    bool toggled_ = false;  // the press opened or closed a node and is no click
+};
+
+}  // namespace tunovka

@@ -1,0 +1,262 @@
+#include "ui/window.h"
+
+#include <commctrl.h>
+
+#include <unordered_map>
+#include <utility>
+
+#include "core/errors.h"
+#include "ui/boundary.h"
+#include "ui/dpi.h"
+#include "ui/form.h"
+
+namespace tunovka {
+namespace {
+
+constexpr wchar_t kClassName[] = L"Tunovka.Window";
+constexpr wchar_t kNameProperty[] = L"Tunovka.name";
+
+// Which object owns which system window; a property of the window would cost a system call.
+std::unordered_map<HWND, Window*>& owners() {
+    static std::unordered_map<HWND, Window*> map;
+    return map;
+}
+
+void registerOwnClass(WNDPROC procedure) {
+    static bool registered = false;
+    if (registered) return;
+    WNDCLASSEXW type{};
+    type.cbSize = sizeof type;
+    type.style = CS_DBLCLKS;
+    type.lpfnWndProc = procedure;
+    type.hInstance = GetModuleHandleW(nullptr);
+    type.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    type.hIcon = LoadIconW(type.hInstance, MAKEINTRESOURCEW(1));
+    type.lpszClassName = kClassName;
+    RegisterClassExW(&type);
+    registered = true;
+}
+
+}  // namespace
+
+Window* windowOf(HWND handle) {
+    const auto found = owners().find(handle);
+    return found == owners().end() ? nullptr : found->second;
+}
+
+Point pointOf(LPARAM lparam) {
+    return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
+}
+
+MouseButton buttonOf(UINT message) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONUP:
+        case WM_LBUTTONDBLCLK:
+            return MouseButton::Left;
+        case WM_RBUTTONDOWN:
+        case WM_RBUTTONUP:
+        case WM_RBUTTONDBLCLK:
+            return MouseButton::Right;
+        case WM_MBUTTONDOWN:
+        case WM_MBUTTONUP:
+        case WM_MBUTTONDBLCLK:
+            return MouseButton::Middle;
+        default:
+            return MouseButton::None;
+    }
+}
+
+Window::Window(const Args& args) {
+    create(args);
+}
+
+Window::Window(Window&& other) noexcept
+    : handle_(std::exchange(other.handle_, nullptr)),
+      form_(other.form_),
+      subclassed_(other.subclassed_),
+      name_(std::move(other.name_)) {
+    bind();
+}
+
+Window& Window::operator=(Window&& other) noexcept {
+    if (this != &other) {
+        destroy();
+        handle_ = std::exchange(other.handle_, nullptr);
+        form_ = other.form_;
+        subclassed_ = other.subclassed_;
+        name_ = std::move(other.name_);
+        bind();
+    }
+    return *this;
+}
+
+Window::~Window() {
+    destroy();
+}
+
+void Window::create(const Args& args) {
+    name_ = args.name;
+    if (args.parent) form_ = args.parent->form_;
+    subclassed_ = args.className != nullptr;
+    registerOwnClass(ownProcedure);
+    handle_ =
+        CreateWindowExW(args.exStyle, subclassed_ ? args.className : kClassName, args.text.c_str(),
+                        args.style, args.bounds.x, args.bounds.y, args.bounds.width,
+                        args.bounds.height, args.parent ? args.parent->handle() : args.owner,
+                        nullptr, GetModuleHandleW(nullptr), nullptr);
+    if (!handle_) throw RuntimeError(kOutOfMemory);
+    SetPropW(handle_, kNameProperty,
+             reinterpret_cast<HANDLE>(UINT_PTR{GlobalAddAtomW(name_.c_str())}));
+    bind();
+    if (subclassed_) SetWindowSubclass(handle_, subclassProcedure, 0, 0);
+}
+
+void Window::destroy() {
+    const HWND handle = std::exchange(handle_, nullptr);
+    if (!handle) return;
+    owners().erase(handle);
+    if (const auto atom = RemovePropW(handle, kNameProperty))
+        GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(atom)));
+    if (subclassed_) RemoveWindowSubclass(handle, subclassProcedure, 0);
+    DestroyWindow(handle);
+}
+
+void Window::bind() {
+    if (handle_) owners()[handle_] = this;
+}
+
+LRESULT CALLBACK Window::ownProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
+    Window* window = windowOf(handle);
+    return window ? window->route(message, wparam, lparam)
+                  : DefWindowProcW(handle, message, wparam, lparam);
+}
+
+LRESULT CALLBACK Window::subclassProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
+                                           UINT_PTR, DWORD_PTR) {
+    Window* window = windowOf(handle);
+    return window ? window->route(message, wparam, lparam)
+                  : DefSubclassProc(handle, message, wparam, lparam);
+}
+
+LRESULT Window::route(UINT message, WPARAM wparam, LPARAM lparam) {
+    // The form, and with it this window, stays alive until the message is answered.
+    const Form::Depth depth(form_);
+    LRESULT result = 0;
+    bool answered = false;
+    guarded([&] { answered = answer(result, message, wparam, lparam); });
+    return answered ? result : defaultProcedure(message, wparam, lparam);
+}
+
+bool Window::answer(LRESULT& result, UINT message, WPARAM wparam, LPARAM lparam) {
+    std::optional<LRESULT> answer = reflect(message, wparam, lparam);
+    if (!answer) answer = onMessage(message, wparam, lparam);
+    if (answer) result = *answer;
+    return answer.has_value();
+}
+
+std::optional<LRESULT> Window::reflect(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_NOTIFY) {
+        auto& header = *reinterpret_cast<NMHDR*>(lparam);
+        Window* child = windowOf(header.hwndFrom);
+        if (child && child != this) return child->onNotify(header);
+    } else if (message == WM_COMMAND && lparam) {
+        Window* child = windowOf(reinterpret_cast<HWND>(lparam));
+        if (child && child != this) return child->onCommand(HIWORD(wparam));
+    }
+    return std::nullopt;
+}
+
+LRESULT Window::defaultProcedure(UINT message, WPARAM wparam, LPARAM lparam) {
+    return subclassed_ ? DefSubclassProc(handle_, message, wparam, lparam)
+                       : DefWindowProcW(handle_, message, wparam, lparam);
+}
+
+std::optional<LRESULT> Window::onMessage(UINT, WPARAM, LPARAM) {
+    return std::nullopt;
+}
+std::optional<LRESULT> Window::onNotify(NMHDR&) {
+    return std::nullopt;
+}
+std::optional<LRESULT> Window::onCommand(WORD) {
+    return std::nullopt;
+}
+
+Form& Window::form() const {
+    if (!form_) throw RuntimeError(kInvalidCall, name_);
+    return *form_;
+}
+
+Rect Window::bounds() const {
+    RECT area{};
+    GetWindowRect(handle_, &area);
+    if (GetWindowLongW(handle_, GWL_STYLE) & WS_CHILD)
+        MapWindowPoints(nullptr, GetParent(handle_), reinterpret_cast<POINT*>(&area), 2);
+    return {static_cast<int>(area.left), static_cast<int>(area.top),
+            static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+}
+
+Size Window::clientSize() const {
+    RECT area{};
+    GetClientRect(handle_, &area);
+    return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+}
+
+void Window::setBounds(const Rect& bounds) {
+    if (bounds == this->bounds()) return;
+    SetWindowPos(handle_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Window::setVisible(bool visible) {
+    ShowWindow(handle_, visible ? SW_SHOWNA : SW_HIDE);
+}
+bool Window::isVisible() const {
+    return GetWindowLongW(handle_, GWL_STYLE) & WS_VISIBLE;
+}
+void Window::setEnabled(bool enabled) {
+    EnableWindow(handle_, enabled);
+}
+bool Window::isEnabled() const {
+    return IsWindowEnabled(handle_);
+}
+void Window::focus() {
+    SetFocus(handle_);
+}
+void Window::invalidate() {
+    InvalidateRect(handle_, nullptr, FALSE);
+}
+
+std::wstring Window::text() const {
+    std::wstring text(GetWindowTextLengthW(handle_), L'\0');
+    if (!text.empty()) {
+        const int length = GetWindowTextW(handle_, text.data(), static_cast<int>(text.size()) + 1);
+        text.resize(length);
+    }
+    return text;
+}
+
+void Window::setText(const std::wstring& text) {
+    SetWindowTextW(handle_, text.c_str());
+}
+
+int Window::dpi() const {
+    return dpiOf(handle_);
+}
+int Window::scaled(int units) const {
+    return scaledTo(dpi(), units);
+}
+
+Point Window::toScreen(Point point) const {
+    POINT place{point.x, point.y};
+    ClientToScreen(handle_, &place);
+    return {static_cast<int>(place.x), static_cast<int>(place.y)};
+}
+
+Point Window::fromScreen(Point point) const {
+    POINT place{point.x, point.y};
+    ScreenToClient(handle_, &place);
+    return {static_cast<int>(place.x), static_cast<int>(place.y)};
+}
+
+}  // namespace tunovka

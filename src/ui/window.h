@@ -1,0 +1,111 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+#include "core/multimedialny.h"
+#include "ui/geometry.h"
+
+namespace tunovka {
+
+using MultiMedialny::Color;
+
+class Form;
+
+enum class MouseButton { None, Left, Right, Middle };
+
+// The owner of one system window and the one place where its messages are routed: a window of the
+// program's own class, or a system control that is subclassed, sends every message to onMessage()
+// of its object, and a control's notifications come back to the control itself through onNotify()
+// and onCommand(). Nothing thrown there reaches the system.
+class Window {
+  public:
+    struct Args {
+        std::wstring name;  // the control's name in the code, kept as "Tunovka.name"
+        const wchar_t* className =
+            nullptr;        // a system control to subclass, else a window of our own
+        std::wstring text;  // the accessible name of a control without a text
+        DWORD style = WS_CHILD | WS_VISIBLE;
+        DWORD exStyle = 0;
+        Window* parent = nullptr;
+        HWND owner = nullptr;  // of a top-level window
+        Rect bounds;           // device pixels
+    };
+
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+    Window(Window&& other) noexcept;
+    Window& operator=(Window&& other) noexcept;
+    virtual ~Window();
+
+    HWND handle() const { return handle_; }
+    const std::wstring& name() const { return name_; }
+
+    // The form that the window lies on (itself for a form).
+    Form& form() const;
+
+    Rect bounds() const;  // within the parent's client area; of a form, on the screen
+    Size clientSize() const;
+    void setBounds(const Rect& bounds);
+    void setVisible(bool visible);
+    bool isVisible() const;  // its own flag, also while a parent is hidden
+    void setEnabled(bool enabled);
+    bool isEnabled() const;
+    bool hasFocus() const { return GetFocus() == handle_; }
+    void focus();
+    void invalidate();
+
+    std::wstring text() const;
+    virtual void setText(const std::wstring& text);
+
+    // The number in 96ths of an inch as pixels of this window's screen.
+    int scaled(int units) const;
+    int dpi() const;
+
+    Point toScreen(Point point) const;
+    Point fromScreen(Point point) const;
+
+  protected:
+    explicit Window(const Args& args);
+    Window() = default;
+    void create(const Args& args);
+    void destroy();
+
+    LRESULT send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
+        return SendMessageW(handle_, message, wparam, lparam);
+    }
+
+    // Answers a message; nullopt leaves it to the window's own default.
+    virtual std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam);
+    // What a control told its parent, brought back to the control.
+    virtual std::optional<LRESULT> onNotify(NMHDR& header);
+    virtual std::optional<LRESULT> onCommand(WORD code);
+
+    // What the window does with a message that is left to it.
+    LRESULT defaultProcedure(UINT message, WPARAM wparam, LPARAM lparam);
+
+  private:
+    friend class Form;
+    static LRESULT CALLBACK ownProcedure(HWND, UINT, WPARAM, LPARAM);
+    static LRESULT CALLBACK subclassProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    LRESULT route(UINT message, WPARAM wparam, LPARAM lparam);
+    bool answer(LRESULT& answer, UINT message, WPARAM wparam, LPARAM lparam);
+    std::optional<LRESULT> reflect(UINT message, WPARAM wparam, LPARAM lparam);
+    void bind();
+
+    HWND handle_ = nullptr;
+    Form* form_ = nullptr;
+    bool subclassed_ = false;
+    std::wstring name_;
+};
+
+// The Window object of a system window, nullptr when it is none of the program's.
+Window* windowOf(HWND handle);
+
+// Place and button of a mouse message.
+Point pointOf(LPARAM lparam);
+MouseButton buttonOf(UINT message);
+
+}  // namespace tunovka
