@@ -328,6 +328,9 @@ LRESULT TreeView::customDraw(NMTVCUSTOMDRAW& draw) const {
     if (node && !marked) {
         draw.clrText = node->foreground;
         draw.clrTextBk = node->background;
+    } else if (node && !hasFocus()) {  // still to be seen when the focus is elsewhere
+        draw.clrText = node->foreground;
+        draw.clrTextBk = MultiMedialny::palette().AuxColor1;
     }
     return CDRF_NEWFONT;
 }

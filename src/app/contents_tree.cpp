@@ -1,0 +1,104 @@
+#include "app/contents_tree.h"
+
+#include "core/ansi.h"
+#include "core/counter16.h"
+#include "core/errors.h"
+#include "core/existing_files.h"
+#include "core/file_system.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "playlist/entry_key.h"
+#include "playlist/line_grammar.h"
+#include "playlist/line_reader.h"
+#include "ui/box.h"
+#include "ui/form.h"
+
+namespace tunovka {
+
+using namespace MultiMedialny;
+
+std::wstring EntryDisplayName(const std::wstring& text) {
+    return afterLastBackslash(text);
+}
+
+ContentsTree::ContentsTree(Form& form, TextBox& txtPath)
+    : Tview({.name = L"Tview", .text = L"Obsah priečinka", .parent = &form}), txtPath_(txtPath) {}
+
+void ContentsTree::ListFolderContents(const std::wstring& path) {
+    try {
+        list(path);
+    } catch (const RuntimeError& error) {
+        const std::wstring text =
+            error.number == kPermissionDenied
+                ? L"Nie je možné zobraziť súbory, nie sú dostatočné práva k načítaniu súborov."
+                : L"Došlo k neočakávanej chybe !!!\r\nČíslo chyby: " +
+                      std::to_wstring(error.number) + L" , chybová správa: " + error.description +
+                      L" , zdroj chyby: " + error.source;
+        ask(L"CHYBA", text, L"No čo už ...");
+    }
+}
+
+void ContentsTree::list(const std::wstring& path) {
+    txtPath_.setText(path);
+    if (path.empty() || !FileSystemObject::FolderExists(path)) return;
+    const TreeView::RedrawOff off(Tview);
+    Tview.clear();
+    ExistingFiles existing;
+    const FileExistsTest exists = [&](const std::wstring& file) { return existing.contains(file); };
+    for (const FolderEntry& file : FileSystemObject::listFolder(path)) {
+        if (file.isFolder()) continue;
+        const std::wstring name = lowerCased(file.name);
+        if (Tview.contains(name)) continue;  // differs from another in letter case alone
+        if (isPlaylistName(name)) addPlaylist(path, file, exists);
+        if (IsPlayableMedia(name)) addMusic(name);
+    }
+    const std::wstring first = Tview.firstRoot();
+    if (!first.empty()) Tview.select(first);
+}
+
+void ContentsTree::addMusic(const std::wstring& name) {
+    Tview.add({.key = name,
+               .text = name,
+               .imageKey = IconKeyByExtension(mediaKind(name)),
+               .foreground = palette().NodeForeColor,
+               .background = palette().NodeBackColor});
+}
+
+void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& file,
+                               const FileExistsTest& exists) {
+    const std::wstring name = lowerCased(file.name);
+    Tview.add({.key = name,
+               .text = name,
+               .imageKey = IconKeyByExtension(mediaKind(name)),
+               .foreground = palette().PlaylistNodeColor,
+               .background = palette().NodeBackColor,
+               .bold = true});
+    const std::wstring content = fromAnsi(FileSystemObject::readAll(folder + file.name));
+    const std::wstring& shortName = file.shortName.empty() ? file.name : file.shortName;
+    Counter16 number;
+    WideLineReader lines(content);
+    for (std::wstring_view line; lines.next(line);) {
+        const std::optional<std::wstring> text = explorerEntryText(line);
+        if (!text) continue;
+        ++number;
+        const std::wstring key = playlistNodeKey(shortName, number, *text);
+        const bool missing = resolveNodeKey(key, folder, exists).empty();
+        Tview.add({.parentKey = name,
+                   .key = key,
+                   .text = EntryDisplayName(*text),
+                   .imageKey = IconKeyByExtension(mediaKind(*text)),
+                   .foreground = missing ? palette().MissingEntryColor : palette().NodeForeColor,
+                   .background = palette().NodeBackColor});
+    }
+}
+
+std::wstring ContentsTree::PathFromNodeKey(const std::wstring& key) const {
+    return resolveNodeKey(key, txtPath_.text(), FileSystemObject::FileExists);
+}
+
+std::wstring ContentsTree::selectedPath() const {
+    const std::wstring key = Tview.selectedKey();
+    return key.empty() ? std::wstring() : PathFromNodeKey(key);
+}
+
+}  // namespace tunovka

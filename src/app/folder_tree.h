@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "core/rozneapi.h"
+#include "ui/drive_list.h"
+#include "ui/label.h"
+#include "ui/text_box.h"
+#include "ui/tree_view.h"
+
+namespace tunovka {
+
+// The explorer's left side: the drive list `Drive1` and the folder tree `strom`, one drive at a
+// time, filled folder by folder as a person opens them. Keys are folder paths ending in "\".
+class FolderTree : private RozneApi::FolderNodes {
+  public:
+    // `listFolder` lists a folder into the contents tree; `txtPath` is the folder listed there.
+    FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
+               std::function<void(const std::wstring& folder)> listFolder);
+
+    // Rebuilds the tree for the drive that is chosen in `Drive1`, unless it is shown already. A
+    // drive that is not ready is reported and the list goes back to the drive that is shown.
+    void FillTreeForDrive();
+
+    // Lists the sub-folders of a folder under its node. Lets events run.
+    void ExpandFolder(const std::wstring& key);
+
+    // Chooses the first drive at start: "e:" where there is one.
+    void chooseStartDrive();
+
+    std::wstring selectedFolder() const { return strom.selectedKey(); }
+
+    DriveList Drive1;
+    TreeView strom;
+
+  private:
+    void add(const std::wstring& parentKey, const std::wstring& key,
+             const std::wstring& text) override;
+    bool hasNode(const std::wstring& key) const override { return strom.contains(key); }
+
+    void fill();
+    void report(const struct RuntimeError& error);
+    void returnToShownDrive();
+    void expanded(const std::wstring& key);
+    void clicked();
+    void nodeClicked(const std::wstring& key);
+
+    Form& form_;
+    Label& LblBar_;
+    const TextBox& txtPath_;
+    std::function<void(const std::wstring&)> listFolder_;
+    bool filling_ = false;
+    bool driveChanged_ = false;
+    int expanding_ = 0;
+};
+
+}  // namespace tunovka

@@ -1,0 +1,261 @@
+#include "app/frm_prieskumnik.h"
+
+#include <algorithm>
+
+#include "app/explorer_menus.h"
+#include "core/errors.h"
+#include "core/events.h"
+#include "core/file_system.h"
+#include "core/text.h"
+#include "ui/box.h"
+#include "ui/chrome.h"
+#include "ui/painting.h"
+
+namespace tunovka {
+namespace {
+
+// Sizes in 96ths of an inch.
+constexpr Size kSize{900, 620};
+constexpr Size kMinimum{620, 400};
+constexpr int kMargin = 8;
+constexpr int kSplitter = 8;
+constexpr int kStatusHeight = 20;
+constexpr int kLeastTree = 7;  // a tree never gets narrower: 100 twips
+
+constexpr wchar_t kRefresh[] = L"obnoviť";
+constexpr wchar_t kPlay[] = L"hraj:";
+constexpr wchar_t kEditors[] = L"vrtilkofrm*";
+
+}  // namespace
+
+frmPrieskumnik::frmPrieskumnik()
+    : Form(FormArgs{.name = L"frmPrieskumnik",
+                    .caption = L"Tunovka",
+                    .size = kSize,
+                    .minimum = kMinimum,
+                    .resizable = true}),
+      Zahlavie(L"Zahlavie", L" Tunovka", *this),
+      Ikoniec({.name = L"Ikoniec",
+               .text = L"Zavrieť",
+               .parent = &Zahlavie,
+               .normal = L"zavri1",
+               .pressed = L"zavri2",
+               .tabStop = false}),
+      Iminim({.name = L"Iminim",
+              .text = L"Minimalizovať",
+              .parent = &Zahlavie,
+              .normal = L"minimize1",
+              .pressed = L"minimize2",
+              .tabStop = false}),
+      LblBar({.name = L"LblBar", .caption = L"", .parent = this, .format = DT_PATH_ELLIPSIS}),
+      folders(*this, LblBar, txtPath, [this](const std::wstring& folder) { listFolder(folder); }),
+      contents(*this, txtPath),
+      splitter(*this),
+      player(*this, {.selectedPath = [this]() -> std::optional<std::wstring> {
+                         if (contents.Tview.selectedKey().empty()) return std::nullopt;
+                         return contents.selectedPath();
+                     },
+                     .playElsewhere = [this] { prehrat.choose(L"prehraťvprog"); }}),
+      prehrat(contentsMenu()),
+      menuprestrom(folderMenu()),
+      tri(titleMenu()),
+      tips_(*this) {
+    RozneApi::ShowTitleBar(*this, false);
+    txtodkaz.onChange = [this] { txtodkaz_Change(); };
+    splitter.onMoved = [this](int left) {
+        const int width = clientSize().width - 2 * scaled(kMargin) - scaled(kSplitter);
+        if (width > 0) leftShare_ = MulDiv(left - scaled(kMargin), 1000, width);
+        layout();
+    };
+    bindTitle();
+    bindFolders();
+    bindContents();
+    bindMenus();
+    tips_.set(Ikoniec, L"Zavrieť");
+    tips_.set(Iminim, L"Minimalizovať");
+    player.addTips(tips_);
+}
+
+void frmPrieskumnik::load() {
+    show();
+    contents.Tview.focus();
+    yieldNow();
+    if (isClosing()) return;
+    folders.chooseStartDrive();
+}
+
+void frmPrieskumnik::bindTitle() {
+    Ikoniec.onRelease = [this](MouseButton button) {
+        if (button == MouseButton::Left) unload();
+    };
+    Iminim.onRelease = [this](MouseButton button) {
+        if (button == MouseButton::Left) minimize();
+    };
+    Zahlavie.onRightUp = [this] {
+        POINT at{};
+        GetCursorPos(&at);
+        tri.show(*this, {static_cast<int>(at.x), static_cast<int>(at.y)});
+    };
+}
+
+void frmPrieskumnik::bindFolders() {
+    folders.strom.onMouseUp = [this](MouseButton button, Point at) {
+        if (button != MouseButton::Left && !folders.selectedFolder().empty())
+            showFolderMenu(folders.strom.toScreen(at));
+    };
+    folders.strom.onContextMenu = [this](Point screen) { showFolderMenu(screen); };
+}
+
+void frmPrieskumnik::bindContents() {
+    TreeView& Tview = contents.Tview;
+    Tview.onMouseUp = [this](MouseButton button, Point at) {
+        if (contents.Tview.selectedKey().empty()) return;
+        prepareContents();
+        if (button != MouseButton::Left) showContentsMenu(contents.Tview.toScreen(at));
+    };
+    Tview.onSelectionByKey = [this] { prepareContents(); };
+    Tview.onContextMenu = [this](Point screen) {
+        prepareContents();
+        showContentsMenu(screen);
+    };
+    Tview.onDoubleClick = [this] {
+        if (!contents.Tview.selectedKey().empty()) PlaySelected(L"tu");
+    };
+    Tview.onBeginDrag = [this](const std::wstring&) { Tview_BeginDrag(); };
+    Tview.onKeyDown = [this](WORD key) {
+        if (contents.Tview.selectedKey().empty()) return false;
+        if (key == VK_RETURN) PlaySelected(L"tu");
+        if (key == VK_DELETE) prehrat.choose(L"zmazat_subor");
+        return key == VK_RETURN || key == VK_DELETE;
+    };
+}
+
+void frmPrieskumnik::bindMenus() {
+    tri.onClick(L"miminalizovat") = [this] { minimize(); };
+    tri.onClick(L"zavri") = [this] { unload(); };
+    prehrat.onClick(L"prehraťtu") = [this] { PlaySelected(L"tu"); };
+}
+
+void frmPrieskumnik::listFolder(const std::wstring& folder) {
+    contents.ListFolderContents(folder);
+}
+
+void frmPrieskumnik::txtodkaz_Change() {
+    const std::wstring command = txtodkaz.text();
+    if (command.empty()) return;
+    txtodkaz.setText(L"");
+    if (command == kRefresh) {
+        listFolder(folders.selectedFolder());
+    } else if (like(command, std::wstring(kPlay) + L"*")) {
+        const std::wstring path = command.substr(std::size(kPlay) - 1);
+        if (FileSystemObject::FileExists(path)) player.play(path);
+    }
+}
+
+// What the menus offer for the selected node, and the status line; the same whether the mouse or
+// the keyboard asks.
+void frmPrieskumnik::prepareContents() {
+    const std::wstring key = contents.Tview.selectedKey();
+    if (key.empty()) return;
+    const std::wstring path = contents.PathFromNodeKey(key);
+    LblBar.setText(path.empty() ? L"Odkaz je na neexistujúci súbor" : path);
+    prehrat.setEnabled(L"ponuka_prehrať", !path.empty());
+    prehrat.setEnabled(L"editovat_playlist", MultiMedialny::isPlaylistName(path));
+    // A plain test of the key's first letters comes last: it takes a file such as plavba.mp3 for an
+    // entry as well.
+    prehrat.setEnabled(L"operacie_so_suborom", !like(key, L"pl*"));
+    prehrat.setEnabled(L"vlozit_subor", !txtsubor.text().empty());
+}
+
+void frmPrieskumnik::showContentsMenu(Point screen) {
+    prehrat.show(*this, screen);
+}
+
+void frmPrieskumnik::showFolderMenu(Point screen) {
+    menuprestrom.setEnabled(L"strom_vloz_subor", !txtsubor.text().empty());
+    menuprestrom.show(*this, screen);
+}
+
+void frmPrieskumnik::Tview_BeginDrag() {
+    const std::wstring key = contents.Tview.selectedKey();
+    const std::wstring path = contents.selectedPath();
+    if (!path.empty()) dragText(path, {.source = L"Tview", .key = key});
+}
+
+void frmPrieskumnik::PlaySelected(const std::wstring& program) {
+    const std::wstring path = contents.selectedPath();
+    if (path.empty()) {
+        ask(L"CHYBA", L"Súbor sa v zadanom umiestnení nenacházda !!!", L"No čo už ...");
+        return;
+    }
+    if (program == L"tu") player.play(path);
+}
+
+void frmPrieskumnik::openEditor(const std::wstring&) {}
+void frmPrieskumnik::showInformation(const std::wstring&) {}
+
+bool frmPrieskumnik::onShortcut(WORD key) {
+    if (key != VK_F5) return false;
+    txtodkaz.setText(kRefresh);
+    return true;
+}
+
+bool frmPrieskumnik::queryUnload() {
+    return Forms::unloadTagged(kEditors);
+}
+
+void frmPrieskumnik::onUnload() {
+    player.Timer1.setInterval(0);
+    player.mp.release();
+    StopRequested = -1;
+    Forms::unloadAll();
+}
+
+void frmPrieskumnik::dpiChanged() {
+    if (fontDpi_ == dpi()) return;
+    fontDpi_ = dpi();
+    const auto font = reinterpret_cast<WPARAM>(Skin::font(fontDpi_));
+    folders.strom.setImages(ImageList({L"adresar1"}, scaled(16)));
+    folders.strom.setDefaultImage(L"adresar1");
+    std::vector<std::wstring> icons;
+    for (const auto& [kind, icon] : MultiMedialny::iconKeyRows()) icons.push_back(icon);
+    contents.Tview.setImages(ImageList(icons, scaled(16)));
+    for (const TreeView* tree : {&folders.strom, &contents.Tview}) {
+        SendMessageW(tree->handle(), WM_SETFONT, font, TRUE);
+        SendMessageW(tree->handle(), TVM_SETITEMHEIGHT, scaled(20), 0);
+    }
+    folders.Drive1.applyFont();
+}
+
+void frmPrieskumnik::onLayout() {
+    dpiChanged();
+    const int margin = scaled(kMargin);
+    const Size size = clientSize();
+    const int top = layoutTitle(*this, Zahlavie, &Ikoniec, &Iminim) + margin;
+    const int panel = PlayerPanel::panelHeight(*this);
+    const Rect bottom{margin, size.height - margin - panel, size.width - 2 * margin, panel};
+    player.layout(bottom);
+
+    const int status = scaled(kStatusHeight);
+    LblBar.setBounds({margin, bottom.y - status - scaled(4), bottom.width, status});
+    const int treesBottom = bottom.y - status - scaled(6);
+
+    const int gap = scaled(kSplitter);
+    const int width = size.width - 2 * margin - gap;
+    const int least = scaled(kLeastTree);
+    const int left =
+        std::clamp(MulDiv(width, leftShare_, 1000), least, std::max(least, width - least));
+    const int driveHeight = folders.Drive1.bounds().height;
+    folders.Drive1.setBounds({margin, top, left, driveHeight});
+    const int stromTop = top + driveHeight + scaled(4);
+    folders.strom.setBounds({margin, stromTop, left, treesBottom - stromTop});
+    splitter.setBounds({margin + left, top, gap, treesBottom - top}, margin + least,
+                       size.width - margin - gap - least);
+    contents.Tview.setBounds({margin + left + gap, top, width - left, treesBottom - top});
+}
+
+void frmPrieskumnik::onPaintGround(HDC dc, const RECT& area) const {
+    paintRim(dc, area);
+}
+
+}  // namespace tunovka

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <memory>
+
+#include "app/contents_tree.h"
+#include "app/folder_tree.h"
+#include "app/splitter.h"
+#include "player/player_panel.h"
+#include "ui/drag_drop.h"
+#include "ui/form.h"
+#include "ui/image.h"
+#include "ui/label.h"
+#include "ui/popup_menu.h"
+#include "ui/program_links.h"
+#include "ui/text_box.h"
+#include "ui/tool_tip.h"
+
+namespace tunovka {
+
+// The explorer: the program's first window and the frame that puts its parts together. It lives
+// from the program's start to its end.
+class frmPrieskumnik : public Form, private ProgramLinks {
+  public:
+    frmPrieskumnik();
+
+    // Shows the window and fills it: the start drive, then what the registry knows of players.
+    void load();
+
+    // Plays the selected node's file: "tu" in the built-in player, else in the program of that
+    // path.
+    void PlaySelected(const std::wstring& program);
+
+    TextBox txtPath;         // the folder that the contents tree lists
+    TextBox txtodkaz;        // commands of the other windows
+    TextBox txtsubor;        // the file clipboard
+    TextBox txtPrehladavaj;  // the folder to search
+
+    TitleStrip Zahlavie;
+    Image Ikoniec, Iminim;
+    Label LblBar;
+    FolderTree folders;
+    ContentsTree contents;
+    Splitter splitter;
+    PlayerPanel player;
+    PopupMenu prehrat, menuprestrom, tri;
+
+  protected:
+    void onLayout() override;
+    void onUnload() override;
+    bool queryUnload() override;
+    bool onShortcut(WORD key) override;
+    void onPaintGround(HDC dc, const RECT& area) const override;
+
+  private:
+    void tellExplorer(const std::wstring& command) override { txtodkaz.setText(command); }
+    std::wstring shownFolder() const override { return txtPath.text(); }
+    std::wstring folderToSearch() const override { return txtPrehladavaj.text(); }
+    void openEditor(const std::wstring& command) override;
+    void showInformation(const std::wstring& command) override;
+
+    void bindTitle();
+    void bindFolders();
+    void bindContents();
+    void bindMenus();
+    void txtodkaz_Change();
+    void listFolder(const std::wstring& folder);
+    void prepareContents();
+    void showContentsMenu(Point screen);
+    void showFolderMenu(Point screen);
+    void Tview_BeginDrag();
+    void dpiChanged();
+
+    ToolTip tips_;
+    int fontDpi_ = 0;
+    int leftShare_ = 300;  // of the folder tree's width in thousandths
+};
+
+}  // namespace tunovka

@@ -1,0 +1,29 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <ole2.h>
+
+#include "app/frm_prieskumnik.h"
+#include "core/events_windows.h"
+#include "core/multimedialny.h"
+#include "ui/box.h"
+#include "ui/modal.h"
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    using namespace tunovka;
+    // A drive without a medium is told by the program, not by a system box.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    OleInitialize(nullptr);
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES |
+                                                           ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
+    InitCommonControlsEx(&classes);
+
+    installFailureNotice();
+    setMessageFilter(filterMessage);
+    MultiMedialny::InitSharedTables();
+    Forms::load<frmPrieskumnik>().load();
+    Forms::run();
+
+    OleUninitialize();
+    return 0;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+
+#include "ui/picture_box.h"
+
+namespace tunovka {
+
+// The boundary `Medzera` between two controls: while it is dragged the frame `Obdlznik` shows where
+// it would come to lie, and the release moves it there.
+class Splitter {
+  public:
+    explicit Splitter(Form& form);
+
+    // Place of the boundary, and how far it may go to either side (both exclusive), in pixels.
+    void setBounds(const Rect& bounds, int leftLimit, int rightLimit);
+
+    std::function<void(int left)> onMoved;  // the new left edge
+
+    PictureBox Medzera;
+    PictureBox Obdlznik;
+
+  private:
+    int dragged(int pointerX) const;
+
+    int leftLimit_ = 0, rightLimit_ = 0;
+    int pressedAt_ = -1;
+};
+
+}  // namespace tunovka

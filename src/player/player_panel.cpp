@@ -1,0 +1,239 @@
+#include "player/player_panel.h"
+
+#include <algorithm>
+
+#include "core/events.h"
+#include "core/text.h"
+#include "player/now_playing.h"
+#include "player/strip_math.h"
+#include "player/time_text.h"
+#include "ui/box.h"
+#include "ui/chrome.h"
+#include "ui/form.h"
+#include "ui/painting.h"
+
+namespace tunovka {
+namespace {
+
+constexpr int kHeight = 68;
+constexpr int kGap = 6;
+constexpr int kProgressHeight = 12;
+constexpr int kVolumeWidth = 18;
+constexpr UINT kTick = 250;  // milliseconds
+
+Image::ImageArgs button(const wchar_t* name, const wchar_t* text, Form& form, const wchar_t* normal,
+                        const wchar_t* pressed) {
+    return {.name = name, .text = text, .parent = &form, .normal = normal, .pressed = pressed};
+}
+
+}  // namespace
+
+// For play the pressed picture is the second one, for the others the first.
+PlayerPanel::PlayerPanel(Form& form, Owner owner)
+    : Image1(button(L"Image1", L"Prehrať", form, L"play1", L"play2")),
+      Image2(button(L"Image2", L"Stop", form, L"stop2", L"stop1")),
+      Image3(button(L"Image3", L"Pauza", form, L"pause2", L"pause1")),
+      Image4(button(L"Image4", L"Predchádzajúci", form, L"prev2", L"prev1")),
+      Image5(button(L"Image5", L"Nesledovný", form, L"next2", L"next1")),
+      PicProgres({.name = L"PicProgres", .text = L"Ukazovateľ priebehu", .parent = &form}),
+      PicHlas({.name = L"PicHlas", .text = L"Hlasitosť", .parent = &form}),
+      PicČas({.name = L"PicČas", .text = L"", .parent = &form, .container = true}),
+      lblnapis({.name = L"lblnapis", .caption = L"", .parent = &PicČas}),
+      lblušielčas({.name = L"lblušielčas", .caption = L"", .parent = &PicČas}),
+      lblčas({.name = L"lblčas", .caption = L"", .parent = &PicČas, .format = DT_RIGHT}),
+      form_(form),
+      owner_(std::move(owner)) {
+    volumeShare_ = std::clamp(1 + mp.Volume() / 4000.0, 0.0, 1.0);
+    bindButtons();
+    bindStrips();
+    bindPlayer();
+    Timer1.onTick = [this] { Timer1_Tick(); };
+    Timer1.setInterval(kTick);
+}
+
+int PlayerPanel::panelHeight(const Form& form) {
+    return form.scaled(kHeight);
+}
+
+void PlayerPanel::layout(const Rect& area) {
+    const int gap = form_.scaled(kGap);
+    const int middle = area.y + area.height / 2;
+    int x = area.x;
+    for (Image* image : {&Image1, &Image2, &Image3, &Image4, &Image5}) {
+        const Size size = image->naturalSize();
+        image->setBounds({x, middle - size.height / 2, size.width, size.height});
+        x += size.width + gap;
+    }
+    const int volumeWidth = form_.scaled(kVolumeWidth);
+    PicHlas.setBounds({area.right() - volumeWidth, area.y, volumeWidth, area.height});
+
+    const int left = x + gap;
+    const int width = std::max(0, area.right() - volumeWidth - 2 * gap - left);
+    const int progress = form_.scaled(kProgressHeight);
+    PicProgres.setBounds({left, area.bottom() - progress, width, progress});
+    const Rect display{left, area.y, width, area.height - progress - gap};
+    PicČas.setBounds(display);
+
+    const int margin = form_.scaled(8);
+    const int line = (display.height - form_.scaled(6)) / 2;
+    const int inner = std::max(0, display.width - 2 * margin);
+    lblnapis.setBounds({margin, form_.scaled(3), inner, line});
+    lblušielčas.setBounds({margin, form_.scaled(3) + line, inner / 2, line});
+    lblčas.setBounds({margin + inner / 2, form_.scaled(3) + line, inner - inner / 2, line});
+}
+
+void PlayerPanel::addTips(ToolTip& tips) {
+    for (const Image* image : {&Image1, &Image2, &Image3, &Image4, &Image5})
+        tips.set(*image, image->text());
+    tips.set(PicProgres, PicProgres.text());
+    tips.set(PicHlas, PicHlas.text());
+    tips.set(lblušielčas, L"Aktuálne prehrávaný čas");
+    tips.set(lblčas, L"Celkový čas titulu");
+}
+
+void PlayerPanel::play(const std::wstring& path) {
+    if (mp.FileName() != path) {
+        mp.setFileName(path);
+    } else {
+        mp.Play();
+    }
+    playing_ = true;
+}
+
+void PlayerPanel::bindButtons() {
+    Image1.onPress = [this](MouseButton) {
+        const std::optional<std::wstring> path = owner_.selectedPath();
+        if (!path) return;
+        playing_ = true;
+        yieldNow();
+        play(*path);
+    };
+    Image2.onPress = [this](MouseButton) {
+        if (!playing_) return;
+        playing_ = false;
+        showProgress(0);
+        lblčas.setText(L"");
+        lblušielčas.setText(L"");
+        lblnapis.setText(L"");
+        yieldNow();
+        mp.Stop();
+        mp.setCurrentPosition(0);
+    };
+    Image3.onPress = [this](MouseButton) {
+        playing_ = false;
+        if (!mp.FileName().empty()) mp.Pause();
+    };
+    const auto isList = [this] {
+        return like(mp.FileName(), L"*.pls") || like(mp.FileName(), L"*.m3u");
+    };
+    Image4.onPress = [this, isList](MouseButton) {
+        yieldNow();
+        if (isList()) mp.Previous();
+    };
+    Image5.onPress = [this, isList](MouseButton) {
+        yieldNow();
+        if (isList()) mp.Next();
+    };
+}
+
+void PlayerPanel::bindStrips() {
+    PicProgres.onPaint = [this](HDC dc, Size size) { paintProgress(dc, size); };
+    const auto pointAt = [this](Point at) {
+        const int width = PicProgres.clientSize().width;
+        showProgress(width > 0 ? static_cast<double>(at.x) / width : 0);
+    };
+    PicProgres.onMouseMove = [this, pointAt](MouseButton held, Point at) {
+        if (held == MouseButton::Left && playing_) pointAt(at);
+    };
+    PicProgres.onMouseUp = [this, pointAt](MouseButton button, Point at) {
+        if (button != MouseButton::Left || !playing_) return;
+        pointAt(at);
+        mp.setCurrentPosition(seekPosition(at.x, PicProgres.clientSize().width, mp.Duration()));
+    };
+
+    PicHlas.onPaint = [this](HDC dc, Size size) { paintVolume(dc, size); };
+    PicHlas.onMouseMove = [this](MouseButton held, Point at) {
+        if (held == MouseButton::Left) setVolumeAt(at.y);
+    };
+    PicHlas.onMouseUp = [this](MouseButton button, Point at) {
+        if (button == MouseButton::Left) setVolumeAt(at.y);
+    };
+
+    PicČas.onPaint = [](HDC dc, Size size) {
+        const RECT area{0, 0, size.width, size.height};
+        fillGradient(dc, area, 0xFFFFFF, MultiMedialny::palette().AuxColor1);
+        frameRect(dc, area, mixed(MultiMedialny::palette().FormBackColor, 0, 100));
+    };
+}
+
+void PlayerPanel::bindPlayer() {
+    mp.EndOfStream = [this](int) {
+        showProgress(0);
+        playing_ = false;
+        lblčas.setText(L"");
+        lblušielčas.setText(L"");
+    };
+    mp.NewStream = [this] { showDetails(); };
+    mp.PlayStateChange = [this](int oldState, int) {
+        if (oldState != 2) showDetails();
+    };
+    mp.Error = [this] { playerFailed(); };
+}
+
+void PlayerPanel::showDetails() {
+    lblnapis.setText(nowPlayingText(mp.GetMediaInfoString(9), mp.GetMediaInfoString(8)));
+    lblčas.setText(timeText(mp.Duration()));
+}
+
+void PlayerPanel::showProgress(double share) {
+    progress_ = std::clamp(share, 0.0, 1.0);
+    PicProgres.invalidate();
+}
+
+void PlayerPanel::setVolumeAt(int y) {
+    const int height = PicHlas.clientSize().height;
+    if (height <= 0) return;
+    volumeShare_ = std::clamp(1 - static_cast<double>(y) / height, 0.0, 1.0);
+    PicHlas.invalidate();
+    mp.setVolume(stripVolume(y, height));
+}
+
+void PlayerPanel::Timer1_Tick() {
+    if (playing_) {
+        const double duration = mp.Duration();
+        if (duration != 0) {
+            const double position = mp.CurrentPosition();
+            lblušielčas.setText(timeText(position));
+            const bool seeking = GetCapture() == PicProgres.handle();
+            if (!seeking) showProgress(progressFraction(position, duration));
+        }
+    }
+    lblnapis.setText(scrolledByOne(lblnapis.text()));
+}
+
+void PlayerPanel::playerFailed() {
+    playing_ = false;
+    const std::wstring text = L"Pri pokuse prehrať požadovaný súbor došlo ku chybe :" +
+                              mp.ErrorDescription() +
+                              L"Cheš prehrať súbor v predvolenom programe ?";
+    if (ask(L"CHYBA", text, L"ÁNO;NIE") == 1) owner_.playElsewhere();
+}
+
+void PlayerPanel::paintProgress(HDC dc, Size size) const {
+    const RECT area{0, 0, size.width, size.height};
+    fillRect(dc, area, 0xFFFFFF);
+    const RECT filled{0, 0, static_cast<int>(progress_ * size.width), size.height};
+    fillRect(dc, filled, MultiMedialny::palette().PlayerBarColor);
+    frameRect(dc, area, mixed(MultiMedialny::palette().FormBackColor, 0, 100));
+}
+
+void PlayerPanel::paintVolume(HDC dc, Size size) const {
+    const RECT area{0, 0, size.width, size.height};
+    fillRect(dc, area, 0xFFFFFF);
+    const RECT filled{0, size.height - static_cast<int>(volumeShare_ * size.height), size.width,
+                      size.height};
+    fillRect(dc, filled, MultiMedialny::palette().PlayerBarColor);
+    frameRect(dc, area, mixed(MultiMedialny::palette().FormBackColor, 0, 100));
+}
+
+}  // namespace tunovka

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "player/media_player.h"
+#include "ui/image.h"
+#include "ui/label.h"
+#include "ui/picture_box.h"
+#include "ui/timer.h"
+#include "ui/tool_tip.h"
+
+namespace tunovka {
+
+// The explorer's player: five picture buttons, the progress strip that also seeks, the volume
+// strip, the times and the scrolling text, over the invisible player `mp`.
+class PlayerPanel {
+  public:
+    struct Owner {
+        // Path of the selected node's file, "" when it names none; nullopt without a selection.
+        std::function<std::optional<std::wstring>()> selectedPath;
+        // Plays the selected file in the program that the system associates with it.
+        std::function<void()> playElsewhere;
+    };
+
+    PlayerPanel(Form& form, Owner owner);
+
+    // Lays the panel out within an area, in pixels. Its height is panelHeight().
+    void layout(const Rect& area);
+    static int panelHeight(const Form& form);
+    void addTips(ToolTip& tips);
+
+    // Plays a file: a new one is opened, the same one goes on. Sets the playing flag.
+    void play(const std::wstring& path);
+
+    MediaPlayer mp;
+    Image Image1, Image2, Image3, Image4, Image5;
+    PictureBox PicProgres, PicHlas, PicČas;
+    Label lblnapis, lblušielčas, lblčas;
+    Timer Timer1;
+
+    bool isPlaying() const { return playing_; }
+
+  private:
+    void bindButtons();
+    void bindStrips();
+    void bindPlayer();
+    void paintProgress(HDC dc, Size size) const;
+    void paintVolume(HDC dc, Size size) const;
+    void showProgress(double share);
+    void showDetails();
+    void setVolumeAt(int y);
+    void Timer1_Tick();
+    void playerFailed();
+
+    Form& form_;
+    Owner owner_;
+    bool playing_ = false;
+    double progress_ = 0;     // share of the progress strip that is filled
+    double volumeShare_ = 0;  // share of the volume strip that is filled
+};
+
+}  // namespace tunovka
