@@ -33,38 +33,40 @@ ExistingFiles::ExistingFiles(Disk disk) : disk_(std::move(disk)) {}
 bool ExistingFiles::contains(const std::wstring& path) {
     if (canNameNoFile(path)) return false;
     const std::wstring full = isNormal(path) ? path : disk_.normalized(path);
-    const std::wstring folder = parentFolder(full);
-    if (folder.empty()) return false;
-    if (!rootAnswers(full)) return false;
+    const std::size_t cut = full.rfind(L'\\');
+    if (cut == std::wstring::npos) return false;
 
-    const Folder& known = folderOf(folder);
-    const std::size_t cut = full.find_last_of(L"\\/") + 1;
-    if (known.listed && known.names.contains(upperCased(std::wstring_view(full).substr(cut))))
-        return true;
-    return known.listed && known.complete ? false : disk_.exists(full);
+    const Folder& folder = folderOf(full, cut);
+    if (!folder.answers) return false;
+    if (folder.names.contains(upperCased(std::wstring_view(full).substr(cut + 1)))) return true;
+    return folder.complete ? false : disk_.exists(full);
 }
 
-bool ExistingFiles::rootAnswers(const std::wstring& path) {
-    const std::wstring root = driveName(path);
+const ExistingFiles::Folder& ExistingFiles::folderOf(const std::wstring& path, std::size_t cut) {
+    // Entries mostly follow folder by folder.
+    if (last_ && path.compare(0, cut, lastFolder_) == 0) return *last_;
+    const std::wstring folder = parentFolder(path);
+    const auto [known, isNew] = folders_.try_emplace(upperCased(folder));
+    if (isNew) fill(known->second, folder);
+    lastFolder_.assign(path, 0, cut);
+    last_ = &known->second;
+    return *last_;
+}
+
+void ExistingFiles::fill(Folder& folder, const std::wstring& path) {
+    folder.answers = !path.empty() && rootAnswers(driveName(path));
+    if (!folder.answers) return;
+    const auto listing = disk_.list(path);
+    if (!listing) return;
+    folder.complete = listing->complete;
+    folder.names.reserve(listing->files.size());
+    for (const std::wstring& name : listing->files) folder.names.insert(upperCased(name));
+}
+
+bool ExistingFiles::rootAnswers(const std::wstring& root) {
     const auto [known, isNew] = roots_.try_emplace(root);
     if (isNew) known->second = disk_.rootAnswers(root);
     return known->second;
-}
-
-ExistingFiles::Folder& ExistingFiles::folderOf(const std::wstring& folder) {
-    if (last_ && folder == lastFolder_) return *last_;  // entries mostly follow folder by folder
-    const auto [known, isNew] = folders_.try_emplace(upperCased(folder));
-    if (isNew) {
-        if (const auto listing = disk_.list(folder)) {
-            known->second.listed = true;
-            known->second.complete = listing->complete;
-            for (const std::wstring& name : listing->files)
-                known->second.names.insert(upperCased(name));
-        }
-    }
-    lastFolder_ = folder;
-    last_ = &known->second;
-    return *last_;
 }
 
 }  // namespace tunovka

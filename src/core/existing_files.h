@@ -45,18 +45,19 @@ class ExistingFiles {
 
   private:
     struct Folder {
-        bool listed = false;
-        bool complete = false;
+        bool answers = false;   // the drive or share does
+        bool complete = false;  // `names` are all there are, short names covered
         std::unordered_set<std::wstring> names;
     };
-    Folder& folderOf(const std::wstring& folder);
-    bool rootAnswers(const std::wstring& path);
+    const Folder& folderOf(const std::wstring& path, std::size_t cut);
+    void fill(Folder& folder, const std::wstring& path);
+    bool rootAnswers(const std::wstring& root);
 
     Disk disk_;
     std::unordered_map<std::wstring, Folder> folders_;
     std::unordered_map<std::wstring, bool> roots_;  // by drive or share as written
     std::wstring lastFolder_;
-    Folder* last_ = nullptr;  // that folder's entry in folders_, which never moves
+    const Folder* last_ = nullptr;  // that folder's entry in folders_, which never moves
 };
 
 }  // namespace tunovka

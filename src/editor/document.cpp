@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "core/counter16.h"
+#include "core/paths.h"
 #include "editor/texts.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
@@ -73,9 +74,9 @@ std::int16_t EditorDocument::largestNumber() const {
 
 // Puts a row at the end of the list and of the load order.
 std::size_t EditorDocument::append(std::int16_t number, std::wstring_view entryText, bool missing) {
-    const std::wstring key = entryKey(number, entryText);
+    std::wstring key = entryKey(number, entryText);
     loadOrder_.push_back(key);
-    entries_.push_back({key, entryDisplayName(key), missing});
+    entries_.push_back({std::move(key), afterLastBackslash(entryText), missing});
     highestNumber_ = number;
     return entries_.size() - 1;
 }

@@ -62,6 +62,12 @@ TEST_F(EditorDocumentTest, readsEntriesAsWrittenAndMarksTheMissing) {
     EXPECT_TRUE(document.mayBeSaved());
 }
 
+TEST_F(EditorDocumentTest, showsWhatTheKeysDisplayNameIs) {
+    load(L"a\\súbor=b.mp3\nsúbor=súbor=c.wav\nx\\položka:3súbor=\\d.wma\n.mp3");
+    for (const EditorEntry& entry : document.entries())
+        EXPECT_EQ(entry.name, entryDisplayName(entry.key));
+}
+
 TEST_F(EditorDocumentTest, aPlaylistWithoutEntriesShowsTheKeylessRow) {
     load(L"[playlist]\r\nNumberOfEntries=0\r\n");
     EXPECT_EQ(names(), Texts{std::wstring(kNothingFound)});
