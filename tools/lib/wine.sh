@@ -19,27 +19,31 @@ case $STAGE in
     *)   STAGE_DPI=96  STAGE_SCREEN=1280x1024x24 ;;
 esac
 
-# in_wine COMMAND...: a command where Wine is: this machine's own files, with the system folders of
-# the Wine root in place of this machine's, so that every path outside them is the same inside.
-# A new prefix or display needs nothing else. Tests run without root's powers, so that read-only
-# files and forbidden folders are that to them too; a person keeps theirs.
-in_wine() {
-    local root args name
+# wine_command sets WINE, the words that start a command where Wine is: this machine's own files,
+# with the system folders of the Wine root in place of this machine's, so that every path outside
+# them is the same inside. Tests run without root's powers, so that read-only files and forbidden
+# folders are that to them too; a person keeps theirs.
+wine_command() {
+    local root name
     root=$(wine_root)
-    args=(--dev-bind / / --die-with-parent --clearenv
+    WINE=(bwrap --dev-bind / / --clearenv
         --bind "$root/usr" /usr --bind "$root/etc" /etc --bind "$TOP" "$TOP"
         --setenv HOME "$STAGE_DIR/home" --setenv PATH /usr/bin:/bin:/usr/sbin:/sbin
         --setenv USER tester --setenv LOGNAME tester --setenv TZ Europe/Bratislava
         --setenv LC_ALL sk_SK.UTF-8
         --setenv WINEPREFIX "$PREFIX" --setenv WINEDEBUG "${WINEDEBUG:--all}"
-        --setenv WINEDLLOVERRIDES 'mscoree,mshtml='
-        --setenv XDG_CACHE_HOME "$STAGE_DIR/home/.cache")
-    [ "$STAGE" = person ] || args+=(--cap-drop ALL)
+        --setenv WINEDLLOVERRIDES 'mscoree,mshtml=')
+    [ "$STAGE" = person ] || WINE+=(--cap-drop ALL)
     for name in DISPLAY XAUTHORITY PULSE_SERVER PULSE_COOKIE XDG_RUNTIME_DIR TERM \
         ${!TUNOVKA_*} ${!GTEST_*}; do
-        [ -z "${!name:-}" ] || args+=(--setenv "$name" "${!name}")
+        [ -z "${!name:-}" ] || WINE+=(--setenv "$name" "${!name}")
     done
-    bwrap "${args[@]}" "$@"
+}
+
+# in_wine COMMAND...: runs a command where Wine is.
+in_wine() {
+    wine_command
+    "${WINE[@]}" "$@"
 }
 
 # Makes the prefix of the stage when it is not there or was made by another recipe (about 11 s).
@@ -70,19 +74,27 @@ detached() {
       "$@" )
 }
 
-# Whether process $2 still runs and is program $1.
-runs() { [ -n "$2" ] && [ "$(cat "/proc/$2/comm" 2>/dev/null)" = "$1" ]; }
+# runs PATTERN FILE: whether the process whose number FILE holds still runs, its name like PATTERN.
+runs() {
+    local pid comm=
+    read -r pid 2>/dev/null <"$2" && read -r comm 2>/dev/null <"/proc/$pid/comm" && [[ $comm =~ ^($1) ]]
+}
 
-ensure_display() {
-    local pid
-    if runs Xvfb "$(cat "$STAGE_DIR/display.pid" 2>/dev/null)"; then return 0; fi
-    rm -f "$STAGE_DIR/display"
-    detached start_display
-    for _ in $(seq 100); do
-        [ -s "$STAGE_DIR/display" ] && return 0
+# Waits up to 10 seconds for a command to succeed.
+wait_for() {
+    local i
+    for ((i = 0; i < 200; i++)); do
+        if "$@" 2>/dev/null; then return 0; fi
         sleep 0.05
     done
-    die "Xvfb did not start; see $STAGE_DIR/log"
+    return 1
+}
+
+ensure_display() {
+    if runs Xvfb "$STAGE_DIR/display.pid"; then return 0; fi
+    rm -f "$STAGE_DIR/display"
+    detached start_display
+    wait_for test -s "$STAGE_DIR/display" || die "Xvfb did not start; see $STAGE_DIR/log"
 }
 
 # Xvfb picks a free display itself and writes its number when it is ready.
@@ -93,14 +105,10 @@ start_display() {
 }
 
 ensure_sound() {
-    if runs pulseaudio "$(cat "$STAGE_DIR/sound.pid" 2>/dev/null)"; then return 0; fi
+    if runs pulseaudio "$STAGE_DIR/sound.pid"; then return 0; fi
     rm -f "$STAGE_RUN/pulse"
     detached start_sound
-    for _ in $(seq 100); do
-        [ -S "$STAGE_RUN/pulse" ] && return 0
-        sleep 0.05
-    done
-    die "pulseaudio did not start; see $STAGE_DIR/log"
+    wait_for test -S "$STAGE_RUN/pulse" || die "pulseaudio did not start; see $STAGE_DIR/log"
 }
 
 start_sound() {
@@ -111,47 +119,80 @@ start_sound() {
     echo $! > "$STAGE_DIR/sound.pid"
 }
 
+ensure_wine_server() {
+    touch "$STAGE_DIR/used"
+    # A server that has shown windows keeps its desktop on their display.
+    if runs 'wineserver|bwrap' "$STAGE_DIR/wine.pid" &&
+        [ "$(cat "$STAGE_DIR/wine.display")" = "$DISPLAY" ]; then return 0; fi
+    stage_stop_wine
+    detached start_wine_server
+    detached in_wine wine start /wait cmd /c exit
+    echo "$DISPLAY" > "$STAGE_DIR/wine.display"
+}
+
+start_wine_server() {
+    wine_command
+    setsid "${WINE[@]}" wineserver -f -p5 &
+    echo $! > "$STAGE_DIR/wine.pid"
+    keep_wine_awake $! &
+}
+
+# The helpers that Wine starts beside a program, the desktop among them, keep the output they were
+# given and would hold a test's pipe open after its end. So a program that does nothing but wait
+# keeps them running, with none of our output, until the stage has been idle for a while.
+keep_wine_awake() {
+    in_wine wine start /wait cmd /c pause &
+    while runs 'wineserver|bwrap' "$STAGE_DIR/wine.pid" &&
+        [ "$(cat "$STAGE_DIR/wine.pid")" = "$1" ]; do
+        sleep 2
+        [ -n "$(find "$STAGE_DIR/used" -newermt "-$STAGE_IDLE seconds")" ] ||
+            with_lock "$STAGE_DIR/lock" stop_idle_wine
+    done
+}
+
+# Programs hold a shared lock on the file "used" while they run.
+stop_idle_wine() {
+    [ -n "$(find "$STAGE_DIR/used" -newermt "-$STAGE_IDLE seconds")" ] ||
+        ! flock -n -x "$STAGE_DIR/used" true || stage_stop_wine
+}
+
 # Starts what of the stage does not run yet, and sets DISPLAY and PULSE_SERVER. A DISPLAY that the
 # caller gives is used as it is. Costs milliseconds when all is there.
 stage_start() {
     ensure_wine_root
     mkdir -p "$STAGE_DIR/home" "$STAGE_RUN"
     with_lock "$STAGE_DIR/lock" stage_start_locked
-    if [ "$STAGE" != person ]; then
-        [ -n "${DISPLAY:-}" ] || export DISPLAY=:$(cat "$STAGE_DIR/display")
-        export PULSE_SERVER=unix:$STAGE_RUN/pulse
-    fi
 }
 
 stage_start_locked() {
-    local display
     ensure_prefix
     if [ "$STAGE" != person ]; then
-        [ -n "${DISPLAY:-}" ] || ensure_display
+        if [ -z "${DISPLAY:-}" ]; then
+            ensure_display
+            export DISPLAY=:$(cat "$STAGE_DIR/display")
+        fi
         ensure_sound
+        export PULSE_SERVER=unix:$STAGE_RUN/pulse
     fi
-    # A Wine server that has shown windows on another display keeps its desktop there.
-    display=${DISPLAY:-:$(cat "$STAGE_DIR/display" 2>/dev/null || true)}
-    if [ "$(cat "$STAGE_DIR/display.wine" 2>/dev/null)" != "$display" ]; then
-        stage_stop_wine
-        echo "$display" > "$STAGE_DIR/display.wine"
-    fi
+    ensure_wine_server
 }
 
 stage_stop_wine() {
-    [ ! -d "$PREFIX" ] || detached in_wine wineserver -k || true
+    [ ! -d "$PREFIX" ] || detached in_wine wineserver -k -w || true
+    rm -f "$STAGE_DIR/wine.pid"
+}
+
+# stop_server PATTERN FILE: ends the process whose number FILE holds, if its name is like PATTERN.
+stop_server() {
+    if runs "$1" "$2"; then kill "$(cat "$2")"; fi
+    rm -f "$2"
 }
 
 # Ends what the stage left running. Its prefix stays.
 stage_stop() {
-    local name
     stage_stop_wine
-    for name in Xvfb:display pulseaudio:sound; do
-        local pid
-        pid=$(cat "$STAGE_DIR/${name#*:}.pid" 2>/dev/null || true)
-        if runs "${name%:*}" "$pid"; then kill "$pid"; fi
-        rm -f "$STAGE_DIR/${name#*:}.pid"
-    done
+    stop_server Xvfb "$STAGE_DIR/display.pid"
+    stop_server pulseaudio "$STAGE_DIR/sound.pid"
     rm -rf "$STAGE_RUN"
 }
 
