@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 namespace tunovka {
@@ -84,6 +86,46 @@ TEST(SkinPack, BadBytesGiveAnEmptyTable) {
     EXPECT_TRUE(broken(44, static_cast<char>(255)).empty()) << "a run over the picture's end";
     EXPECT_EQ(broken(8, 'P').count(L"Play1"), 1u) << "a key is only a name";
 }
+
+#ifdef TUNOVKA_SKIN_FILE
+TEST(SkinPack, ThePackedSkinIsReadWhole) {
+    std::ifstream file(TUNOVKA_SKIN_FILE, std::ios::binary);
+    const PictureTable table =
+        read(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
+    for (const wchar_t* pair : {L"zavri", L"minimize", L"buton", L"istop", L"play", L"stop",
+                                L"pause", L"prev", L"next", L"hornyhore", L"hornydole"}) {
+        const std::wstring key = pair;
+        ASSERT_TRUE(table.contains(key + L"1")) << std::string(key.begin(), key.end());
+        ASSERT_TRUE(table.contains(key + L"2")) << std::string(key.begin(), key.end());
+        const Picture& one = table.at(key + L"1");
+        const Picture& other = table.at(key + L"2");
+        EXPECT_EQ(one.width, other.width);
+        EXPECT_EQ(one.height, other.height);
+        // The pressed look is the darker one, whatever its number.
+        const auto brightness = [](const Picture& picture) {
+            std::uint64_t sum = 0;
+            for (const std::uint32_t pixel : picture.pixels) sum += (pixel >> 8) & 255;
+            return sum;
+        };
+        const bool pressedFirst =
+            key == L"stop" || key == L"pause" || key == L"prev" || key == L"next";
+        EXPECT_EQ(brightness(one) < brightness(other), pressedFirst)
+            << std::string(key.begin(), key.end());
+    }
+    for (const wchar_t* key :
+         {L"zahlavie", L"posuv1", L"logo", L"adresar1", L"adresar2", L"winamp1", L"winamp4",
+          L"winamp5", L"winamp6", L"winamp10", L"winamp12"}) {
+        EXPECT_TRUE(table.contains(key));
+    }
+    // Colours multiplied by alpha are never above it.
+    for (const auto& [key, picture] : table) {
+        for (const std::uint32_t pixel : picture.pixels) {
+            const std::uint32_t alpha = pixel >> 24;
+            ASSERT_LE(std::max({pixel & 255, (pixel >> 8) & 255, (pixel >> 16) & 255}), alpha);
+        }
+    }
+}
+#endif
 
 TEST(ScaledPicture, SizesRoundHalfUpAndNeverVanish) {
     Picture picture = checkerboard(35, 3, 0, 0);
