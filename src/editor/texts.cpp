@@ -1,5 +1,7 @@
 #include "editor/texts.h"
 
+#include <algorithm>
+
 #include "core/paths.h"
 #include "core/text.h"
 

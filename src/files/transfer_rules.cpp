@@ -1,5 +1,7 @@
 #include "files/transfer_rules.h"
 
+#include <algorithm>
+
 #include "core/paths.h"
 
 namespace tunovka {

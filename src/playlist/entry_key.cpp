@@ -1,5 +1,7 @@
 #include "playlist/entry_key.h"
 
+#include <algorithm>
+
 #include "core/counter16.h"
 #include "core/errors.h"
 #include "core/paths.h"
