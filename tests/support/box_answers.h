@@ -1,0 +1,111 @@
+#pragma once
+
+#include <windows.h>
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "ui/box_request.h"
+#include "ui/form.h"
+#include "ui/image.h"
+#include "ui/timer.h"
+
+namespace tunovka {
+
+// A control of a form by its name in the code, nullptr when there is none. Hidden ones count.
+inline Window* controlNamed(const Form& form, const std::wstring& name) {
+    struct Search {
+        const std::wstring& name;
+        Window* found = nullptr;
+    } search{name};
+    struct Walk {
+        static BOOL CALLBACK look(HWND handle, LPARAM data) {
+            auto& search = *reinterpret_cast<Search*>(data);
+            Window* window = windowOf(handle);
+            if (window && window->name() == search.name) search.found = window;
+            return search.found == nullptr;
+        }
+    };
+    EnumChildWindows(form.handle(), Walk::look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+// Presses and releases a control in its middle, as the mouse does.
+inline void pressAndRelease(Window& control, UINT down = WM_LBUTTONDOWN, UINT up = WM_LBUTTONUP) {
+    const Size size = control.clientSize();
+    const LPARAM middle = MAKELPARAM(size.width / 2, size.height / 2);
+    const HWND handle = control.handle();
+    SendMessageW(handle, down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, middle);
+    SendMessageW(handle, up, 0, middle);
+}
+
+// Lets the message loop run until a condition holds; false when it does not within the time.
+template <typename Condition>
+bool runUntil(Condition condition, DWORD milliseconds = 10000) {
+    const DWORD start = GetTickCount();
+    const UINT_PTR heartbeat = SetTimer(nullptr, 0, 10, nullptr);
+    bool holds = condition();
+    MSG message;
+    while (!holds && GetTickCount() - start < milliseconds &&
+           GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+        holds = condition();
+    }
+    KillTimer(nullptr, heartbeat);
+    return holds;
+}
+
+// The person in front of the message box: answers each box that opens with the next number (0 is
+// the close picture) by the mouse, and remembers what the box showed. Boxes past the last number
+// are closed as well, so that a test never hangs.
+class BoxAnswers {
+  public:
+    explicit BoxAnswers(std::deque<int> answers = {}) : answers_(std::move(answers)) {
+        timer_.onTick = [this] { look(); };
+        timer_.setInterval(10);
+    }
+
+    std::vector<BoxRequest> seen;
+    std::size_t unanswered() const { return answers_.size(); }
+
+  private:
+    static Form* openBox() {
+        struct Walk {
+            static BOOL CALLBACK look(HWND handle, LPARAM data) {
+                auto* form = dynamic_cast<Form*>(windowOf(handle));
+                if (!form || form->name() != L"frmBox" || form->isClosing() ||
+                    !IsWindowVisible(handle) || !IsWindowEnabled(handle))
+                    return TRUE;
+                *reinterpret_cast<Form**>(data) = form;
+                return FALSE;
+            }
+        };
+        Form* box = nullptr;
+        EnumThreadWindows(GetCurrentThreadId(), Walk::look, reinterpret_cast<LPARAM>(&box));
+        return box;
+    }
+
+    void look() {
+        Form* box = openBox();
+        if (!box) return;
+        BoxRequest shown{controlNamed(*box, L"PicZahlavie")->text(),
+                         controlNamed(*box, L"lblotazka")->text(), L""};
+        for (int i = 1; Window* button = controlNamed(*box, L"Itlačítko" + std::to_wstring(i)); ++i)
+            shown.buttons += (i > 1 ? L";" : L"") + button->text();
+        seen.push_back(shown);
+        int answer = 0;
+        if (!answers_.empty()) {
+            answer = answers_.front();
+            answers_.pop_front();
+        }
+        pressAndRelease(
+            *controlNamed(*box, answer == 0 ? L"IZavri" : L"Itlačítko" + std::to_wstring(answer)));
+    }
+
+    std::deque<int> answers_;
+    Timer timer_;
+};
+
+}  // namespace tunovka
