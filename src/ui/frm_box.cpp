@@ -26,6 +26,12 @@ constexpr int kButtonPadding = 8;
 constexpr int kButtonGap = 6;
 constexpr int kButtonHeight = 26;
 constexpr int kBottom = 3;
+// Nobody reads a longer text, and the system's word wrap takes time by the square of its length.
+constexpr std::size_t kLongestText = 4000;
+
+std::wstring readable(const std::wstring& text) {
+    return text.size() <= kLongestText ? text : text.substr(0, kLongestText) + L" …";
+}
 
 int openBoxes = 0;
 
@@ -117,9 +123,9 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
               .normal = L"zavri1",
               .pressed = L"zavri2",
               .tabStop = false}),
-      lblotazka({.name = L"lblotazka", .caption = text, .parent = this, .wraps = true}),
-      lblpokus({.name = L"lblpokus", .caption = text, .parent = this, .visible = false}),
-      scrolled_(*this, text),
+      lblotazka({.name = L"lblotazka", .caption = readable(text), .parent = this, .wraps = true}),
+      lblpokus({.name = L"lblpokus", .caption = readable(text), .parent = this, .visible = false}),
+      scrolled_(*this, readable(text)),
       lblnadpis(boxCaptions(buttons)) {
     RozneApi::ShowTitleBar(*this, false);
     IZavri.onRelease = [this](MouseButton button) {
