@@ -21,3 +21,8 @@ else()
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tunovka_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+find_program(TUNOVKA_CCACHE ccache)
+if(TUNOVKA_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${TUNOVKA_CCACHE})
+endif()

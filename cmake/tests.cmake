@@ -7,6 +7,12 @@ if(NOT WIN32)
     target_compile_options(gtest PRIVATE -fsanitize=address,undefined)
 endif()
 
+# Both builds are run as one: their tests' names must differ.
+set(TUNOVKA_TEST_PREFIX host.)
+if(WIN32)
+    set(TUNOVKA_TEST_PREFIX wine.)
+endif()
+
 # tunovka_test(NAME SOURCES file... [USES room...] [LIBS lib...] [LABEL unit|windows] [ALONE])
 #
 # One test program, registered once in CTest under its label (unit when none is given). On the
@@ -23,9 +29,16 @@ function(tunovka_test name)
     if(WIN32)
         target_link_libraries(${name} PRIVATE ${test_LIBS} ole32 comctl32)
     endif()
-    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
-    set_tests_properties(${name} PROPERTIES LABELS ${test_LABEL} TIMEOUT 300)
+    set(test ${TUNOVKA_TEST_PREFIX}${name})
+    add_test(NAME ${test} COMMAND ${name} --gtest_brief=1)
+    set_tests_properties(${test} PROPERTIES LABELS ${test_LABEL} TIMEOUT 300)
     if(test_ALONE)
-        set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
+        set_tests_properties(${test} PROPERTIES RUN_SERIAL ON)
     endif()
+endfunction()
+
+# tunovka_check(NAME COMMAND argument...): a check by a script, which may skip itself (code 77).
+function(tunovka_check name)
+    add_test(NAME check.${name} ${ARGN})
+    set_tests_properties(check.${name} PROPERTIES LABELS check SKIP_RETURN_CODE 77)
 endfunction()

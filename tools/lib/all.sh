@@ -2,5 +2,6 @@
 TOOLS_LIB=$(dirname "${BASH_SOURCE[0]}")
 . "$TOOLS_LIB/common.sh"
 . "$TOOLS_LIB/packages.sh"
+. "$TOOLS_LIB/build.sh"
 . "$TOOLS_LIB/wine-root.sh"
 . "$TOOLS_LIB/wine.sh"
