@@ -11,9 +11,9 @@ namespace tunovka {
 // What a folder's enumeration tells of one entry.
 struct FolderEntry {
     std::wstring name;
-    std::wstring shortName;     // 8.3 name, "" where the volume keeps none
-    std::uint32_t attributes;   // FILE_ATTRIBUTE_…
-    std::uint64_t size;         // bytes
+    std::wstring shortName;    // 8.3 name, "" where the volume keeps none
+    std::uint32_t attributes;  // FILE_ATTRIBUTE_…
+    std::uint64_t size;        // bytes
     bool isFolder() const { return (attributes & 0x10) != 0; }
     bool isLink() const { return (attributes & 0x400) != 0; }  // junction, symbolic link
 };
@@ -44,7 +44,7 @@ using DiskFault = std::function<void(DiskStep step, const std::wstring& path)>;
 // 260 characters. Every failure raises a RuntimeError whose source is "FileSystemObject".
 namespace FileSystemObject {
 
-bool FileExists(const std::wstring& path);    // a file, not a folder; "" is false
+bool FileExists(const std::wstring& path);  // a file, not a folder; "" is false
 bool FolderExists(const std::wstring& path);
 bool IsDriveReady(const std::wstring& drive);  // "E:", with or without "\"
 DriveType driveType(const std::wstring& drive);
