@@ -34,12 +34,12 @@ void openEntry(Opening& opening) {
         list.clips = std::make_shared<const std::vector<PlaylistClip>>(clipsOf(opening.file));
         list.stepper = PlaylistStepper(list.clips->size());
     }
-    HRESULT error = kNothingToPlay;
     const bool single = list.clips->size() == 1 && list.clips->front().path == opening.file;
+    HRESULT error = kNothingToPlay;
     const auto opens = [&](std::size_t entry) {
-        if (opening.cancelled) return false;
+        if (opening.cancelled || error == VFW_E_NO_AUDIO_HARDWARE) return false;
         const HRESULT result = openClip(opening, (*list.clips)[entry]);
-        if (FAILED(result) && (single || result == VFW_E_NO_AUDIO_HARDWARE)) error = result;
+        if (single || result == VFW_E_NO_AUDIO_HARDWARE) error = result;
         return SUCCEEDED(result);
     };
     if (!list.stepper.step(opening.step, opens)) opening.error = playbackErrorText(error);

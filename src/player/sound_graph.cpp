@@ -10,6 +10,15 @@ namespace {
 
 constexpr double kUnitsPerSecond = 10'000'000;  // of a reference time
 
+// Asked only after a failure, so that the program does not load the component at its start.
+bool soundDeviceMissing() {
+    const Library winmm(LoadLibraryW(L"winmm.dll"));
+    using Count = UINT(WINAPI*)();
+    const auto count = reinterpret_cast<Count>(
+        reinterpret_cast<void*>(GetProcAddress(winmm.get(), "waveOutGetNumDevs")));
+    return count && count() == 0;
+}
+
 }  // namespace
 
 template <typename Interface>
@@ -51,7 +60,8 @@ HRESULT SoundGraph::open(const std::wstring& file, SoundGraph& result) {
                                     IID_IGraphBuilder, made.graph_.receiveVoid());
     if (FAILED(done)) return done;
     done = made.graph_->RenderFile(file.c_str(), nullptr);
-    if (FAILED(done)) return done;
+    if (FAILED(done))
+        return done == VFW_E_CANNOT_RENDER && soundDeviceMissing() ? VFW_E_NO_AUDIO_HARDWARE : done;
 
     made.control_ = made.query<IMediaControl>(IID_IMediaControl);
     made.seeking_ = made.query<IMediaSeeking>(IID_IMediaSeeking);
@@ -93,9 +103,10 @@ void SoundGraph::pause() {
     control_->Pause();
 }
 
-// Held at its start rather than stopped: a stopped graph does not reliably move again from where
-// it is sent meanwhile, and its next start would take longer.
+// Held at its start rather than left stopped: a stopped graph does not reliably move again from
+// where it is sent meanwhile. Stopping it first makes it forget an end that it reached.
 void SoundGraph::stop() {
+    control_->Stop();
     control_->Pause();
     seek(0);
 }
