@@ -18,7 +18,7 @@ class MediaPlayer {
     using Post = std::function<void(std::function<void()>)>;
 
     MediaPlayer();  // the system's engine and message loop
-    MediaPlayer(const MediaEngineFactory& createEngine, Post post);
+    MediaPlayer(MediaEngineFactory createEngine, Post post);
     ~MediaPlayer();
     MediaPlayer(const MediaPlayer&) = delete;
     MediaPlayer& operator=(const MediaPlayer&) = delete;
@@ -57,15 +57,17 @@ class MediaPlayer {
     std::wstring GetMediaInfoString(int kind) const;  // 8 title, 9 author; "" when not known
 
   private:
+    MediaEngine& engine();
     void enqueue(const MediaNotification& notification);
     void deliver(const MediaNotification& notification);
 
+    MediaEngineFactory createEngine_;
     Post post_;
     std::wstring fileName_;
     int volume_ = kVolumeDefault;
     unsigned opening_ = 0;  // counts the files that were set; tells stale notifications
-    std::shared_ptr<MediaPlayer*> self_;  // emptied by the destructor
-    std::unique_ptr<MediaEngine> engine_;
+    std::shared_ptr<MediaPlayer*> self_;   // emptied by the destructor
+    std::unique_ptr<MediaEngine> engine_;  // made when the first file is opened
 };
 
 }  // namespace tunovka

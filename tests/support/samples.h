@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace tunovka::testing_support {
+namespace tunovka {
 
 // The project's small music collection, found upwards from where the test program lies; ends in
 // "\".
@@ -22,4 +22,4 @@ inline std::wstring samplesFolder() {
     throw std::runtime_error("the samples are not above the test program");
 }
 
-}  // namespace tunovka::testing_support
+}  // namespace tunovka

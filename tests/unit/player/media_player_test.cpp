@@ -180,6 +180,7 @@ TEST_F(Player, aHandlerMayOpenAnotherFileOrDestroyThePlayer) {
 
 TEST_F(Player, volumeStartsAtTheDefaultAndStaysInItsRange) {
     EXPECT_EQ(player_->Volume(), -600);
+    player_->setFileName(L"a.mp3");
     EXPECT_EQ(engine_->volume, -600);
     player_->setVolume(5);
     EXPECT_EQ(engine_->volume, 0);
