@@ -2,7 +2,8 @@
 
 # What building and every test lane need on the machine itself. The Wine root has its own list.
 PACKAGES="
-    cmake ninja-build g++ g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-tools googletest ccache
+    cmake ninja-build g++ g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-tools
+    googletest ccache
     mmdebstrap arch-test bubblewrap
     xvfb x11-utils xdotool openbox imagemagick pulseaudio pulseaudio-utils
     clang-format python3 ca-certificates util-linux"
