@@ -10,6 +10,7 @@
 
 #include "core/loop_hooks.h"
 #include "playlist/resolve.h"
+#include "ui/sort_order.h"
 
 namespace tunovka {
 
@@ -20,8 +21,6 @@ struct EditorEntry {
     bool missing = false;   // no file was there when the row was made: shown in red
     std::string sortKey{};  // set while the list is sorted
 };
-
-enum class SortOrder { None, Ascending, Descending };
 
 struct MergeReport {
     int added = 0;

@@ -1,0 +1,376 @@
+#include "ui/list_view.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/text.h"
+#include "ui/painting.h"
+#include "ui/skin.h"
+
+namespace tunovka {
+namespace {
+
+constexpr int kPicture = 16;      // sizes in 96ths of an inch
+constexpr int kRowPadding = 3;    // above and below a row's text together
+constexpr int kMargin = 4;        // left of the picture, and between picture and text
+constexpr int kEdge = 16;         // how near to the edge a drag scrolls
+constexpr DWORD kEdgePause = 60;  // ms between two rows of that
+constexpr UINT kTextFormat = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS;
+constexpr std::size_t kLongestText = 1023;  // painting a text of megabytes stands still
+
+DWORD listStyle(const ListView::ListArgs& args) {
+    return WS_CHILD | WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+           LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | (args.visible ? WS_VISIBLE : 0u) |
+           (args.header.empty() ? LVS_NOCOLUMNHEADER : 0u);
+}
+
+}  // namespace
+
+ListView::ListView(const ListArgs& args)
+    : Window(Args{.name = args.name,
+                  .className = WC_LISTVIEWW,
+                  .text = args.text,
+                  .style = listStyle(args),
+                  .parent = args.parent}),
+      items_(sortKey),
+      mouse_(*this,
+             {.press = [this](MouseButton button, Point point) { pressed(button, point); },
+              .release =
+                  [this](MouseButton button, Point point) {
+                      if (onMouseUp) onMouseUp(button, point);
+                      if (button == MouseButton::Left && itemAt(point) && selected() && onItemClick)
+                          onItemClick();
+                  },
+              .doubleClick =
+                  [this](Point point) {
+                      if (itemAt(point) && onDoubleClick) onDoubleClick();
+                  },
+              .drag =
+                  [this](Point from) {
+                      const auto position = itemAt(from);
+                      if (position && onBeginDrag) onBeginDrag(*position);
+                  }}) {
+    send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
+         LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT;
+    column.pszText = const_cast<wchar_t*>(args.header.c_str());
+    send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    applyScale();
+}
+
+void ListView::applyScale() {
+    if (scale_ == dpi()) return;
+    scale_ = dpi();
+    // Rows are as high as the pictures of this list, which itself is never seen: rows paint theirs.
+    const int height = std::max(Skin::fontHeight(scale_), scaled(kPicture)) + scaled(kRowPadding);
+    const HIMAGELIST measure = ImageList_Create(1, height, ILC_COLOR, 1, 1);
+    const auto before = reinterpret_cast<HIMAGELIST>(
+        send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(measure)));
+    if (before) ImageList_Destroy(before);
+    send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(scale_)), TRUE);
+}
+
+ListView::Batch::Batch(ListView& list) : list_(list) {
+    if (list_.batches_++ == 0) list_.items_.setMark(list_.selected());
+}
+
+ListView::Batch::~Batch() {
+    if (--list_.batches_ == 0) list_.sync();
+}
+
+// The system learns how many rows there are now and which one is the selected one.
+void ListView::sync() {
+    dropHighlight_.reset();
+    const std::optional<std::size_t> before = selected(), now = items_.mark();
+    if (before && before != now) {
+        LVITEMW item{};
+        item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        send(LVM_SETITEMSTATE, *before, reinterpret_cast<LPARAM>(&item));
+    }
+    send(LVM_SETITEMCOUNT, items_.count(), LVSICF_NOSCROLL);
+    if (now && before != now) select(*now);
+    invalidate();
+}
+
+void ListView::add(ListItem item) {
+    const Batch batch(*this);
+    items_.add(std::move(item));
+}
+
+void ListView::insert(std::size_t position, ListItem item) {
+    const Batch batch(*this);
+    items_.insert(position, std::move(item));
+}
+
+void ListView::addAll(std::vector<ListItem> items) {
+    const Batch batch(*this);
+    items_.addAll(std::move(items));
+}
+
+void ListView::setAll(std::vector<ListItem> items) {
+    const Batch batch(*this);
+    items_.setAll(std::move(items));
+}
+
+void ListView::removeAt(std::size_t position) {
+    const Batch batch(*this);
+    items_.removeAt(position);
+}
+
+std::size_t ListView::remove(const std::vector<std::wstring>& keys) {
+    const Batch batch(*this);
+    return items_.remove(keys);
+}
+
+void ListView::clear() {
+    const Batch batch(*this);
+    items_.clear();
+}
+
+void ListView::rename(const std::wstring& key, const std::wstring& newKey,
+                      const std::wstring& text) {
+    const Batch batch(*this);
+    items_.rename(key, newKey, text);
+}
+
+void ListView::setForeground(std::size_t position, Color color) {
+    const Batch batch(*this);
+    items_.setForeground(position, color);
+}
+
+void ListView::move(std::size_t from, std::size_t to) {
+    const Batch batch(*this);
+    items_.move(from, to);
+}
+
+void ListView::sort(SortOrder order) {
+    const Batch batch(*this);
+    items_.sort(order);
+}
+
+void ListView::select(std::size_t position) {
+    items_.at(position);
+    LVITEMW item{};
+    item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    send(LVM_SETITEMSTATE, position, reinterpret_cast<LPARAM>(&item));
+}
+
+std::optional<std::size_t> ListView::selected() const {
+    const LRESULT focused = send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
+    if (focused < 0 || focused >= static_cast<LRESULT>(items_.count())) return std::nullopt;
+    if (!send(LVM_GETITEMSTATE, focused, LVIS_SELECTED)) return std::nullopt;
+    return focused;
+}
+
+std::wstring ListView::selectedKey() const {
+    const auto position = selected();
+    return position ? items_.at(*position).key : std::wstring();
+}
+
+std::size_t ListView::firstVisible() const {
+    return send(LVM_GETTOPINDEX);
+}
+
+void ListView::ensureVisible(std::size_t position) {
+    send(LVM_ENSUREVISIBLE, position, FALSE);
+}
+
+int ListView::headerHeight() const {
+    const auto header = reinterpret_cast<HWND>(send(LVM_GETHEADER));
+    RECT area{};
+    if (!header || !(GetWindowLongW(header, GWL_STYLE) & WS_VISIBLE)) return 0;
+    GetWindowRect(header, &area);
+    return area.bottom - area.top;
+}
+
+Rect ListView::rowArea(std::size_t position) const {
+    RECT area{LVIR_BOUNDS};
+    if (!send(LVM_GETITEMRECT, position, reinterpret_cast<LPARAM>(&area))) return {};
+    return {0, static_cast<int>(area.top), clientSize().width,
+            static_cast<int>(area.bottom - area.top)};
+}
+
+double ListView::rowHeight() const {
+    return items_.count() ? rowArea(0).height : 0;
+}
+
+double ListView::rowsInView() const {
+    const double row = rowHeight();
+    return row > 0 ? (clientSize().height - headerHeight()) / row : 0;
+}
+
+std::optional<std::size_t> ListView::itemAt(Point point) const {
+    const int inRows = point.y - headerHeight();
+    const int row = static_cast<int>(rowHeight());
+    if (row <= 0 || inRows < 0 || point.y >= clientSize().height || point.x < 0 ||
+        point.x >= clientSize().width)
+        return std::nullopt;
+    const std::size_t position = firstVisible() + inRows / row;
+    if (position >= items_.count()) return std::nullopt;
+    return position;
+}
+
+void ListView::setDropHighlight(std::optional<std::size_t> position) {
+    if (position == dropHighlight_) return;
+    dropHighlight_ = position;
+    invalidate();
+}
+
+void ListView::scrollNearEdge(Point point) {
+    const int edge = scaled(kEdge);
+    const bool up = point.y < headerHeight() + edge;
+    const bool down = point.y >= clientSize().height - edge;
+    if (!up && !down) return;
+    if (GetTickCount() - lastEdgeScroll_ < kEdgePause) return;
+    lastEdgeScroll_ = GetTickCount();
+    scrolled(WM_VSCROLL, up ? SB_LINEUP : SB_LINEDOWN, 0);
+}
+
+void ListView::pressed(MouseButton button, Point point) {
+    if (const auto position = itemAt(point)) select(*position);
+    if (onMouseDown) onMouseDown(button, point);
+}
+
+LRESULT ListView::scrolled(UINT message, WPARAM wparam, LPARAM lparam) {
+    const std::size_t before = firstVisible();
+    const LRESULT answer = defaultProcedure(message, wparam, lparam);
+    if (firstVisible() != before && onScroll) onScroll();
+    return answer;
+}
+
+LRESULT ListView::byKeyboard(UINT message, WPARAM wparam, LPARAM lparam) {
+    const std::optional<std::size_t> before = selected();
+    const LRESULT answer = scrolled(message, wparam, lparam);
+    if (selected() && selected() != before && onSelectionByKey) onSelectionByKey();
+    return answer;
+}
+
+void ListView::keyboardMenu() {
+    const auto position = selected();
+    if (!position || !onContextMenu) return;
+    ensureVisible(*position);
+    const Rect area = rowArea(*position);
+    onContextMenu(toScreen({scaled(kMargin + kPicture), area.bottom()}));
+}
+
+std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (mouse_.take(message, wparam, lparam)) return 0;
+    switch (message) {
+        case WM_NCCALCSIZE: {
+            // The system's own scroll bar never shows; scrolling by wheel and keys goes on.
+            const LONG style = GetWindowLongW(handle(), GWL_STYLE);
+            if (style & (WS_VSCROLL | WS_HSCROLL))
+                SetWindowLongW(handle(), GWL_STYLE, style & ~(WS_VSCROLL | WS_HSCROLL));
+            return std::nullopt;
+        }
+        case WM_SIZE: {
+            applyScale();
+            const LRESULT answer = defaultProcedure(message, wparam, lparam);
+            send(LVM_SETCOLUMNWIDTH, 0, clientSize().width);
+            return answer;
+        }
+        case WM_KEYDOWN:
+            if (onKeyDown && onKeyDown(static_cast<WORD>(wparam))) return 0;
+            return byKeyboard(message, wparam, lparam);
+        case WM_CHAR:  // typing finds a row
+            return wparam == VK_RETURN ? 0 : byKeyboard(message, wparam, lparam);
+        case WM_MOUSEWHEEL:
+        case WM_VSCROLL:
+            return scrolled(message, wparam, lparam);
+        case WM_CONTEXTMENU:
+            if (lparam == -1) keyboardMenu();
+            return 0;
+        case WM_NOTIFY: {  // from the header
+            const auto& header = *reinterpret_cast<const NMHDR*>(lparam);
+            if (header.code == HDN_BEGINTRACKW || header.code == HDN_BEGINTRACKA) return TRUE;
+            if (header.code == HDN_DIVIDERDBLCLICKW || header.code == HDN_DIVIDERDBLCLICKA)
+                return 0;
+            if (header.code == NM_CUSTOMDRAW)
+                return drawHeader(reinterpret_cast<const NMCUSTOMDRAW&>(header));
+            return std::nullopt;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> ListView::onNotify(NMHDR& header) {
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            tellText(reinterpret_cast<NMLVDISPINFOW&>(header));
+            return 0;
+        case LVN_ODFINDITEMW: {
+            const auto& wanted = reinterpret_cast<const NMLVFINDITEMW&>(header);
+            if (!(wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !wanted.lvfi.psz) return -1;
+            const auto found = items_.findText(wanted.lvfi.psz, std::max(wanted.iStart, 0),
+                                               !(wanted.lvfi.flags & LVFI_PARTIAL));
+            return found ? static_cast<LRESULT>(*found) : -1;
+        }
+        case NM_CUSTOMDRAW:
+            return customDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+        default:
+            return std::nullopt;
+    }
+}
+
+void ListView::tellText(NMLVDISPINFOW& info) const {
+    const std::size_t position = info.item.iItem;
+    if (!(info.item.mask & LVIF_TEXT) || info.item.cchTextMax <= 0) return;
+    const std::wstring text = position < items_.count() ? items_.at(position).text : std::wstring();
+    lstrcpynW(info.item.pszText, text.c_str(), info.item.cchTextMax);
+}
+
+LRESULT ListView::customDraw(const NMLVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    if (draw.nmcd.dwItemSpec < items_.count()) drawRow(draw.nmcd.hdc, draw.nmcd.dwItemSpec);
+    return CDRF_SKIPDEFAULT;
+}
+
+void ListView::drawRow(HDC dc, std::size_t position) const {
+    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
+    const ListItem& item = items_.at(position);
+    const Rect area = rowArea(position);
+    const bool isSelected = send(LVM_GETITEMSTATE, position, LVIS_SELECTED);
+    Color ground = colors.NodeBackColor, ink = item.foreground;
+    if (isSelected) {
+        ground = hasFocus() ? colors.TitleColor : colors.AuxColor1;
+        if (hasFocus()) ink = 0xFFFFFF;
+    }
+    fillRect(dc, toRECT(area), ground);
+    if (dropHighlight_ == position) {
+        fillRect(dc, toRECT(area), mixed(colors.AuxColor3, 0xFFFFFF, 80));
+        frameRect(dc, toRECT(area), colors.TitleColor);
+        ink = item.foreground;
+    }
+    int left = scaled(kMargin);
+    if (!item.imageKey.empty()) {
+        const int side = scaled(kPicture);
+        Skin::draw(dc, item.imageKey, {left, area.y + (area.height - side) / 2}, dpi());
+        left += side + scaled(kMargin);
+    }
+    drawText(dc, item.text.substr(0, kLongestText),
+             {left, area.y, area.right() - scaled(kMargin), area.bottom()}, kTextFormat,
+             Skin::font(dpi()), ink);
+}
+
+LRESULT ListView::drawHeader(const NMCUSTOMDRAW& draw) const {
+    if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
+    wchar_t caption[64] = L"";
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT;
+    column.pszText = caption;
+    column.cchTextMax = std::size(caption);
+    send(LVM_GETCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    RECT area = draw.rc;
+    fillGradient(draw.hdc, area, mixed(colors.AuxColor3, 0xFFFFFF, 120), colors.AuxColor3);
+    fillRect(draw.hdc, {area.left, area.bottom - 1, area.right, area.bottom}, colors.TitleColor);
+    area.left += scaled(kMargin);
+    drawText(draw.hdc, caption, area, kTextFormat, Skin::font(dpi()), colors.LabelForeColor);
+    return CDRF_SKIPDEFAULT;
+}
+
+}  // namespace tunovka

@@ -1,0 +1,181 @@
+#include "ui/list_view.h"
+
+#include <gtest/gtest.h>
+
+#include "core/errors.h"
+#include "core/events.h"
+#include "support/error_of.h"
+#include "ui/form.h"
+
+namespace tunovka {
+namespace {
+
+class ListForm : public Form {
+  public:
+    ListForm() : Form(FormArgs{.name = L"frmtest", .caption = L"test", .size = {300, 240}}) {
+        MultiMedialny::InitSharedTables();
+        list.setBounds({10, 10, 280, 205});
+        show();
+        yieldNow();
+    }
+    ListView list{{.name = L"Lview", .text = L"Zoznam", .parent = this, .header = L"Súbory"}};
+};
+
+std::vector<ListItem> manyItems(int count) {
+    std::vector<ListItem> items;
+    for (int i = 0; i < count; ++i)
+        items.push_back({.key = L"key" + std::to_wstring(i),
+                         .text = L"file " + std::to_wstring(count - i) + L".mp3",
+                         .imageKey = L"winamp1"});
+    return items;
+}
+
+void click(const ListView& list, UINT down, UINT up, Point point) {
+    const LPARAM place = MAKELPARAM(point.x, point.y);
+    SendMessageW(list.handle(), down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, place);
+    SendMessageW(list.handle(), up, 0, place);
+}
+
+void pressKey(const ListView& list, WORD key) {
+    SendMessageW(list.handle(), WM_KEYDOWN, key, 1);
+}
+
+// The middle of a row that is in view.
+Point rowPoint(const ListView& list, std::size_t position) {
+    const int row = static_cast<int>(list.rowHeight());
+    for (int y = 0; y < list.clientSize().height; ++y)
+        if (list.itemAt({20, y}) == position) return {20, y + row / 2};
+    ADD_FAILURE() << "row " << position << " is not in view";
+    return {};
+}
+
+TEST(ListView, showsItsRowsAndFindsThemUnderThePointer) {
+    ListForm form;
+    ListView& list = form.list;
+    EXPECT_EQ(list.rowHeight(), 0);
+    EXPECT_EQ(list.selected(), std::nullopt);
+    list.setAll(manyItems(1000));
+    EXPECT_EQ(SendMessageW(list.handle(), LVM_GETITEMCOUNT, 0, 0), 1000);
+    wchar_t text[64] = L"";
+    LVITEMW item{};
+    item.iItem = 2;
+    item.pszText = text;
+    item.cchTextMax = 64;
+    SendMessageW(list.handle(), LVM_GETITEMTEXTW, 2, reinterpret_cast<LPARAM>(&item));
+    EXPECT_STREQ(text, L"file 998.mp3");
+
+    EXPECT_GT(list.rowHeight(), 15);
+    EXPECT_GT(list.rowsInView(), 5);
+    EXPECT_EQ(list.itemAt({20, 2}), std::nullopt);  // the header
+    EXPECT_EQ(list.itemAt({-1, 60}), std::nullopt);
+    list.ensureVisible(500);
+    EXPECT_EQ(list.firstVisible(), 500 - static_cast<std::size_t>(list.rowsInView()) + 1);
+    list.select(500);
+    click(list, WM_RBUTTONDOWN, WM_RBUTTONUP, rowPoint(list, 498));
+    EXPECT_EQ(list.selectedKey(), L"key498");
+}
+
+TEST(ListView, hasNoScrollBarOfTheSystemAndScrollsYet) {
+    ListForm form;
+    ListView& list = form.list;
+    list.setAll(manyItems(30000));
+    int scrolls = 0;
+    list.onScroll = [&] { ++scrolls; };
+    SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    EXPECT_GT(list.firstVisible(), 0u);
+    EXPECT_EQ(scrolls, 1);
+    list.focus();
+    pressKey(list, VK_END);
+    EXPECT_EQ(list.selectedKey(), L"key29999");
+    EXPECT_GT(list.firstVisible(), 29900u);
+    EXPECT_EQ(scrolls, 2);
+    EXPECT_EQ(GetWindowLongW(list.handle(), GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL), 0);
+    EXPECT_EQ(list.clientSize().width, 278);
+    list.setAll(manyItems(3));
+    EXPECT_EQ(list.firstVisible(), 0u);
+}
+
+TEST(ListView, theSelectionGoesWithItsRow) {
+    ListForm form;
+    ListView& list = form.list;
+    list.setAll(manyItems(100));
+    list.select(1);
+    list.sort(SortOrder::Ascending);
+    EXPECT_EQ(list.selectedKey(), L"key1");
+    EXPECT_NE(list.selected(), 1u);
+    list.clear();
+    EXPECT_EQ(list.selected(), std::nullopt);
+    list.addAll(manyItems(3));
+    EXPECT_EQ(list.selected(), std::nullopt);
+    list.select(2);
+    list.insert(0, {.key = L"first"});
+    EXPECT_EQ(list.selected(), 3u);
+    list.removeAt(3);
+    EXPECT_EQ(list.selected(), std::nullopt);
+    EXPECT_EQ(errorOf([&] { list.select(3); }), kSubscriptOutOfRange);
+}
+
+TEST(ListView, tellsItsEventsInTheirOrder) {
+    ListForm form;
+    ListView& list = form.list;
+    list.setAll(manyItems(20));
+    std::wstring told;
+    list.onMouseDown = [&](MouseButton, Point) { told += L"down " + list.selectedKey() + L" "; };
+    list.onMouseUp = [&](MouseButton, Point) { told += L"up "; };
+    list.onItemClick = [&] { told += L"click "; };
+    list.onDoubleClick = [&] { told += L"double "; };
+    list.onSelectionByKey = [&] { told += L"key " + list.selectedKey() + L" "; };
+    list.onBeginDrag = [&](std::size_t position) { told += L"drag " + std::to_wstring(position); };
+    const auto tells = [&] { return std::exchange(told, L""); };
+
+    click(list, WM_LBUTTONDOWN, WM_LBUTTONUP, rowPoint(list, 2));
+    EXPECT_EQ(tells(), L"down key2 up click ");
+    click(list, WM_RBUTTONDOWN, WM_RBUTTONUP, rowPoint(list, 3));
+    EXPECT_EQ(tells(), L"down key3 up ");
+    click(list, WM_LBUTTONDBLCLK, WM_LBUTTONUP, rowPoint(list, 1));
+    EXPECT_EQ(tells(), L"down key1 double ");
+    pressKey(list, VK_DOWN);
+    EXPECT_EQ(tells(), L"key key2 ");
+    SendMessageW(list.handle(), WM_CHAR, L'F', 1);
+    SendMessageW(list.handle(), WM_CHAR, L'x', 1);
+    tells();
+
+    const Point from = rowPoint(list, 4);
+    SendMessageW(list.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
+    SendMessageW(list.handle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(from.x + 40, from.y));
+    EXPECT_EQ(tells(), L"down key4 drag 4");
+}
+
+TEST(ListView, typingFindsARow) {
+    ListForm form;
+    ListView& list = form.list;
+    list.setAll({{.text = L"Alfa"}, {.text = L"Beta"}, {.text = L"gama"}});
+    list.focus();
+    std::wstring found;
+    list.onSelectionByKey = [&] { found = list.items().at(*list.selected()).text; };
+    SendMessageW(list.handle(), WM_CHAR, L'G', 1);
+    EXPECT_EQ(found, L"gama");
+}
+
+TEST(ListView, tensOfThousandsOfRowsAreImmediate) {
+    ListForm form;
+    ListView& list = form.list;
+    const auto timed = [](auto&& work) {
+        const DWORD start = GetTickCount();
+        work();
+        yieldNow();
+        return GetTickCount() - start;
+    };
+    std::vector<ListItem> items = manyItems(30000);
+    EXPECT_LT(timed([&] { list.setAll(std::move(items)); }), 300u);
+    EXPECT_LT(timed([&] { list.select(29000); }), 100u);
+    EXPECT_LT(timed([&] { list.sort(SortOrder::Ascending); }), 300u);
+    EXPECT_LT(timed([&] { list.sort(SortOrder::Descending); }), 300u);
+    EXPECT_LT(timed([&] { list.ensureVisible(15000); }), 100u);
+    std::vector<std::wstring> third;
+    for (int i = 0; i < 30000; i += 3) third.push_back(L"key" + std::to_wstring(i));
+    EXPECT_LT(timed([&] { EXPECT_EQ(list.remove(third), 10000u); }), 300u);
+}
+
+}  // namespace
+}  // namespace tunovka
