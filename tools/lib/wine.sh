@@ -49,7 +49,7 @@ in_wine() {
 # Makes the prefix of the stage when it is not there or was made by another recipe (about 11 s).
 ensure_prefix() {
     local recipe
-    recipe=$(cat "$TOP/tools/lib/prefix.reg" <(wine_root) <(echo $STAGE_DPI) | sha256sum)
+    recipe=$(cat "$TOP"/tools/lib/{prefix.reg,keeper.cpp} <(wine_root) <(echo $STAGE_DPI) | sha256sum)
     [ "$(cat "$STAGE_DIR/prefix.made" 2>/dev/null)" != "$recipe" ] || return 0
     say "Making a Wine prefix in $PREFIX"
     stage_stop_wine
@@ -61,6 +61,8 @@ ensure_prefix() {
     # DISPLAY is empty: no window may appear, and the desktop must not keep a display of today.
     DISPLAY= detached in_wine sh -c 'wineboot -i && wine regedit /S "$1" && wineserver -k -w' \
         sh "$STAGE_DIR/prefix.reg" || die "Wine could not make its prefix; see $STAGE_DIR/log"
+    i686-w64-mingw32-g++-posix -Os -s -static -mwindows -o "$STAGE_DIR/keeper.exe" \
+        "$TOP/tools/lib/keeper.cpp" || die "The compiler failed."
     # Wine counts the drives when its server starts: both exist from then on.
     drive_link e "$STAGE_DIR/drive-e"
     drive_link t "$STAGE_DIR/scratch"
@@ -126,7 +128,7 @@ ensure_wine_server() {
         [ "$(cat "$STAGE_DIR/wine.display")" = "$DISPLAY" ]; then return 0; fi
     stage_stop_wine
     detached start_wine_server
-    detached in_wine wine start /wait cmd /c exit
+    detached in_wine wineboot
     echo "$DISPLAY" > "$STAGE_DIR/wine.display"
 }
 
@@ -138,10 +140,10 @@ start_wine_server() {
 }
 
 # The helpers that Wine starts beside a program, the desktop among them, keep the output they were
-# given and would hold a test's pipe open after its end. So a program that does nothing but wait
-# keeps them running, with none of our output, until the stage has been idle for a while.
+# given and would hold a test's pipe open after its end. So a program that does nothing keeps them
+# running, with none of our output, until the stage has been idle for a while.
 keep_wine_awake() {
-    in_wine wine start /wait cmd /c pause &
+    in_wine wine "$STAGE_DIR/keeper.exe" &
     while runs 'wineserver|bwrap' "$STAGE_DIR/wine.pid" &&
         [ "$(cat "$STAGE_DIR/wine.pid")" = "$1" ]; do
         sleep 2

@@ -1,0 +1,307 @@
+"""Drives the finished program from outside, the way a person does: real mouse and keys on a virtual
+display, ears on a sound sink that nobody hears. Coordinates are the screen's pixels.
+
+A journey is a function that takes an App:
+
+    import driver
+
+    def journey(app):
+        app.control("Tview").item("Vitajte.m3u").double_click()
+        driver.wait_until(lambda: app.control("lblnapis").text != "", 5, "a song's name")
+
+    driver.main(journey)
+"""
+
+import json
+import os
+import shutil
+import subprocess
+import sys
+import time
+import traceback
+from pathlib import Path
+
+TOP = Path(__file__).resolve().parents[2]
+BUILD = TOP / "build"
+SCREENSHOTS = BUILD / "screenshots"
+
+
+class Failed(Exception):
+    """What a person would complain about."""
+
+
+def wait_until(condition, seconds=10, what="the expected state"):
+    """Polls until the condition gives something true and returns that."""
+    end = time.monotonic() + seconds
+    while True:
+        result = condition()
+        if result:
+            return result
+        if time.monotonic() > end:
+            raise Failed(f"{seconds} s passed without {what}")
+        time.sleep(0.02)
+
+
+def check(condition, what):
+    if not condition:
+        raise Failed(what)
+
+
+def center(rect):
+    return (rect[0] + rect[2]) // 2, (rect[1] + rect[3]) // 2
+
+
+class Probe:
+    """The helper inside Wine; see probe.cpp for what it can be asked."""
+
+    def __init__(self, path, env):
+        self._process = subprocess.Popen([TOP / "tools/wine-run", path], env=env,
+                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+
+    def ask(self, *words):
+        self._process.stdin.write(("\t".join(map(str, words)) + "\n").encode())
+        self._process.stdin.flush()
+        line = self._process.stdout.readline()
+        if not line:
+            raise Failed("the probe has ended")
+        return json.loads(line)
+
+    def close(self):
+        self._process.stdin.close()
+        self._process.wait(10)
+
+
+class Place:
+    """Something on the screen that the mouse can reach."""
+
+    def __init__(self, app, rect):
+        self.app, self.rect = app, rect
+
+    @property
+    def center(self):
+        return center(self.rect)
+
+    def click(self, button=1):
+        self.app.click(self.center, button)
+
+    def double_click(self):
+        self.app.double_click(self.center)
+
+
+class Item(Place):
+    """A node of a tree or a row of a list, as it was when it was asked for. `data` is the probe's
+    answer."""
+
+    def __init__(self, app, data):
+        super().__init__(app, data["rect"])
+        self.data = data
+        self.text = data["text"] if "text" in data else data["texts"][0]
+        self.selected = data["selected"]
+        self.expanded = data.get("expanded", False)
+        self.level = data.get("level", 0)
+
+
+class Control(Place):
+    """A window of the program; `data` is the probe's answer, from when it was asked for."""
+
+    def __init__(self, app, data):
+        super().__init__(app, data["rect"])
+        self.data, self.hwnd, self.name = data, data["hwnd"], data["name"]
+        self.visible, self.enabled = data["visible"], data["enabled"]
+
+    @property
+    def text(self):
+        """The window's text now."""
+        return self.app.probe.ask("text", self.hwnd)
+
+    def items(self):
+        """All nodes of a tree in their order, or all rows of a list, now."""
+        kind = "tree" if "TreeView" in self.data["class"] else "list"
+        return [Item(self.app, data) for data in self.app.probe.ask(kind, self.hwnd) or []]
+
+    def find(self, text):
+        """The first node or row of that text, or None."""
+        return next((item for item in self.items() if item.text == text), None)
+
+    def item(self, text, seconds=5):
+        """The node or row of that text; waits for it."""
+        return wait_until(lambda: self.find(text), seconds, f"{text!r} in {self.name}")
+
+    def expand(self, text):
+        """Expands a node by its button, as the mouse does it."""
+        item = self.item(text)
+        check(item.rect, f"{text!r} lies in a collapsed node")
+        if not item.expanded:
+            item.click()
+            self.app.key("Right")
+        wait_until(lambda: self.item(text).expanded, 10, f"{text!r} expanded")
+
+    def combo(self):
+        """The entries of a combo box and the selected one's index."""
+        return self.app.probe.ask("combo", self.hwnd)
+
+
+class App:
+    """The program, running on a stage with `folder` as drive E:."""
+
+    def __init__(self, program, probe, folder, dpi=96, openbox=False):
+        self.program = Path(program)
+        self.scale = dpi / 96
+        env = dict(os.environ, TUNOVKA_STAGE=str(dpi), TUNOVKA_DRIVE_E=str(folder))
+        started = subprocess.run([TOP / "tools/stage", "start"], env=env, check=True,
+                                 stdout=subprocess.PIPE, text=True).stdout
+        env.update(line.split("=", 1) for line in started.splitlines())
+        self.env = env
+        self._manager = subprocess.Popen(["openbox"], env=env) if openbox else None
+        self.probe = Probe(probe, env)
+        self._process = subprocess.Popen([TOP / "tools/wine-run", program], env=env)
+
+    # Windows
+
+    def windows(self):
+        """All windows of the program, the front ones first, each followed by its children."""
+        return [Control(self, data) for data in self.probe.ask("windows", self.program.name)]
+
+    def find(self, name, visible=True, within=None):
+        """The first window of that code name, or None. `within`: a child of that control."""
+        for window in self.windows():
+            if window.name == name and (window.visible or not visible) and \
+                    (within is None or self._is_within(window, within)):
+                return window
+        return None
+
+    def control(self, name, seconds=10, visible=True, within=None):
+        """The window of that code name, say "Tview" or "frmBox"; waits for it."""
+        return wait_until(lambda: self.find(name, visible, within), seconds, f"a window {name!r}")
+
+    def top_windows(self):
+        """Visible windows that are nobody's child: forms, menus, dialogs; front ones first."""
+        return [w for w in self.windows() if w.visible and not w.data["parent"]]
+
+    def wait_gone(self, name, seconds=5):
+        wait_until(lambda: not self.find(name), seconds, f"{name!r} gone")
+
+    def focused(self):
+        """The control that has the keyboard, or None when it is another program's."""
+        hwnd = self.probe.ask("focus")["focus"]
+        return next((w for w in self.windows() if w.hwnd == hwnd), None)
+
+    def _is_within(self, window, parent):
+        parents = {w.hwnd: w.data["parent"] for w in self.windows()}
+        hwnd = window.hwnd
+        while hwnd and hwnd != parent.hwnd:
+            hwnd = parents.get(hwnd)
+        return hwnd == parent.hwnd
+
+    # Mouse and keys
+
+    def xdotool(self, *words):
+        subprocess.run(["xdotool", *map(str, words)], env=self.env, check=True,
+                       stdout=subprocess.DEVNULL)
+
+    def move(self, point):
+        self.xdotool("mousemove", *point)
+
+    def click(self, where, button=1):
+        """`where`: a point, or a Place for its middle."""
+        self.xdotool("mousemove", *self._point(where), "click", button)
+
+    def double_click(self, where):
+        self.xdotool("mousemove", *self._point(where), "click", "--repeat", 2, "--delay", 50, 1)
+
+    def press(self, where, button=1):
+        self.xdotool("mousemove", *self._point(where), "mousedown", button)
+
+    def release(self, button=1):
+        self.xdotool("mouseup", button)
+
+    def drag(self, start, end, steps=12, button=1):
+        """Presses, moves in steps as a hand does, and releases."""
+        (x1, y1), (x2, y2) = self._point(start), self._point(end)
+        words = ["mousemove", x1, y1, "mousedown", button]
+        for step in range(1, steps + 1):
+            words += ["mousemove", x1 + (x2 - x1) * step // steps, y1 + (y2 - y1) * step // steps,
+                      "sleep", 0.03]
+        self.xdotool(*words, "mouseup", button)
+
+    def key(self, *names):
+        """Keys by their X names: "Return", "ctrl+a", "Down"."""
+        self.xdotool("key", *names)
+
+    def type(self, text):
+        """Types exactly these letters into what has the focus."""
+        check(self.probe.ask("type", text), "typing was refused")
+
+    @staticmethod
+    def _point(where):
+        return where.center if isinstance(where, Place) else where
+
+    # Eyes and ears
+
+    def screenshot(self, name):
+        """The whole screen, into build/screenshots/NAME.png."""
+        SCREENSHOTS.mkdir(parents=True, exist_ok=True)
+        path = SCREENSHOTS / f"{name}.png"
+        subprocess.run(["import", "-window", "root", path], env=self.env, check=True)
+        return path
+
+    def pixel(self, point):
+        """The colour of a screen point as (red, green, blue)."""
+        x, y = point
+        answer = subprocess.run(["import", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8",
+                                 "rgb:-"], env=self.env, check=True, stdout=subprocess.PIPE).stdout
+        return tuple(answer[:3])
+
+    def record(self, seconds):
+        """What the program plays during that time; see sound.Recording."""
+        import sound
+        return sound.record(seconds, self.env)
+
+    # The end
+
+    def running(self):
+        return self._process.poll() is None
+
+    def close_main(self):
+        """Asks the first window to close and gives back the program's exit code."""
+        self.probe.ask("post", self.control("frmPrieskumnik", visible=False).hwnd, 0x10, 0, 0)
+        return self.wait_end()
+
+    def wait_end(self, seconds=10):
+        wait_until(lambda: not self.running(), seconds, "the program's end")
+        return self._process.returncode
+
+    def stop(self):
+        """Ends everything that this object started, whatever its state."""
+        for process in (self._process, self.probe._process, self._manager):
+            if process and process.poll() is None:
+                process.kill()
+                process.wait()
+
+
+def collection(name):
+    """A fresh copy of the samples that a journey may change."""
+    folder = BUILD / "collections" / name
+    shutil.rmtree(folder, ignore_errors=True)
+    shutil.copytree(TOP / "samples", folder)
+    return folder
+
+
+def main(journey, folder=None, dpi=96, openbox=False):
+    """Runs one journey: its script's arguments are the program and the probe. On failure leaves a
+    screenshot and exits with 1."""
+    name = Path(sys.argv[0]).stem.removesuffix("_journey")
+    program, probe = sys.argv[1:3] if len(sys.argv) > 2 else (
+        BUILD / "windows/src/app/tunovka.exe", BUILD / "windows/tests/journeys/probe.exe")
+    app = App(program, probe, folder or collection(name), dpi, openbox)
+    try:
+        journey(app)
+        if app.running():
+            code = app.close_main()
+            check(code == 0, f"the program ended with {code}")
+    except Exception as error:
+        traceback.print_exc()
+        print("Screenshot:", app.screenshot(f"failed-{name}"), file=sys.stderr)
+        sys.exit(1)
+    finally:
+        app.stop()
