@@ -7,6 +7,7 @@
 #include "core/handle.h"
 #include "player/directshow_engine.h"
 #include "player/media_control_engine.h"
+#include "support/beside_program.h"
 #include "support/scratch_folder.h"
 #include "support/watched_player.h"
 #include "windows/fake_control/fake_control.h"
@@ -26,13 +27,6 @@ void setKey(const std::wstring& path, const std::wstring& text, const wchar_t* n
               ERROR_SUCCESS);
     RegSetValueExW(key.get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
                    static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-}
-
-std::wstring besideThisProgram(const std::wstring& name) {
-    wchar_t path[MAX_PATH] = L"";
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    const std::wstring program = path;
-    return program.substr(0, program.rfind(L'\\') + 1) + name;
 }
 
 class MediaControl : public testing::Test {

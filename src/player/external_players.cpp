@@ -1,0 +1,37 @@
+#include "player/external_players.h"
+
+#include "core/errors.h"
+#include "core/events.h"
+#include "core/process_windows.h"
+#include "core/register_windows.h"
+
+namespace tunovka {
+namespace {
+
+// A failure to start names the program, so that the person knows which one is missing.
+void start(const std::wstring& commandLine, int showMode, const std::wstring& program) {
+    try {
+        startProgram(commandLine, showMode);
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.number, program, error.source);
+    }
+}
+
+}  // namespace
+
+ExternalPlayers ExternalPlayers::find() {
+    return {winampProgram(Register::PlayerPath(Register::kWinamp)),
+            Register::PlayerPath(Register::kWindowsMediaPlayer),
+            Register::PlayerPath(Register::kMediaPlayer2)};
+}
+
+void playInProgram(const std::wstring& program, const std::wstring& file) {
+    start(playingCommandLine(program, file), SW_SHOWNORMAL, program);
+    yieldNow();
+}
+
+void openWith(const std::wstring& file) {
+    start(openWithCommandLine(file), SW_SHOWMINIMIZED, L"rundll32.exe");
+}
+
+}  // namespace tunovka
