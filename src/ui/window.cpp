@@ -1,7 +1,5 @@
 #include "ui/window.h"
 
-#include <commctrl.h>
-
 #include <unordered_map>
 #include <utility>
 
@@ -74,7 +72,7 @@ Window::Window(const Args& args) {
 Window::Window(Window&& other) noexcept
     : handle_(std::exchange(other.handle_, nullptr)),
       form_(other.form_),
-      subclassed_(other.subclassed_),
+      original_(other.original_),
       name_(std::move(other.name_)) {
     bind();
 }
@@ -84,7 +82,7 @@ Window& Window::operator=(Window&& other) noexcept {
         destroy();
         handle_ = std::exchange(other.handle_, nullptr);
         form_ = other.form_;
-        subclassed_ = other.subclassed_;
+        original_ = other.original_;
         name_ = std::move(other.name_);
         bind();
     }
@@ -98,18 +96,21 @@ Window::~Window() {
 void Window::create(const Args& args) {
     name_ = args.name;
     if (args.parent) form_ = args.parent->form_;
-    subclassed_ = args.className != nullptr;
     registerOwnClass(ownProcedure);
-    handle_ =
-        CreateWindowExW(args.exStyle, subclassed_ ? args.className : kClassName, args.text.c_str(),
-                        args.style, args.bounds.x, args.bounds.y, args.bounds.width,
-                        args.bounds.height, args.parent ? args.parent->handle() : args.owner,
-                        nullptr, GetModuleHandleW(nullptr), nullptr);
+    handle_ = CreateWindowExW(args.exStyle, args.className ? args.className : kClassName,
+                              args.text.c_str(), args.style, args.bounds.x, args.bounds.y,
+                              args.bounds.width, args.bounds.height,
+                              args.parent ? args.parent->handle() : args.owner, nullptr,
+                              GetModuleHandleW(nullptr), nullptr);
     if (!handle_) throw RuntimeError(kOutOfMemory);
     SetPropW(handle_, kNameProperty,
              reinterpret_cast<HANDLE>(UINT_PTR{GlobalAddAtomW(name_.c_str())}));
     bind();
-    if (subclassed_) SetWindowSubclass(handle_, subclassProcedure, 0, 0);
+    // The system's own way of subclassing costs two property look-ups a message, which is much for
+    // a tree of thousands of nodes.
+    if (args.className)
+        original_ = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ownProcedure)));
 }
 
 void Window::destroy() {
@@ -118,7 +119,6 @@ void Window::destroy() {
     owners().erase(handle);
     if (const auto atom = RemovePropW(handle, kNameProperty))
         GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(atom)));
-    if (subclassed_) RemoveWindowSubclass(handle, subclassProcedure, 0);
     DestroyWindow(handle);
 }
 
@@ -127,16 +127,11 @@ void Window::bind() {
 }
 
 LRESULT CALLBACK Window::ownProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
-    Window* window = windowOf(handle);
-    return window ? window->route(message, wparam, lparam)
-                  : DefWindowProcW(handle, message, wparam, lparam);
-}
-
-LRESULT CALLBACK Window::subclassProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam,
-                                           UINT_PTR, DWORD_PTR) {
-    Window* window = windowOf(handle);
-    return window ? window->route(message, wparam, lparam)
-                  : DefSubclassProc(handle, message, wparam, lparam);
+    if (Window* window = windowOf(handle)) return window->route(message, wparam, lparam);
+    // A window without its object, yet or already: its class deals with it.
+    const auto ofClass = reinterpret_cast<WNDPROC>(GetClassLongPtrW(handle, GCLP_WNDPROC));
+    return CallWindowProcW(ofClass == ownProcedure ? DefWindowProcW : ofClass, handle, message,
+                           wparam, lparam);
 }
 
 LRESULT Window::route(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -168,8 +163,7 @@ std::optional<LRESULT> Window::reflect(UINT message, WPARAM wparam, LPARAM lpara
 }
 
 LRESULT Window::defaultProcedure(UINT message, WPARAM wparam, LPARAM lparam) {
-    return subclassed_ ? DefSubclassProc(handle_, message, wparam, lparam)
-                       : DefWindowProcW(handle_, message, wparam, lparam);
+    return CallWindowProcW(original_, handle_, message, wparam, lparam);
 }
 
 std::optional<LRESULT> Window::onMessage(UINT, WPARAM, LPARAM) {

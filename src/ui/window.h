@@ -89,7 +89,6 @@ class Window {
   private:
     friend class Form;
     static LRESULT CALLBACK ownProcedure(HWND, UINT, WPARAM, LPARAM);
-    static LRESULT CALLBACK subclassProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
     LRESULT route(UINT message, WPARAM wparam, LPARAM lparam);
     bool answer(LRESULT& answer, UINT message, WPARAM wparam, LPARAM lparam);
     std::optional<LRESULT> reflect(UINT message, WPARAM wparam, LPARAM lparam);
@@ -97,7 +96,7 @@ class Window {
 
     HWND handle_ = nullptr;
     Form* form_ = nullptr;
-    bool subclassed_ = false;
+    WNDPROC original_ = DefWindowProcW;  // of a system control its own
     std::wstring name_;
 };
 
