@@ -49,12 +49,14 @@ in_wine() {
 # Makes the prefix of the stage when it is not there or was made by another recipe (about 11 s).
 ensure_prefix() {
     local recipe
-    recipe=$(cat "$TOP"/tools/lib/{prefix.reg,keeper.cpp} <(wine_root) <(echo $STAGE_DPI) | sha256sum)
+    recipe=$(cat "$TOP"/tools/lib/{prefix.reg,fonts.conf,keeper.cpp} <(wine_root) <(echo $STAGE_DPI) | sha256sum)
     [ "$(cat "$STAGE_DIR/prefix.made" 2>/dev/null)" != "$recipe" ] || return 0
     say "Making a Wine prefix in $PREFIX"
     stage_stop_wine
     rm -rf "$PREFIX" "$STAGE_DIR/prefix.made"
-    mkdir -p "$PREFIX" "$STAGE_DIR/home"
+    # Smooth letters, as Windows shows them; the fonts' own tables would switch that off.
+    mkdir -p "$PREFIX" "$STAGE_DIR/home/.config/fontconfig"
+    cp "$TOP/tools/lib/fonts.conf" "$STAGE_DIR/home/.config/fontconfig/"
     { cat "$TOP/tools/lib/prefix.reg"
       printf '\n[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"LogPixels"=dword:%08x\n' $STAGE_DPI
     } > "$STAGE_DIR/prefix.reg"
