@@ -15,24 +15,33 @@ STAGE_IDLE=60
 STAGE_RUN=/tmp/tunovka-$(id -u)-$(printf '%s' "$STAGE_DIR" | sha256sum | cut -c 1-12)
 
 case $STAGE in
+    person)
+        STAGE_DPI=$(xprop -root RESOURCE_MANAGER 2>/dev/null |
+            sed -n 's/.*Xft\.dpi:[^0-9]*\([0-9]*\).*/\1/p' || true)
+        STAGE_DPI=${STAGE_DPI:-96} STAGE_SCREEN= ;;
     192) STAGE_DPI=192 STAGE_SCREEN=2560x2048x24 ;;
     *)   STAGE_DPI=96  STAGE_SCREEN=1280x1024x24 ;;
 esac
 
 # wine_command sets WINE, the words that start a command where Wine is: this machine's own files,
-# with the system folders of the Wine root in place of this machine's, so that every path outside
-# them is the same inside. Tests run without root's powers, so that read-only files and forbidden
+# with the system folders of the Wine root, if one is needed, in place of this machine's, so that
+# every path outside them is the same inside. Tests run without root's powers, so that read-only files and forbidden
 # folders are that to them too; a person keeps theirs.
 wine_command() {
     local root name
-    root=$(wine_root)
     WINE=(bwrap --dev-bind / / --clearenv
-        --bind "$root/usr" /usr --bind "$root/etc" /etc --bind "$TOP" "$TOP"
-        --setenv HOME "$STAGE_DIR/home" --setenv PATH /usr/bin:/bin:/usr/sbin:/sbin
+        --setenv HOME "$STAGE_DIR/home" --setenv PATH "$PATH:/usr/lib/wine"
         --setenv USER tester --setenv LOGNAME tester --setenv TZ Europe/Bratislava
         --setenv LC_ALL sk_SK.UTF-8
         --setenv WINEPREFIX "$PREFIX" --setenv WINEDEBUG "${WINEDEBUG:--all}"
         --setenv WINEDLLOVERRIDES 'mscoree,mshtml=')
+    if own_wine_serves; then
+        WINE+=(--setenv LOCPATH "$(own_locales)")
+    else
+        root=$(wine_root)
+        WINE+=(--bind "$root/usr" /usr --bind "$root/etc" /etc --bind "$TOP" "$TOP"
+            --setenv PATH /usr/bin:/bin:/usr/sbin:/sbin)
+    fi
     [ "$STAGE" = person ] || WINE+=(--cap-drop ALL)
     for name in DISPLAY XAUTHORITY PULSE_SERVER PULSE_COOKIE XDG_RUNTIME_DIR TERM \
         ${!TUNOVKA_*} ${!GTEST_*}; do
@@ -163,7 +172,7 @@ stop_idle_wine() {
 # Starts what of the stage does not run yet, and sets DISPLAY and PULSE_SERVER. A DISPLAY that the
 # caller gives is used as it is. Costs milliseconds when all is there.
 stage_start() {
-    ensure_wine_root
+    own_wine_serves || ensure_wine_root
     mkdir -p "$STAGE_DIR/home" "$STAGE_RUN"
     with_lock "$STAGE_DIR/lock" stage_start_locked
 }
