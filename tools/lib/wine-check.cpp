@@ -24,10 +24,10 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
     type.hInstance = instance;
     type.lpszClassName = L"Check";
     RegisterClassW(&type);
-    const HWND frame = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 10,
-                                       10, 100, 100, nullptr, nullptr, instance, nullptr);
-    const HWND child = CreateWindowExW(0, L"Check", L"", WS_CHILD | WS_VISIBLE, 10, 10, 80, 80, frame,
-                                       nullptr, instance, nullptr);
+    const HWND frame = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN,
+                                       10, 10, 100, 100, nullptr, nullptr, instance, nullptr);
+    const HWND child = CreateWindowExW(0, L"Check", L"", WS_CHILD | WS_VISIBLE, 10, 10, 80, 80,
+                                       frame, nullptr, instance, nullptr);
     for (const DWORD start = GetTickCount(); GetTickCount() - start < 5000; Sleep(10)) {
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
