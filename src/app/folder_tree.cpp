@@ -149,10 +149,13 @@ void FolderTree::ExpandFolder(const std::wstring& key) {
     ++expanding_;
     strom.setEnabled(false);
 
-    const std::wstring child = strom.firstChild(key);
-    if (!child.empty() && strom.text(child) == RozneApi::kPlaceholderText) strom.remove(child);
-    RozneApi::AddSubfolderNodes(*this, key);
-    if (strom.contains(key)) strom.sortChildren(key);
+    {
+        const TreeView::RedrawOff off(strom);
+        const std::wstring child = strom.firstChild(key);
+        if (!child.empty() && strom.text(child) == RozneApi::kPlaceholderText) strom.remove(child);
+        RozneApi::AddSubfolderNodes(*this, key);
+        if (strom.contains(key)) strom.sortChildren(key);
+    }
 
     strom.setEnabled(true);
     --expanding_;

@@ -90,8 +90,10 @@ bool FolderExists(const std::wstring& path) {
 }
 
 bool IsDriveReady(const std::wstring& drive) {
-    return !drive.empty() && GetVolumeInformationW(rootOf(drive).c_str(), nullptr, 0, nullptr,
-                                                   nullptr, nullptr, nullptr, 0);
+    const std::wstring root = drive.empty() ? std::wstring() : rootOf(drive);
+    return !root.empty() &&
+           GetVolumeInformationW(root.c_str(), nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0) &&
+           attributesOf(root) != INVALID_FILE_ATTRIBUTES;
 }
 
 DriveType driveType(const std::wstring& drive) {

@@ -1,0 +1,161 @@
+// The explorer's listing of a folder on the real tree, with real files.
+#include <gtest/gtest.h>
+
+#include "app/contents_tree.h"
+#include "core/ansi.h"
+#include "support/box_answers.h"
+#include "support/scratch_folder.h"
+
+namespace tunovka {
+namespace {
+
+class Stage : public Form {
+  public:
+    Stage()
+        : Form({.name = L"frmStage", .caption = L"", .size = {300, 300}}), tree(*this, txtPath) {
+        MultiMedialny::InitSharedTables();
+        show();
+    }
+    TextBox txtPath;
+    ContentsTree tree;
+};
+
+class Contents : public testing::Test {
+  protected:
+    // Keys below a node (the roots for ""), in their order.
+    std::vector<std::wstring> keys(const std::wstring& parent = L"") {
+        std::vector<std::wstring> keys;
+        const TreeView& tree = stage.tree.Tview;
+        for (std::wstring key = parent.empty() ? tree.firstRoot() : tree.firstChild(parent);
+             !key.empty(); key = tree.nextSibling(key))
+            keys.push_back(key);
+        return keys;
+    }
+    std::vector<std::wstring> texts(const std::wstring& parent) {
+        std::vector<std::wstring> texts;
+        for (const std::wstring& key : keys(parent)) texts.push_back(stage.tree.Tview.text(key));
+        return texts;
+    }
+    void list() { stage.tree.ListFolderContents(folder.path()); }
+
+    ScratchFolder folder;
+    Stage stage;
+    BoxAnswers person{{1, 1, 1}};
+};
+
+TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
+    folder.file(L"Žaba.MP3");
+    folder.file(L"xmp3");  // no dot needed
+    folder.file(L"list.m3u8");
+    folder.file(L"text.txt");
+    folder.file(L"Zoznam.M3U", "");
+    folder.folder(L"priečinok.mp3");
+    list();
+    std::vector<std::wstring> shown = keys();
+    std::sort(shown.begin(), shown.end());
+    EXPECT_EQ(shown, (std::vector<std::wstring>{L"xmp3", L"zoznam.m3u", L"žaba.mp3"}));
+    const TreeView& tree = stage.tree.Tview;
+    EXPECT_TRUE(tree.isBold(L"zoznam.m3u"));
+    EXPECT_EQ(tree.foreground(L"zoznam.m3u"), MultiMedialny::palette().PlaylistNodeColor);
+    EXPECT_EQ(tree.selectedKey(), tree.firstRoot());
+    EXPECT_EQ(stage.tree.PathFromNodeKey(L"žaba.mp3"), folder / L"žaba.mp3");
+    EXPECT_TRUE(person.seen.empty());
+
+    ScratchFolder empty;
+    stage.tree.ListFolderContents(empty.path());
+    EXPECT_EQ(tree.count(), 0u);
+    EXPECT_EQ(stage.tree.selectedPath(), L"");
+}
+
+TEST_F(Contents, ExpandsEveryKindOfPlaylistAndMarksWhatIsMissing) {
+    folder.file(L"a.mp3");
+    folder.file(L"Č.wav");
+    folder.file(L"zoznam.m3u",
+                toAnsi(L"#EXTM3U\r\n#EXTINF:1,X\r\na.mp3\r\nA.MP3\r\nchýba.mp3\r\n" +
+                       folder.path() + L"č.wav\n" + folder.path().substr(2) + L"a.mp3"));
+    folder.file(L"b.pls", "[playlist]\r\nFile1=a.mp3\r\nTitle1=A.mp3x\r\nfile2=x\\nie.wma\r\n");
+    folder.file(L"c.asx",
+                "<asx>\r\n<entry><REF HREF=\"a.mp3\"/></entry>\r\n<ref href = \"none.wma\" />\r\n");
+    list();
+    ASSERT_TRUE(person.seen.empty()) << person.seen.size();
+    const TreeView& tree = stage.tree.Tview;
+    const auto missing = [&](const std::wstring& playlist) {
+        std::string marks;
+        for (const std::wstring& key : keys(playlist)) {
+            const bool red = tree.foreground(key) == MultiMedialny::palette().MissingEntryColor;
+            EXPECT_EQ(red, stage.tree.PathFromNodeKey(key).empty());
+            marks += red ? 'x' : '.';
+        }
+        return marks;
+    };
+    EXPECT_EQ(texts(L"zoznam.m3u"),
+              (std::vector<std::wstring>{L"a.mp3", L"chýba.mp3", L"č.wav", L"a.mp3"}));
+    EXPECT_EQ(missing(L"zoznam.m3u"), ".x..");
+    EXPECT_EQ(texts(L"b.pls"), (std::vector<std::wstring>{L"File1=a.mp3", L"nie.wma"}));
+    EXPECT_EQ(missing(L"b.pls"), ".x");
+    EXPECT_EQ(texts(L"c.asx"), (std::vector<std::wstring>{L"a.mp3", L"none.wma"}));
+    EXPECT_EQ(missing(L"c.asx"), ".x");
+}
+
+TEST_F(Contents, SurvivesPlaylistsThatAreNone) {
+    folder.file(L"cr.m3u", "a.mp3\rb.mp3\rc.mp3");
+    folder.file(L"empty.m3u", "");
+    folder.file(L"zeros.m3u", std::string(5000, '\0') + "\r\na.mp3\r\n");
+    folder.file(L"onelong.m3u", std::string(10 << 20, 'x') + ".mp3");
+    folder.folder(L"folder.m3u");
+    list();
+    ASSERT_TRUE(person.seen.empty()) << toAnsi(person.seen[0].text.substr(0, 200));
+    EXPECT_EQ(keys(L"cr.m3u").size(), 1u);  // a lone CR is data
+    EXPECT_EQ(keys(L"empty.m3u").size(), 0u);
+    EXPECT_EQ(texts(L"zeros.m3u"), std::vector<std::wstring>{L"a.mp3"});
+    EXPECT_EQ(keys(L"onelong.m3u").size(), 1u);
+    EXPECT_FALSE(stage.tree.Tview.contains(L"folder.m3u"));
+}
+
+TEST_F(Contents, SaysWhyAListingEnds) {
+    folder.file(L"z.asx", "<ref href=\"a.mp3 />\r\n");
+    list();
+    ASSERT_EQ(person.seen.size(), 1u);
+    EXPECT_EQ(person.seen[0].title, L" CHYBA");
+    EXPECT_EQ(person.seen[0].buttons, L"No čo už ...");
+    EXPECT_NE(person.seen[0].text.find(L"Číslo chyby: 5 , chybová správa: "), std::wstring::npos);
+
+    ScratchFolder locked;
+    const std::wstring path = locked.file(L"a.m3u", "b.mp3");
+    const FileHandle lock(
+        CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    stage.tree.ListFolderContents(locked.path());
+    ASSERT_EQ(person.seen.size(), 2u);
+    EXPECT_EQ(person.seen[1].text,
+              L"Nie je možné zobraziť súbory, nie sú dostatočné práva k načítaniu súborov.");
+
+    ScratchFolder tooMany;
+    std::string lines;
+    for (int i = 0; i < 32768; ++i) lines += "a.mp3\n";
+    tooMany.file(L"a.m3u", lines);
+    stage.tree.ListFolderContents(tooMany.path());
+    ASSERT_EQ(person.seen.size(), 3u);
+    EXPECT_NE(person.seen[2].text.find(L"Číslo chyby: 6 "), std::wstring::npos);
+    EXPECT_EQ(keys(L"a.m3u").size(), 32767u);  // what was read stays
+}
+
+TEST_F(Contents, AFolderThatVanishedChangesNothing) {
+    folder.file(L"a.mp3");
+    list();
+    stage.tree.ListFolderContents(folder / L"gone\\");
+    EXPECT_EQ(stage.txtPath.text(), folder / L"gone\\");
+    EXPECT_EQ(keys(), std::vector<std::wstring>{L"a.mp3"});
+    EXPECT_EQ(stage.tree.PathFromNodeKey(L"a.mp3"), L"");
+    stage.txtPath.setText(L"");
+    EXPECT_EQ(stage.tree.PathFromNodeKey(L"a.mp3"), L"");
+}
+
+TEST_F(Contents, KeepsNamesOutsideTheCodePage) {
+    folder.file(L"日本語 π.mp3");
+    list();
+    EXPECT_EQ(keys(), std::vector<std::wstring>{L"日本語 π.mp3"});
+    EXPECT_EQ(stage.tree.PathFromNodeKey(L"日本語 π.mp3"), folder / L"日本語 π.mp3");
+}
+
+}  // namespace
+}  // namespace tunovka

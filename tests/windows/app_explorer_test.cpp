@@ -1,0 +1,203 @@
+// The explorer window as a whole: folders, menus, commands, closing.
+#include <gtest/gtest.h>
+
+#include "app/frm_prieskumnik.h"
+#include "core/events.h"
+#include "core/rozneapi.h"
+#include "support/box_answers.h"
+#include "support/scratch_folder.h"
+
+namespace tunovka {
+namespace {
+
+class Explorer : public testing::Test {
+  protected:
+    Explorer() : folder(L"E:\\") {
+        MultiMedialny::InitSharedTables();
+        explorer = std::make_unique<frmPrieskumnik>();
+    }
+    ~Explorer() override {
+        RozneApi::setHasSubfolders({});
+        explorer->unload();
+    }
+    void load() {
+        explorer->load();
+        explorer->folders.strom.select(folder.path());
+        SendMessageW(strom().handle(), WM_KEYUP, 0, 0);
+        explorer->contents.ListFolderContents(folder.path());
+    }
+    TreeView& strom() { return explorer->folders.strom; }
+    TreeView& Tview() { return explorer->contents.Tview; }
+    void clickNode(TreeView& tree, const std::wstring& key) {
+        tree.ensureVisible(key);
+        const Rect area = tree.nodeArea(key);
+        const LPARAM at = MAKELPARAM(area.x + 3, area.y + 3);
+        SendMessageW(tree.handle(), WM_LBUTTONDOWN, MK_LBUTTON, at);
+        SendMessageW(tree.handle(), WM_LBUTTONUP, 0, at);
+    }
+
+    ScratchFolder folder;  // on the drive that the explorer starts with
+    std::unique_ptr<frmPrieskumnik> explorer;
+};
+
+TEST_F(Explorer, StartsOnDriveEWithItsFoldersAndLists) {
+    folder.folder(L"Ľudové");
+    folder.file(L"a.mp3");
+    explorer->load();
+    EXPECT_EQ(explorer->folders.Drive1.drive().substr(0, 2), L"E:");
+    EXPECT_EQ(strom().firstRoot(), L"E:\\");
+    EXPECT_EQ(explorer->txtPath.text(), L"E:\\");
+    ASSERT_TRUE(strom().contains(folder.path()));
+    EXPECT_EQ(strom().firstChild(folder.path()), folder.path() + L"_*.?");
+    EXPECT_EQ(strom().text(strom().firstChild(folder.path())), L"podzložky");
+
+    strom().expand(folder.path());
+    EXPECT_EQ(strom().firstChild(folder.path()), folder / L"Ľudové\\");
+    EXPECT_EQ(strom().selectedKey(), folder.path());  // expanding selects and lists
+    EXPECT_EQ(explorer->txtPath.text(), folder.path());
+    EXPECT_TRUE(Tview().contains(L"a.mp3"));
+
+    folder.file(L"b.mp3");  // no second listing for the folder that is shown
+    clickNode(strom(), folder.path());
+    EXPECT_FALSE(Tview().contains(L"b.mp3"));
+    EXPECT_EQ(explorer->LblBar.text(), folder.path());
+}
+
+TEST_F(Explorer, AFolderWithoutSubfoldersGetsNoPlaceholder) {
+    folder.folder(L"prázdny");
+    RozneApi::setHasSubfolders(
+        [&](const std::wstring& path) { return path == L"E:\\" || path == folder.path(); });
+    explorer->load();
+    strom().expand(folder.path());
+    EXPECT_EQ(strom().firstChild(folder / L"prázdny\\"), L"");
+    explorer->folders.ExpandFolder(folder / L"prázdny\\");
+    EXPECT_EQ(strom().firstChild(folder / L"prázdny\\"), L"");
+}
+
+TEST_F(Explorer, ExpandingAThousandFoldersKeepsTheWindowAnswering) {
+    for (int i = 0; i < 1000; ++i) folder.folder(L"p" + std::to_wstring(i));
+    explorer->load();
+    int ticks = 0;
+    Timer heartbeat;
+    heartbeat.onTick = [&] { ++ticks; };
+    heartbeat.setInterval(20);
+    strom().expand(folder.path());
+    EXPECT_GT(ticks, 5);
+    EXPECT_EQ(strom().nextSibling(folder / L"p0\\"), folder / L"p1\\");
+    EXPECT_TRUE(strom().contains(folder / L"p999\\"));
+    EXPECT_TRUE(strom().isEnabled());
+}
+
+TEST_F(Explorer, ADriveThatIsNotReadyIsReportedAndTheListGoesBack) {
+    explorer->load();
+    DriveList& drives = explorer->folders.Drive1;
+    // The folder behind drive T: goes away for the time of the choice.
+    const std::string link = machinePath(L"T:\\").substr(0, machinePath(L"T:\\").size() - 1);
+    const auto ready = [] { return FileSystemObject::IsDriveReady(L"T:"); };
+    ASSERT_TRUE(onMachine("mv $(readlink " + link + ") $(readlink " + link + ").away",
+                          [&] { return !ready(); }));
+    BoxAnswers person({1});
+    drives.setDrive(L"t:");
+    ASSERT_TRUE(onMachine("mv $(readlink " + link + ").away $(readlink " + link + ")", ready));
+    ASSERT_EQ(person.seen.size(), 1u);
+    EXPECT_EQ(person.seen[0].title, L" CHYBA");
+    EXPECT_EQ(person.seen[0].text.substr(0, 35), L"Zariadenie \"T:\" nie je pripravené !");
+    EXPECT_EQ(person.seen[0].buttons, L"Rozumiem !");
+    EXPECT_EQ(drives.drive().substr(0, 2), L"E:");
+    EXPECT_EQ(strom().firstRoot(), L"E:\\");
+}
+
+TEST_F(Explorer, ThePopUpMenusFollowTheSelectedNode) {
+    folder.file(L"pieseň.mp3");
+    folder.file(L"plavba.mp3");
+    folder.file(L"zoznam.m3u", "nie je.mp3\r\n");
+    load();
+    const PopupMenu& menu = explorer->prehrat;
+    const auto states = [&] {
+        std::string states;
+        for (const wchar_t* name :
+             {L"ponuka_prehrať", L"operacie_so_suborom", L"editovat_playlist", L"vlozit_subor"})
+            states += menu.isEnabled(name) ? '+' : '-';
+        return states;
+    };
+    clickNode(Tview(), L"pieseň.mp3");
+    EXPECT_EQ(states(), "++--");
+    EXPECT_EQ(explorer->LblBar.text(), folder / L"pieseň.mp3");
+    clickNode(Tview(), L"plavba.mp3");  // begins like an entry's key
+    EXPECT_EQ(states(), "+---");
+    clickNode(Tview(), L"zoznam.m3u");
+    EXPECT_EQ(states(), "+++-");
+    Tview().expand(L"zoznam.m3u");
+    clickNode(Tview(), Tview().firstChild(L"zoznam.m3u"));
+    EXPECT_EQ(states(), "----");
+    EXPECT_EQ(explorer->LblBar.text(), L"Odkaz je na neexistujúci súbor");
+    DeleteFileW((folder / L"pieseň.mp3").c_str());
+    explorer->txtsubor.setText(L"copy:" + (folder / L"plavba.mp3"));
+    clickNode(Tview(), L"pieseň.mp3");  // file operations are on again for a missing music file
+    EXPECT_EQ(states(), "-+-+");
+}
+
+TEST_F(Explorer, ObeysItsCommandChannel) {
+    folder.file(L"a.mp3");
+    load();
+    folder.file(L"b.mp3");
+    explorer->txtodkaz.setText(L"obnoviť");
+    EXPECT_TRUE(Tview().contains(L"b.mp3"));
+    EXPECT_EQ(explorer->txtodkaz.text(), L"");
+    for (const wchar_t* command : {L"hraj:", L"hraj:E:\\nie je.mp3", L"Obnoviť", L"čokoľvek"}) {
+        explorer->txtodkaz.setText(command);
+        EXPECT_EQ(explorer->txtodkaz.text(), L"");
+        EXPECT_EQ(explorer->player.mp.FileName(), L"");
+        EXPECT_FALSE(explorer->player.isPlaying());
+    }
+    explorer->txtodkaz.setText(L"hraj:" + (folder / L"a.mp3"));
+    EXPECT_EQ(explorer->player.mp.FileName(), folder / L"a.mp3");
+    EXPECT_TRUE(explorer->player.isPlaying());
+    explorer->player.mp.release();
+}
+
+TEST_F(Explorer, ADoubleClickOnAMissingEntrySaysSo) {
+    folder.file(L"zoznam.m3u", "nie je.mp3\r\n");
+    load();
+    Tview().expand(L"zoznam.m3u");
+    Tview().select(Tview().firstChild(L"zoznam.m3u"));
+    BoxAnswers person({1});
+    explorer->PlaySelected(L"tu");
+    ASSERT_EQ(person.seen.size(), 1u);
+    EXPECT_EQ(
+        person.seen[0],
+        (BoxRequest{L" CHYBA", L"Súbor sa v zadanom umiestnení nenacházda !!!", L"No čo už ..."}));
+}
+
+TEST_F(Explorer, TheSplitterMovesTheBoundaryWithinItsLimits) {
+    load();
+    Splitter& splitter = explorer->splitter;
+    const HWND bar = splitter.Medzera.handle();
+    const int before = splitter.Medzera.bounds().x;
+    const auto drag = [&](int by) {
+        SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 50));
+        SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(2 + by, 50));
+        SendMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(2 + by, 50));
+    };
+    drag(120);
+    EXPECT_NEAR(splitter.Medzera.bounds().x, before + 120, 1);
+    EXPECT_NEAR(strom().bounds().right(), before + 120, 1);
+    drag(5000);
+    EXPECT_LT(splitter.Medzera.bounds().right(), Tview().bounds().right());
+    EXPECT_FALSE(splitter.Obdlznik.isVisible());
+}
+
+TEST_F(Explorer, ClosesOnTheReleaseOfItsPictureAndNotBefore) {
+    load();
+    SendMessageW(explorer->Ikoniec.handle(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
+    SendMessageW(explorer->Ikoniec.handle(), WM_RBUTTONUP, 0, MAKELPARAM(5, 5));
+    EXPECT_FALSE(explorer->isClosing());
+    SendMessageW(explorer->Ikoniec.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    EXPECT_FALSE(explorer->isClosing());
+    EXPECT_EQ(explorer->Ikoniec.shownPicture(), L"zavri2");
+    SendMessageW(explorer->Ikoniec.handle(), WM_LBUTTONUP, 0, MAKELPARAM(900, 900));
+    EXPECT_TRUE(explorer->isClosing());
+}
+
+}  // namespace
+}  // namespace tunovka
