@@ -141,6 +141,11 @@ void FolderTree::add(const std::wstring& parentKey, const std::wstring& key,
                .background = MultiMedialny::palette().NodeBackColor});
 }
 
+// A window that closes takes no more folders.
+bool FolderTree::hasNode(const std::wstring& key) const {
+    return !form_.isClosing() && strom.contains(key);
+}
+
 void FolderTree::ExpandFolder(const std::wstring& key) {
     if (key.empty() || !strom.contains(key) || !RozneApi::HasSubfolders(key)) return;
     const Form::Busy busy(form_);
