@@ -99,10 +99,11 @@ void FolderTree::fill() {
                .foreground = MultiMedialny::palette().NodeForeColor,
                .background = MultiMedialny::palette().NodeBackColor});
     ExpandFolder(key);
+    if (strom.contains(key)) {
+        strom.select(key);
+        strom.expand(key);
+    }
     filling_ = false;
-    if (!strom.contains(key)) return;
-    strom.select(key);
-    strom.expand(key);
     listFolder_(key);
 }
 
