@@ -7,6 +7,7 @@
 #include "core/events.h"
 #include "core/file_system.h"
 #include "core/text.h"
+#include "search/frm_hladanie.h"
 #include "ui/box.h"
 #include "ui/chrome.h"
 #include "ui/painting.h"
@@ -60,10 +61,6 @@ frmPrieskumnik::frmPrieskumnik()
       menuprestrom(folderMenu()),
       tri(titleMenu()),
       tips_(*this) {
-    for (const TreeView* tree : {&contents.Tview, &folders.strom}) {
-        const LONG style = GetWindowLongW(tree->handle(), GWL_STYLE);
-        SetWindowLongW(tree->handle(), GWL_STYLE, style | TVS_NOTOOLTIPS);
-    }
     RozneApi::ShowTitleBar(*this, false);
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
     splitter.onMoved = [this](int left) {
@@ -138,6 +135,12 @@ void frmPrieskumnik::bindMenus() {
     tri.onClick(L"miminalizovat") = [this] { minimize(); };
     tri.onClick(L"zavri") = [this] { unload(); };
     prehrat.onClick(L"prehraťtu") = [this] { PlaySelected(L"tu"); };
+    menuprestrom.onClick(L"prehladaj_adresar") = [this] {
+        const std::wstring folder = folders.selectedFolder();
+        if (folder.empty()) return;
+        txtPrehladavaj.setText(folder);
+        frmhladanie::open(*this);
+    };
 }
 
 void frmPrieskumnik::listFolder(const std::wstring& folder) {

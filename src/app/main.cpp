@@ -6,7 +6,6 @@
 #include "app/frm_prieskumnik.h"
 #include "core/events_windows.h"
 #include "core/multimedialny.h"
-#include "ui/boundary.h"
 #include "ui/box.h"
 #include "ui/modal.h"
 
@@ -22,7 +21,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     installFailureNotice();
     setMessageFilter(filterMessage);
     MultiMedialny::InitSharedTables();
-    guarded([] { Forms::load<frmPrieskumnik>().load(); });
+    Forms::load<frmPrieskumnik>().load();
     Forms::run();
 
     OleUninitialize();

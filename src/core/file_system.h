@@ -68,7 +68,8 @@ std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t
 
 // Replaces the file whole: writes beside it, flushes, then puts it in place. A failure leaves the
 // old file as it was and no leftover. A read-only target raises kPermissionDenied. A target that
-// is a link is written through to what it names; a hidden target stays hidden.
+// is a link is written through to what it names; a hidden target stays hidden. The error's
+// description names the path.
 void writeWhole(const std::wstring& path, std::string_view content);
 
 // Copies a file, replacing the destination only when the copy is whole. `destination` may be a

@@ -159,12 +159,7 @@ OldFile requireWritable(const std::wstring& target) {
     return old;
 }
 
-}  // namespace
-
-namespace FileSystemObject {
-
-void writeWhole(const std::wstring& path, std::string_view content) {
-    const std::wstring target = systemPath(linkTarget(systemPath(path)));
+void replaceContent(const std::wstring& target, std::string_view content) {
     const OldFile old = requireWritable(target);
     Unfinished file(target);
     for (std::size_t at = 0; at < content.size(); at += kPiece) {
@@ -174,6 +169,18 @@ void writeWhole(const std::wstring& path, std::string_view content) {
     }
     file.finish(old.attributes, old.created ? &*old.created : nullptr, nullptr);
     file.takePlace(true);
+}
+
+}  // namespace
+
+namespace FileSystemObject {
+
+void writeWhole(const std::wstring& path, std::string_view content) {
+    try {
+        replaceContent(systemPath(linkTarget(systemPath(path))), content);
+    } catch (const RuntimeError& failure) {
+        throw RuntimeError(failure.number, path, failure.source);  // a notice is to name the file
+    }
 }
 
 bool copyFile(const std::wstring& source, const std::wstring& destination,

@@ -90,7 +90,9 @@ void ListItems::setAll(std::vector<ListItem> items) {
 }
 
 void ListItems::clear() {
-    setAll({});
+    marked_ = nullptr;
+    byKey_.clear();
+    rows_.clear();
 }
 
 void ListItems::removeAt(std::size_t position) {

@@ -47,7 +47,7 @@ class ListItems {
     void removeAt(std::size_t position);
     // Removes the rows of those keys, as far as they are there; returns how many it were.
     std::size_t remove(const std::vector<std::wstring>& keys);
-    // Ends the sorting as well.
+    // The sorting stays: new rows take their places in it.
     void clear();
 
     void rename(std::wstring_view key, std::wstring newKey, std::wstring text);

@@ -108,6 +108,7 @@ TEST(ListView, theSelectionGoesWithItsRow) {
     list.addAll(manyItems(3));
     EXPECT_EQ(list.selected(), std::nullopt);
     list.select(2);
+    list.sort(SortOrder::None);
     list.insert(0, {.key = L"first"});
     EXPECT_EQ(list.selected(), 3u);
     list.removeAt(3);

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
+#include "support/dialog_answers.h"
 #include "support/scratch_folder.h"
 #include "ui/form.h"
 #include "ui/timer.h"
@@ -11,46 +10,12 @@
 namespace tunovka {
 namespace {
 
-constexpr int kNameBox = 0x47C, kFilterBox = 0x470;
-
 class PlainForm : public Form {
   public:
     explicit PlainForm(const wchar_t* name)
         : Form(FormArgs{.name = name, .caption = name, .size = {200, 100}}) {
         show();
     }
-};
-
-// The dialog that belongs to a window, nullptr before it is there.
-HWND dialogOf(HWND owner) {
-    HWND dialog = nullptr;
-    while ((dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr)))
-        if (GetWindow(dialog, GW_OWNER) == owner && IsWindowVisible(dialog)) return dialog;
-    return nullptr;
-}
-
-std::wstring itemText(HWND dialog, int item) {
-    wchar_t text[512] = L"";
-    GetDlgItemTextW(dialog, item, text, 512);
-    return text;
-}
-
-// Answers the save dialog from inside its own loop.
-class Answering {
-  public:
-    Answering(HWND owner, std::function<void(HWND dialog)> answer) : owner_(owner) {
-        timer_.onTick = [this, answer] {
-            const HWND dialog = dialogOf(owner_);
-            if (!dialog) return;
-            timer_.setInterval(0);
-            answer(dialog);
-        };
-        timer_.setInterval(20);
-    }
-
-  private:
-    HWND owner_;
-    Timer timer_;
 };
 
 TEST(SaveDialog, showsWhatItWasGivenAndReturnsTheNameAsTyped) {

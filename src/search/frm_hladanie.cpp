@@ -1,0 +1,295 @@
+#include "search/frm_hladanie.h"
+
+#include <iterator>
+
+#include "core/ansi.h"
+#include "core/events.h"
+#include "core/file_system.h"
+#include "core/paths.h"
+#include "core/rozneapi.h"
+#include "search/export.h"
+#include "search/sorting_out.h"
+#include "ui/box.h"
+#include "ui/chrome.h"
+#include "ui/drag_drop.h"
+#include "ui/save_dialog.h"
+
+namespace tunovka {
+namespace {
+
+// Sizes in 96ths of an inch.
+constexpr Size kSize{520, 460};
+constexpr Size kMinimum{380, 300};
+constexpr int kMargin = 8;
+constexpr int kLine = 20;
+
+constexpr wchar_t kName[] = L"frmhladanie";
+constexpr wchar_t kTag[] = L"hladanie";
+constexpr wchar_t kNothingFound[] = L"neboli nájdené žiadne súbory";
+
+const UINT kStartScan = WM_APP + 2;
+
+PopupMenu resultMenu() {
+    return PopupMenu({
+        {.name = L"info_o_subore", .caption = L"info o súbore", .enabled = false},
+        {.name = L"prehrat", .caption = L"prehrať"},
+        {.name = L"upravit_playlist", .caption = L"upraviť playlist", .enabled = false},
+        {.name = L"uloz_playlist",
+         .caption = L"uložiť výsledok hľadania ako playlist",
+         .enabled = false},
+        {.name = L"zoradit",
+         .caption = L"zoradiť",
+         .items = {{.name = L"vzostupne", .caption = L"vzostupne ( A-Z )"},
+                   {.name = L"zostupne", .caption = L"zostupne ( Z-A )"}}},
+    });
+}
+
+}  // namespace
+
+frmhladanie::frmhladanie(ProgramLinks& links)
+    : Form(FormArgs{.name = kName,
+                    .caption = L"Prehľadávanie adresára",
+                    .size = kSize,
+                    .minimum = kMinimum,
+                    .resizable = true}),
+      PicZahlavie(L"PicZahlavie", L" Prehľadávanie adresára", *this),
+      Tlacitko({.name = L"Tlacitko",
+                .text = L"Zavrieť",
+                .parent = &PicZahlavie,
+                .normal = L"zavri1",
+                .pressed = L"zavri2",
+                .tabStop = false}),
+      lbladresar({.name = L"lbladresar",
+                  .caption = L"",
+                  .parent = this,
+                  .format = DT_PATH_ELLIPSIS,
+                  .font = Skin::Font::Bold}),
+      Label3({.name = L"Label3", .caption = L"Počet súborov: ", .parent = this}),
+      lblpočet({.name = L"lblpočet", .caption = L"", .parent = this}),
+      lblbar({.name = L"lblbar", .caption = L"", .parent = this, .format = DT_PATH_ELLIPSIS}),
+      Lview({.name = L"Lview",
+             .text = L"Nájdené súbory",
+             .parent = this,
+             .header = L"Nájdené súbory",
+             .visible = false}),
+      scroller(*this, Lview, rowsPerPageRounded),
+      panel(*this),
+      menu1(resultMenu()),
+      links_(links),
+      tips_(*this) {
+    RozneApi::ShowTitleBar(*this, false);
+    tag = kTag;
+    Tlacitko.onRelease = [this](MouseButton button) {
+        if (button == MouseButton::Left) unload();
+    };
+    tips_.set(Tlacitko, Tlacitko.text());
+    bindList();
+    bindMenu();
+    layout();
+}
+
+void frmhladanie::open(ProgramLinks& links) {
+    Form* const loaded = Forms::find(kName);
+    Form& form = loaded ? *loaded : Forms::load<frmhladanie>(links);
+    form.show();
+}
+
+void frmhladanie::bindList() {
+    Lview.onItemClick = [this] { Lview_ItemClick(); };
+    Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
+    Lview.onDoubleClick = [this] { prehrat_Click(); };
+    Lview.onMouseUp = [this](MouseButton button, Point point) {
+        if (button == MouseButton::Right) showMenu(Lview.toScreen(point));
+    };
+    Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
+    Lview.onBeginDrag = [this](std::size_t) { Lview_BeginDrag(); };
+}
+
+void frmhladanie::bindMenu() {
+    menu1.onClick(L"info_o_subore") = [this] { links_.showInformation(Lview.selectedKey()); };
+    menu1.onClick(L"prehrat") = [this] { prehrat_Click(); };
+    menu1.onClick(L"upravit_playlist") = [this] { links_.openEditor(Lview.selectedKey()); };
+    menu1.onClick(L"uloz_playlist") = [this] { uloz_playlist_Click(); };
+    menu1.onClick(L"vzostupne") = [this] { sortBy(SortOrder::Ascending); };
+    menu1.onClick(L"zostupne") = [this] { sortBy(SortOrder::Descending); };
+}
+
+// The window may become active many times; only another folder starts a search.
+void frmhladanie::onActivated() {
+    if (!RozneApi::IsFormLoaded(L"frmprieskumnik")) return;
+    const std::wstring folder = links_.folderToSearch();
+    if (folder.empty() || folder == lbladresar.text()) return;
+    lbladresar.setText(folder);
+    lblpočet.setText(L"");
+    lblbar.setText(L"");
+    Lview.clear();
+    scroller.hide();
+    wanted_ = true;
+    PostMessageW(handle(), kStartScan, 0, 0);
+}
+
+std::optional<LRESULT> frmhladanie::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message != kStartScan) return Form::onMessage(message, wparam, lparam);
+    startScan();
+    return 0;
+}
+
+// A search that runs already gives up at its next look and then starts the one that waits.
+void frmhladanie::startScan() {
+    if (!wanted_ || isBusy() || isClosing()) return;
+    wanted_ = false;
+    const Depth alive(this);
+    try {
+        ScanFolder(lbladresar.text());
+    } catch (...) {
+        panel.end();
+        PostMessageW(handle(), kStartScan, 0, 0);
+        throw;
+    }
+    PostMessageW(handle(), kStartScan, 0, 0);
+}
+
+void frmhladanie::ScanFolder(const std::wstring& folder) {
+    const Busy busy(*this);
+    panel.begin();
+    Lview.setVisible(false);
+    yieldNow();
+    StopRequested = 0;
+    scroller.hide();
+    if (isAbandoned()) return;
+
+    std::vector<std::wstring> files = RozneApi::CollectFiles(
+        folder,
+        [this](const std::wstring& visited, std::size_t found) {
+            if (!isAbandoned()) panel.progress(visited, found);
+        },
+        [this] { return isAbandoned(); });
+    if (isAbandoned()) return;
+    const bool stopped = StopRequested;
+    lblpočet.setText(collectedText(files.size(), stopped));
+    if (stopped) {
+        StopRequested = 0;
+        menu1.setEnabled(L"info_o_subore", false);
+        menu1.setEnabled(L"uloz_playlist", false);
+    }
+    if (!isWorthListing(files.size())) return panel.end();
+    listFiles(std::move(files));
+}
+
+// The second and third phase. A stop there leaves what was looked at so far.
+void frmhladanie::listFiles(std::vector<std::wstring> files) {
+    const auto goesOn = [this] { return !StopRequested && !isAbandoned(); };
+    panel.setPhase(kSortingOutPhase);
+    yieldNow();
+    keepMusicAndPlaylists(
+        files, {.letEventsRun = [] { yieldToEvents(); }, .cancelled = [&] { return !goesOn(); }});
+    if (isAbandoned()) return;
+    lblpočet.setText(sortedOutText(lblpočet.text(), files.size()));
+
+    StopRequested = 0;
+    panel.setPhase(kListingPhase);
+    std::vector<ListItem> rows;
+    for (std::wstring& path : files) {
+        std::wstring name = afterLastBackslash(path);
+        std::wstring icon = MultiMedialny::IconKeyByExtension(MultiMedialny::mediaKind(path));
+        rows.push_back({std::move(path), std::move(name), std::move(icon)});
+        yieldToEvents();
+        if (!goesOn()) break;
+    }
+    if (isAbandoned()) return;
+    Lview.addAll(std::move(rows));
+    showResult();
+}
+
+void frmhladanie::showResult() {
+    if (Lview.count() == 0) {
+        Lview.add({.text = kNothingFound});
+        Lview.setVisible(true);
+        return panel.end();
+    }
+    Lview.ensureVisible(0);
+    Lview.select(0);
+    menu1.setEnabled(L"info_o_subore", true);
+    menu1.setEnabled(L"uloz_playlist", true);
+    Lview.setVisible(true);
+    panel.end();
+    if (GetActiveWindow() == handle()) Lview.focus();
+    Lview_ItemClick();
+    scroller.refresh();  // more rows than it counts are refused, and everything else stands
+}
+
+void frmhladanie::Lview_ItemClick() {
+    lblbar.setText(Lview.selectedKey());
+    scroller.followSelection();
+}
+
+void frmhladanie::Lview_BeginDrag() {
+    const std::wstring key = Lview.selectedKey();
+    if (!key.empty()) dragText(key, {.source = Lview.name(), .key = tag});
+}
+
+void frmhladanie::showMenu(Point screen) {
+    if (!Lview.selected()) return;
+    const std::wstring key = Lview.selectedKey();
+    menu1.setEnabled(L"upravit_playlist",
+                     key.ends_with(L".pls") || key.ends_with(L".m3u") || key.ends_with(L".asx"));
+    menu1.show(*this, screen);
+}
+
+void frmhladanie::prehrat_Click() {
+    if (Lview.selected()) links_.tellExplorer(L"hraj:" + Lview.selectedKey());
+}
+
+void frmhladanie::sortBy(SortOrder order) {
+    Lview.sort(order);
+    if (Lview.count() == 0) return;
+    Lview.select(Lview.firstVisible());
+    Lview_ItemClick();
+}
+
+std::vector<std::wstring> frmhladanie::listedPaths() const {
+    std::vector<std::wstring> paths;
+    for (std::size_t i = 0; i < Lview.count(); ++i) paths.push_back(Lview.items().at(i).key);
+    return paths;
+}
+
+void frmhladanie::uloz_playlist_Click() {
+    const std::wstring target = askSavePath(*this, {.title = std::wstring(kExportTitle),
+                                                    .filter = std::wstring(kExportFilter),
+                                                    .folder = lbladresar.text()});
+    if (target.empty()) return;
+    const std::vector<std::wstring> paths = listedPaths();
+    const ExportContents contents = exportContents(paths);
+    const auto question = exportQuestion(contents);
+    const auto withPlaylists = includesPlaylists(contents, question ? ask(*question) : 0);
+    if (!withPlaylists || isClosing()) return;
+
+    std::string content;
+    for (const std::wstring& line : exportLines(paths, *withPlaylists))
+        content += toAnsi(line) + "\r\n";
+    FileSystemObject::writeWhole(target, content);
+    ask(exportedNotice(target));
+}
+
+void frmhladanie::onLayout() {
+    const int margin = scaled(kMargin), line = scaled(kLine);
+    const Size size = clientSize();
+    const int width = size.width - 2 * margin;
+    int top = layoutTitle(*this, PicZahlavie, &Tlacitko, nullptr) + scaled(4);
+    lbladresar.setBounds({margin, top, width, line});
+    top += line;
+    const int caption = Label3.measured().width;
+    Label3.setBounds({margin, top, caption, line});
+    lblpočet.setBounds({margin + caption, top, width - caption, line});
+    top += line + scaled(4);
+    const int bar = size.height - margin - line;
+    scroller.place({margin, top, width, bar - scaled(4) - top});
+    lblbar.setBounds({margin, bar, width, line});
+    panel.place();
+}
+
+void frmhladanie::onPaintGround(HDC dc, const RECT& area) const {
+    paintRim(dc, area);
+}
+
+}  // namespace tunovka

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "search/scan_panel.h"
+#include "ui/form.h"
+#include "ui/image_scroller.h"
+#include "ui/list_view.h"
+#include "ui/popup_menu.h"
+#include "ui/program_links.h"
+#include "ui/tool_tip.h"
+
+namespace tunovka {
+
+// The search window: lists every music file and playlist below a folder. It searches when it
+// becomes active with another folder than the last one; a folder chosen while a search runs takes
+// over from it.
+class frmhladanie : public Form {
+  public:
+    explicit frmhladanie(ProgramLinks& links);
+
+    // Shows the window, loading it when it is not there; it finds its folder by itself.
+    static void open(ProgramLinks& links);
+
+    TitleStrip PicZahlavie;
+    Image Tlacitko;
+    Label lbladresar;  // the folder, also the memory of the last one searched
+    Label Label3, lblpočet;
+    Label lblbar;  // path of the selected row
+    ListView Lview;
+    ImageScroller scroller;
+    ScanPanel panel;
+    PopupMenu menu1;
+
+  protected:
+    void onLayout() override;
+    void onActivated() override;
+    void onPaintGround(HDC dc, const RECT& area) const override;
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+  private:
+    void bindList();
+    void bindMenu();
+    void startScan();
+    void ScanFolder(const std::wstring& folder);
+    void listFiles(std::vector<std::wstring> files);
+    void showResult();
+    bool isAbandoned() const { return wanted_ || isClosing(); }
+
+    void Lview_ItemClick();
+    void Lview_BeginDrag();
+    void showMenu(Point screen);
+    void prehrat_Click();
+    void uloz_playlist_Click();
+    void sortBy(SortOrder order);
+    std::vector<std::wstring> listedPaths() const;
+
+    ProgramLinks& links_;
+    ToolTip tips_;
+    bool wanted_ = false;  // a folder waits to be searched
+};
+
+}  // namespace tunovka

@@ -1,0 +1,94 @@
+#include "search/scan_panel.h"
+
+#include "core/counter16.h"
+#include "core/events.h"
+#include "core/text.h"
+#include "search/sorting_out.h"
+#include "ui/form.h"
+#include "ui/painting.h"
+
+namespace tunovka {
+namespace {
+
+constexpr DWORD kPause = 100;    // ms between two reports
+constexpr Size kSize{340, 128};  // sizes in 96ths of an inch
+constexpr int kMargin = 12;
+constexpr int kLine = 20;
+
+}  // namespace
+
+ScanPanel::ScanPanel(Form& form)
+    : PicInfo({.name = L"PicInfo",
+               .text = L"Priebeh prehľadávania",
+               .parent = &form,
+               .visible = false,
+               .container = true}),
+      Label1({.name = L"Label1",
+              .caption = std::wstring(kCollectingPhase),
+              .parent = &PicInfo,
+              .format = DT_CENTER,
+              .font = Skin::Font::Bold}),
+      Istop({.name = L"Istop",
+             .text = L"Zastaviť",
+             .parent = &PicInfo,
+             .normal = L"istop1",
+             .pressed = L"istop2",
+             .caption = L"Zastaviť"}),
+      form_(form),
+      folder_({.name = L"lblpriebeh",
+               .caption = L"",
+               .parent = &PicInfo,
+               .format = DT_CENTER | DT_PATH_ELLIPSIS}),
+      found_({.name = L"lblnajdene", .caption = L"", .parent = &PicInfo, .format = DT_CENTER}) {
+    PicInfo.onPaint = [](HDC dc, Size size) {
+        const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
+        const RECT area{0, 0, size.width, size.height};
+        fillGradient(dc, area, mixed(colors.AuxColor3, 0xFFFFFF, 190), colors.AuxColor1);
+        frameRect(dc, area, colors.TitleColor);
+    };
+    Istop.onPress = [](MouseButton button) {
+        if (button == MouseButton::Left) StopRequested = kTrue16;
+    };
+}
+
+void ScanPanel::begin() {
+    setPhase(kCollectingPhase);
+    folder_.setText(L"");
+    found_.setText(L"");
+    shownAt_ = 0;
+    place();
+    PicInfo.setVisible(true);
+    if (GetActiveWindow() == form_.handle()) Istop.focus();
+}
+
+void ScanPanel::end() {
+    PicInfo.setVisible(false);
+}
+
+void ScanPanel::setPhase(std::wstring_view phase) {
+    Label1.setText(std::wstring(phase));
+}
+
+void ScanPanel::progress(const std::wstring& folder, std::size_t found) {
+    if (GetTickCount() - shownAt_ < kPause) return;
+    shownAt_ = GetTickCount();
+    folder_.setText(folder);
+    found_.setText(L"nájdených súborov: " + trimBlanks(formatGrouped(found)));
+}
+
+void ScanPanel::place() {
+    const Size window = form_.clientSize();
+    const int width = form_.scaled(kSize.width), height = form_.scaled(kSize.height);
+    PicInfo.setBounds({(window.width - width) / 2, (window.height - height) / 2, width, height});
+    const int margin = form_.scaled(kMargin), line = form_.scaled(kLine);
+    int top = margin;
+    for (Label* label : {&Label1, &folder_, &found_}) {
+        label->setBounds({margin, top, width - 2 * margin, line});
+        top += line + form_.scaled(2);
+    }
+    const Size stop = Istop.naturalSize();
+    Istop.setBounds(
+        {(width - stop.width) / 2, height - margin - stop.height, stop.width, stop.height});
+}
+
+}  // namespace tunovka

@@ -1,0 +1,159 @@
+#include "ui/image_scroller.h"
+
+#include "ui/painting.h"
+#include "ui/skin.h"
+
+namespace tunovka {
+namespace {
+
+constexpr int kGap = 2;         // between list and track; sizes in 96ths of an inch
+constexpr int kLeastThumb = 8;  // so that it can be grasped
+constexpr UINT kFirstRepeat = 300, kRepeat = 50;  // ms
+constexpr wchar_t kThumbPicture[] = L"posuv1";
+
+}  // namespace
+
+ImageScroller::ImageScroller(Window& parent, ListView& list, RowsPerPage rowsPerPage)
+    : PicPosuv({.name = L"PicPosuv",
+                .text = L"Posúvač zoznamu",
+                .parent = &parent,
+                .visible = false,
+                .container = true}),
+      Ihore({.name = L"Ihore",
+             .text = L"Nahor",
+             .parent = &PicPosuv,
+             .normal = L"hornyhore1",
+             .pressed = L"hornyhore2",
+             .tabStop = false}),
+      Idole({.name = L"Idole",
+             .text = L"Nadol",
+             .parent = &PicPosuv,
+             .normal = L"hornydole1",
+             .pressed = L"hornydole2",
+             .tabStop = false}),
+      Iposuv({.name = L"Iposuv", .text = L"Posúvač", .parent = &PicPosuv}),
+      list_(list),
+      rowsPerPage_(rowsPerPage) {
+    PicPosuv.onPaint = [](HDC dc, Size size) {
+        const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
+        const RECT area{0, 0, size.width, size.height};
+        fillRect(dc, area, colors.AuxColor1);
+        frameRect(dc, area, mixed(colors.FormBackColor, 0, 100));
+    };
+    Iposuv.onPaint = [this](HDC dc, Size size) {
+        Skin::drawStretched(dc, kThumbPicture, {0, 0, size.width, size.height}, Iposuv.dpi());
+    };
+    Iposuv.onMouseDown = [this](MouseButton button, Point point) {
+        if (button == MouseButton::Left) grabbedAt_ = point.y;
+    };
+    Iposuv.onMouseMove = [this](MouseButton held, Point point) {
+        if (held == MouseButton::Left) dragThumb(Iposuv.bounds().y + point.y - grabbedAt_);
+    };
+    bindArrow(Ihore, ScrollDirection::Up);
+    bindArrow(Idole, ScrollDirection::Down);
+    Timer1.onTick = [this] {
+        // The arrow comes up without a release when something else takes the mouse.
+        if (!Ihore.isPressed() && !Idole.isPressed()) return Timer1.setInterval(0);
+        Timer1.setInterval(kRepeat);
+        step();
+    };
+    list_.onScroll = [this] { follow(list_.firstVisible()); };
+}
+
+void ImageScroller::bindArrow(Image& arrow, ScrollDirection direction) {
+    arrow.onPress = [this, direction](MouseButton button) {
+        if (button != MouseButton::Left) return;
+        direction_ = direction;
+        Timer1.setInterval(kFirstRepeat);
+    };
+    arrow.onRelease = [this](MouseButton button) {
+        if (button != MouseButton::Left) return;
+        Timer1.setInterval(0);
+        step();
+    };
+}
+
+ScrollerTrack ImageScroller::track() const {
+    const int arrow = Ihore.naturalSize().height;
+    return {.top = static_cast<double>(arrow),
+            .bottom = static_cast<double>(area_.height - arrow),
+            .height = static_cast<double>(area_.height),
+            .leastThumb = static_cast<double>(PicPosuv.scaled(kLeastThumb))};
+}
+
+void ImageScroller::place(const Rect& area) {
+    area_ = area;
+    if (scale_ != PicPosuv.dpi()) {
+        scale_ = PicPosuv.dpi();
+        math_.setThumbHeight(Skin::pictureSize(kThumbPicture, scale_).height);
+    }
+    arrange();
+    if (active_) refresh();
+}
+
+void ImageScroller::refresh() {
+    try {
+        math_.layout(track(), list_.count(), rowsPerPage_(list_.rowsInView(), 1));
+    } catch (...) {
+        hide();
+        throw;
+    }
+    active_ = true;
+    arrange();
+}
+
+void ImageScroller::hide() {
+    active_ = false;
+    Timer1.setInterval(0);
+    arrange();
+}
+
+void ImageScroller::arrange() {
+    const bool shown = active_ && math_.visible();
+    const Size arrow = Ihore.naturalSize();
+    const int beside = shown ? arrow.width + PicPosuv.scaled(kGap) : 0;
+    list_.setBounds({area_.x, area_.y, area_.width - beside, area_.height});
+    PicPosuv.setBounds({area_.right() - arrow.width, area_.y, arrow.width, area_.height});
+    Ihore.setBounds({0, 0, arrow.width, arrow.height});
+    Idole.setBounds({0, area_.height - arrow.height, arrow.width, arrow.height});
+    showThumb();
+    PicPosuv.setVisible(shown);
+}
+
+void ImageScroller::showThumb() {
+    Iposuv.setBounds(
+        {0, math_.thumbTop(), Ihore.naturalSize().width, static_cast<int>(math_.thumbHeight())});
+}
+
+void ImageScroller::follow(std::size_t row) {
+    if (!active_) return;
+    math_.showRow(row);
+    showThumb();
+}
+
+void ImageScroller::followSelection() {
+    if (const auto row = list_.selected()) follow(*row);
+}
+
+void ImageScroller::step() {
+    math_.step(direction_);
+    showThumb();
+    scrollList(direction_);
+}
+
+void ImageScroller::dragThumb(int top) {
+    const int before = Iposuv.bounds().y;
+    if (top == before) return;
+    math_.dragTo(top);
+    showThumb();
+    scrollList(top > before ? ScrollDirection::Down : ScrollDirection::Up);
+}
+
+void ImageScroller::scrollList(ScrollDirection direction) {
+    if (!active_) return;
+    const std::size_t row = math_.targetRow(direction);
+    if (row == 0 || row > list_.count() || list_.items().at(row - 1).key.empty()) return;
+    list_.ensureVisible(row - 1);
+}
+
+}  // namespace tunovka

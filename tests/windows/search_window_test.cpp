@@ -1,0 +1,324 @@
+// The search window on real folders: scan, result list, commands, export.
+#include <gtest/gtest.h>
+
+#include "core/ansi.h"
+#include "core/events.h"
+#include "core/file_system.h"
+#include "search/frm_hladanie.h"
+#include "support/box_answers.h"
+#include "support/dialog_answers.h"
+#include "support/scratch_folder.h"
+#include "ui/boundary.h"
+#include "ui/box.h"
+
+namespace tunovka {
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+// Stands for the explorer: its window's name, and what the search window asks of the program.
+class Explorer : public Form, public ProgramLinks {
+  public:
+    Explorer() : Form({.name = L"frmPrieskumnik", .caption = L"", .size = {200, 100}}) { show(); }
+
+    void tellExplorer(const std::wstring& command) override { told.push_back(command); }
+    std::wstring shownFolder() const override { return L""; }
+    std::wstring folderToSearch() const override { return txtPrehladavaj; }
+    void openEditor(const std::wstring& command) override { told.push_back(L"edit:" + command); }
+    void showInformation(const std::wstring& command) override {
+        told.push_back(L"info:" + command);
+    }
+
+    std::wstring txtPrehladavaj;
+    Texts told;
+};
+
+class Search : public testing::Test {
+  protected:
+    // Enough folders that a search looks at its messages more than once.
+    static const ScratchFolder& large() {
+        static std::unique_ptr<ScratchFolder> made;
+        if (made) return *made;
+        made = std::make_unique<ScratchFolder>();
+        for (int i = 0; i < kFolders; ++i) {
+            const std::wstring name = L"album " + std::to_wstring(i);
+            made->folder(name);
+            made->file(name + L"\\a.mp3");
+            made->file(name + L"\\b.txt");
+        }
+        return *made;
+    }
+    Search() {
+        MultiMedialny::InitSharedTables();
+        installFailureNotice();
+        explorer = &Forms::load<Explorer>();
+        frmhladanie::open(*explorer);
+        window = dynamic_cast<frmhladanie*>(Forms::find(L"frmhladanie"));
+    }
+    ~Search() override {
+        Forms::unloadAll();
+        // The last form's end asks the program to end.
+        MSG message;
+        while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+    }
+
+    void choose(const std::wstring& path) {
+        explorer->txtPrehladavaj = path;
+        SendMessageW(window->handle(), WM_ACTIVATE, WA_ACTIVE, 0);
+    }
+    bool isDone() const {
+        return window->lbladresar.text() == explorer->txtPrehladavaj && !window->isBusy() &&
+               !window->panel.PicInfo.isVisible() && !window->lblpočet.text().empty();
+    }
+    void scan(const std::wstring& path) {
+        choose(path);
+        ASSERT_TRUE(runUntil([&] { return isDone(); }));
+    }
+    Texts listed() const {
+        Texts texts;
+        for (std::size_t i = 0; i < window->Lview.count(); ++i)
+            texts.push_back(window->Lview.items().at(i).text);
+        return texts;
+    }
+    // Does something once, inside the search's own look at the messages while it collects.
+    void duringCollecting(std::function<void()> action) {
+        meanwhile_.onTick = [this, action] {
+            if (!window->isBusy() || window->panel.Label1.text() != kCollecting) return;
+            if (++looks_ < 2) return;  // the first look is before the collecting
+            meanwhile_.setInterval(0);
+            action();
+        };
+        meanwhile_.setInterval(USER_TIMER_MINIMUM);
+    }
+    // Runs the export: a name for the save dialog, then the box's answers.
+    Texts exported(const std::wstring& name, std::deque<int> answers) {
+        BoxAnswers boxes(std::move(answers));
+        const Answering saving(window->handle(), [&](HWND dialog) {
+            SetDlgItemTextW(dialog, kNameBox, name.c_str());
+            PostMessageW(dialog, WM_COMMAND, name.empty() ? IDCANCEL : IDOK, 0);
+        });
+        guarded([&] { window->menu1.choose(L"uloz_playlist"); });
+        Texts titles;
+        for (const BoxRequest& box : boxes.seen) titles.push_back(box.title + L"|" + box.text);
+        return titles;
+    }
+    std::string written(const std::wstring& name) const {
+        return FileSystemObject::readAll(folder / name);
+    }
+
+    static constexpr int kFolders = 300;
+    static constexpr wchar_t kCollecting[] = L"Prebieha prehľadávanie adresára";
+    ScratchFolder folder;
+    Explorer* explorer;
+    frmhladanie* window;
+
+  private:
+    Timer meanwhile_;
+    int looks_ = 0;
+};
+
+TEST_F(Search, ListsMusicAndPlaylistsLevelByLevel) {
+    folder.folder(L"Ľudové");
+    folder.file(L"Ľudové\\č.wma");
+    folder.file(L"a.mp3");
+    folder.file(L"A2.MP3");
+    folder.file(L"l.asx");
+    scan(folder.path());
+    EXPECT_EQ(listed(), (Texts{L"a.mp3", L"l.asx", L"č.wma"}));
+    EXPECT_EQ(window->lblpočet.text(), L"  4, z toho hudobné:   3");
+    EXPECT_TRUE(window->Lview.isVisible());
+    EXPECT_FALSE(window->scroller.PicPosuv.isVisible());
+    EXPECT_EQ(window->Lview.selected(), 0u);
+    EXPECT_EQ(window->lblbar.text(), folder / L"a.mp3");
+    EXPECT_EQ(window->Lview.items().at(2).imageKey, L"winamp4");
+    EXPECT_TRUE(window->menu1.isEnabled(L"info_o_subore"));
+    EXPECT_TRUE(window->menu1.isEnabled(L"uloz_playlist"));
+
+    folder.file(L"new.mp3");
+    choose(folder.path());  // to the front again: the same folder is not searched again
+    runUntil([] { return false; }, 100);
+    EXPECT_EQ(listed().size(), 3u);
+}
+
+TEST_F(Search, OneFileIsNoResultAndNothingKeptIsAPlaceholder) {
+    folder.folder(L"one");
+    folder.file(L"one\\a.mp3");
+    scan(folder / L"one\\");
+    EXPECT_EQ(window->lblpočet.text(), L"  1");
+    EXPECT_FALSE(window->Lview.isVisible());
+    EXPECT_EQ(window->Lview.count(), 0u);
+    scan(folder / L"missing\\");
+    EXPECT_EQ(window->lblpočet.text(), L"  0");
+    EXPECT_FALSE(window->Lview.isVisible());
+
+    folder.folder(L"none");
+    folder.file(L"none\\a.txt");
+    folder.file(L"none\\b.MP3");
+    scan(folder / L"none\\");
+    EXPECT_EQ(window->lblpočet.text(), L"  2, z toho hudobné:   0");
+    EXPECT_EQ(listed(), Texts{L"neboli nájdené žiadne súbory"});
+    EXPECT_EQ(window->Lview.items().at(0).key, L"");
+    EXPECT_TRUE(window->Lview.isVisible());
+    EXPECT_FALSE(window->menu1.isEnabled(L"uloz_playlist"));
+}
+
+TEST_F(Search, StoppingKeepsWhatWasFound) {
+    duringCollecting([&] {
+        EXPECT_TRUE(window->panel.PicInfo.isVisible());
+        EXPECT_FALSE(window->Lview.isVisible());
+        pressAndRelease(window->panel.Istop);
+    });
+    scan(large().path());
+    EXPECT_NE(window->lblpočet.text().find(L" - prerušené, z toho hudobné: "), std::wstring::npos)
+        << testing::PrintToString(window->lblpočet.text());
+    EXPECT_GT(window->Lview.count(), 0u);
+    EXPECT_LT(window->Lview.count(), static_cast<std::size_t>(kFolders));
+    EXPECT_EQ(StopRequested, 0);
+    EXPECT_TRUE(window->menu1.isEnabled(L"uloz_playlist"));
+}
+
+TEST_F(Search, AnotherFolderTakesOverFromTheRunningSearch) {
+    const ScratchFolder other;
+    other.file(L"x.mp3");
+    other.file(L"y.mp3");
+    duringCollecting([&] { choose(other.path()); });
+    choose(large().path());
+    ASSERT_TRUE(runUntil([&] { return explorer->txtPrehladavaj == other.path() && isDone(); }));
+    EXPECT_EQ(listed(), (Texts{L"x.mp3", L"y.mp3"}));
+    EXPECT_EQ(window->lblpočet.text(), L"  2, z toho hudobné:   2");
+}
+
+TEST_F(Search, ClosingDuringASearchEndsItQuietly) {
+    BoxAnswers boxes;
+    bool closed = false;
+    duringCollecting([&] { closed = window->unload(); });
+    choose(large().path());
+    ASSERT_TRUE(runUntil([&] { return closed; }));
+    runUntil([&] { return false; }, 200);
+    EXPECT_FALSE(Forms::find(L"frmhladanie"));
+    EXPECT_TRUE(boxes.seen.empty());
+}
+
+TEST_F(Search, TheExplorersEndDuringASearchEndsTheProgram) {
+    duringCollecting([&] {
+        StopRequested = -1;
+        Forms::unloadAll();
+    });
+    choose(large().path());
+    // The fixture's end waits for the last form to go.
+}
+
+TEST_F(Search, SortsBothWaysAndSelectsTheFirstVisibleRow) {
+    for (const wchar_t* name : {L"chata.mp3", L"hora.mp3", L"Abc.mp3", L"čaj.mp3", L"cibuľa.mp3"})
+        folder.file(name);
+    scan(folder.path());
+    window->Lview.select(3);
+    window->menu1.choose(L"vzostupne");
+    const Texts sorted{L"Abc.mp3", L"cibuľa.mp3", L"čaj.mp3", L"hora.mp3", L"chata.mp3"};
+    EXPECT_EQ(listed(), sorted);
+    EXPECT_EQ(window->Lview.selected(), 0u);
+    EXPECT_EQ(window->lblbar.text(), folder / L"Abc.mp3");
+    window->menu1.choose(L"zostupne");
+    EXPECT_EQ(listed(), (Texts{sorted.rbegin(), sorted.rend()}));
+    EXPECT_EQ(window->lblbar.text(), folder / L"chata.mp3");
+}
+
+TEST_F(Search, CommandsReachTheirWindows) {
+    folder.file(L"a.mp3");
+    folder.file(L"b.pls");
+    scan(folder.path());
+    ListView& list = window->Lview;
+    const LPARAM second = MAKELPARAM(30, static_cast<int>(list.rowHeight() * 2.5));
+    SendMessageW(list.handle(), WM_LBUTTONDOWN, MK_LBUTTON, second);
+    SendMessageW(list.handle(), WM_LBUTTONUP, 0, second);
+    EXPECT_EQ(window->lblbar.text(), folder / L"b.pls");
+
+    Timer closing;  // the menu that the right button opens
+    closing.onTick = [] { EndMenu(); };
+    closing.setInterval(20);
+    SendMessageW(list.handle(), WM_RBUTTONDOWN, MK_RBUTTON, second);
+    SendMessageW(list.handle(), WM_RBUTTONUP, 0, second);
+    EXPECT_TRUE(window->menu1.isEnabled(L"upravit_playlist"));
+    window->menu1.choose(L"upravit_playlist");
+    window->menu1.choose(L"info_o_subore");
+    SendMessageW(list.handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, second);
+    SendMessageW(list.handle(), WM_LBUTTONUP, 0, second);
+    const LPARAM first = MAKELPARAM(30, static_cast<int>(list.rowHeight() * 1.5));
+    SendMessageW(list.handle(), WM_RBUTTONDOWN, MK_RBUTTON, first);
+    SendMessageW(list.handle(), WM_RBUTTONUP, 0, first);
+    EXPECT_FALSE(window->menu1.isEnabled(L"upravit_playlist"));
+    window->menu1.choose(L"prehrat");
+    const std::wstring a = folder / L"a.mp3", b = folder / L"b.pls";
+    EXPECT_EQ(explorer->told, (Texts{L"edit:" + b, L"info:" + b, L"hraj:" + b, L"hraj:" + a}));
+}
+
+TEST_F(Search, ExportsInEachBranchOfItsQuestion) {
+    folder.file(L"a.mp3");
+    folder.file(L"b.m3u");
+    folder.file(L"č.asx");
+    scan(folder.path());
+    const std::wstring a = folder / L"a.mp3", b = folder / L"b.m3u", c = folder / L"č.asx";
+    const std::string all = toAnsi(a + L"\r\n" + b + L"\r\n" + c + L"\r\n");
+    const std::string music = toAnsi(a + L"\r\n" + c + L"\r\n");
+    const std::wstring question =
+        L" Čo s playlistmi ?|Zoznam obsahuje aj playlisty, chceš ich pridať do novovytvoreného "
+        L"playlistu ?";
+    const auto done = [&](const wchar_t* name) {
+        return L" Hotovo|Playlist '" + folder / name + L"' bol vytvorený.";
+    };
+    EXPECT_EQ(exported(L"", {}), Texts{});
+    EXPECT_EQ(exported(L"one.m3u", {1, 1}), (Texts{question, done(L"one.m3u")}));
+    EXPECT_EQ(written(L"one.m3u"), all);
+    EXPECT_EQ(exported(L"two", {2, 1}), (Texts{question, done(L"two")}));
+    EXPECT_EQ(written(L"two"), music);
+    EXPECT_EQ(exported(L"three.txt", {0, 1}), (Texts{question, done(L"three.txt")}));
+    EXPECT_EQ(written(L"three.txt"), music);
+}
+
+TEST_F(Search, ExportsPlaylistsAloneOnlyWhenToldTo) {
+    folder.file(L"a.m3u");
+    folder.file(L"b.asx");
+    scan(folder.path());
+    const std::wstring question =
+        L" Čo s playlistmi ?|Zoznam obsahuje len playlisty, chceš i napriek tomu zostaviť z nich "
+        L"nový playlist ?";
+    EXPECT_EQ(exported(L"x.m3u", {2}), Texts{question});
+    EXPECT_EQ(exported(L"x.m3u", {0}), Texts{question});
+    EXPECT_FALSE(FileSystemObject::FileExists(folder / L"x.m3u"));
+    EXPECT_EQ(exported(L"x.m3u", {1, 1}).size(), 2u);
+    EXPECT_TRUE(FileSystemObject::FileExists(folder / L"x.m3u"));
+}
+
+TEST_F(Search, AFailedExportLeavesTheOldFileAndSaysSo) {
+    folder.file(L"a.mp3");
+    folder.file(L"b.mp3");
+    const std::wstring old = folder.file(L"old.m3u.bak", "old");
+    SetFileAttributesW(old.c_str(), FILE_ATTRIBUTE_READONLY);
+    scan(folder.path());
+    BoxAnswers boxes({1, 1});
+    Timer agreeing;  // to replacing the file
+    agreeing.onTick = [&] {
+        const HWND dialog = dialogOf(window->handle());
+        const HWND question = dialog ? dialogOf(dialog) : nullptr;
+        if (question) PostMessageW(question, WM_COMMAND, IDYES, 0);
+    };
+    agreeing.setInterval(20);
+    exported(L"old.m3u.bak", {});
+    ASSERT_TRUE(runUntil([&] { return boxes.seen.size() == 1; }));
+    EXPECT_EQ(boxes.seen[0].title, L" CHYBA");
+    EXPECT_NE(boxes.seen[0].text.find(L"70"), std::wstring::npos);
+    EXPECT_NE(boxes.seen[0].text.find(L"old.m3u.bak"), std::wstring::npos)
+        << testing::PrintToString(boxes.seen[0].text);
+    EXPECT_EQ(written(L"old.m3u.bak"), "old");
+
+    folder.file(L"日本.mp3");
+    folder.folder(L"sub");
+    scan(folder / L"sub\\..\\");
+    exported(L"new.m3u", {});
+    ASSERT_TRUE(runUntil([&] { return boxes.seen.size() == 2; }));
+    EXPECT_NE(boxes.seen[1].text.find(L"日本.mp3"), std::wstring::npos);
+    EXPECT_FALSE(FileSystemObject::FileExists(folder / L"new.m3u"));
+}
+
+}  // namespace
+}  // namespace tunovka
