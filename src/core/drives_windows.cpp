@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include "core/drives.h"
+#include "core/late_function.h"
 
 namespace tunovka {
 namespace {
@@ -14,9 +15,11 @@ std::wstring volumeLabel(const std::wstring& drive) {
 
 // What the connection was made to, as this machine remembers it.
 std::wstring shareName(const std::wstring& drive) {
+    static const LateFunction<decltype(WNetGetConnectionW)> connection(L"mpr.dll",
+                                                                       "WNetGetConnectionW");
     wchar_t share[MAX_PATH + 1] = {};
     DWORD length = MAX_PATH + 1;
-    return WNetGetConnectionW(drive.c_str(), share, &length) == NO_ERROR ? share : L"";
+    return connection && connection(drive.c_str(), share, &length) == NO_ERROR ? share : L"";
 }
 
 std::wstring labelOf(const Drive& drive) {

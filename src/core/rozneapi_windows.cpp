@@ -7,6 +7,7 @@
 
 #include "core/events.h"
 #include "core/handle.h"
+#include "core/late_function.h"
 #include "core/paths.h"
 #include "core/system_windows.h"
 #include "core/text.h"
@@ -41,9 +42,11 @@ std::wstring TrimAtNul(const std::wstring& text) {
 
 bool HasSubfolders(const std::wstring& folder) {
     if (question()) return question()(folder);
+    static const LateFunction<decltype(SHGetFileInfoW)> fileInfo(L"shell32.dll", "SHGetFileInfoW");
     SHFILEINFOW information{};
     // A path that the shell does not know gives 0 and leaves attributes that mean nothing.
-    return SHGetFileInfoW(folder.c_str(), 0, &information, sizeof information, SHGFI_ATTRIBUTES) &&
+    return fileInfo &&
+           fileInfo(folder.c_str(), 0, &information, sizeof information, SHGFI_ATTRIBUTES) &&
            (information.dwAttributes & SFGAO_HASSUBFOLDER);
 }
 
@@ -67,9 +70,10 @@ void AddSubfolderNodes(FolderNodes& tree, const std::wstring& parentKey) {
 }
 
 std::wstring FindAssociatedProgram(const std::wstring& path) {
+    static const LateFunction<decltype(FindExecutableW)> find(L"shell32.dll", "FindExecutableW");
+    if (!find) return {};
     std::wstring program(MAX_PATH + 1, L'\0');
-    const auto result =
-        reinterpret_cast<INT_PTR>(FindExecutableW(path.c_str(), nullptr, program.data()));
+    const auto result = reinterpret_cast<INT_PTR>(find(path.c_str(), nullptr, program.data()));
     return result > 32 ? TrimAtNul(program) : std::wstring();
 }
 

@@ -4,6 +4,7 @@
 
 #include "core/errors.h"
 #include "core/handle.h"
+#include "core/late_function.h"
 
 namespace tunovka {
 namespace {
@@ -147,9 +148,8 @@ bool identityOf(const std::wstring& path, FileIdentity& identity) {
 std::wstring linkTarget(const std::wstring& path) {
     const FileHandle file = openedForQuestions(path);
     // Newer than the oldest system that the program starts on, which has no links to files.
-    using FinalPath = DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD);
-    const auto finalPath = reinterpret_cast<FinalPath>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "GetFinalPathNameByHandleW")));
+    static const LateFunction<DWORD WINAPI(HANDLE, LPWSTR, DWORD, DWORD)> finalPath(
+        L"kernel32.dll", "GetFinalPathNameByHandleW");
     if (!file || !finalPath) return path;
     std::wstring target(32768, L'\0');  // no path is longer
     target.resize(finalPath(file.get(), target.data(), static_cast<DWORD>(target.size()), 0));

@@ -79,7 +79,9 @@ bool IsFormLoaded(const std::wstring& name) {
 
 void ShowTitleBar(const Window& window, bool show) {
     const LONG style = GetWindowLongW(window.handle(), GWL_STYLE);
-    SetWindowLongW(window.handle(), GWL_STYLE, show ? style | WS_CAPTION : style & ~WS_CAPTION);
+    const LONG wanted = show ? style | WS_CAPTION : style & ~WS_CAPTION;
+    if (wanted == style) return;  // drawing the frame anew takes milliseconds
+    SetWindowLongW(window.handle(), GWL_STYLE, wanted);
     SetWindowPos(window.handle(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED);
 }
 

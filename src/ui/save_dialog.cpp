@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "core/late_function.h"
 #include "ui/form.h"
 #include "ui/modal.h"
 
@@ -51,12 +52,16 @@ std::wstring askSavePath(const Form& owner, const SaveDialogArgs& args) {
     request.lpstrTitle = args.title.c_str();
     request.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
 
+    static const LateFunction<decltype(GetSaveFileNameW)> ask(L"comdlg32.dll", "GetSaveFileNameW");
+    static const LateFunction<decltype(CommDlgExtendedError)> failure(L"comdlg32.dll",
+                                                                      "CommDlgExtendedError");
+    if (!ask || !failure) return {};
     const KeptDirectory kept;
     const ModalState modal(owner.handle());
-    BOOL chosen = GetSaveFileNameW(&request);
-    if (!chosen && CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
+    BOOL chosen = ask(&request);
+    if (!chosen && failure() == FNERR_INVALIDFILENAME) {
         path.front() = L'\0';  // it could not show the name: it then offers none
-        chosen = GetSaveFileNameW(&request);
+        chosen = ask(&request);
     }
     if (!chosen || owner.isClosing()) return {};
     return path.c_str();

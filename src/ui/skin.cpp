@@ -43,8 +43,8 @@ class Bitmap {
     void draw(HDC target, Point place) const {
         if (!before_) return;
         const BLENDFUNCTION over{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-        AlphaBlend(target, place.x, place.y, size_.width, size_.height, dc_, 0, 0, size_.width,
-                   size_.height, over);
+        GdiAlphaBlend(target, place.x, place.y, size_.width, size_.height, dc_, 0, 0, size_.width,
+                      size_.height, over);
     }
 
   private:
