@@ -99,10 +99,11 @@ void FolderTree::fill() {
                .foreground = MultiMedialny::palette().NodeForeColor,
                .background = MultiMedialny::palette().NodeBackColor});
     ExpandFolder(key);
+    if (strom.contains(key)) {
+        strom.select(key);
+        strom.expand(key);
+    }
     filling_ = false;
-    if (!strom.contains(key)) return;
-    strom.select(key);
-    strom.expand(key);
     listFolder_(key);
 }
 
@@ -139,6 +140,11 @@ void FolderTree::add(const std::wstring& parentKey, const std::wstring& key,
                .text = text,
                .foreground = MultiMedialny::palette().NodeForeColor,
                .background = MultiMedialny::palette().NodeBackColor});
+}
+
+// A window that closes takes no more folders.
+bool FolderTree::hasNode(const std::wstring& key) const {
+    return !form_.isClosing() && strom.contains(key);
 }
 
 void FolderTree::ExpandFolder(const std::wstring& key) {

@@ -37,7 +37,7 @@ class FolderTree : private RozneApi::FolderNodes {
   private:
     void add(const std::wstring& parentKey, const std::wstring& key,
              const std::wstring& text) override;
-    bool hasNode(const std::wstring& key) const override { return strom.contains(key); }
+    bool hasNode(const std::wstring& key) const override;
 
     void fill();
     void report(const struct RuntimeError& error);

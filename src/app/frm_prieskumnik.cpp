@@ -61,6 +61,10 @@ frmPrieskumnik::frmPrieskumnik()
       menuprestrom(folderMenu()),
       tri(titleMenu()),
       tips_(*this) {
+    for (const TreeView* tree : {&contents.Tview, &folders.strom}) {
+        const LONG style = GetWindowLongW(tree->handle(), GWL_STYLE);
+        SetWindowLongW(tree->handle(), GWL_STYLE, style | TVS_NOTOOLTIPS);
+    }
     RozneApi::ShowTitleBar(*this, false);
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
     splitter.onMoved = [this](int left) {

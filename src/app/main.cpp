@@ -6,6 +6,7 @@
 #include "app/frm_prieskumnik.h"
 #include "core/events_windows.h"
 #include "core/multimedialny.h"
+#include "ui/boundary.h"
 #include "ui/box.h"
 #include "ui/modal.h"
 
@@ -21,7 +22,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     installFailureNotice();
     setMessageFilter(filterMessage);
     MultiMedialny::InitSharedTables();
-    Forms::load<frmPrieskumnik>().load();
+    guarded([] { Forms::load<frmPrieskumnik>().load(); });
     Forms::run();
 
     OleUninitialize();

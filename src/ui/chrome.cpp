@@ -22,6 +22,9 @@ int layoutTitle(Form& form, TitleStrip& strip, Image* close, Image* minimize) {
 
 void paintRim(HDC dc, const RECT& area) {
     const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
+    const int light = area.bottom / 4;
+    fillGradient(dc, {0, 0, area.right, light}, mixed(colors.FormBackColor, 0xFFFFFF, 70),
+                 colors.FormBackColor);
     RECT frame = area;
     frameRect(dc, frame, mixed(colors.TitleColor, 0, 90));
     InflateRect(&frame, -1, -1);
