@@ -70,7 +70,7 @@ ensure_prefix() {
       printf '\n[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"LogPixels"=dword:%08x\n' $STAGE_DPI
     } > "$STAGE_DIR/prefix.reg"
     # DISPLAY is empty: no window may appear, and the desktop must not keep a display of today.
-    DISPLAY= detached in_wine sh -c 'wineboot -i && wine regedit /S "$1" && wineserver -k -w' \
+    DISPLAY= detached in_wine sh -c 'wine wineboot -i && wine regedit /S "$1" && wineserver -k -w' \
         sh "$STAGE_DIR/prefix.reg" || die "Wine could not make its prefix; see $STAGE_DIR/log"
     i686-w64-mingw32-g++-posix -Os -s -static -mwindows -o "$STAGE_DIR/keeper.exe" \
         "$TOP/tools/lib/keeper.cpp" || die "The compiler failed."
@@ -139,7 +139,7 @@ ensure_wine_server() {
         [ "$(cat "$STAGE_DIR/wine.display")" = "$DISPLAY" ]; then return 0; fi
     stage_stop_wine
     detached start_wine_server
-    detached in_wine wineboot
+    detached in_wine wine wineboot
     echo "$DISPLAY" > "$STAGE_DIR/wine.display"
 }
 
