@@ -232,6 +232,20 @@ class App:
         """Types exactly these letters into what has the focus."""
         check(self.probe.ask("type", text), "typing was refused")
 
+    def choose(self, *numbers):
+        """Chooses from the open pop-up menu by keys: the entry's number, then that in its sub-menu,
+        and so on. Separators do not count; the first entry is 1. (A menu's texts cannot be read
+        from another program here: look at a picture.)"""
+        def open_menus():
+            return len([w for w in self.top_windows() if w.data["class"] == "#32768"])
+
+        for depth, number in enumerate(numbers, 1):
+            wait_until(lambda: open_menus() == depth, 5, f"{depth} menus open")
+            # A sub-menu opens with its first entry marked, a menu with none.
+            self.key(*["Down"] * (number if depth == 1 else number - 1),
+                     "Return" if depth == len(numbers) else "Right")
+        wait_until(lambda: not open_menus(), 5, "the menu gone")
+
     @staticmethod
     def _point(where):
         return where.center if isinstance(where, Place) else where

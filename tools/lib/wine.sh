@@ -3,8 +3,8 @@
 # A stage is where Windows programs run: a Wine prefix with its server, a display, a sound sink.
 # Its name tells its screen: "96" and "192" are dots per inch; "person" is the person's own
 # display and sound. Everything of a stage lies in build/stage/NAME of this checkout, so that
-# checkouts and stages never meet. What a stage leaves running ends by itself after a minute
-# without a program, or at once by stage_stop.
+# checkouts and stages never meet. What a stage leaves running ends by itself some minutes
+# after the last program, or at once by stage_stop.
 
 STAGE=${TUNOVKA_STAGE:-96}
 STAGE_DIR=$BUILD/stage/$STAGE
@@ -126,7 +126,7 @@ ensure_sound() {
 
 start_sound() {
     HOME=$STAGE_DIR/home PULSE_RUNTIME_PATH=$STAGE_RUN setsid pulseaudio -n --daemonize=no \
-        --use-pid-file=no --exit-idle-time=$STAGE_IDLE \
+        --use-pid-file=no --exit-idle-time=$((10 * STAGE_IDLE)) \
         --load="module-native-protocol-unix socket=$STAGE_RUN/pulse auth-anonymous=1" \
         --load="module-null-sink sink_name=null rate=44100" &
     echo $! > "$STAGE_DIR/sound.pid"
