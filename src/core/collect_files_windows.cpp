@@ -57,8 +57,10 @@ class Collector {
 
   private:
     void visit(const std::wstring& folder) {
+        const std::wstring usable = systemPathOrNone(folder);
+        if (usable.empty()) return;
         WIN32_FIND_DATAW entry;
-        const FindHandle search(FindFirstFileW((systemPathOrNone(folder) + L"*").c_str(), &entry));
+        const FindHandle search(FindFirstFileW((usable + L"*").c_str(), &entry));
         if (!search) return;
         do {
             take(folder, entry);

@@ -22,9 +22,10 @@ std::function<bool(const std::wstring&)>& question() {
 
 std::vector<std::wstring> subfolderNames(const std::wstring& folder) {
     std::vector<std::wstring> names;
+    const std::wstring usable = systemPathOrNone(folder);
+    if (usable.empty()) return names;
     WIN32_FIND_DATAW entry;
-    const FindHandle search(
-        FindFirstFileW((withBackslash(systemPathOrNone(folder)) + L"*").c_str(), &entry));
+    const FindHandle search(FindFirstFileW((withBackslash(usable) + L"*").c_str(), &entry));
     if (!search) return names;
     do {
         const std::wstring name = TrimAtNul(entry.cFileName);

@@ -203,6 +203,7 @@ TEST(RozneApi, CollectsLevelByLevel) {
               (std::vector<std::wstring>{scratch.path(), scratch / L"a\\", scratch / L"a\\b\\"}));
     EXPECT_TRUE(RozneApi::CollectFiles(scratch / L"nie je").empty());
     EXPECT_TRUE(RozneApi::CollectFiles(L"").empty());
+    EXPECT_TRUE(RozneApi::CollectFiles(L"a<b").empty());
 
     StopRequested = -1;  // of an earlier scan
     EXPECT_EQ(RozneApi::CollectFiles(folder).size(), 3u);
