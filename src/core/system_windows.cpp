@@ -58,6 +58,7 @@ int errorNumberOf(DWORD systemError) {
         case ERROR_NOT_READY:
         case ERROR_BAD_NETPATH:
         case ERROR_BAD_NET_NAME:
+        case ERROR_BAD_DEV_TYPE:  // of a network path
         case ERROR_NETWORK_UNREACHABLE:
         case ERROR_DEVICE_NOT_CONNECTED:
         case ERROR_UNRECOGNIZED_VOLUME:
