@@ -8,7 +8,8 @@ namespace tunovka {
 namespace {
 
 constexpr std::size_t kLongestText = 1023;
-constexpr int kEdge = 16;  // how near to the edge a drag scrolls, in 96ths of an inch
+constexpr int kEdge = 16;         // how near to the edge a drag scrolls, in 96ths of an inch
+constexpr DWORD kEdgePause = 80;  // milliseconds between two scrolled lines
 
 }  // namespace
 
@@ -238,8 +239,10 @@ std::wstring TreeView::dropHighlight() const {
 
 void TreeView::scrollNearEdge(Point point) {
     const int edge = scaled(kEdge);
-    if (point.y < edge) send(WM_VSCROLL, SB_LINEUP);
-    if (point.y >= clientSize().height - edge) send(WM_VSCROLL, SB_LINEDOWN);
+    const bool up = point.y < edge, down = point.y >= clientSize().height - edge;
+    if ((!up && !down) || GetTickCount() - lastEdgeScroll_ < kEdgePause) return;
+    lastEdgeScroll_ = GetTickCount();
+    send(WM_VSCROLL, up ? SB_LINEUP : SB_LINEDOWN);
 }
 
 TreeView::RedrawOff::RedrawOff(TreeView& tree) : tree_(tree) {

@@ -127,6 +127,7 @@ class TreeView : public Window {
     int defaultImage_ = -1;
     ItemMouse mouse_;
     int redrawOff_ = 0;
+    DWORD lastEdgeScroll_ = 0;
     bool byKeyboard_ = false;
     bool toggled_ = false;  // the press opened or closed a node and is no click
 };
