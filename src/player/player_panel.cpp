@@ -2,9 +2,14 @@
 
 #include <algorithm>
 
+#include "core/ansi.h"
+#include "core/errors.h"
 #include "core/events.h"
+#include "core/file_system.h"
+#include "core/paths.h"
 #include "core/text.h"
 #include "player/now_playing.h"
+#include "player/playlist_clips.h"
 #include "player/strip_math.h"
 #include "player/time_text.h"
 #include "ui/box.h"
@@ -100,6 +105,31 @@ void PlayerPanel::play(const std::wstring& path) {
     playing_ = true;
 }
 
+void PlayerPanel::letGo(const std::wstring& path) {
+    if (!holds(path)) return;
+    mp.release();
+    showNothing();
+}
+
+bool PlayerPanel::holds(const std::wstring& path) const {
+    const std::wstring& playing = mp.FileName();
+    if (playing.empty()) return false;
+    if (FileSystemObject::sameFile(playing, path)) return true;
+    if (!MultiMedialny::isPlaylistName(lowerCased(playing))) return false;
+    const std::wstring name = lowerCased(fileName(path));
+    try {
+        const std::vector<PlaylistClip> clips = readPlaylistClips(
+            fromAnsi(FileSystemObject::readAll(playing)), withBackslash(parentFolder(playing)));
+        return std::ranges::any_of(clips, [&](const PlaylistClip& clip) {
+            // The cheap question first: a long list names many files.
+            return lowerCased(fileName(clip.path)) == name &&
+                   FileSystemObject::sameFile(clip.path, path);
+        });
+    } catch (const RuntimeError&) {
+        return true;  // the list cannot be read any more: it may be any of its files
+    }
+}
+
 void PlayerPanel::bindButtons() {
     Image1.onPress = [this](MouseButton) {
         const std::optional<std::wstring> path = owner_.selectedPath();
@@ -110,11 +140,7 @@ void PlayerPanel::bindButtons() {
     };
     Image2.onPress = [this](MouseButton) {
         if (!playing_) return;
-        playing_ = false;
-        showProgress(0);
-        lblčas.setText(L"");
-        lblušielčas.setText(L"");
-        lblnapis.setText(L"");
+        showNothing();
         yieldNow();
         mp.Stop();
         mp.setCurrentPosition(0);
@@ -188,6 +214,14 @@ void PlayerPanel::showDetails() {
 void PlayerPanel::showProgress(double share) {
     progress_ = std::clamp(share, 0.0, 1.0);
     PicProgres.invalidate();
+}
+
+void PlayerPanel::showNothing() {
+    playing_ = false;
+    showProgress(0);
+    lblčas.setText(L"");
+    lblušielčas.setText(L"");
+    lblnapis.setText(L"");
 }
 
 void PlayerPanel::setVolumeAt(int y) {

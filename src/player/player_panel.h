@@ -33,6 +33,10 @@ class PlayerPanel {
     // Plays a file: a new one is opened, the same one goes on. Sets the playing flag.
     void play(const std::wstring& path);
 
+    // Lets go of a file that is about to be renamed, moved, replaced or deleted, when it plays or
+    // is an entry of the playlist that plays; the display is empty then.
+    void letGo(const std::wstring& path);
+
     MediaPlayer mp;
     Image Image1, Image2, Image3, Image4, Image5;
     PictureBox PicProgres, PicHlas, PicČas;
@@ -48,6 +52,8 @@ class PlayerPanel {
     void paintProgress(HDC dc, Size size) const;
     void paintVolume(HDC dc, Size size) const;
     void showProgress(double share);
+    void showNothing();
+    bool holds(const std::wstring& path) const;
     void showDetails();
     void setVolumeAt(int y);
     void Timer1_Tick();
