@@ -4,13 +4,18 @@
 
 namespace tunovka {
 
+// The commands of the explorer's `txtodkaz`: list the shown folder again; play the path that
+// follows.
+inline constexpr wchar_t kRefreshCommand[] = L"obnoviť";
+inline constexpr wchar_t kPlayCommand[] = L"hraj:";
+
 // What a window may ask of the rest of the program. The explorer implements it and hands it to the
 // windows that it opens; the texts are the program's own command channels.
 class ProgramLinks {
   public:
     virtual ~ProgramLinks() = default;
 
-    // Writes a command into the explorer's `txtodkaz`: "obnoviť" or "hraj:" and a path.
+    // Writes a command into the explorer's `txtodkaz`.
     virtual void tellExplorer(const std::wstring& command) = 0;
     // The folder that the contents tree shows (`txtPath`), ending in "\"; "" when there is none.
     virtual std::wstring shownFolder() const = 0;
