@@ -23,8 +23,6 @@ constexpr int kSplitter = 8;
 constexpr int kStatusHeight = 20;
 constexpr int kLeastTree = 7;  // a tree never gets narrower: 100 twips
 
-constexpr wchar_t kRefresh[] = L"obnoviť";
-constexpr wchar_t kPlay[] = L"hraj:";
 constexpr wchar_t kEditors[] = L"vrtilkofrm*";
 
 }  // namespace
@@ -60,6 +58,17 @@ frmPrieskumnik::frmPrieskumnik()
       prehrat(contentsMenu()),
       menuprestrom(folderMenu()),
       tri(titleMenu()),
+      files({.form = *this,
+             .strom = folders.strom,
+             .Tview = contents.Tview,
+             .txtPath = txtPath,
+             .txtsubor = txtsubor,
+             .txtodkaz = txtodkaz,
+             .prehrat = prehrat,
+             .menuprestrom = menuprestrom,
+             .selectedPath = [this] { return contents.selectedPath(); },
+             .letGo = [this](const std::wstring& path) { player.letGo(path); },
+             .selectionChanged = [this] { prepareContents(); }}),
       tips_(*this) {
     for (const TreeView* tree : {&contents.Tview, &folders.strom}) {
         const LONG style = GetWindowLongW(tree->handle(), GWL_STYLE);
@@ -128,11 +137,25 @@ void frmPrieskumnik::bindContents() {
     };
     Tview.onBeginDrag = [this](const std::wstring&) { Tview_BeginDrag(); };
     Tview.onKeyDown = [this](WORD key) {
-        if (contents.Tview.selectedKey().empty()) return false;
-        if (key == VK_RETURN) PlaySelected(L"tu");
-        if (key == VK_DELETE) prehrat.choose(L"zmazat_subor");
-        return key == VK_RETURN || key == VK_DELETE;
+        return !contents.Tview.selectedKey().empty() && Tview_KeyDown(key);
     };
+}
+
+bool frmPrieskumnik::Tview_KeyDown(WORD key) {
+    switch (key) {
+        case VK_RETURN:
+            PlaySelected(L"tu");
+            return true;
+        case VK_DELETE:  // takes an entry's file too, which the menu refuses
+            files.removeSelected();
+            return true;
+        case VK_F2:
+            prepareContents();
+            prehrat.choose(L"premenovat_subor");
+            return true;
+        default:
+            return false;
+    }
 }
 
 void frmPrieskumnik::bindMenus() {
@@ -155,10 +178,10 @@ void frmPrieskumnik::txtodkaz_Change() {
     const std::wstring command = txtodkaz.text();
     if (command.empty()) return;
     txtodkaz.setText(L"");
-    if (command == kRefresh) {
+    if (command == kRefreshCommand) {
         listFolder(folders.selectedFolder());
-    } else if (like(command, std::wstring(kPlay) + L"*")) {
-        const std::wstring path = command.substr(std::size(kPlay) - 1);
+    } else if (like(command, std::wstring(kPlayCommand) + L"*")) {
+        const std::wstring path = command.substr(std::size(kPlayCommand) - 1);
         if (FileSystemObject::FileExists(path)) player.play(path);
     }
 }
@@ -174,7 +197,7 @@ void frmPrieskumnik::prepareContents() {
     prehrat.setEnabled(L"editovat_playlist", MultiMedialny::isPlaylistName(path));
     // A plain test of the key's first letters comes last: it takes a file such as plavba.mp3 for an
     // entry as well.
-    prehrat.setEnabled(L"operacie_so_suborom", !like(key, L"pl*"));
+    prehrat.setEnabled(L"operacie_so_suborom", !like(key, L"pl*") && !isBusy());
     prehrat.setEnabled(L"vlozit_subor", !txtsubor.text().empty());
 }
 
@@ -183,7 +206,7 @@ void frmPrieskumnik::showContentsMenu(Point screen) {
 }
 
 void frmPrieskumnik::showFolderMenu(Point screen) {
-    menuprestrom.setEnabled(L"strom_vloz_subor", !txtsubor.text().empty());
+    menuprestrom.setEnabled(L"strom_vloz_subor", !txtsubor.text().empty() && !isBusy());
     menuprestrom.show(*this, screen);
 }
 
@@ -207,7 +230,7 @@ void frmPrieskumnik::showInformation(const std::wstring&) {}
 
 bool frmPrieskumnik::onShortcut(WORD key) {
     if (key != VK_F5) return false;
-    txtodkaz.setText(kRefresh);
+    txtodkaz.setText(kRefreshCommand);
     return true;
 }
 

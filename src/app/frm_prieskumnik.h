@@ -5,8 +5,8 @@
 #include "app/contents_tree.h"
 #include "app/folder_tree.h"
 #include "app/splitter.h"
+#include "files/file_commands.h"
 #include "player/player_panel.h"
-#include "ui/drag_drop.h"
 #include "ui/form.h"
 #include "ui/image.h"
 #include "ui/label.h"
@@ -43,6 +43,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     Splitter splitter;
     PlayerPanel player;
     PopupMenu prehrat, menuprestrom, tri;
+    FileCommands files;
 
   protected:
     void onLayout() override;
@@ -68,6 +69,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void showContentsMenu(Point screen);
     void showFolderMenu(Point screen);
     void Tview_BeginDrag();
+    bool Tview_KeyDown(WORD key);
     void dpiChanged();
 
     ToolTip tips_;

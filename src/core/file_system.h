@@ -23,6 +23,7 @@ enum class DriveType { Unknown, Removable, Fixed, Network, CdRom, RamDisk };
 // Local date and time of a file as its parts; all zero when the system cannot give one.
 struct FileDate {
     int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    bool operator==(const FileDate&) const = default;
 };
 
 struct FileDetails {

@@ -34,7 +34,7 @@ RenameVerdict judgeRename(const std::wstring& newPath, const std::wstring& oldPa
 BoxRequest renameRefusal(RenameVerdict verdict) {
     return {L"CHYBA",
             verdict == RenameVerdict::SameName
-                ? L"Názov súboru sa zhoduje s pôvodným názvom !"
+                ? L"Názov súbor sa zhoduje s pôvodným názvom !"
                 : L"Tento názov súboru sa už používa ! Zmeň ho, alebo odstráň súbor s týmto "
                   L"názvom.",
             L"Ou kej ..."};

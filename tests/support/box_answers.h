@@ -57,6 +57,26 @@ bool runUntil(Condition condition, DWORD milliseconds = 10000) {
     return holds;
 }
 
+// The form of that name that is open in front of the person, nullptr when there is none.
+inline Form* openForm(const std::wstring& name) {
+    struct Search {
+        const std::wstring& name;
+        Form* found = nullptr;
+    } search{name};
+    struct Walk {
+        static BOOL CALLBACK look(HWND handle, LPARAM data) {
+            auto& search = *reinterpret_cast<Search*>(data);
+            auto* form = dynamic_cast<Form*>(windowOf(handle));
+            if (form && form->name() == search.name && !form->isClosing() &&
+                IsWindowVisible(handle) && IsWindowEnabled(handle))
+                search.found = form;
+            return search.found == nullptr;
+        }
+    };
+    EnumThreadWindows(GetCurrentThreadId(), Walk::look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
 // The person in front of the message box: answers each box that opens with the next number (0 is
 // the close picture) by the mouse, and remembers what the box showed. Boxes past the last number
 // are closed as well, so that a test never hangs.
@@ -67,28 +87,15 @@ class BoxAnswers {
         timer_.setInterval(10);
     }
 
+    // Answers for the next boxes, in place of those that are left.
+    void answer(std::deque<int> answers) { answers_ = std::move(answers); }
+
     std::vector<BoxRequest> seen;
     std::size_t unanswered() const { return answers_.size(); }
 
   private:
-    static Form* openBox() {
-        struct Walk {
-            static BOOL CALLBACK look(HWND handle, LPARAM data) {
-                auto* form = dynamic_cast<Form*>(windowOf(handle));
-                if (!form || form->name() != L"frmBox" || form->isClosing() ||
-                    !IsWindowVisible(handle) || !IsWindowEnabled(handle))
-                    return TRUE;
-                *reinterpret_cast<Form**>(data) = form;
-                return FALSE;
-            }
-        };
-        Form* box = nullptr;
-        EnumThreadWindows(GetCurrentThreadId(), Walk::look, reinterpret_cast<LPARAM>(&box));
-        return box;
-    }
-
     void look() {
-        Form* box = openBox();
+        Form* box = openForm(L"frmBox");
         if (!box) return;
         BoxRequest shown{controlNamed(*box, L"PicZahlavie")->text(),
                          controlNamed(*box, L"lblotazka")->text(), L""};

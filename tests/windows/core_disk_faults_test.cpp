@@ -6,6 +6,7 @@
 
 #include "core/errors.h"
 #include "core/file_system.h"
+#include "support/disk_faults.h"
 #include "support/scratch_folder.h"
 
 // Every operation that changes files is cut short at each of its steps; afterwards a whole copy of
@@ -18,24 +19,6 @@ namespace fso = FileSystemObject;
 
 const std::string kNew(700000, 'n');
 const std::string kOld(500000, 'o');
-
-class FaultAt {
-  public:
-    explicit FaultAt(int step) : left_(step) {
-        fso::setFault([this](DiskStep, const std::wstring&) {
-            if (left_-- == 0) throw RuntimeError(kDiskFull);
-        });
-    }
-    ~FaultAt() { fso::setFault({}); }
-    bool wasMet() const { return left_ < 0; }
-
-  private:
-    int left_;
-};
-
-std::string contentOf(const std::wstring& path) {
-    return fso::FileExists(path) ? fso::readAll(path) : "";
-}
 
 bool anyHolds(const std::vector<std::wstring>& paths, const std::string& content) {
     return std::any_of(paths.begin(), paths.end(),
@@ -83,12 +66,6 @@ int cutAtEachStep(const std::wstring& below, Operation operation, Check check) {
         check(scene, met);
         if (!met || step > 100) return step;
     }
-}
-
-// A folder on another volume than the temporary one, "" when there is none to be had.
-std::wstring otherVolume() {
-    const std::wstring folder = L"Z:\\dev\\shm\\";
-    return fso::FolderExists(folder) ? folder : L"";
 }
 
 const auto oldStaysUntilNewIsThere = [](const Scene& scene, bool cut) {

@@ -25,7 +25,7 @@ TEST(Rename, refusesTheOldNameAndNamesInUse) {
     EXPECT_EQ(judgeRename(L"C:\\b.mp3", L"C:\\a.mp3", exists), RenameVerdict::NameInUse);
     EXPECT_EQ(judgeRename(L"C:\\c.mp3", L"C:\\a.mp3", exists), RenameVerdict::Rename);
     EXPECT_EQ(renameRefusal(RenameVerdict::SameName).text,
-              L"Názov súboru sa zhoduje s pôvodným názvom !");
+              L"Názov súbor sa zhoduje s pôvodným názvom !");
     EXPECT_EQ(renameRefusal(RenameVerdict::NameInUse).text,
               L"Tento názov súboru sa už používa ! Zmeň ho, alebo odstráň súbor s týmto názvom.");
 }

@@ -1,0 +1,145 @@
+#include "files/file_commands.h"
+
+#include "core/errors.h"
+#include "core/file_system.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "files/copy_watch.h"
+#include "files/rename_rules.h"
+#include "ui/box.h"
+#include "ui/folder_picker.h"
+#include "ui/input_box.h"
+#include "ui/program_links.h"
+#include "ui/save_dialog.h"
+
+namespace tunovka {
+
+FileCommands::FileCommands(Parts parts)
+    : parts_(std::move(parts)),
+      explorer_{
+          .txtsubor = parts_.txtsubor,
+          .txtodkaz = parts_.txtodkaz,
+          .pickFolder =
+              [this](std::wstring_view prompt) {
+                  return pickFolder(parts_.form, prompt, parts_.strom.selectedKey());
+              },
+          .letGo = [this](const std::wstring& path) { parts_.letGo(path); },
+          .watchCopy = [this](const std::wstring& path) { return watchedBy(parts_.form, path); }},
+      stromDrops_(parts_.strom, dropsOnFolders()),
+      TviewDrops_(parts_.Tview, dropsOnContents()) {
+    const auto on = [this](PopupMenu& menu, const wchar_t* entry, std::function<void()> command) {
+        menu.onClick(entry) = [this, command = std::move(command)] { alone(command); };
+    };
+    PopupMenu& prehrat = parts_.prehrat;
+    on(prehrat, L"kopirovat_subor", [this] { runOnSelected(kCopyToClipboard); });
+    on(prehrat, L"vystrihnut_subo", [this] { runOnSelected(kCutToClipboard); });
+    on(prehrat, L"kopirovat_do", [this] { runOnSelected(kCopyIntoFolder); });
+    on(prehrat, L"preunut_do", [this] { runOnSelected(kMoveIntoFolder); });
+    on(prehrat, L"zmazat_subor", [this] { runOnSelected(kDelete); });
+    on(prehrat, L"premenovat_subor", [this] { rename(); });
+    on(prehrat, L"vlozit_subor", [this] { paste(); });
+    on(parts_.menuprestrom, L"strom_vloz_subor", [this] { paste(); });
+}
+
+void FileCommands::removeSelected() {
+    alone([this] { runOnSelected(kDelete); });
+}
+
+void FileCommands::alone(const std::function<void()>& command) {
+    if (parts_.form.isBusy() || parts_.form.isClosing()) return;
+    const Form::Busy busy(parts_.form);
+    command();
+}
+
+void FileCommands::runOnSelected(int operation) {
+    FSOakcie::carryOut(explorer_, operation, parts_.selectedPath());
+}
+
+void FileCommands::paste() {
+    const std::wstring source = clipboardPath(parts_.txtsubor.text());
+    if (source.empty()) return;
+    const std::wstring destination = askSavePath(parts_.form, {.title = std::wstring(kPasteTitle),
+                                                               .filter = pasteFilter(source),
+                                                               .folder = parts_.strom.selectedKey(),
+                                                               .name = fileName(source)});
+    if (!destination.empty()) FSOakcie::carryOut(explorer_, kTransfer, source, destination);
+}
+
+void FileCommands::rename() {
+    const std::wstring key = parts_.Tview.selectedKey();
+    const std::wstring path = parts_.selectedPath();
+    if (path.empty()) return;
+    const std::wstring name = fileName(path);
+    const std::wstring typed = askForText(parts_.form, {.title = std::wstring(kRenameTitle),
+                                                        .prompt = std::wstring(kRenamePrompt),
+                                                        .answer = name,
+                                                        .selected = nameWithoutExtension(name)});
+    if (typed.empty()) return;
+    const std::wstring newName = newFileName(typed, path);
+    const RenameVerdict verdict =
+        judgeRename(parts_.strom.selectedKey() + newName, path, FileSystemObject::FileExists);
+    if (verdict != RenameVerdict::Rename) {
+        ask(renameRefusal(verdict));
+        return;
+    }
+    try {
+        parts_.letGo(path);
+        FileSystemObject::moveFile(path, withBackslash(parentFolder(path)) + newName);
+    } catch (const RuntimeError& error) {
+        ask(transferFailure(error.number, error.description));
+        return;
+    }
+    renameNode(key, newName);
+}
+
+void FileCommands::renameNode(const std::wstring& key, const std::wstring& name) {
+    TreeView& Tview = parts_.Tview;
+    const std::wstring newKey = lowerCased(name);
+    if (!Tview.contains(key) || (newKey != key && Tview.contains(newKey))) {
+        // The tree shows what is no longer so: another program has been at work.
+        parts_.txtodkaz.setText(kRefreshCommand);
+        return;
+    }
+    Tview.rename(key, newKey, name);
+    parts_.selectionChanged();
+}
+
+TextDropTarget::Events FileCommands::dropsOnFolders() {
+    return {.over =
+                [this](Point at) {
+                    TreeView& strom = parts_.strom;
+                    dropFolder_ = parts_.form.isBusy() ? std::wstring() : strom.nodeAt(at);
+                    strom.setDropHighlight(dropFolder_);
+                    strom.scrollNearEdge(at);
+                    return !dropFolder_.empty();
+                },
+            .leave = [this] { parts_.strom.setDropHighlight(L""); },
+            .drop =
+                [this](const std::wstring& path, Point, const DragState&) {
+                    const std::wstring folder = dropFolder_;
+                    copyDropped(path, folder, copyToFolderQuestion(path, folder));
+                }};
+}
+
+TextDropTarget::Events FileCommands::dropsOnContents() {
+    return {
+        .over = [this](Point) { return !parts_.form.isBusy() && !parts_.txtPath.text().empty(); },
+        .leave = {},
+        .drop =
+            [this](const std::wstring& path, Point, const DragState&) {
+                const std::wstring folder = parts_.txtPath.text();
+                if (FileSystemObject::FileExists(path))
+                    copyDropped(path, folder, copyToContentsQuestion(path, folder));
+            }};
+}
+
+void FileCommands::copyDropped(const std::wstring& path, const std::wstring& folder,
+                               const BoxRequest& question) {
+    alone([&] {
+        if (ask(question) != 1) return;
+        parts_.txtsubor.setText(copiedClipboard(path));
+        FSOakcie::carryOut(explorer_, kTransfer, path, folder + fileName(path));
+    });
+}
+
+}  // namespace tunovka

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "files/fsoakcie.h"
+#include "ui/drag_drop.h"
+#include "ui/form.h"
+#include "ui/popup_menu.h"
+#include "ui/text_box.h"
+#include "ui/tree_view.h"
+
+namespace tunovka {
+
+// The explorer's file commands: what its menus, keys and drops do with the file of the selected
+// node. While one of them runs the others are refused.
+class FileCommands {
+  public:
+    struct Parts {
+        Form& form;
+        TreeView& strom;
+        TreeView& Tview;
+        const TextBox& txtPath;  // the folder that Tview lists
+        TextBox& txtsubor;
+        TextBox& txtodkaz;
+        PopupMenu& prehrat;       // menu of Tview
+        PopupMenu& menuprestrom;  // menu of strom
+
+        // Path of the file behind the selected node of Tview, "" when there is none.
+        std::function<std::wstring()> selectedPath;
+        // A file is about to be replaced, renamed, moved or deleted: the player lets go of it.
+        std::function<void(const std::wstring& path)> letGo;
+        // The selected node of Tview stands for another path now.
+        std::function<void()> selectionChanged;
+    };
+
+    explicit FileCommands(Parts parts);
+
+    // Deletes the file behind the selected node, also that of a playlist's entry.
+    void removeSelected();
+
+  private:
+    TextDropTarget::Events dropsOnFolders();
+    TextDropTarget::Events dropsOnContents();
+    // Runs a command unless another one of the explorer is under way.
+    void alone(const std::function<void()>& command);
+    void runOnSelected(int operation);
+    void paste();
+    void rename();
+    void renameNode(const std::wstring& key, const std::wstring& name);
+    void copyDropped(const std::wstring& path, const std::wstring& folder,
+                     const BoxRequest& question);
+
+    Parts parts_;
+    FSOakcie::Explorer explorer_;
+    std::wstring dropFolder_;  // key of the folder that a drag was over last
+    TextDropTarget stromDrops_, TviewDrops_;
+};
+
+}  // namespace tunovka

@@ -1,0 +1,91 @@
+#include "files/frm_kopirovanie.h"
+
+#include "ui/chrome.h"
+#include "ui/painting.h"
+
+namespace tunovka {
+namespace {
+
+// Sizes in 96ths of an inch.
+constexpr Size kSize{400, 140};
+constexpr int kMargin = 16;
+constexpr int kGap = 8;
+constexpr int kPercentWidth = 44;
+constexpr int kStripHeight = 14;
+constexpr int kButtonWidth = 88;
+constexpr int kButtonHeight = 26;
+
+constexpr wchar_t kTitle[] = L"Kopírovanie súboru";
+
+}  // namespace
+
+frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
+    : Form(FormArgs{.name = L"frmkopirovanie",
+                    .caption = kTitle,
+                    .size = kSize,
+                    .taskbar = false,
+                    .owner = owner.handle()}),
+      PicZahlavie(L"PicZahlavie", std::wstring(L" ") + kTitle, *this),
+      lblsubor({.name = L"lblsubor", .caption = name, .parent = this, .format = DT_PATH_ELLIPSIS}),
+      lblpercenta({.name = L"lblpercenta", .caption = L"", .parent = this, .format = DT_RIGHT}),
+      PicProgres({.name = L"PicProgres", .text = L"Priebeh kopírovania", .parent = this}),
+      Izastavit({.name = L"Izastavit",
+                 .text = L"Zastaviť",
+                 .parent = this,
+                 .normal = L"buton1",
+                 .pressed = L"buton2",
+                 .caption = L"Zastaviť"}) {
+    RozneApi::ShowTitleBar(*this, false);
+    PicProgres.onPaint = [this](HDC dc, Size size) { paintProgress(dc, size); };
+    Izastavit.onRelease = [this](MouseButton button) {
+        if (button == MouseButton::Left) stopped_ = true;
+    };
+    layout();
+    centre(owner.handle());
+    Izastavit.focus();
+}
+
+void frmkopirovanie::showProgress(std::uint64_t done, std::uint64_t total) {
+    const int percent = total == 0 ? 100 : static_cast<int>(done * 100 / total);
+    if (percent == percent_) return;
+    percent_ = percent;
+    lblpercenta.setText(std::to_wstring(percent) + L" %");
+    PicProgres.invalidate();
+}
+
+bool frmkopirovanie::queryUnload() {
+    stopped_ = true;
+    return false;
+}
+
+void frmkopirovanie::paintProgress(HDC dc, Size size) const {
+    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
+    const RECT area{0, 0, size.width, size.height};
+    fillRect(dc, area, 0xFFFFFF);
+    fillRect(dc, {0, 0, MulDiv(size.width, percent_, 100), size.height}, colors.PlayerBarColor);
+    frameRect(dc, area, mixed(colors.FormBackColor, 0, 100));
+}
+
+void frmkopirovanie::onLayout() {
+    const int margin = scaled(kMargin), gap = scaled(kGap);
+    const int inner = scaled(kSize.width);
+    const int width = inner - 2 * margin;
+    const int line = Skin::fontHeight(dpi());
+    int top = layoutTitle(*this, PicZahlavie, nullptr, nullptr) + margin;
+
+    const int percents = scaled(kPercentWidth);
+    lblsubor.setBounds({margin, top, width - percents - gap, line});
+    lblpercenta.setBounds({inner - margin - percents, top, percents, line});
+    top += line + gap;
+    PicProgres.setBounds({margin, top, width, scaled(kStripHeight)});
+    top += scaled(kStripHeight) + margin;
+    const int button = scaled(kButtonWidth), height = scaled(kButtonHeight);
+    Izastavit.setBounds({(inner - button) / 2, top, button, height});
+    setClientSize({inner, top + height + margin});
+}
+
+void frmkopirovanie::onPaintGround(HDC dc, const RECT& area) const {
+    paintRim(dc, area);
+}
+
+}  // namespace tunovka

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "core/file_system.h"
+#include "files/transfer_rules.h"
+#include "ui/text_box.h"
+
+// The file operations behind the explorer's menus and drops.
+
+namespace tunovka::FSOakcie {
+
+// What the operations need of the explorer.
+struct Explorer {
+    TextBox& txtsubor;  // the file clipboard
+    TextBox& txtodkaz;  // the explorer's command channel
+
+    // Asks for a folder; "" when the person cancels.
+    std::function<std::wstring(std::wstring_view prompt)> pickFolder;
+
+    // A file is about to be replaced, renamed, moved or deleted: whoever plays it lets go of it.
+    std::function<void(const std::wstring& path)> letGo;
+
+    // Shows how far a copy of the file is and lets the person stop it. May be empty.
+    std::function<CopyProgress(const std::wstring& path)> watchCopy;
+};
+
+// Carries out the operation of that number on the file `source`; `destination` (a full path) is
+// taken by kTransfer alone. Nothing happens for an empty source or an unknown number. Questions
+// and the notice of a failure are asked here; nothing is raised.
+//
+// An operation that runs to its end replaces the clipboard text; one that the person breaks off
+// leaves it. Both write their command, which may be "", into `txtodkaz`. A failure leaves both.
+//
+// Whatever happens, a whole copy of every file stays: the old file goes when the new one is
+// complete, and a moved file's source goes last.
+void carryOut(const Explorer& explorer, int operation, const std::wstring& source,
+              const std::wstring& destination = {});
+
+// Prepares a file that is about to be replaced or deleted: asks whether an existing file may be
+// overwritten, unless `dontAsk`, and lifts its read-only bit. False when it may not. The program
+// itself never asks.
+bool prepareFile(const std::wstring& path, bool dontAsk);
+
+}  // namespace tunovka::FSOakcie

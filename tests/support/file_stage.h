@@ -1,0 +1,55 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "core/file_system.h"
+#include "files/fsoakcie.h"
+#include "support/box_answers.h"
+#include "support/scratch_folder.h"
+
+namespace tunovka {
+
+// What an explorer is to the file operations, with a person who chooses `chosenFolder` and
+// remembers what was asked and told.
+struct FileStage {
+    TextBox txtsubor, txtodkaz;
+    std::wstring chosenFolder;
+    CopyProgress progress;
+    std::vector<std::wstring> prompts, letGo, commands;
+    BoxAnswers person;
+
+    FSOakcie::Explorer explorer{
+        .txtsubor = txtsubor,
+        .txtodkaz = txtodkaz,
+        .pickFolder =
+            [this](std::wstring_view prompt) {
+                prompts.emplace_back(prompt);
+                return chosenFolder;
+            },
+        .letGo = [this](const std::wstring& path) { letGo.push_back(path); },
+        .watchCopy = [this](const std::wstring&) { return progress; },
+    };
+
+    // Every operation that does not fail writes its command: a text of before does not stay.
+    static constexpr wchar_t kBefore[] = L"before";
+
+    // Runs an operation with these answers to its questions.
+    void run(int operation, const std::wstring& source, const std::wstring& destination = {}) {
+        txtodkaz.setText(kBefore);
+        FSOakcie::carryOut(explorer, operation, source, destination);
+    }
+    const std::wstring& command() const { return txtodkaz.text(); }
+};
+
+inline bool isReadOnly(const std::wstring& path) {
+    return FileSystemObject::attributes(path) & FILE_ATTRIBUTE_READONLY;
+}
+
+inline void makeReadOnly(const std::wstring& path) {
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+}
+
+}  // namespace tunovka
