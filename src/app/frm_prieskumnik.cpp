@@ -7,6 +7,7 @@
 #include "core/events.h"
 #include "core/file_system.h"
 #include "core/text.h"
+#include "editor/frm_plejlist.h"
 #include "search/frm_hladanie.h"
 #include "ui/box.h"
 #include "ui/chrome.h"
@@ -168,6 +169,11 @@ void frmPrieskumnik::bindMenus() {
         txtPrehladavaj.setText(folder);
         frmhladanie::open(*this);
     };
+    prehrat.onClick(L"editovat_playlist") = [this] {
+        const std::wstring path = contents.selectedPath();
+        if (!path.empty()) openEditor(path);
+    };
+    menuprestrom.onClick(L"novy_plalist") = [this] { openEditor(L"nový playlist"); };
 }
 
 void frmPrieskumnik::listFolder(const std::wstring& folder) {
@@ -225,7 +231,9 @@ void frmPrieskumnik::PlaySelected(const std::wstring& program) {
     if (program == L"tu") player.play(path);
 }
 
-void frmPrieskumnik::openEditor(const std::wstring&) {}
+void frmPrieskumnik::openEditor(const std::wstring& command) {
+    frmplejlist::open(*this, command);
+}
 void frmPrieskumnik::showInformation(const std::wstring&) {}
 
 bool frmPrieskumnik::onShortcut(WORD key) {

@@ -86,7 +86,7 @@ void EditorDocument::placeFrom(std::size_t firstNew) {
     if (sortOrder_ == SortOrder::None || firstNew >= entries_.size()) return;
     const auto middle = entries_.begin() + firstNew;
     for (auto entry = middle; entry != entries_.end(); ++entry)
-        entry->sortKey = sortKeyOf_(entry->name);
+        if (entry->sortKey.empty()) entry->sortKey = sortKeyOf_(entry->name);
     const auto before = [descending = sortOrder_ == SortOrder::Descending](
                             const EditorEntry& one, const EditorEntry& other) {
         return descending ? other.sortKey < one.sortKey : one.sortKey < other.sortKey;
@@ -230,8 +230,14 @@ std::size_t EditorDocument::remove(const std::vector<std::wstring>& keys) {
     return removed;
 }
 
-bool EditorDocument::sort(SortOrder order, SortKeyOf keyOf) {
+bool EditorDocument::sort(SortOrder order, SortKeyOf keyOf, const LoopHooks& hooks) {
     if (busy()) return false;
+    const Busy guard(*this);
+    // Making the keys is what takes time.
+    for (EditorEntry& entry : entries_) {
+        entry.sortKey = keyOf(entry.name);
+        if (!hooks.next()) return false;
+    }
     sortOrder_ = order;
     sortKeyOf_ = std::move(keyOf);
     placeFrom(0);

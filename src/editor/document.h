@@ -19,7 +19,7 @@ struct EditorEntry {
     std::wstring key;       // entry key; "" for the row that says that nothing was found
     std::wstring name;      // what the list shows
     bool missing = false;   // no file was there when the row was made: shown in red
-    std::string sortKey{};  // set while the list is sorted
+    std::string sortKey{};  // made the first time that the row is sorted
 };
 
 struct MergeReport {
@@ -111,8 +111,8 @@ class EditorDocument {
     std::size_t remove(const std::vector<std::wstring>& keys);
 
     // Sorts by name and keeps the list sorted until the load order is restored. Rows of equal
-    // names stay in the order they have.
-    bool sort(SortOrder order, SortKeyOf keyOf);
+    // names stay in the order they have. A cancellation leaves the rows as they were.
+    bool sort(SortOrder order, SortKeyOf keyOf, const LoopHooks& hooks = {});
 
     // Ends the sorting and puts the rows into the order of the load order list, which loses the
     // keys without a row. A cancellation leaves rows and load order as they were.

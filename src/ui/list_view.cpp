@@ -278,6 +278,10 @@ std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM l
         case WM_MOUSEWHEEL:
         case WM_VSCROLL:
             return scrolled(message, wparam, lparam);
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            invalidate();  // the selected row changes its colours, its left edge too
+            return std::nullopt;
         case WM_CONTEXTMENU:
             if (lparam == -1) keyboardMenu();
             return 0;
@@ -306,6 +310,13 @@ std::optional<LRESULT> ListView::onNotify(NMHDR& header) {
             const auto found = items_.findText(wanted.lvfi.psz, std::max(wanted.iStart, 0),
                                                !(wanted.lvfi.flags & LVFI_PARTIAL));
             return found ? static_cast<LRESULT>(*found) : -1;
+        }
+        case LVN_ITEMCHANGED: {
+            // The system repaints a row without its left edge.
+            const int position = reinterpret_cast<const NMLISTVIEW&>(header).iItem;
+            const RECT area = toRECT(position < 0 ? Rect{} : rowArea(position));
+            InvalidateRect(handle(), position < 0 ? nullptr : &area, FALSE);
+            return 0;
         }
         case NM_CUSTOMDRAW:
             return customDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));

@@ -165,7 +165,8 @@ class App:
     def find(self, name, visible=True, within=None):
         """The first window of that code name, or None. `within`: a child of that control."""
         for window in self.windows():
-            if window.name == name and (window.visible or not visible) and \
+            # Windows keeps the names as atoms, which know no letter case.
+            if window.name.lower() == name.lower() and (window.visible or not visible) and \
                     (within is None or self._is_within(window, within)):
                 return window
         return None

@@ -27,12 +27,13 @@ class EditorDocumentTest : public testing::Test {
     void load(std::wstring_view text) {
         ASSERT_TRUE(document.load(L"C:\\pl\\list.m3u", text, exists()));
     }
-    void sort(SortOrder order) {
-        document.sort(order, [](std::wstring_view name) {
+    bool sort(SortOrder order, const LoopHooks& hooks = {}) {
+        const auto keyOf = [](std::wstring_view name) {
             std::string key;
             for (const wchar_t letter : name) key += static_cast<char>(letter);
             return key;
-        });
+        };
+        return document.sort(order, keyOf, hooks);
     }
     Texts names() const {
         Texts result;
@@ -243,10 +244,11 @@ TEST_F(EditorDocumentTest, refusesCommandsWhileBusy) {
     document.invalidLinks(exists(), hooks);
     document.restoreLoadOrder(exists(), hooks);
     document.pathsToSave(exists(), hooks);
-    EXPECT_EQ(looked, 15);
+    sort(SortOrder::Ascending, hooks);
+    EXPECT_EQ(looked, 18);
     document.merge(L"C:\\pl\\o.m3u", L"c.wma\nnie.mp3", exists(), hooks);
     document.load(L"C:\\pl\\list.m3u", L"c.wma", exists(), hooks);
-    EXPECT_EQ(looked, 18);
+    EXPECT_EQ(looked, 21);
     EXPECT_FALSE(document.busy());
     EXPECT_TRUE(document.removeAt(0));
 }
@@ -278,6 +280,10 @@ TEST_F(EditorDocumentTest, aCancelledCommandKeepsWhatIsWhole) {
     EXPECT_FALSE(document.duplicates(exists(), hooks));
     left = 1;
     EXPECT_FALSE(document.pathsToSave(exists(), hooks));
+    left = 1;
+    EXPECT_FALSE(sort(SortOrder::Ascending, hooks));
+    EXPECT_EQ(names(), rows);
+    EXPECT_EQ(document.sortOrder(), SortOrder::Descending);
     EXPECT_FALSE(document.busy());
 }
 

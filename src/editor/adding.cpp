@@ -1,0 +1,79 @@
+// What is dropped onto an editor's list: a row of an editor, a media file, a playlist.
+
+#include "core/ansi.h"
+#include "core/existing_files.h"
+#include "core/file_system.h"
+#include "editor/editor.h"
+#include "editor/texts.h"
+#include "ui/box.h"
+#include "ui/drag_drop.h"
+
+namespace tunovka {
+namespace {
+
+void showLastRow(EditorView& view) {
+    if (view.Lview.count() == 0) return;
+    view.Lview.ensureVisible(view.Lview.count() - 1);
+    view.select(view.Lview.count() - 1);
+}
+
+void moveRow(Editor& editor, const std::wstring& key, std::optional<std::size_t> target) {
+    if (editor.document.sortOrder() != SortOrder::None) {
+        ask(movedWhileSortedNotice());
+        return;
+    }
+    const auto from = editor.document.positionOf(key);
+    if (!from || !target || !editor.document.move(key, *target)) return;
+    editor.view.showMoved(*from, *target);
+    editor.view.select(*target);
+}
+
+void addFile(Editor& editor, const std::wstring& path) {
+    const auto isThere = editor.document.holds(path, editor.hooks());
+    if (!isThere) return;
+    if (*isThere && ask(addDuplicateQuestion(path)) != 1) return;
+    if (editor.form.isClosing()) return;
+    const auto position = editor.document.add(path);
+    if (!position) return;
+    editor.view.showAdded(*position);
+    editor.view.Lview.ensureVisible(*position);
+    editor.view.select(*position);
+}
+
+void mergePlaylist(Editor& editor, const std::wstring& path) {
+    if (ask(addPlaylistQuestion(path)) != 1 || editor.form.isClosing()) return;
+    const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
+    ExistingFiles existing;
+    const FileExistsTest exists = [&](const std::wstring& file) { return existing.contains(file); };
+    std::optional<MergeReport> report;
+    try {
+        report = editor.document.merge(path, text, exists, editor.hooks());
+    } catch (...) {
+        editor.view.showRows();  // what was read before the error stays
+        showLastRow(editor.view);
+        throw;
+    }
+    if (!report) return;
+    editor.view.showRows();
+    showLastRow(editor.view);
+    ask(mergedNotice(report->added, report->invalid));
+}
+
+}  // namespace
+
+void dropText(Editor& editor, const std::wstring& text, std::optional<std::size_t> target,
+              const DragState& drag) {
+    if (text.empty()) return;
+    if (text == drag.path) return moveRow(editor, drag.key, target);
+    if (!FileSystemObject::FileExists(text)) return;
+    switch (droppedKind(text)) {
+        case DroppedKind::Media:
+            return addFile(editor, text);
+        case DroppedKind::Playlist:
+            return mergePlaylist(editor, text);
+        case DroppedKind::Other:
+            ask(wrongTypeNotice());
+    }
+}
+
+}  // namespace tunovka

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "core/events.h"
+#include "editor/document.h"
+#include "editor/editor_view.h"
+#include "ui/drag_drop.h"
+#include "ui/form.h"
+#include "ui/program_links.h"
+
+namespace tunovka {
+
+// What the commands of an editor window work on. Each command below and in the neighbouring files
+// expects that its caller has marked the form as busy: it may let events run, and the form may have
+// been closed when it returns.
+struct Editor {
+    Editor(Form& window, ProgramLinks& program)
+        : form(window), links(program), view(window, document) {}
+
+    // For loops that walk over the document: events run, closing the window ends the loop.
+    LoopHooks hooks() const {
+        return {[] { yieldToEvents(); }, [this] { return form.isClosing(); }};
+    }
+
+    Form& form;
+    ProgramLinks& links;
+    EditorDocument document;
+    EditorView view;
+};
+
+// Reads a playlist into an editor. What was read before an error is shown.
+void loadPlaylistFile(Editor& editor, const std::wstring& path);
+
+// A text was dropped on the list: over the row at `target`, or beside the rows.
+void dropText(Editor& editor, const std::wstring& text, std::optional<std::size_t> target,
+              const DragState& drag);
+
+void removeCurrent(Editor& editor);
+void removeDuplicates(Editor& editor);
+void removeInvalidLinks(Editor& editor);
+void sortRows(Editor& editor, SortOrder order);
+void restoreLoadOrder(Editor& editor);
+
+// Asks for a file and writes the list into it. A failure leaves the old file and the changed flag
+// as they were and raises its error.
+void saveAs(Editor& editor);
+
+}  // namespace tunovka

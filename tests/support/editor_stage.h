@@ -1,0 +1,99 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/multimedialny.h"
+#include "editor/frm_plejlist.h"
+#include "support/box_answers.h"
+#include "support/scratch_folder.h"
+
+namespace tunovka {
+
+// A shown playlist editor, a folder with a.mp3, b.wav and c.wma, and a program around them that
+// remembers what it is told.
+class EditorStage : public testing::Test {
+  protected:
+    using Texts = std::vector<std::wstring>;
+
+    struct Program : ProgramLinks {
+        void tellExplorer(const std::wstring& command) override { told.push_back(command); }
+        std::wstring shownFolder() const override { return folder; }
+        std::wstring folderToSearch() const override { return {}; }
+        void openEditor(const std::wstring&) override {}
+        void showInformation(const std::wstring& command) override { informed.push_back(command); }
+
+        std::wstring folder;
+        Texts told, informed;
+    };
+
+    // Answers the message boxes that a step of a test opens.
+    class Person {
+      public:
+        void expect(std::deque<int> answers) {
+            answers_.reset();
+            answers_ = std::make_unique<BoxAnswers>(std::move(answers));
+        }
+        const std::vector<BoxRequest>& seen() const { return answers_->seen; }
+
+      private:
+        std::unique_ptr<BoxAnswers> answers_ = std::make_unique<BoxAnswers>();
+    };
+
+    EditorStage() {
+        MultiMedialny::InitSharedTables();
+        for (const wchar_t* name : {L"a.mp3", L"b.wav", L"c.wma"}) folder.file(name);
+        renew();
+    }
+
+    void renew() {
+        window = std::make_unique<frmplejlist>(program);
+        window->show();
+    }
+
+    // A new window on a playlist of these lines (ASCII).
+    void open(const std::wstring& lines, const std::wstring& name = L"list.m3u") {
+        folder.file(name, std::string(lines.begin(), lines.end()));
+        renew();
+        window->txtodkaz.setText(folder / name);
+    }
+
+    Editor& editor() { return window->editor; }
+    EditorView& view() { return window->editor.view; }
+
+    // What the list shows; "-" before a red row.
+    Texts rows() {
+        Texts rows;
+        for (std::size_t i = 0; i < view().Lview.count(); ++i) {
+            const ListItem& row = view().Lview.items().at(i);
+            const bool red = row.foreground == MultiMedialny::palette().MissingEntryColor;
+            rows.push_back((red ? L"-" : L"") + row.text);
+        }
+        return rows;
+    }
+
+    void drop(const std::wstring& text, std::optional<std::size_t> target = {},
+              const DragState& drag = {}) {
+        window->Lview_Drop(text, target, drag);
+    }
+    void choose(const wchar_t* entry) { window->menu1.choose(entry); }
+    void pressKey(WORD key) { SendMessageW(view().Lview.handle(), WM_KEYDOWN, key, 0); }
+
+    // Opens the list's menu by the right button beside the rows, and closes it again.
+    void openMenu() {
+        Timer closer;
+        closer.onTick = [] { EndMenu(); };
+        closer.setInterval(20);
+        pressAndRelease(view().Lview, WM_RBUTTONDOWN, WM_RBUTTONUP);
+    }
+
+    ScratchFolder folder;
+    Program program;
+    Person person;
+    std::unique_ptr<frmplejlist> window;
+};
+
+}  // namespace tunovka

@@ -1,0 +1,150 @@
+// What an editor writes: the bytes read back, targets that refuse, the close prompt.
+#include <gtest/gtest.h>
+
+#include "core/ansi.h"
+#include "core/counter16.h"
+#include "core/file_system.h"
+#include "support/editor_stage.h"
+#include "support/error_of.h"
+#include "support/save_answers.h"
+
+namespace tunovka {
+namespace {
+
+namespace fso = FileSystemObject;
+
+class EditorSaving : public EditorStage {
+  protected:
+    EditorSaving() {
+        folder.folder(L"sub");
+        folder.file(L"sub\\d.mp3");
+        program.folder = folder.path();
+    }
+
+    void saveAs(const std::wstring& name) {
+        dialog.emplace(std::deque{folder / name});
+        choose(L"ulozit_ako_plejlist");
+    }
+    std::string saved(const std::wstring& name) {
+        saveAs(name);
+        return fso::FileExists(folder / name) ? fso::readAll(folder / name) : "";
+    }
+    // The folder as an entry is written with relative links from elsewhere on the drive.
+    std::string fromRoot(const std::wstring& name) {
+        return toAnsi(L".." + (folder / name).substr(2));
+    }
+
+    std::optional<SaveAnswers> dialog;
+};
+
+TEST_F(EditorSaving, WritesEachLayoutWithBothKindsOfLinks) {
+    open(L"a.mp3\r\nnie.mp3\r\nsub\\d.mp3\r\n");
+    person.expect({2, 1, 1, 1, 0, 1});
+    const std::string a = toAnsi(folder / L"a.mp3"), d = toAnsi(folder / L"sub\\d.mp3");
+    EXPECT_EQ(saved(L"out.m3u"), a + "\r\n" + d + "\r\n");
+    EXPECT_EQ(saved(L"sub\\out.pls"), "[playlist]\r\nFile1=" + fromRoot(L"a.mp3") +
+                                          "\r\nFile2=d.mp3\r\nNumberOfEntries=2\r\n");
+    EXPECT_EQ(saved(L"out.PLS"), a + "\r\n" + d + "\r\n");
+    ASSERT_EQ(person.seen().size(), 6u);
+    EXPECT_EQ(person.seen()[0].title, L" Relatívne odkazy");
+    EXPECT_EQ(person.seen()[1],
+              (BoxRequest{L" Nový playlist", L"Playlist bol úspešne vytvorený (aktualizovaný).",
+                          L"Fajn ..."}));
+    EXPECT_EQ(program.told, (Texts{L"obnoviť", L"obnoviť"}));  // not for the other folder
+    choose(L"zoradit_zostupne");
+    person.expect({1, 1});
+    EXPECT_EQ(saved(L"out.txt"), "sub\\d.mp3\r\na.mp3\r\n");
+}
+
+TEST_F(EditorSaving, TheDialogStartsFromThePlaylist) {
+    open(L"a.mp3\r\n", L"mix.pls");
+    person.expect({1, 1});
+    EXPECT_EQ(saved(L"mix"), "a.mp3\r\n");
+    ASSERT_EQ(dialog->seen.size(), 1u);
+    EXPECT_EQ(dialog->seen[0].title, L"Uložiť playlist");
+    EXPECT_EQ(dialog->seen[0].name, L"mix");
+    EXPECT_EQ(dialog->seen[0].filter, 2);
+    EXPECT_EQ(view().lblplejlist.text(), folder / L"mix.pls");
+
+    window->txtodkaz.setText(L"nový playlist");
+    dialog.emplace();
+    choose(L"ulozit_ako_plejlist");
+    EXPECT_EQ(dialog->seen[0].name, L"");
+    EXPECT_EQ(dialog->seen[0].filter, 1);
+    EXPECT_EQ(person.seen().size(), 2u);  // a cancelled dialog asks and tells nothing
+}
+
+TEST_F(EditorSaving, ReplacesAFileOnlyWhenItCanBeWrittenWhole) {
+    window->txtodkaz.setText(L"nový playlist");
+    drop(folder / L"a.mp3");
+    const std::wstring target = folder.file(L"old.m3u", "old");
+    const auto failsWith = [&](int error) {
+        person.expect({2});
+        EXPECT_EQ(errorOf([&] { saveAs(L"old.m3u"); }), error);
+        EXPECT_EQ(dialog->replaced, 1);
+        EXPECT_TRUE(editor().document.changed());
+        EXPECT_EQ(person.seen().size(), 1u);
+        EXPECT_FALSE(window->isBusy());
+    };
+    SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_READONLY);
+    failsWith(kPermissionDenied);
+    SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(fso::readAll(target), "old");
+    {
+        const FileHandle locked(CreateFileW(target.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                            OPEN_EXISTING, 0, nullptr));
+        failsWith(kPermissionDenied);
+    }
+    EXPECT_EQ(fso::readAll(target), "old");
+    drop(folder.file(L"\x6F22.mp3"));
+    failsWith(kInvalidCall);
+    EXPECT_EQ(fso::readAll(target), "old");
+    pressKey(VK_DELETE);
+    person.expect({1, 1});
+    EXPECT_EQ(saved(L"old.m3u"), "a.mp3\r\n");
+    EXPECT_FALSE(editor().document.changed());
+}
+
+TEST_F(EditorSaving, ClosingAsksOnlyAboutChanges) {
+    open(L"b.wav\r\na.mp3\r\n");
+    choose(L"zoradit_vzostupne");
+    EXPECT_TRUE(window->unload());
+
+    open(L"a.mp3\r\nb.wav\r\n");
+    pressKey(VK_DELETE);
+    person.expect({3, 0, 2});
+    EXPECT_FALSE(window->unload());
+    EXPECT_FALSE(window->unload());
+    EXPECT_TRUE(editor().document.changed());
+    EXPECT_TRUE(window->unload());
+    ASSERT_EQ(person.seen().size(), 3u);
+    EXPECT_EQ(person.seen()[0],
+              (BoxRequest{L" Uložiť zmeny ?",
+                          L"Pri úpravách playlistu došlo k zmenám, chceš playlist uložiť teraz ?",
+                          L"ÁNO;NIE;STORNO"}));
+}
+
+// The first answer reads like a saving one and is none; this is meant.
+TEST_F(EditorSaving, TheFirstAnswerOfTheClosePromptSavesNothing) {
+    const std::wstring list = folder / L"list.m3u";
+    open(L"a.mp3\r\nb.wav\r\n");
+    pressKey(VK_DELETE);
+    dialog.emplace();
+    person.expect({1});
+    EXPECT_TRUE(window->unload());
+    EXPECT_EQ(dialog->seen.size(), 0u);
+    EXPECT_EQ(fso::readAll(list), "a.mp3\r\nb.wav\r\n");
+
+    renew();
+    window->txtodkaz.setText(L"nový playlist");
+    drop(folder / L"a.mp3");
+    dialog.emplace(std::deque{folder / L"never.m3u"});
+    person.expect({1});
+    EXPECT_TRUE(window->unload());
+    ASSERT_EQ(dialog->seen.size(), 1u);
+    EXPECT_EQ(dialog->seen[0].title, L"Uložiť playlist");
+    EXPECT_FALSE(fso::FileExists(folder / L"never.m3u"));
+}
+
+}  // namespace
+}  // namespace tunovka

@@ -1,0 +1,276 @@
+// Playlist editors on real windows and files: the list shows what the document holds, drops, the
+// removals, the orders, closing.
+#include <gtest/gtest.h>
+
+#include "core/counter16.h"
+#include "core/events.h"
+#include "core/file_system.h"
+#include "editor/frm_plejlist.h"
+#include "editor/texts.h"
+#include "support/box_answers.h"
+#include "support/editor_stage.h"
+#include "support/error_of.h"
+
+namespace tunovka {
+namespace {
+
+class EditorWindow : public EditorStage {};
+
+TEST_F(EditorWindow, ShowsWhatThePlaylistHolds) {
+    open(L"a.mp3\r\nnie.mp3\r\n#EXTM3U\r\nFile1=b.wav\r\n");
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"-nie.mp3", L"File1=b.wav"}));
+    EXPECT_EQ(view().lblplejlist.text(), folder / L"list.m3u");
+    EXPECT_EQ(view().lblpočet.text(), L"Počet odkazov v playliste: 3");
+    EXPECT_EQ(view().lblbar.text(), folder / L"a.mp3");
+    EXPECT_EQ(view().Lview.selected(), 0u);
+    EXPECT_FALSE(editor().document.changed());
+
+    view().select(1);
+    EXPECT_EQ(view().lblbar.text(), L"Odkaz na neexistujúci súbor");
+    folder.file(L"nie.mp3");
+    view().select(1);
+    EXPECT_EQ(view().lblbar.text(), folder / L"nie.mp3");
+    EXPECT_EQ(rows()[1], L"-nie.mp3");  // red as when it was read
+}
+
+TEST_F(EditorWindow, APlaylistWithoutEntriesShowsThePlaceholder) {
+    open(L"[playlist]\r\n");
+    EXPECT_EQ(rows(), Texts{L"neboli nájdené žiadne súbory"});
+    EXPECT_EQ(view().lblpočet.text(), L"Počet odkazov v playliste: 1");
+    EXPECT_EQ(view().Lview.selected(), std::nullopt);
+    openMenu();
+    EXPECT_FALSE(window->menu1.isEnabled(L"ulozit_ako_plejlist"));
+    EXPECT_FALSE(window->menu1.isEnabled(L"info_o_subore"));
+    EXPECT_EQ(errorOf([&] { drop(folder / L"a.mp3"); }), kInvalidCall);
+    EXPECT_EQ(rows().size(), 1u);
+}
+
+TEST_F(EditorWindow, EachIsNumberedByTheOthersThatAreOpen) {
+    const auto opened = [&] {
+        frmplejlist::open(program, L"nový playlist");
+        auto& last = dynamic_cast<frmplejlist&>(*Forms::loaded().back());
+        EXPECT_EQ(L" Editor playlistov " + last.tag.substr(std::size(L"vrtilkofrmplejlist") - 1),
+                  last.PicZahlavie.text());
+        return &last;
+    };
+    const auto first = opened(), second = opened(), third = opened();
+    EXPECT_EQ(first->tag, L"vrtilkofrmplejlist0");
+    EXPECT_EQ(second->tag, L"vrtilkofrmplejlist1");
+    EXPECT_EQ(third->tag, L"vrtilkofrmplejlist2");
+    EXPECT_TRUE(second->unload());
+    EXPECT_EQ(opened()->tag, L"vrtilkofrmplejlist2");
+    EXPECT_EQ(errorOf([&] { frmplejlist::open(program, folder / L"nie.m3u"); }), kFileNotFound);
+    EXPECT_EQ(Forms::loaded().size(), 3u);  // no window is left of what could not be read
+
+    person.expect({3, 2});
+    third->Lview_Drop(folder / L"a.mp3", {}, {});
+    EXPECT_FALSE(Forms::unloadTagged(L"vrtilkofrm*"));
+    EXPECT_FALSE(third->isClosing());
+    EXPECT_TRUE(Forms::unloadTagged(L"vrtilkofrm*"));
+    EXPECT_TRUE(Forms::loaded().empty());
+    // The last one's end ends the program's loop, which the next test needs.
+    MSG message;
+    runUntil([&] { return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != 0; },
+             2000);
+}
+
+TEST_F(EditorWindow, ANewPlaylistIsEmptyAndMayBeSaved) {
+    EXPECT_EQ(view().lblpočet.text(), L"Počet  odkazov v playliste:");
+    window->txtodkaz.setText(L"nový playlist");
+    EXPECT_EQ(view().lblplejlist.text(), L"nový playlist");
+    EXPECT_EQ(view().lblpočet.text(), L"Počet odkazov v playliste: 0");
+    drop(folder / L"a.mp3");
+    EXPECT_EQ(view().Lview.selectedKey(), L"položka:1súbor=" + (folder / L"a.mp3"));
+    EXPECT_EQ(view().lblpočet.text(), L"Počet odkazov v playliste: 1");
+}
+
+TEST_F(EditorWindow, TheMenuFollowsTheSelection) {
+    open(L"a.mp3\r\nnie.mp3\r\n");
+    const auto offered = [&](std::size_t row) {
+        view().select(row);
+        openMenu();
+        std::wstring names;
+        for (const wchar_t* name :
+             {L"info_o_subore", L"ulozit_ako_plejlist", L"prehrat", L"odstranit_polozku",
+              L"odstranit_neplatne_odkazy", L"odstranit_duplicitu", L"zoradit"})
+            if (window->menu1.isEnabled(name)) names += std::wstring(name) + L" ";
+        return names;
+    };
+    EXPECT_EQ(offered(0),
+              L"info_o_subore ulozit_ako_plejlist prehrat odstranit_polozku "
+              L"odstranit_neplatne_odkazy odstranit_duplicitu zoradit ");
+    EXPECT_EQ(offered(1),
+              L"ulozit_ako_plejlist odstranit_polozku odstranit_neplatne_odkazy "
+              L"odstranit_duplicitu zoradit ");
+    pressKey(VK_DELETE);
+    EXPECT_EQ(offered(0),
+              L"info_o_subore ulozit_ako_plejlist prehrat odstranit_polozku "
+              L"odstranit_neplatne_odkazy ");
+}
+
+TEST_F(EditorWindow, PlaysAndInforms) {
+    open(L"nie.mp3\r\na.mp3\r\n");
+    pressKey(VK_RETURN);
+    pressKey(VK_DOWN);
+    EXPECT_EQ(view().lblbar.text(), folder / L"a.mp3");
+    pressKey(VK_RETURN);
+    window->menu1.onClick(L"info_o_subore")();
+    view().select(0);
+    window->menu1.onClick(L"info_o_subore")();
+    EXPECT_EQ(program.told, (Texts{L"hraj:", L"hraj:" + (folder / L"a.mp3")}));
+    EXPECT_EQ(program.informed, (Texts{folder / L"a.mp3", L"chyba"}));
+}
+
+TEST_F(EditorWindow, DroppedFilesAreCheckedInOrder) {
+    open(L"a.mp3\r\n");
+    folder.file(L"A.MP3");
+    folder.file(L"obraz.png");
+    person.expect({1, 1, 0, 2, 1});
+    drop(L"\"" + (folder / L"b.wav") + L"\"");
+    drop((folder / L"b.wav") + L"\r\n");
+    drop(folder / L"nikde.png");
+    drop(L"");
+    drop(folder.path());
+    EXPECT_EQ(person.seen().size(), 0u);
+    drop(folder / L"obraz.png");
+    drop(folder / L"A.MP3");
+    drop(folder / L"a.mp3");
+    drop(folder / L"a.mp3");
+    EXPECT_EQ(rows(), Texts{L"a.mp3"});
+    EXPECT_FALSE(editor().document.changed());
+    drop(folder / L"a.mp3");
+    drop(folder / L"b.wav");
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"a.mp3", L"b.wav"}));
+    EXPECT_EQ(view().Lview.selected(), 2u);
+    EXPECT_EQ(view().lblbar.text(), folder / L"b.wav");
+    EXPECT_TRUE(editor().document.changed());
+    ASSERT_EQ(person.seen().size(), 5u);
+    EXPECT_EQ(person.seen()[0].title, L" Neplatný typ");
+    EXPECT_EQ(person.seen()[2].text, L"V playliste sa už nachádza odkaz na tento súbor '" +
+                                         (folder / L"a.mp3") +
+                                         L"', chceš ho i npariek tomu pridať do playlistu ?");
+}
+
+TEST_F(EditorWindow, ADroppedPlaylistIsMergedWhenAgreed) {
+    open(L"a.mp3\r\n");
+    const std::wstring other = folder.file(L"other.pls", "file1=b.wav\r\nFile2=nie.mp3\r\n");
+    person.expect({2, 1, 1});
+    drop(other);
+    EXPECT_FALSE(editor().document.changed());
+    drop(other);
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"b.wav", L"-nie.mp3"}));
+    EXPECT_EQ(view().Lview.selected(), 2u);
+    EXPECT_TRUE(editor().document.changed());
+    ASSERT_EQ(person.seen().size(), 3u);
+    EXPECT_EQ(person.seen()[0].buttons, L" ÁNO ;Zrušiť");
+    EXPECT_EQ(person.seen()[2], (BoxRequest{L" Hotovo",
+                                            L"Počet pridaných súborov: 2\rPočet pridaných "
+                                            L"neplatných odkazov: 1",
+                                            L"Oukej ..."}));
+}
+
+TEST_F(EditorWindow, RowsMoveUnlessSorted) {
+    open(L"c.wma\r\na.mp3\r\nb.wav\r\n");
+    const auto dragged = [&](std::size_t row) {
+        view().select(row);
+        return DragState{L"Lview", view().Lview.selectedKey(), view().selectedPath()};
+    };
+    drop(folder / L"c.wma", 2, dragged(0));
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"b.wav", L"c.wma"}));
+    EXPECT_EQ(view().Lview.selected(), 2u);
+    EXPECT_TRUE(editor().document.changed());
+    drop(folder / L"c.wma", std::nullopt, dragged(2));
+    // A row of another editor: nothing of that key is here.
+    drop(folder / L"c.wma", 0, {L"Lview", L"položka:9súbor=c.wma", folder / L"c.wma"});
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"b.wav", L"c.wma"}));
+    choose(L"zoradit_zostupne");
+    EXPECT_EQ(rows(), (Texts{L"c.wma", L"b.wav", L"a.mp3"}));
+    EXPECT_EQ(view().Lview.selected(), 0u);
+    person.expect({1});
+    drop(folder / L"c.wma", 2, dragged(0));
+    ASSERT_EQ(person.seen().size(), 1u);
+    EXPECT_EQ(person.seen()[0].title, L" Presunutie položky");
+    drop(folder.file(L"bb.mp3"));
+    EXPECT_EQ(rows(), (Texts{L"c.wma", L"bb.mp3", L"b.wav", L"a.mp3"}));
+    EXPECT_EQ(view().Lview.selected(), 1u);
+    choose(L"neradit");
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"b.wav", L"c.wma", L"bb.mp3"}));
+}
+
+TEST_F(EditorWindow, RemovalsAskOrReportByTheirNumber) {
+    open(L"a.mp3\r\na.mp3\r\n.\\a.mp3\r\n");
+    person.expect({2, 1, 1});
+    choose(L"odstranit_duplicitu");
+    EXPECT_EQ(rows().size(), 3u);
+    choose(L"odstranit_duplicitu");
+    EXPECT_EQ(rows().size(), 2u);  // "." makes it another path
+    choose(L"odstranit_duplicitu");
+    EXPECT_EQ(rows().size(), 2u);
+    ASSERT_EQ(person.seen().size(), 3u);
+    EXPECT_EQ(person.seen()[1].text,
+              L"Bola nájdená jedna duplicitná položka Chceš odstrániť tieto položky zo zoznamu ?");
+    EXPECT_EQ(person.seen()[2].buttons, L"Jasnačka ...");
+
+    open(L"a.mp3\r\n1.mp3\r\n2.mp3\r\n3.mp3\r\n4.mp3\r\n5.mp3\r\n");
+    folder.file(L"5.mp3");  // its row is red, its file is there by now
+    person.expect({1, 1});
+    choose(L"odstranit_neplatne_odkazy");
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"-5.mp3"}));
+    EXPECT_EQ(view().Lview.selected(), 0u);
+    EXPECT_TRUE(editor().document.changed());
+    choose(L"odstranit_neplatne_odkazy");
+    ASSERT_EQ(person.seen().size(), 2u);
+    EXPECT_EQ(person.seen()[0],
+              (BoxRequest{L" O.K.", L"Boli odstránené 4 neplatné položky", L"Jasné ..."}));
+    EXPECT_EQ(person.seen()[1].buttons, L"Super ...");
+}
+
+TEST_F(EditorWindow, DeleteSelectsTheRowThatFollows) {
+    open(L"a.mp3\r\nb.wav\r\nc.wma\r\n");
+    view().select(1);
+    pressKey(VK_DELETE);
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"c.wma"}));
+    EXPECT_EQ(view().lblbar.text(), folder / L"c.wma");
+    pressKey(VK_DELETE);
+    EXPECT_EQ(view().Lview.selected(), 0u);
+    pressKey(VK_DELETE);
+    pressKey(VK_DELETE);
+    EXPECT_EQ(view().lblpočet.text(), L"Počet odkazov v playliste: 0");
+    EXPECT_EQ(view().lblbar.text(), L"");
+}
+
+TEST_F(EditorWindow, PastTheLastNumberWhatWasReadStays) {
+    std::wstring lines;
+    for (int i = 0; i < 32'768; ++i) lines += L"a.mp3\r\n";
+    EXPECT_EQ(errorOf([&] { open(lines); }), kOverflow);
+    EXPECT_EQ(view().Lview.count(), 32'767u);
+    EXPECT_EQ(view().lblpočet.text(), L"Počet odkazov v playliste: 32767");
+    openMenu();
+    EXPECT_FALSE(window->menu1.isEnabled(L"ulozit_ako_plejlist"));
+}
+
+TEST_F(EditorWindow, OtherCommandsWaitWhileOneRuns) {
+    open(L"a.mp3\r\na.mp3\r\n");
+    const Form::Busy busy(*window);
+    pressKey(VK_DELETE);
+    choose(L"zoradit_zostupne");
+    drop(folder / L"b.wav");
+    window->txtodkaz.setText(L"nový playlist");
+    EXPECT_EQ(rows().size(), 2u);
+    EXPECT_EQ(view().lblplejlist.text(), folder / L"list.m3u");
+}
+
+TEST_F(EditorWindow, ClosingEndsTheReading) {
+    std::wstring lines;
+    for (int i = 0; i < 30'000; ++i) lines += L"nie" + std::to_wstring(i) + L".mp3\r\n";
+    postToLoop([&] {
+        if (!window->isBusy()) return;
+        EXPECT_TRUE(window->unload());
+    });
+    open(lines);
+    EXPECT_TRUE(window->isClosing());
+    EXPECT_LT(editor().document.entries().size(), 30'000u);
+}
+
+}  // namespace
+}  // namespace tunovka
