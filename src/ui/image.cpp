@@ -62,7 +62,7 @@ void Image::paint() const {
                  Skin::font(dpi()), MultiMedialny::palette().LabelForeColor);
     }
     if (hasFocus()) {
-        const int inset = scaled(3);
+        const int inset = scaled(2);
         drawFocus(paint.dc(), {inset, inset, size.width - inset, size.height - inset});
     }
 }
