@@ -22,8 +22,10 @@ def tour(app):
 
     folder = next((i for i in tree.items() if i.level == 1 and i.rect), None)
     if folder:
+        before = [i.text for i in contents.items()]
         folder.click()
-        wait_until(lambda: folder.text in app.control("LblBar").text, 30, "the folder's name shown")
+        wait_until(lambda: [i.text for i in contents.items()] not in ([], before), 30,
+                   f"{folder.text} listed")
     for kinds, name in (PLAYLISTS, "2-playlist"), (MUSIC, "3-playing"):
         item = first(contents, kinds)
         if not item:

@@ -17,7 +17,8 @@ as_root() {
 }
 
 # with_lock FILE COMMAND...: one at a time over every script on this machine that uses FILE.
-# What the command leaves running must not inherit the lock, so it gets no copy of it.
+# What the command leaves running must not keep the lock: it closes LOCK_FD. A command that fails
+# half-way goes on after with_lock (the shell's -e does not reach inside): it ends by die.
 with_lock() {
     local file=$1 fd status=0
     shift

@@ -38,12 +38,12 @@ build_wine_root() {
     [ ! -d "$root" ] || return 0
     need_packages mmdebstrap arch-test bubblewrap
     say "Building a private 32-bit Wine in $root (about a minute, 1 GB, once)"
-    as_root rm -rf "$fresh"
-    as_root mmdebstrap --quiet --mode=root --architectures=i386 --variant=apt \
+    { as_root rm -rf "$fresh" &&
+      as_root mmdebstrap --quiet --mode=root --architectures=i386 --variant=apt \
         --aptopt='APT::Install-Recommends "false"' \
         --aptopt='Acquire::Check-Valid-Until "false"' \
         --customize-hook="$WINE_ROOT_HOOK" \
         --include="$WINE_ROOT_PACKAGES" \
-        "$WINE_ROOT_SUITE" "$fresh" "deb $(debian_mirror) $WINE_ROOT_SUITE main"
-    as_root mv "$fresh" "$root"
+        "$WINE_ROOT_SUITE" "$fresh" "deb $(debian_mirror) $WINE_ROOT_SUITE main" &&
+      as_root mv "$fresh" "$root"; } || die "The private Wine could not be built."
 }
