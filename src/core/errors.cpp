@@ -22,6 +22,8 @@ std::wstring errorDescription(int number) {
             return L"File already exists";
         case kDiskFull:
             return L"Disk full";
+        case kBadRecordNumber:
+            return L"Bad record number";
         case kDeviceUnavailable:
             return L"Device unavailable";
         case kPermissionDenied:

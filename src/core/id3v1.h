@@ -25,6 +25,11 @@ std::optional<Id3v1Bytes> parseId3v1(std::string_view fileEnd);
 Id3v1Tag id3v1Text(const Id3v1Bytes& bytes,
                    const std::function<std::wstring(std::string_view)>& fromAnsi);
 
+// The tag of a file, of whatever kind it is; an empty one when the path is empty, when no such file
+// exists or when it carries no tag. Raises kBadRecordNumber for a file that is too short to end in
+// a tag, and whatever opening and reading raise.
+Id3v1Tag ReadId3v1(const std::wstring& path);
+
 // A field as it is shown: without the NULs and blanks of its padding.
 std::wstring shownField(std::wstring_view field);
 

@@ -31,6 +31,15 @@ void paintRim(HDC dc, const RECT& area) {
     frameRect(dc, frame, mixed(colors.FormBackColor, 0xFFFFFF, 90));
 }
 
+Color cardColor() {
+    return mixed(MultiMedialny::palette().FormBackColor, 0xFFFFFF, 215);
+}
+
+void paintCard(HDC dc, const RECT& area) {
+    fillRect(dc, area, cardColor());
+    paintWell(dc, area);
+}
+
 void paintWell(HDC dc, const RECT& area) {
     const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
     RECT frame = area;

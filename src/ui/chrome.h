@@ -19,6 +19,11 @@ int layoutTitle(Form& form, TitleStrip& strip, Image* close, Image* minimize);
 // The ground that every window shares below its title: a soft light from above and the rim.
 void paintRim(HDC dc, const RECT& area);
 
+// A pale card on the ground, for texts that are read; its colour is plain, so that controls that
+// cannot show through what lies behind them can stand on it.
+Color cardColor();
+void paintCard(HDC dc, const RECT& area);
+
 // A sunken field on the ground, as lists and strips stand in.
 void paintWell(HDC dc, const RECT& area);
 

@@ -124,6 +124,10 @@ class Form : public Window {
     std::unique_ptr<class ModalState> modal_;
 };
 
+// The program's window that is active now and visible, as the owner of one that is opened over it;
+// nullptr when there is none.
+HWND activeForm();
+
 // The program's loaded windows, in the order in which they were loaded.
 class Forms {
   public:

@@ -15,6 +15,11 @@ std::vector<std::unique_ptr<Form>>& all() {
 
 }  // namespace
 
+HWND activeForm() {
+    const HWND active = GetActiveWindow();
+    return active && windowOf(active) && IsWindowVisible(active) ? active : nullptr;
+}
+
 void Forms::adopt(std::unique_ptr<Form> form) {
     form->owned_ = true;
     all().push_back(std::move(form));

@@ -51,11 +51,6 @@ void showWaitingNotice() {
     ask(notice.title, notice.text, notice.button);
 }
 
-HWND activeForm() {
-    const HWND active = GetActiveWindow();
-    return active && windowOf(active) && IsWindowVisible(active) ? active : nullptr;
-}
-
 }  // namespace
 
 std::int16_t ask(const std::wstring& title, const std::wstring& text, const std::wstring& buttons) {
@@ -98,17 +93,6 @@ void installFailureNotice() {
     setUnhandledHandler(report);
 }
 
-frmBox::ScrolledText::ScrolledText(Window& parent, const std::wstring& text)
-    : Window(Args{.name = L"txtotazka",
-                  .className = L"EDIT",
-                  .text = text,
-                  .style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY,
-                  .parent = &parent}) {}
-
-void frmBox::ScrolledText::applyFont() {
-    send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(dpi())));
-}
-
 frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
                const std::wstring& buttons)
     : Form(FormArgs{.name = L"frmBox",
@@ -125,7 +109,13 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
               .tabStop = false}),
       lblotazka({.name = L"lblotazka", .caption = readable(text), .parent = this, .wraps = true}),
       lblpokus({.name = L"lblpokus", .caption = readable(text), .parent = this, .visible = false}),
-      scrolled_(*this, readable(text)),
+      scrolled_({.name = L"txtotazka",
+                 .text = readable(text),
+                 .parent = this,
+                 .ground = MultiMedialny::palette().FormBackColor,
+                 .wraps = true,
+                 .scrollBar = true,
+                 .visible = false}),
       lblnadpis(boxCaptions(buttons)) {
     RozneApi::ShowTitleBar(*this, false);
     IZavri.onRelease = [this](MouseButton button) {

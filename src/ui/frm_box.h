@@ -7,6 +7,7 @@
 #include "ui/image.h"
 #include "ui/label.h"
 #include "ui/picture_box.h"
+#include "ui/read_only_text.h"
 
 namespace tunovka {
 
@@ -32,11 +33,7 @@ class frmBox : public Form {
     Image IZavri;
     Label lblotazka;
     Label lblpokus;  // measures the text on one line, never seen
-    class ScrolledText : public Window {
-      public:
-        ScrolledText(Window& parent, const std::wstring& text);
-        void applyFont();
-    } scrolled_;  // stands in for the label when the text is taller than the screen
+    ReadOnlyText scrolled_;  // stands in for the label when the text is taller than the screen
     std::vector<std::unique_ptr<Image>> Itlačítko;
     std::vector<std::wstring> lblnadpis;  // the captions, drawn on the buttons
 };

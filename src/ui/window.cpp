@@ -158,6 +158,10 @@ std::optional<LRESULT> Window::reflect(UINT message, WPARAM wparam, LPARAM lpara
     } else if (message == WM_COMMAND && lparam) {
         Window* child = windowOf(reinterpret_cast<HWND>(lparam));
         if (child && child != this) return child->onCommand(HIWORD(wparam));
+    } else if (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) {
+        Window* child = windowOf(reinterpret_cast<HWND>(lparam));
+        const HBRUSH ground = child ? child->onColors(reinterpret_cast<HDC>(wparam)) : nullptr;
+        if (ground) return reinterpret_cast<LRESULT>(ground);
     }
     return std::nullopt;
 }
@@ -174,6 +178,9 @@ std::optional<LRESULT> Window::onNotify(NMHDR&) {
 }
 std::optional<LRESULT> Window::onCommand(WORD) {
     return std::nullopt;
+}
+HBRUSH Window::onColors(HDC) {
+    return nullptr;
 }
 
 Form& Window::form() const {

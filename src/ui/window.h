@@ -82,6 +82,8 @@ class Window {
     // What a control told its parent, brought back to the control.
     virtual std::optional<LRESULT> onNotify(NMHDR& header);
     virtual std::optional<LRESULT> onCommand(WORD code);
+    // A control asks for its colours: set them in its device context, return the ground's brush.
+    virtual HBRUSH onColors(HDC dc);
 
     // What the window does with a message that is left to it.
     LRESULT defaultProcedure(UINT message, WPARAM wparam, LPARAM lparam);

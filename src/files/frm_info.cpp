@@ -1,0 +1,232 @@
+#include "files/frm_info.h"
+
+#include <algorithm>
+
+#include "core/errors.h"
+#include "core/id3v1.h"
+#include "core/text.h"
+#include "files/info_texts.h"
+#include "ui/box.h"
+#include "ui/chrome.h"
+#include "ui/painting.h"
+
+namespace tunovka {
+namespace {
+
+// Sizes in 96ths of an inch.
+constexpr int kWidth = 480;
+constexpr int kMargin = 12;   // between rim, cards and each other
+constexpr int kPadding = 12;  // within a card
+constexpr int kColumnGap = 14;
+constexpr int kRowGap = 5;
+constexpr int kGroupGap = 9;  // between rows that do not belong together
+constexpr int kMostPathLines = 10;
+
+constexpr UINT kBlink = 300;  // milliseconds
+constexpr wchar_t kNoFile[] = L"chyba";
+
+ReadOnlyText::ReadOnlyTextArgs value(const wchar_t* name, Form* form, bool wraps = false) {
+    return {.name = name, .text = L"", .parent = form, .ground = cardColor(), .wraps = wraps};
+}
+
+std::wstring decimalSeparator() {
+    wchar_t text[8] = L"";
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text, static_cast<int>(std::size(text)));
+    return text;
+}
+
+}  // namespace
+
+frminfo::frminfo(HWND owner)
+    : Form(FormArgs{.name = L"frminfo",
+                    .caption = L"Informácie o súbore",
+                    .size = {kWidth, 300},
+                    .taskbar = owner == nullptr,
+                    .owner = owner}),
+      Pic(L"Pic", L" Informácie o súbore", *this),
+      Tlacitko({.name = L"Tlacitko",
+                .text = L"Zavrieť",
+                .parent = &Pic,
+                .normal = L"zavri1",
+                .pressed = L"zavri2",
+                .tabStop = false}),
+      lblPath(value(L"lblPath", this, true)),
+      lblvelkosť(value(L"lblvelkosť", this)),
+      lbldatvyt(value(L"lbldatvyt", this)),
+      lbldatzmena(value(L"lbldatzmena", this)),
+      lbldatotvor(value(L"lbldatotvor", this)),
+      lblznak({.name = L"lblznak", .caption = L"", .parent = this, .wraps = true}),
+      lbltitul(value(L"lbltitul", this)),
+      lblautor(value(L"lblautor", this)),
+      lblalbum(value(L"lblalbum", this)),
+      lblrok(value(L"lblrok", this)),
+      lblpoznamka(value(L"lblpoznamka", this)),
+      lblvystraha({.name = L"lblvystraha",
+                   .caption = L"Súbor neexistuje",
+                   .parent = this,
+                   .font = Skin::Font::Bold,
+                   .visible = false}),
+      tips_(*this) {
+    RozneApi::ShowTitleBar(*this, false);
+    lblvystraha.setForeColor(MultiMedialny::palette().InfoColor);
+    file_.push_back(row(L"Umiestnenie:", lblPath));
+    file_.push_back(row(L"Veľkosť:", lblvelkosť));
+    file_.push_back(row(L"Vytvorený:", lbldatvyt));
+    file_.push_back(row(L"Zmenený:", lbldatzmena));
+    file_.push_back(row(L"Otvorený:", lbldatotvor));
+    tag_.push_back(row(L"Titul:", lbltitul));
+    tag_.push_back(row(L"Autor:", lblautor));
+    tag_.push_back(row(L"Album:", lblalbum));
+    tag_.push_back(row(L"Rok:", lblrok));
+    tag_.push_back(row(L"Poznámka:", lblpoznamka));
+    txtodkaz.onChange = [this] { txtodkaz_Change(); };
+    Timer1.onTick = [this] { Timer1_Tick(); };
+    Tlacitko.onRelease = [this](MouseButton button) {
+        if (button == MouseButton::Left) unload();
+    };
+    tips_.set(Tlacitko, Tlacitko.text());
+}
+
+frminfo::Row frminfo::row(const wchar_t* caption, ReadOnlyText& value) {
+    return {std::make_unique<Label>(Label::LabelArgs{
+                .name = value.name() + L"_nadpis", .caption = caption, .parent = this}),
+            &value};
+}
+
+void frminfo::txtodkaz_Change() {
+    const std::wstring request = txtodkaz.text();
+    if (request.empty()) return;
+    clear();
+    if (request == kNoFile) {
+        warn();
+    } else {
+        showFile(request);
+    }
+    layout();
+    centre(GetWindow(handle(), GW_OWNER));
+}
+
+void frminfo::clear() {
+    Timer1.setInterval(0);
+    lblvystraha.setVisible(false);
+    warns_ = false;
+    lblznak.setText(L"");
+    for (const std::vector<Row>* rows : {&file_, &tag_})
+        for (const Row& row : *rows) row.value->setText(L"");
+}
+
+void frminfo::warn() {
+    warns_ = true;
+    lblvystraha.setVisible(true);
+    Timer1.setInterval(kBlink);
+}
+
+void frminfo::Timer1_Tick() {
+    lblvystraha.setVisible(!lblvystraha.isVisible());
+}
+
+// Each part that can be read is shown, whatever becomes of the others.
+void frminfo::showFile(const std::wstring& path) {
+    lblPath.setText(path);
+    if (!FileSystemObject::FileExists(path)) return warn();
+    try {
+        showDetails(FileSystemObject::details(path));
+        showTag(MultiMedialny::ReadId3v1(path));
+    } catch (const RuntimeError& error) {
+        if (error.number == kBadRecordNumber) return;  // a short file has just no tag
+        if (!FileSystemObject::FileExists(path)) return warn();
+        notifyLater(L"CHYBA",
+                    L"Nie je možné načítať všetky informácie o súbore.\rChyba č. " +
+                        std::to_wstring(error.number) + L": " + error.description,
+                    L"Rozumiem ...");
+    }
+}
+
+void frminfo::showDetails(const FileDetails& details) {
+    lblvelkosť.setText(sizeText(details.size, decimalSeparator()));
+    lbldatvyt.setText(dateText(details.created));
+    lbldatzmena.setText(dateText(details.modified));
+    lbldatotvor.setText(dateText(details.accessed));
+    lblznak.setText(attributeLines(details.attributes));
+}
+
+void frminfo::showTag(const MultiMedialny::Id3v1Tag& tag) {
+    using MultiMedialny::shownField;
+    lbltitul.setText(shownField(tag.Title));
+    lblautor.setText(shownField(tag.Artist));
+    lblalbum.setText(shownField(tag.Album));
+    lblrok.setText(shownField(tag.Year));
+    lblpoznamka.setText(shownField(tag.Comment));
+}
+
+int frminfo::captionWidth() const {
+    int width = 0;
+    for (const std::vector<Row>* rows : {&file_, &tag_})
+        for (const Row& row : *rows) width = std::max(width, row.caption->measured().width);
+    return width;
+}
+
+int frminfo::layoutRow(Row& row, int top, int captions) {
+    const int line = Skin::fontHeight(dpi());
+    const int left = scaled(kMargin + kPadding);
+    const int valueLeft = left + captions + scaled(kColumnGap);
+    const int width = scaled(kWidth - kMargin - kPadding) - valueLeft;
+    row.value->applyFont();
+    const int height = std::clamp(row.value->heightAt(width), line, kMostPathLines * line);
+    row.caption->setBounds({left, top, captions, line});
+    row.value->setBounds({valueLeft, top, width, height});
+    return top + height;
+}
+
+void frminfo::onLayout() {
+    const int line = Skin::fontHeight(dpi());
+    const int margin = scaled(kMargin), padding = scaled(kPadding);
+    const int right = scaled(kWidth) - margin;
+    const int captions = captionWidth();
+    const int valueLeft = margin + padding + captions + scaled(kColumnGap);
+    const int valueWidth = right - padding - valueLeft;
+    const auto place = [&](Row& row, int top) {
+        return layoutRow(row, top, captions) + scaled(kRowGap);
+    };
+
+    int y = scaled(kTitleHeight) + margin;
+    fileCard_ = {margin, y, right, y};
+    y += padding;
+    for (Row& row : file_) {
+        y = place(row, y);
+        if (row.value == &lblPath || row.value == &lblvelkosť) y += scaled(kGroupGap - kRowGap);
+    }
+    const auto lines = static_cast<int>(split(lblznak.text(), L'\n').size()) - 1;
+    if (lines > 0) y += scaled(kGroupGap - kRowGap);
+    lblznak.setBounds({valueLeft, y, valueWidth, lines * line});
+    if (lines > 0) y += lines * line + scaled(kRowGap);
+    if (warns_) {
+        lblvystraha.setBounds({valueLeft, y, valueWidth, line});
+        y += line + scaled(kRowGap);
+    }
+    y += padding - scaled(kRowGap);
+    fileCard_.bottom = y;
+
+    y += margin;
+    tagCard_ = {margin, y, right, y};
+    y += padding;
+    for (Row& row : tag_) y = place(row, y);
+    y += padding - scaled(kRowGap);
+    tagCard_.bottom = y;
+
+    setClientSize({scaled(kWidth), y + margin});
+    layoutTitle(*this, Pic, &Tlacitko, nullptr);
+    invalidate();
+}
+
+void frminfo::onUnload() {
+    Timer1.setInterval(0);
+}
+
+void frminfo::onPaintGround(HDC dc, const RECT& area) const {
+    paintRim(dc, area);
+    paintCard(dc, fileCard_);
+    paintCard(dc, tagCard_);
+}
+
+}  // namespace tunovka

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "core/file_system.h"
+#include "core/multimedialny.h"
+#include "ui/form.h"
+#include "ui/image.h"
+#include "ui/label.h"
+#include "ui/picture_box.h"
+#include "ui/read_only_text.h"
+#include "ui/text_box.h"
+#include "ui/timer.h"
+#include "ui/tool_tip.h"
+
+namespace tunovka {
+
+// The file information window: where a file lies, its size, dates and attributes and its ID3v1 tag.
+// It is filled by the text written into its `txtodkaz` and then shown modally.
+class frminfo : public Form {
+  public:
+    explicit frminfo(HWND owner);
+
+    // A file's full path, or "chyba" for an item that names no file: a warning then blinks until
+    // the window is closed. What cannot be read stays empty and is told in a notice.
+    TextBox txtodkaz;
+
+    TitleStrip Pic;
+    Image Tlacitko;
+    ReadOnlyText lblPath, lblvelkosť, lbldatvyt, lbldatzmena, lbldatotvor;
+    Label lblznak;  // one line for each attribute
+    ReadOnlyText lbltitul, lblautor, lblalbum, lblrok, lblpoznamka;
+    Label lblvystraha;
+    Timer Timer1;
+
+  protected:
+    void onLayout() override;
+    void onUnload() override;
+    void onAccept() override { unload(); }
+    void onCancel() override { unload(); }
+    void onPaintGround(HDC dc, const RECT& area) const override;
+
+  private:
+    // A value with the caption beside it.
+    struct Row {
+        std::unique_ptr<Label> caption;
+        ReadOnlyText* value;
+    };
+    Row row(const wchar_t* caption, ReadOnlyText& value);
+
+    void txtodkaz_Change();
+    void Timer1_Tick();
+    void clear();
+    void warn();
+    void showFile(const std::wstring& path);
+    void showDetails(const FileDetails& details);
+    void showTag(const MultiMedialny::Id3v1Tag& tag);
+    int captionWidth() const;
+    int layoutRow(Row& row, int top, int captions);
+
+    std::vector<Row> file_, tag_;
+    bool warns_ = false;
+    ToolTip tips_;
+    RECT fileCard_{}, tagCard_{};
+};
+
+}  // namespace tunovka
