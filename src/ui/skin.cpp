@@ -98,7 +98,8 @@ HFONT createFont(int dpi, Font kind) {
     LOGFONTW font = metrics.lfMessageFont;
     // The system gives the height for its own dpi.
     font.lfHeight = MulDiv(font.lfHeight, dpi, dpiOf(nullptr));
-    if (kind == Font::Bold) font.lfWeight = FW_BOLD;
+    if (kind == Font::Title) font.lfHeight *= 2;
+    if (kind != Font::Text) font.lfWeight = FW_BOLD;
     return CreateFontIndirectW(&font);
 }
 

@@ -27,7 +27,7 @@ void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi);
 // The picture as an icon with soft edges, `side` pixels square; the caller destroys it.
 HICON createIcon(const std::wstring& key, int side);
 
-enum class Font { Text, Bold };
+enum class Font { Text, Bold, Title };  // a title is bold and twice as large
 
 // The system's message font at a dpi; it lives as long as the program.
 HFONT font(int dpi, Font font = Font::Text);
