@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "app/explorer_menus.h"
-#include "core/errors.h"
+#include "app/frm_o_programe.h"
 #include "core/events.h"
 #include "core/file_system.h"
 #include "core/text.h"
 #include "editor/frm_plejlist.h"
+#include "files/frm_info.h"
 #include "search/frm_hladanie.h"
-#include "ui/box.h"
 #include "ui/chrome.h"
 #include "ui/painting.h"
 
@@ -55,7 +55,7 @@ frmPrieskumnik::frmPrieskumnik()
                          if (contents.Tview.selectedKey().empty()) return std::nullopt;
                          return contents.selectedPath();
                      },
-                     .playElsewhere = [this] { prehrat.choose(L"prehraťvprog"); }}),
+                     .playElsewhere = [this] { playing.playInDefaultProgram(); }}),
       prehrat(contentsMenu()),
       menuprestrom(folderMenu()),
       tri(titleMenu()),
@@ -70,6 +70,7 @@ frmPrieskumnik::frmPrieskumnik()
              .selectedPath = [this] { return contents.selectedPath(); },
              .letGo = [this](const std::wstring& path) { player.letGo(path); },
              .selectionChanged = [this] { prepareContents(); }}),
+      playing(prehrat, contents, player),
       tips_(*this) {
     for (const TreeView* tree : {&contents.Tview, &folders.strom}) {
         const LONG style = GetWindowLongW(tree->handle(), GWL_STYLE);
@@ -97,6 +98,7 @@ void frmPrieskumnik::load() {
     yieldNow();
     if (isClosing()) return;
     folders.chooseStartDrive();
+    playing.findPlayers();
 }
 
 void frmPrieskumnik::bindTitle() {
@@ -134,7 +136,7 @@ void frmPrieskumnik::bindContents() {
         showContentsMenu(screen);
     };
     Tview.onDoubleClick = [this] {
-        if (!contents.Tview.selectedKey().empty()) PlaySelected(L"tu");
+        if (!contents.Tview.selectedKey().empty()) playing.PlaySelected(L"tu");
     };
     Tview.onBeginDrag = [this](const std::wstring&) { Tview_BeginDrag(); };
     Tview.onKeyDown = [this](WORD key) {
@@ -145,7 +147,7 @@ void frmPrieskumnik::bindContents() {
 bool frmPrieskumnik::Tview_KeyDown(WORD key) {
     switch (key) {
         case VK_RETURN:
-            PlaySelected(L"tu");
+            playing.PlaySelected(L"tu");
             return true;
         case VK_DELETE:  // takes an entry's file too, which the menu refuses
             files.removeSelected();
@@ -162,7 +164,11 @@ bool frmPrieskumnik::Tview_KeyDown(WORD key) {
 void frmPrieskumnik::bindMenus() {
     tri.onClick(L"miminalizovat") = [this] { minimize(); };
     tri.onClick(L"zavri") = [this] { unload(); };
-    prehrat.onClick(L"prehraťtu") = [this] { PlaySelected(L"tu"); };
+    tri.onClick(L"o_programe") = [this] { Forms::load<frmOprograme>(handle()).showModal(); };
+    prehrat.onClick(L"info_o_subore") = [this] {
+        const std::wstring path = contents.selectedPath();
+        showInformation(path.empty() ? L"chyba" : path);
+    };
     menuprestrom.onClick(L"prehladaj_adresar") = [this] {
         const std::wstring folder = folders.selectedFolder();
         if (folder.empty()) return;
@@ -222,19 +228,15 @@ void frmPrieskumnik::Tview_BeginDrag() {
     if (!path.empty()) dragText(path, {.source = L"Tview", .key = key});
 }
 
-void frmPrieskumnik::PlaySelected(const std::wstring& program) {
-    const std::wstring path = contents.selectedPath();
-    if (path.empty()) {
-        ask(L"CHYBA", L"Súbor sa v zadanom umiestnení nenacházda !!!", L"No čo už ...");
-        return;
-    }
-    if (program == L"tu") player.play(path);
-}
-
 void frmPrieskumnik::openEditor(const std::wstring& command) {
     frmplejlist::open(*this, command);
 }
-void frmPrieskumnik::showInformation(const std::wstring&) {}
+
+void frmPrieskumnik::showInformation(const std::wstring& command) {
+    frminfo& window = Forms::load<frminfo>(activeForm());
+    window.txtodkaz.setText(command);
+    window.showModal();
+}
 
 bool frmPrieskumnik::onShortcut(WORD key) {
     if (key != VK_F5) return false;

@@ -4,6 +4,7 @@
 
 #include "app/contents_tree.h"
 #include "app/folder_tree.h"
+#include "app/play_menu.h"
 #include "app/splitter.h"
 #include "files/file_commands.h"
 #include "player/player_panel.h"
@@ -26,10 +27,6 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     // Shows the window and fills it: the start drive, then what the registry knows of players.
     void load();
 
-    // Plays the selected node's file: "tu" in the built-in player, else in the program of that
-    // path.
-    void PlaySelected(const std::wstring& program);
-
     TextBox txtPath;         // the folder that the contents tree lists
     TextBox txtodkaz;        // commands of the other windows
     TextBox txtsubor;        // the file clipboard
@@ -44,6 +41,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     PlayerPanel player;
     PopupMenu prehrat, menuprestrom, tri;
     FileCommands files;
+    PlayMenu playing;
 
   protected:
     void onLayout() override;

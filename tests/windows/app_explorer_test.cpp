@@ -162,7 +162,7 @@ TEST_F(Explorer, ADoubleClickOnAMissingEntrySaysSo) {
     Tview().expand(L"zoznam.m3u");
     Tview().select(Tview().firstChild(L"zoznam.m3u"));
     BoxAnswers person({1});
-    explorer->PlaySelected(L"tu");
+    explorer->playing.PlaySelected(L"tu");
     ASSERT_EQ(person.seen.size(), 1u);
     EXPECT_EQ(
         person.seen[0],
