@@ -32,7 +32,7 @@ class frmBox : public Form {
     TitleStrip PicZahlavie;
     Image IZavri;
     Label lblotazka;
-    Label lblpokus;  // measures the text on one line, never seen
+    Label lblpokus;          // measures the text on one line, never seen
     ReadOnlyText scrolled_;  // stands in for the label when the text is taller than the screen
     std::vector<std::unique_ptr<Image>> Itlačítko;
     std::vector<std::wstring> lblnadpis;  // the captions, drawn on the buttons
