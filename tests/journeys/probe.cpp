@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>

@@ -12,7 +12,8 @@ MUSIC = ("mp3", "wav", "wma")
 
 
 def first(contents, kinds):
-    return next((i for i in contents.items() if i.level == 0 and i.text[-3:].lower() in kinds), None)
+    return next((i for i in contents.items() if i.level == 0 and i.text[-3:].lower() in kinds and
+                 (kinds is MUSIC or i.data["has_children"])), None)
 
 
 def tour(app):

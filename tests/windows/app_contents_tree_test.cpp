@@ -1,6 +1,8 @@
 // The explorer's listing of a folder on the real tree, with real files.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "app/contents_tree.h"
 #include "core/ansi.h"
 #include "support/box_answers.h"
