@@ -201,6 +201,7 @@ void frminfo::onLayout() {
     lblznak.setBounds({valueLeft, y, valueWidth, lines * line});
     if (lines > 0) y += lines * line + scaled(kRowGap);
     if (warns_) {
+        y += scaled(kGroupGap - kRowGap);
         lblvystraha.setBounds({valueLeft, y, valueWidth, line});
         y += line + scaled(kRowGap);
     }

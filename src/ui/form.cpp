@@ -200,8 +200,8 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
         case WM_SETFOCUS:
             if (lastFocus_ && IsChild(handle(), lastFocus_) && IsWindowVisible(lastFocus_))
                 SetFocus(lastFocus_);
-            else
-                SetFocus(GetNextDlgTabItem(handle(), nullptr, FALSE));
+            else if (const HWND first = GetNextDlgTabItem(handle(), nullptr, FALSE))
+                SetFocus(first);
             return 0;
         default:
             if (message == kBecameActive) {

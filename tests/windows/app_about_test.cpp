@@ -44,9 +44,9 @@ TEST(About, ClosesOnItsPictureAndOnEscape) {
     frmOprograme escaped(nullptr);
     Timer presser;
     presser.onTick = [&] {
-        if (!escaped.isVisible()) return;
+        if (!GetFocus() || GetAncestor(GetFocus(), GA_ROOT) != escaped.handle()) return;
         presser.setInterval(0);
-        PostMessageW(escaped.handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+        PostMessageW(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 0);
     };
     presser.setInterval(10);
     escaped.showModal();
