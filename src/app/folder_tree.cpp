@@ -62,6 +62,7 @@ FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
 
 void FolderTree::chooseStartDrive() {
     driveChanged_ = false;
+    Drive1.refresh();
     try {
         Drive1.setDrive(kStartDrive);
     } catch (const RuntimeError&) {

@@ -87,9 +87,6 @@ frmPrieskumnik::frmPrieskumnik()
     bindFolders();
     bindContents();
     bindMenus();
-    tips_.set(Ikoniec, L"Zavrieť");
-    tips_.set(Iminim, L"Minimalizovať");
-    player.addTips(tips_);
 }
 
 void frmPrieskumnik::load() {
@@ -97,6 +94,11 @@ void frmPrieskumnik::load() {
     contents.Tview.focus();
     yieldNow();
     if (isClosing()) return;
+    // The rest was not needed for the first look at the window.
+    setTreePictures();
+    tips_.set(Ikoniec, L"Zavrieť");
+    tips_.set(Iminim, L"Minimalizovať");
+    player.addTips(tips_);
     folders.chooseStartDrive();
     playing.findPlayers();
 }
@@ -259,16 +261,20 @@ void frmPrieskumnik::dpiChanged() {
     if (fontDpi_ == dpi()) return;
     fontDpi_ = dpi();
     const auto font = reinterpret_cast<WPARAM>(Skin::font(fontDpi_));
-    folders.strom.setImages(ImageList({L"adresar1"}, scaled(16)));
-    folders.strom.setDefaultImage(L"adresar1");
-    std::vector<std::wstring> icons;
-    for (const auto& [kind, icon] : MultiMedialny::iconKeyRows()) icons.push_back(icon);
-    contents.Tview.setImages(ImageList(icons, scaled(16)));
+    if (isVisible()) setTreePictures();
     for (const TreeView* tree : {&folders.strom, &contents.Tview}) {
         SendMessageW(tree->handle(), WM_SETFONT, font, TRUE);
         SendMessageW(tree->handle(), TVM_SETITEMHEIGHT, scaled(20), 0);
     }
     folders.Drive1.applyFont();
+}
+
+void frmPrieskumnik::setTreePictures() {
+    folders.strom.setImages(ImageList({L"adresar1"}, scaled(16)));
+    folders.strom.setDefaultImage(L"adresar1");
+    std::vector<std::wstring> icons;
+    for (const auto& [kind, icon] : MultiMedialny::iconKeyRows()) icons.push_back(icon);
+    contents.Tview.setImages(ImageList(icons, scaled(16)));
 }
 
 void frmPrieskumnik::onLayout() {

@@ -69,6 +69,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void Tview_BeginDrag();
     bool Tview_KeyDown(WORD key);
     void dpiChanged();
+    void setTreePictures();
 
     ToolTip tips_;
     int fontDpi_ = 0;

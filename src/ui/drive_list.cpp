@@ -30,9 +30,10 @@ DriveList::DriveList(const std::wstring& name, const std::wstring& accessibleNam
                   .className = WC_COMBOBOXW,
                   .text = accessibleName,
                   .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST,
-                  .parent = &parent}) {
-    drives_ = driveTexts();
-    fill();
+                  .parent = &parent}) {}
+
+// The drive of the current directory.
+void DriveList::chooseFirst() {
     wchar_t current[MAX_PATH]{};
     GetCurrentDirectoryW(MAX_PATH, current);
     const auto found = std::find_if(drives_.begin(), drives_.end(), [&](const auto& drive) {
@@ -43,7 +44,6 @@ DriveList::DriveList(const std::wstring& name, const std::wstring& accessibleNam
     } else if (!drives_.empty()) {
         drive_ = drives_.back();
     }
-    choose(-1);
 }
 
 void DriveList::fill() {
@@ -67,8 +67,9 @@ void DriveList::choose(int position) {
 void DriveList::refresh() {
     std::vector<std::wstring> now = driveTexts();
     if (now == drives_) return;
+    const bool first = drives_.empty();
     // The drive that is shown stays in the list even when it has gone: the tree still shows it.
-    if (std::find(now.begin(), now.end(), drive_) == now.end()) {
+    if (!first && std::find(now.begin(), now.end(), drive_) == now.end()) {
         const auto same = std::find_if(now.begin(), now.end(), [&](const auto& drive) {
             return letterOf(drive) == letterOf(drive_);
         });
@@ -78,6 +79,7 @@ void DriveList::refresh() {
             now.push_back(drive_);
     }
     drives_ = std::move(now);
+    if (first) chooseFirst();
     fill();
     choose(-1);
 }

@@ -14,7 +14,8 @@ class DriveList : public Window {
   public:
     DriveList(const std::wstring& name, const std::wstring& accessibleName, Window& parent);
 
-    // Asks the system for the drives; keeps the chosen one where it is still there.
+    // Asks the system for the drives; keeps the chosen one where it is still there. The list is
+    // empty before the first time, which takes the drive of the current directory.
     void refresh();
 
     const std::wstring& drive() const { return drive_; }
@@ -31,6 +32,7 @@ class DriveList : public Window {
 
   private:
     void choose(int position);
+    void chooseFirst();
     void fill();
 
     std::vector<std::wstring> drives_;

@@ -6,14 +6,13 @@
 
 namespace tunovka {
 
-ToolTip::ToolTip(Form& form)
-    : Window(Args{.name = L"ToolTip",
-                  .className = TOOLTIPS_CLASSW,
-                  .style = WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                  .exStyle = WS_EX_TOPMOST,
-                  .owner = form.handle()}) {}
-
 void ToolTip::set(const Window& control, const std::wstring& text) {
+    if (!handle())
+        create({.name = L"ToolTip",
+                .className = TOOLTIPS_CLASSW,
+                .style = WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                .exStyle = WS_EX_TOPMOST,
+                .owner = owner_.handle()});
     TTTOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V1_SIZE;
     tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;

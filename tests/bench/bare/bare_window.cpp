@@ -25,8 +25,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
     kind.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
     kind.lpszClassName = L"bare";
     RegisterClassW(&kind);
-    CreateWindowExW(0, kind.lpszClassName, L"bare", WS_POPUP | WS_VISIBLE, 100, 100, 800, 600,
-                    nullptr, nullptr, instance, nullptr);
+    const HWND window = CreateWindowExW(0, kind.lpszClassName, L"bare", WS_POPUP | WS_VISIBLE, 100,
+                                        100, 800, 600, nullptr, nullptr, instance, nullptr);
+    UpdateWindow(window);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
     return 0;
