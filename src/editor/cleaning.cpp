@@ -9,10 +9,16 @@
 namespace tunovka {
 namespace {
 
-void removeRows(Editor& editor, const std::vector<std::wstring>& keys) {
-    editor.document.remove(keys);
+void showFromTop(Editor& editor) {
+    yieldToEvents();  // what the document did in one piece is over
+    if (editor.form.isClosing()) return;
     editor.view.showRows();
     editor.view.select(0);
+}
+
+void removeRows(Editor& editor, const std::vector<std::wstring>& keys) {
+    editor.document.remove(keys);
+    showFromTop(editor);
 }
 
 }  // namespace
@@ -34,28 +40,28 @@ void removeDuplicates(Editor& editor) {
     if (agreed && !keys->empty() && !editor.form.isClosing()) removeRows(editor, *keys);
 }
 
-void removeInvalidLinks(Editor& editor) {
+std::optional<std::size_t> dropInvalidLinks(Editor& editor) {
     ExistingFiles existing;
     const auto keys = editor.document.invalidLinks(
         [&](const std::wstring& path) { return existing.contains(path); }, editor.hooks());
-    if (!keys) return;
+    if (!keys) return std::nullopt;
     if (!keys->empty()) removeRows(editor, *keys);
-    ask(invalidLinksNotice(keys->size()));
+    return keys->size();
+}
+
+void removeInvalidLinks(Editor& editor) {
+    if (const auto removed = dropInvalidLinks(editor)) ask(invalidLinksNotice(*removed));
 }
 
 void sortRows(Editor& editor, SortOrder order) {
-    if (!editor.document.sort(order, sortKey, editor.hooks())) return;
-    editor.view.showRows();
-    editor.view.select(0);
+    if (editor.document.sort(order, sortKey, editor.hooks())) showFromTop(editor);
 }
 
 void restoreLoadOrder(Editor& editor) {
     ExistingFiles existing;
     editor.document.restoreLoadOrder(
         [&](const std::wstring& path) { return existing.contains(path); }, editor.hooks());
-    if (editor.form.isClosing()) return;
-    editor.view.showRows();
-    editor.view.select(0);
+    showFromTop(editor);
 }
 
 }  // namespace tunovka

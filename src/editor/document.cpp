@@ -1,7 +1,7 @@
 #include "editor/document.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <numeric>
 
 #include "core/counter16.h"
 #include "core/paths.h"
@@ -73,26 +73,27 @@ std::int16_t EditorDocument::largestNumber() const {
 }
 
 // Puts a row at the end of the list and of the load order.
-std::size_t EditorDocument::append(std::int16_t number, std::wstring_view entryText, bool missing) {
-    std::wstring key = entryKey(number, entryText);
-    loadOrder_.push_back(key);
-    entries_.push_back({std::move(key), afterLastBackslash(entryText), missing});
+void EditorDocument::append(std::int16_t number, std::wstring_view entryText, bool missing) {
+    loadOrder_.push_back(number);
+    entries_.push_back({entryKey(number, entryText), afterLastBackslash(entryText), missing});
     highestNumber_ = number;
-    return entries_.size() - 1;
 }
 
-// Rows from `firstNew` on take their places in a sorted list; the others are in place.
-void EditorDocument::placeFrom(std::size_t firstNew) {
-    if (sortOrder_ == SortOrder::None || firstNew >= entries_.size()) return;
-    const auto middle = entries_.begin() + firstNew;
-    for (auto entry = middle; entry != entries_.end(); ++entry)
-        if (entry->sortKey.empty()) entry->sortKey = sortKeyOf_(entry->name);
-    const auto before = [descending = sortOrder_ == SortOrder::Descending](
-                            const EditorEntry& one, const EditorEntry& other) {
-        return descending ? other.sortKey < one.sortKey : one.sortKey < other.sortKey;
-    };
-    std::stable_sort(middle, entries_.end(), before);
-    std::inplace_merge(entries_.begin(), middle, entries_.end(), before);
+// Gives the rows of a sorted list their places. Only positions are sorted: a row is moved once.
+void EditorDocument::place() {
+    if (sortOrder_ == SortOrder::None) return;
+    for (EditorEntry& entry : entries_)
+        if (entry.sortKey.empty()) entry.sortKey = sortKeyOf_(entry.name);
+    std::vector<std::size_t> positions(entries_.size());
+    std::iota(positions.begin(), positions.end(), 0);
+    std::ranges::stable_sort(positions, [this](std::size_t one, std::size_t other) {
+        if (sortOrder_ == SortOrder::Descending) std::swap(one, other);
+        return entries_[one].sortKey < entries_[other].sortKey;
+    });
+    std::vector<EditorEntry> sorted;
+    sorted.reserve(entries_.size());
+    for (const std::size_t position : positions) sorted.push_back(std::move(entries_[position]));
+    entries_ = std::move(sorted);
 }
 
 // Hands every row to `take` and lets events run; the document stays busy. False when cancelled.
@@ -122,10 +123,10 @@ std::optional<std::size_t> EditorDocument::add(const std::wstring& path) {
     if (busy()) return std::nullopt;
     Counter16 number(largestNumber());
     ++number;
-    const std::size_t last = append(number, path, false);
+    append(number, path, false);
     const std::wstring key = entries_.back().key;
     changed_ = true;
-    placeFrom(last);
+    place();
     return positionOf(key);
 }
 
@@ -135,16 +136,15 @@ std::optional<MergeReport> EditorDocument::merge(std::wstring_view droppedPath,
                                                  const LoopHooks& hooks) {
     if (busy()) return std::nullopt;
     const Busy guard(*this);
-    const std::size_t firstNew = entries_.size();
     MergeReport report;
     bool whole = false;
     try {
         whole = mergeLines(playlistFolder(droppedPath), text, exists, hooks, report);
     } catch (...) {
-        placeFrom(firstNew);  // what was added before the error stays
+        place();  // what was added before the error stays
         throw;
     }
-    placeFrom(firstNew);
+    place();
     if (!whole) return std::nullopt;
     changed_ = true;
     return report;
@@ -182,7 +182,8 @@ std::optional<std::size_t> EditorDocument::move(std::wstring_view key, std::size
     else
         std::rotate(row(to), row(*from), row(*from + 1));
     loadOrder_.clear();
-    for (const EditorEntry& entry : entries_) loadOrder_.push_back(entry.key);
+    for (const EditorEntry& entry : entries_)
+        if (!entry.key.empty()) loadOrder_.push_back(entryNumberOf(entry.key));
     changed_ = true;
     return to;
 }
@@ -240,28 +241,35 @@ bool EditorDocument::sort(SortOrder order, SortKeyOf keyOf, const LoopHooks& hoo
     }
     sortOrder_ = order;
     sortKeyOf_ = std::move(keyOf);
-    placeFrom(0);
+    place();
     return true;
 }
 
 bool EditorDocument::restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks) {
     if (busy()) return false;
     const Busy guard(*this);
-    std::unordered_map<std::wstring_view, const EditorEntry*> rows;
-    for (const EditorEntry& entry : entries_) rows.emplace(entry.key, &entry);
+    constexpr std::size_t kNoRow = -1;
+    std::vector<std::size_t> rowOf(highestNumber_ + 1, kNoRow);  // by number
+    for (std::size_t row = 0; row < entries_.size(); ++row)
+        if (!entries_[row].key.empty()) rowOf[entryNumberOf(entries_[row].key)] = row;
 
     const std::wstring home = folder();
-    std::vector<EditorEntry> restored;
-    std::vector<std::wstring> order;
-    for (const std::wstring& key : loadOrder_) {
-        const auto row = rows.find(key);
-        if (row == rows.end()) continue;
-        restored.push_back({key, row->second->name, !exists(entryPath(key, home))});
-        order.push_back(key);
+    std::vector<std::int16_t> order;
+    std::vector<bool> missing;
+    for (const std::int16_t number : loadOrder_) {
+        if (rowOf[number] == kNoRow) continue;
+        order.push_back(number);
+        missing.push_back(!exists(entryPath(entries_[rowOf[number]].key, home)));
         if (!hooks.next()) return true;
     }
     sortOrder_ = SortOrder::None;
-    if (restored.empty()) return true;
+    if (order.empty()) return true;
+    std::vector<EditorEntry> restored;
+    restored.reserve(order.size());
+    for (const std::int16_t number : order) {
+        restored.push_back(std::move(entries_[rowOf[number]]));
+        restored.back().missing = missing[restored.size() - 1];
+    }
     entries_ = std::move(restored);
     loadOrder_ = std::move(order);
     return true;

@@ -54,7 +54,9 @@ class EditorDocument {
     bool busy() const { return busy_ > 0; }
 
     const std::vector<EditorEntry>& entries() const { return entries_; }
-    const std::vector<std::wstring>& loadOrder() const { return loadOrder_; }
+    // The entries in the order in which they were read or added, each by the number in its key,
+    // which is never given twice. Removed rows stay in it until the order is restored.
+    const std::vector<std::int16_t>& loadOrder() const { return loadOrder_; }
     std::optional<std::size_t> positionOf(std::wstring_view key) const;  // "" is never found
     bool changed() const { return changed_; }
     SortOrder sortOrder() const { return sortOrder_; }
@@ -96,7 +98,7 @@ class EditorDocument {
     // order. nullopt when nothing changes: busy, sorted, unknown key, own or no such position.
     std::optional<std::size_t> move(std::wstring_view key, std::size_t to);
 
-    // Removes one row. The load order list keeps its key until the order is restored.
+    // Removes one row.
     bool removeAt(std::size_t position);
 
     // Keys of the rows whose file an earlier row names as well. nullopt when busy or cancelled.
@@ -114,8 +116,8 @@ class EditorDocument {
     // names stay in the order they have. A cancellation leaves the rows as they were.
     bool sort(SortOrder order, SortKeyOf keyOf, const LoopHooks& hooks = {});
 
-    // Ends the sorting and puts the rows into the order of the load order list, which loses the
-    // keys without a row. A cancellation leaves rows and load order as they were.
+    // Ends the sorting and puts the rows into the order of the load order list, which loses those
+    // without a row. A cancellation leaves rows and load order as they were.
     bool restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks = {});
 
     // The paths of all rows in display order, missing files left out. nullopt when cancelled. The
@@ -128,15 +130,15 @@ class EditorDocument {
   private:
     void reset(std::wstring_view playlistPath);
     std::int16_t largestNumber() const;
-    std::size_t append(std::int16_t number, std::wstring_view entryText, bool missing);
-    void placeFrom(std::size_t firstNew);
+    void append(std::int16_t number, std::wstring_view entryText, bool missing);
+    void place();
     bool mergeLines(std::wstring_view droppedFolder, std::wstring_view text,
                     const FileExistsTest& exists, const LoopHooks& hooks, MergeReport& report);
     template <class Take>
     bool forEachRow(const LoopHooks& hooks, Take take);
 
     std::vector<EditorEntry> entries_;
-    std::vector<std::wstring> loadOrder_;
+    std::vector<std::int16_t> loadOrder_;
     std::wstring playlistPath_;
     SortOrder sortOrder_ = SortOrder::None;
     SortKeyOf sortKeyOf_;

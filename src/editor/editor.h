@@ -37,11 +37,16 @@ void dropText(Editor& editor, const std::wstring& text, std::optional<std::size_
 void removeCurrent(Editor& editor);
 void removeDuplicates(Editor& editor);
 void removeInvalidLinks(Editor& editor);
+// The same without its report; returns how many rows it were, nullopt when it was cancelled.
+std::optional<std::size_t> dropInvalidLinks(Editor& editor);
 void sortRows(Editor& editor, SortOrder order);
 void restoreLoadOrder(Editor& editor);
 
-// Asks for a file and writes the list into it. A failure leaves the old file and the changed flag
-// as they were and raises its error.
+// Asks for a file and writes the list into it.
 void saveAs(Editor& editor);
+// Writes the files that exist, in display order; the old file is replaced when the new content is
+// whole. A failure leaves it and the changed flag as they were and raises its error. False when the
+// window was closed meanwhile.
+bool writeList(Editor& editor, const std::wstring& target, bool relative);
 
 }  // namespace tunovka

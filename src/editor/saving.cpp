@@ -22,34 +22,30 @@ std::wstring chosenTarget(const Editor& editor) {
                                      .name = suggestion.fileName});
 }
 
-// The whole content of the file to write; nullopt when the window was closed meanwhile.
-std::optional<std::string> content(Editor& editor, const std::wstring& target, bool relative) {
+}  // namespace
+
+bool writeList(Editor& editor, const std::wstring& target, bool relative) {
+    const EditorDocument::Busy busy(editor.document);
     ExistingFiles existing;
     const auto paths = editor.document.pathsToSave(
         [&](const std::wstring& file) { return existing.contains(file); }, editor.hooks());
-    if (!paths) return std::nullopt;
-    const auto letEventsRun = [] { yieldToEvents(); };
-    const auto lines = playlistLines(target, *paths, relative, letEventsRun);
-    std::string bytes = playlistBytes(lines, [&](std::wstring_view line) {
+    if (!paths) return false;
+    const auto lines = playlistLines(target, *paths, relative, [] { yieldToEvents(); });
+    const std::string content = playlistBytes(lines, [](std::wstring_view line) {
         yieldToEvents();
         return toAnsi(line);
     });
-    if (editor.form.isClosing()) return std::nullopt;
-    return bytes;
+    if (editor.form.isClosing()) return false;
+    FileSystemObject::writeWhole(target, content);
+    editor.document.markSaved();
+    return true;
 }
-
-}  // namespace
 
 void saveAs(Editor& editor) {
     const std::wstring target = chosenTarget(editor);
     if (target.empty() || editor.form.isClosing()) return;
     const bool relative = ask(relativeLinksQuestion()) == 1;
-    if (editor.form.isClosing()) return;
-    const EditorDocument::Busy busy(editor.document);
-    const auto bytes = content(editor, target, relative);
-    if (!bytes) return;
-    FileSystemObject::writeWhole(target, *bytes);
-    editor.document.markSaved();
+    if (editor.form.isClosing() || !writeList(editor, target, relative)) return;
     if (savedIntoFolder(target, editor.links.shownFolder())) editor.links.tellExplorer(L"obnoviť");
     ask(savedNotice());
 }

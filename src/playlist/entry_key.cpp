@@ -16,8 +16,10 @@ constexpr std::size_t kNone = std::wstring_view::npos;
 }  // namespace
 
 std::wstring entryKey(std::int16_t number, std::wstring_view entryText) {
-    std::wstring key(kNumberMark);
-    return key.append(std::to_wstring(number)).append(kTextMark).append(entryText);
+    const std::wstring digits = std::to_wstring(number);
+    std::wstring key;
+    key.reserve(kNumberMark.size() + digits.size() + kTextMark.size() + entryText.size());
+    return key.append(kNumberMark).append(digits).append(kTextMark).append(entryText);
 }
 
 std::wstring_view entryTextOf(std::wstring_view key) {

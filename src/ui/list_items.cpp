@@ -79,6 +79,8 @@ void ListItems::setAll(std::vector<ListItem> items) {
     Rows oldRows = std::exchange(rows_, {});
     auto oldKeys = std::exchange(byKey_, {});
     try {
+        rows_.reserve(items.size());
+        byKey_.reserve(items.size());
         append(std::move(items));
     } catch (...) {
         rows_ = std::move(oldRows);
