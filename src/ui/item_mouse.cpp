@@ -14,6 +14,7 @@ bool ItemMouse::take(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_LBUTTONDOWN:
         case WM_RBUTTONDOWN:
+        case WM_RBUTTONDBLCLK:
         case WM_MBUTTONDOWN:
             held_ = buttonOf(message);
             pressedAt_ = point;

@@ -42,8 +42,12 @@ void ListItems::append(std::vector<ListItem> items) {
 void ListItems::placeFrom(std::size_t firstNew) {
     if (sortOrder_ == SortOrder::None || firstNew >= rows_.size()) return;
     const auto middle = rows_.begin() + firstNew;
-    for (auto row = middle; row != rows_.end(); ++row)
-        if ((*row)->sortKey.empty()) (*row)->sortKey = sortKeyOf_((*row)->item.text);
+    for (auto row = middle; row != rows_.end(); ++row) {
+        std::string& key = (*row)->sortKey;
+        if (!key.empty()) continue;
+        key = sortKeyOf_((*row)->item.text);
+        key.shrink_to_fit();  // it is made in a much larger text
+    }
     const auto before = [descending = sortOrder_ == SortOrder::Descending](const auto& one,
                                                                            const auto& other) {
         return descending ? other->sortKey < one->sortKey : one->sortKey < other->sortKey;

@@ -44,6 +44,9 @@ std::wstring data(const std::wstring& name, const std::function<void(const std::
 // Writes a file of a benchmark's data.
 void writeFile(const std::wstring& path, const std::string& content);
 
+// All files below a folder, breadth first, by nothing but the system's enumeration.
+std::vector<std::wstring> bareCollect(const std::wstring& root);
+
 // A visible window and a second thread that asks it something again and again while it lives.
 class AnsweringWindow {
   public:

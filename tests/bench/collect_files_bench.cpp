@@ -1,5 +1,4 @@
 #include "bench/bench.h"
-#include "core/handle.h"
 #include "core/rozneapi.h"
 
 namespace tunovka::bench {
@@ -28,24 +27,6 @@ std::wstring deepTree() {
 
 std::wstring flatFolder() {
     return data(L"collect-flat", [](const std::wstring& root) { makeFiles(root, 30000); });
-}
-
-// The same list by nothing but the system's enumeration.
-std::vector<std::wstring> bareCollect(const std::wstring& root) {
-    std::vector<std::wstring> folders{root}, files;
-    for (std::size_t at = 0; at < folders.size(); ++at) {
-        const std::wstring folder = folders[at];
-        WIN32_FIND_DATAW entry;
-        const FindHandle search(FindFirstFileW((folder + L"*").c_str(), &entry));
-        if (!search) continue;
-        do {
-            if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
-                files.push_back(folder + entry.cFileName);
-            else if (wcscmp(entry.cFileName, L".") != 0 && wcscmp(entry.cFileName, L"..") != 0)
-                folders.push_back(folder + entry.cFileName + L"\\");
-        } while (FindNextFileW(search.get(), &entry));
-    }
-    return files;
 }
 
 }  // namespace

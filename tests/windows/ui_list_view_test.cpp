@@ -133,6 +133,8 @@ TEST(ListView, tellsItsEventsInTheirOrder) {
     EXPECT_EQ(tells(), L"down key2 up click ");
     click(list, WM_RBUTTONDOWN, WM_RBUTTONUP, rowPoint(list, 3));
     EXPECT_EQ(tells(), L"down key3 up ");
+    click(list, WM_RBUTTONDBLCLK, WM_RBUTTONUP, rowPoint(list, 3));
+    EXPECT_EQ(tells(), L"down key3 up ");
     click(list, WM_LBUTTONDBLCLK, WM_LBUTTONUP, rowPoint(list, 1));
     EXPECT_EQ(tells(), L"down key1 double ");
     pressKey(list, VK_DOWN);
