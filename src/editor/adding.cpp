@@ -12,9 +12,7 @@ namespace tunovka {
 namespace {
 
 void showLastRow(EditorView& view) {
-    if (view.Lview.count() == 0) return;
-    view.Lview.ensureVisible(view.Lview.count() - 1);
-    view.select(view.Lview.count() - 1);
+    if (view.Lview.count() > 0) view.select(view.Lview.count() - 1);
 }
 
 void moveRow(Editor& editor, const std::wstring& key, std::optional<std::size_t> target) {
@@ -36,7 +34,6 @@ void addFile(Editor& editor, const std::wstring& path) {
     const auto position = editor.document.add(path);
     if (!position) return;
     editor.view.showAdded(*position);
-    editor.view.Lview.ensureVisible(*position);
     editor.view.select(*position);
 }
 

@@ -49,7 +49,10 @@ void EditorView::showMoved(std::size_t from, std::size_t to) {
 }
 
 void EditorView::select(std::size_t position) {
-    if (position < Lview.count()) Lview.select(position);
+    if (position < Lview.count()) {
+        Lview.select(position);
+        Lview.ensureVisible(position);
+    }
     itemClicked();
 }
 

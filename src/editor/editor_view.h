@@ -14,14 +14,15 @@ class EditorView {
   public:
     EditorView(Form& form, const EditorDocument& document);
 
-    // Shows the document's rows from the top, no row selected.
+    // Shows the document's rows, none of them selected.
     void showRows();
     // Shows one row that the document has just got at this position.
     void showAdded(std::size_t position);
     void showRemoved(std::size_t position);
     void showMoved(std::size_t from, std::size_t to);
 
-    // Selects a row as if it had been clicked; a position past the end does nothing.
+    // Selects a row as if it had been clicked and scrolls just enough to show it; a position past
+    // the end selects nothing.
     void select(std::size_t position);
     // What a click on the selected row does: the status line names its file, the thumb follows.
     void itemClicked();

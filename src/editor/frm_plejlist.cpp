@@ -93,6 +93,7 @@ frmplejlist::frmplejlist(ProgramLinks& links)
     };
     bindMenu();
     bindList();
+    layout();  // the list is filled before it is shown: its height is needed then
     tips_.set(IZavri, L"Zavrieť");
 }
 
@@ -113,12 +114,12 @@ void frmplejlist::bindMenu() {
 
 void frmplejlist::bindList() {
     ListView& Lview = editor.view.Lview;
-    Lview.onItemClick = [this] { editor.view.itemClicked(); };
+    Lview.onMouseDown = [this](MouseButton, Point at) {
+        if (editor.view.Lview.itemAt(at)) editor.view.itemClicked();
+    };
     Lview.onSelectionByKey = [this] { editor.view.itemClicked(); };
     Lview.onMouseUp = [this](MouseButton button, Point at) {
-        if (button != MouseButton::Right) return;
-        editor.view.itemClicked();
-        showMenu(editor.view.Lview.toScreen(at));
+        if (button == MouseButton::Right) showMenu(editor.view.Lview.toScreen(at));
     };
     Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
     Lview.onDoubleClick = [this] { prehrat(); };

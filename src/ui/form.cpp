@@ -172,7 +172,8 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
             return 0;
         case WM_SIZE:
             layout();
-            invalidate();
+            // The ground goes with the size, also behind the labels that lie on it.
+            RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
             return 0;
         case WM_DPICHANGED: {
             const RECT& area = *reinterpret_cast<const RECT*>(lparam);

@@ -239,6 +239,29 @@ TEST_F(EditorWindow, DeleteSelectsTheRowThatFollows) {
     EXPECT_EQ(view().lblbar.text(), L"");
 }
 
+TEST_F(EditorWindow, TheSelectedRowIsInView) {
+    std::wstring lines;
+    for (int i = 0; i < 100; ++i) lines += L"nie" + std::to_wstring(i % 10) + L".mp3\r\n";
+    folder.file(L"long.m3u", std::string(lines.begin(), lines.end()));
+    frmplejlist hidden(program);
+    hidden.txtodkaz.setText(folder / L"long.m3u");
+    EXPECT_TRUE(hidden.editor.view.scroller.PicPosuv.isVisible());
+    hidden.show();
+    EXPECT_EQ(hidden.editor.view.Lview.firstVisible(), 0u);
+
+    open(lines);
+    view().select(99);
+    EXPECT_GT(view().Lview.firstVisible(), 50u);
+    choose(L"zoradit_vzostupne");
+    EXPECT_EQ(view().Lview.firstVisible(), 0u);
+    drop(folder / L"a.mp3");
+    EXPECT_EQ(view().Lview.selected(), 0u);
+    choose(L"neradit");
+    drop(folder / L"b.wav");
+    EXPECT_EQ(view().Lview.selected(), 101u);
+    EXPECT_GT(view().Lview.firstVisible(), 50u);
+}
+
 TEST_F(EditorWindow, PastTheLastNumberWhatWasReadStays) {
     std::wstring lines;
     for (int i = 0; i < 32'768; ++i) lines += L"a.mp3\r\n";
