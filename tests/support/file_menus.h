@@ -1,0 +1,52 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+#include "app/frm_prieskumnik.h"
+#include "support/box_answers.h"
+#include "support/scratch_folder.h"
+
+namespace tunovka {
+
+// The explorer on two folders of drive E:, with a person who answers its boxes.
+class FileMenus : public testing::Test {
+  protected:
+    FileMenus() {
+        MultiMedialny::InitSharedTables();
+        explorer = std::make_unique<frmPrieskumnik>();
+    }
+    ~FileMenus() override {
+        FileSystemObject::setFault({});
+        if (explorer) explorer->unload();
+    }
+    // Shows the folder in both trees and selects a node.
+    void show(const std::wstring& key) {
+        if (strom().firstRoot().empty()) explorer->load();
+        strom().select(folder.path());
+        explorer->contents.ListFolderContents(folder.path());
+        if (!key.empty()) select(key);
+    }
+    void select(const std::wstring& key) {
+        Tview().select(key);
+        Tview().onSelectionByKey();
+    }
+    void choose(const wchar_t* entry) {
+        select(Tview().selectedKey());
+        explorer->prehrat.choose(entry);
+    }
+    void press(WORD key) { SendMessageW(Tview().handle(), WM_KEYDOWN, key, 0); }
+    TreeView& strom() { return explorer->folders.strom; }
+    TreeView& Tview() { return explorer->contents.Tview; }
+    const std::wstring& clipboard() { return explorer->txtsubor.text(); }
+
+    ScratchFolder folder{L"E:\\"};
+    ScratchFolder other{L"E:\\"};
+    BoxAnswers person;
+    std::unique_ptr<frmPrieskumnik> explorer;
+};
+
+}  // namespace tunovka

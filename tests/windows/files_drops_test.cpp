@@ -1,0 +1,148 @@
+// Files dropped onto the explorer's trees.
+#include <gtest/gtest.h>
+#include <ole2.h>
+
+#include "support/disk_faults.h"
+#include "support/file_menus.h"
+#include "ui/text_data.h"
+
+namespace tunovka {
+namespace {
+
+class Drops : public FileMenus {
+  protected:
+    IDropTarget* target(TreeView& tree) {
+        return static_cast<IDropTarget*>(GetPropW(tree.handle(), L"OleDropTargetInterface"));
+    }
+    // What the system does with a drag of a text over a place of a tree.
+    struct Drag {
+        Drag(IDropTarget* onto, TreeView& tree, Point at, IDataObject* data)
+            : onto(onto), data(data) {
+            const Point screen = tree.toScreen(at);
+            place = {screen.x, screen.y};
+            onto->DragEnter(data, MK_LBUTTON, place, &effect);
+        }
+        ~Drag() {
+            if (!dropped) onto->DragLeave();
+            data->Release();
+        }
+        void drop() {
+            effect = DROPEFFECT_COPY;
+            onto->Drop(data, 0, place, &effect);
+            dropped = true;
+        }
+        IDropTarget* onto;
+        IDataObject* data;
+        POINTL place{};
+        DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+        bool dropped = false;
+    };
+    Point placeOf(TreeView& tree, const std::wstring& key) {
+        tree.ensureVisible(key);
+        const Rect area = tree.nodeArea(key);
+        return {area.x + 3, area.y + area.height / 2};
+    }
+    void dropOnFolder(const std::wstring& text) {
+        Drag drag(target(strom()), strom(), placeOf(strom(), other.path()), createTextData(text));
+        EXPECT_EQ(drag.effect, DWORD{DROPEFFECT_COPY});
+        EXPECT_EQ(strom().dropHighlight(), other.path());
+        drag.drop();
+        EXPECT_EQ(strom().dropHighlight(), L"");
+    }
+    void dropOnContents(const std::wstring& text) {
+        Drag drag(target(Tview()), Tview(), {5, 200}, createTextData(text));
+        EXPECT_EQ(drag.effect, DWORD{DROPEFFECT_COPY});
+        drag.drop();
+    }
+};
+
+TEST_F(Drops, AFileOntoAFolderIsCopiedWhenThePersonAgrees) {
+    const std::wstring song = folder.file(L"a.mp3", "song");
+    show(L"a.mp3");
+    explorer->txtsubor.setText(L"cut:x");
+    person.answer({2, 0, 1});
+    for (const std::size_t questions : {1, 2}) {
+        dropOnFolder(song);
+        ASSERT_TRUE(runUntil([&] { return person.seen.size() == questions; }));
+        EXPECT_EQ(clipboard(), L"cut:x");
+        EXPECT_TRUE(other.names().empty());
+    }
+    dropOnFolder(song);
+    ASSERT_TRUE(runUntil([&] { return contentOf(other / L"a.mp3") == "song"; }));
+    EXPECT_EQ(person.seen[0], (BoxRequest{L" Kopírovať súbor",
+                                          L"Chceš prekopírovať súbor '" + song + L"' do adresára " +
+                                              other.path() + L" ?",
+                                          L"ÁNO;NIE"}));
+    EXPECT_EQ(contentOf(song), "song");
+    EXPECT_EQ(clipboard(), L"");
+}
+
+TEST_F(Drops, AFileOntoTheContentsIsCopiedIntoTheShownFolder) {
+    const std::wstring song = other.file(L"a.mp3", "song");
+    show(L"");
+    person.answer({1});
+    dropOnContents(other / L"nie je.mp3");
+    dropOnContents(other.path());
+    dropOnContents(song);
+    ASSERT_TRUE(runUntil([&] { return Tview().contains(L"a.mp3"); }));
+    EXPECT_EQ(contentOf(folder / L"a.mp3"), "song");
+    ASSERT_EQ(person.seen.size(), 1u);
+    EXPECT_EQ(person.seen[0], (BoxRequest{L" Kopírovať súbor",
+                                          L"Naozaj chceš prekopírovať súbor '" + song +
+                                              L"' do adresára '" + folder.path() + L"' ?",
+                                          L"ÁNO;NIE"}));
+}
+
+TEST_F(Drops, AFileOntoItsOwnFolderStaysWhole) {
+    const std::wstring song = folder.file(L"a.mp3", "song");
+    show(L"a.mp3");
+    person.answer({1, 1});
+    dropOnContents(song);
+    ASSERT_TRUE(runUntil([&] { return person.seen.size() == 2; }));
+    EXPECT_EQ(person.seen[1].text,
+              L"Došlo k neočakávanej chybe (č. 70)\rVýpis správy chyby:\rPermission denied");
+    EXPECT_EQ(contentOf(song), "song");
+    EXPECT_EQ(clipboard(), L"copy:" + song);
+}
+
+TEST_F(Drops, TextThatIsNoPathIsToldAfterTheQuestion) {
+    show(L"");
+    for (const std::wstring& text : {std::wstring(L"*.mp3"), std::wstring(L"slovo"),
+                                     std::wstring(L"a\r\nb"), std::wstring(100000, L'x')}) {
+        const std::size_t before = person.seen.size();
+        person.answer({1, 1});
+        dropOnFolder(text);
+        ASSERT_TRUE(runUntil([&] { return person.seen.size() == before + 2; }));
+        EXPECT_EQ(person.seen.back().title, L" CHYBA");
+    }
+    EXPECT_TRUE(other.names().empty());
+}
+
+TEST_F(Drops, OnlyFoldersUnderThePointerAreWelcome) {
+    show(L"");
+    const Size size = strom().clientSize();
+    const Drag nowhere(target(strom()), strom(), {size.width - 5, size.height / 2},
+                       createTextData(L"a"));
+    EXPECT_EQ(nowhere.effect, DWORD{DROPEFFECT_NONE});
+    explorer->txtPath.setText(L"");
+    const Drag unlisted(target(Tview()), Tview(), {5, 5}, createTextData(L"a"));
+    EXPECT_EQ(unlisted.effect, DWORD{DROPEFFECT_NONE});
+}
+
+TEST_F(Drops, ADragNearTheEdgeScrollsTheFolders) {
+    for (int i = 0; i < 60; ++i) folder.folder(L"p" + std::to_wstring(i));
+    show(L"");
+    strom().expand(folder.path());
+    strom().ensureVisible(folder.path());
+    const auto top = [&] { return GetScrollPos(strom().handle(), SB_VERT); };
+    const int before = top();
+    const Size size = strom().clientSize();
+    Drag drag(target(strom()), strom(), {20, size.height - 3}, createTextData(L"a"));
+    ASSERT_TRUE(runUntil([&] {
+        drag.onto->DragOver(MK_LBUTTON, drag.place, &drag.effect);
+        return top() > before + 3;
+    }));
+}
+
+}  // namespace
+}  // namespace tunovka

@@ -1,0 +1,104 @@
+// A copy that takes its time: its window, stopping it, and what the explorer does meanwhile.
+#include <gtest/gtest.h>
+
+#include "core/events_windows.h"
+#include "support/dialog_answers.h"
+#include "support/disk_faults.h"
+#include "support/file_menus.h"
+#include "ui/modal.h"
+
+namespace tunovka {
+namespace {
+
+class LongCopies : public FileMenus {
+  protected:
+    LongCopies() {
+        setMessageFilter(filterMessage);  // as the program does
+        song = folder.file(L"a.mp3", std::string(12 << 20, 's'));
+        FileSystemObject::setFault([](DiskStep step, const std::wstring&) {
+            if (step == DiskStep::Copy) Sleep(30);  // a slow disk
+        });
+    }
+    ~LongCopies() override { setMessageFilter({}); }
+
+    // Starts copying the file; `during` is called once when the window has come.
+    void copy(std::function<void(Form& window)> during) {
+        show(L"a.mp3");
+        Timer timer;
+        timer.onTick = [&] {
+            Form* window = openForm(L"frmkopirovanie");
+            if (!window) return;
+            timer.setInterval(0);
+            shown = true;
+            during(*window);
+        };
+        timer.setInterval(10);
+        const Answering answering(explorer->handle(), [&](HWND dialog) {
+            SetDlgItemTextW(dialog, kNameBox, L"kopia.mp3");
+            PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        });
+        choose(L"kopirovat_subor");
+        choose(L"vlozit_subor");
+    }
+
+    std::wstring song;
+    bool shown = false;
+};
+
+TEST_F(LongCopies, ShowProgressAndRefuseOtherFileCommands) {
+    folder.file(L"b.mp3");
+    copy([&](Form& window) {
+        EXPECT_EQ(controlNamed(window, L"lblsubor")->text(), L"a.mp3");
+        EXPECT_TRUE(controlNamed(window, L"lblpercenta")->text().ends_with(L" %"));
+        EXPECT_TRUE(explorer->isEnabled());
+        select(L"b.mp3");
+        EXPECT_FALSE(explorer->prehrat.isEnabled(L"operacie_so_suborom"));
+        press(VK_DELETE);
+        press(VK_F2);
+        explorer->files.removeSelected();
+        EXPECT_EQ(openForm(L"frmkopirovanie"), &window);
+    });
+    EXPECT_TRUE(shown);
+    EXPECT_FALSE(openForm(L"frmkopirovanie"));
+    EXPECT_TRUE(person.seen.empty());
+    EXPECT_TRUE(contentOf(folder / L"kopia.mp3") == contentOf(song));
+    EXPECT_TRUE(FileSystemObject::FileExists(folder / L"b.mp3"));
+    EXPECT_TRUE(Tview().contains(L"kopia.mp3"));
+}
+
+TEST_F(LongCopies, StopLeavesNoHalfFile) {
+    copy([](Form& window) { pressAndRelease(*controlNamed(window, L"Izastavit")); });
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
+    EXPECT_EQ(clipboard(), L"copy:" + song);
+    EXPECT_TRUE(person.seen.empty());
+}
+
+TEST_F(LongCopies, EscapeAndClosingTheirWindowStopThem) {
+    copy([](Form& window) {
+        Window& stop = *controlNamed(window, L"Izastavit");
+        EXPECT_TRUE(stop.hasFocus());
+        PostMessageW(stop.handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+    });
+    ASSERT_EQ(folder.names().size(), 1u);
+    copy([](Form& window) { PostMessageW(window.handle(), WM_CLOSE, 0, 0); });
+    EXPECT_EQ(folder.names().size(), 1u);
+}
+
+TEST_F(LongCopies, EndWithTheExplorer) {
+    copy([&](Form&) { explorer->unload(); });
+    EXPECT_TRUE(explorer->isClosing());
+    EXPECT_FALSE(openForm(L"frmkopirovanie"));
+    EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
+}
+
+TEST_F(LongCopies, ShortOnesShowNoWindow) {
+    FileSystemObject::setFault({});
+    folder.file(L"a.mp3", "short");
+    copy([](Form&) {});
+    EXPECT_FALSE(shown);
+    EXPECT_EQ(contentOf(folder / L"kopia.mp3"), "short");
+}
+
+}  // namespace
+}  // namespace tunovka
