@@ -1,6 +1,7 @@
 #include "ui/frm_vstup.h"
 
 #include "ui/chrome.h"
+#include "ui/painting.h"
 
 namespace tunovka {
 namespace {
@@ -9,8 +10,7 @@ namespace {
 constexpr int kWidth = 400;
 constexpr int kMargin = 16;
 constexpr int kGap = 8;
-constexpr int kFieldPadding = 4;  // left and right
-constexpr int kFieldFrame = 6;    // above and below together
+constexpr int kFieldPadding = 4;  // between the field's letters and its frame
 constexpr int kButtonWidth = 88;
 constexpr int kButtonHeight = 26;
 
@@ -26,7 +26,7 @@ frmVstup::Field::Field(Window& parent, const InputRequest& request)
     : Window(Args{.name = L"txtodpoved",
                   .className = L"EDIT",
                   .text = request.answer,
-                  .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL,
+                  .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL,
                   .parent = &parent}) {}
 
 // Only once it has its width: it scrolls to the selection's end.
@@ -36,8 +36,6 @@ void frmVstup::Field::selectStart(std::size_t letters) {
 
 void frmVstup::Field::applyFont() {
     send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(dpi())), TRUE);
-    const LPARAM padding = MAKELPARAM(scaled(kFieldPadding), scaled(kFieldPadding));
-    send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, padding);
 }
 
 frmVstup::frmVstup(const Form& owner, const InputRequest& request)
@@ -98,10 +96,12 @@ void frmVstup::onLayout() {
     lblotazka.setBounds({margin, top, width, prompt});
     top += prompt + gap;
 
-    const int field = Skin::fontHeight(dpi()) + scaled(kFieldFrame);
+    // The system's field keeps its letters at the top: its frame is painted around it.
+    const int padding = scaled(kFieldPadding);
+    const int field = Skin::fontHeight(dpi());
     txtodpoved.applyFont();
-    txtodpoved.setBounds({margin, top, width, field});
-    top += field + margin;
+    txtodpoved.setBounds({margin + padding, top + padding, width - 2 * padding, field});
+    top += field + 2 * padding + margin;
 
     const int button = scaled(kButtonWidth), height = scaled(kButtonHeight);
     const int left = (inner - 2 * button - gap) / 2;
@@ -112,6 +112,10 @@ void frmVstup::onLayout() {
 
 void frmVstup::onPaintGround(HDC dc, const RECT& area) const {
     paintRim(dc, area);
+    RECT field = toRECT(txtodpoved.bounds());
+    InflateRect(&field, scaled(kFieldPadding), scaled(kFieldPadding));
+    fillRect(dc, field, GetSysColor(COLOR_WINDOW));
+    paintWell(dc, field);
 }
 
 }  // namespace tunovka
