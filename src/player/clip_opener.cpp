@@ -12,7 +12,7 @@
 namespace tunovka {
 namespace {
 
-constexpr DWORD kLongestWait = 3000;  // ms
+constexpr DWORD kLongestWait = 1000;  // ms
 
 // What a thread gets: the opening, shared with whoever waits for it, and whom to tell.
 struct Work {
@@ -105,13 +105,10 @@ void ClipOpener::cancel() {
     cancelled_.push_back(std::exchange(current_, nullptr));
 }
 
+// A plain wait: letting messages run here would let commands in that change what the caller is at.
 void ClipOpener::awaitCancelled() {
-    for (const auto& opening : std::exchange(cancelled_, {})) {
-        // Components of the opening may need this thread meanwhile.
-        const HANDLE thread = opening->thread.get();
-        DWORD index = 0;
-        CoWaitForMultipleHandles(0, kLongestWait, 1, const_cast<HANDLE*>(&thread), &index);
-    }
+    for (const auto& opening : std::exchange(cancelled_, {}))
+        WaitForSingleObject(opening->thread.get(), kLongestWait);
 }
 
 }  // namespace tunovka

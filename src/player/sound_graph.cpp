@@ -19,6 +19,68 @@ bool soundDeviceMissing() {
     return count && count() == 0;
 }
 
+bool underWine() {
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+// Calls a function for each pin of a filter that has the direction.
+template <typename Visit>
+void eachPin(IBaseFilter* filter, PIN_DIRECTION wanted, Visit visit) {
+    ComPtr<IEnumPins> pins;
+    if (FAILED(filter->EnumPins(pins.receive()))) return;
+    ComPtr<IPin> pin;
+    while (pins->Next(1, pin.receive(), nullptr) == S_OK) {
+        PIN_DIRECTION direction = wanted;
+        if (SUCCEEDED(pin->QueryDirection(&direction)) && direction == wanted) visit(pin.get());
+    }
+}
+
+// A filter that reads the file and feeds the others from a thread of its own; all pins that are
+// behind it let their data fall from here on.
+ComPtr<IBaseFilter> flushBehindFeeder(IGraphBuilder* graph) {
+    ComPtr<IBaseFilter> filter, feeder;
+    ComPtr<IEnumFilters> filters;
+    if (FAILED(graph->EnumFilters(filters.receive()))) return feeder;
+    while (filters->Next(1, filter.receive(), nullptr) == S_OK) {
+        eachPin(filter.get(), PINDIR_INPUT, [&](IPin* pin) {
+            ComPtr<IPin> source;
+            ComPtr<IAsyncReader> reader;
+            if (FAILED(pin->ConnectedTo(source.receive()))) return;
+            source->QueryInterface(IID_IAsyncReader, reader.receiveVoid());
+            if (reader)
+                feeder = ComPtr<IBaseFilter>::shared(filter.get());
+            else
+                pin->BeginFlush();
+        });
+    }
+    return feeder;
+}
+
+DWORD WINAPI stopFilter(void* filter) {
+    static_cast<IBaseFilter*>(filter)->Stop();
+    return 0;
+}
+
+// Wine stops a decoder while the thread that feeds it still runs, and that thread then works in
+// freed memory. So the feeder is stopped first and its thread joined, with nothing behind it that
+// could hold it up. When that thread comes to the file's end at this very moment it misses being
+// woken; a seek wakes it again.
+void stopFeederFirst(IGraphBuilder* graph) {
+    constexpr DWORD kPatience = 100;  // ms; stopping takes less than one
+    const ComPtr<IBaseFilter> feeder = flushBehindFeeder(graph);
+    if (!feeder) return;
+    ComPtr<IMediaSeeking> output;
+    eachPin(feeder.get(), PINDIR_OUTPUT, [&](IPin* pin) {
+        if (!output) pin->QueryInterface(IID_IMediaSeeking, output.receiveVoid());
+    });
+    const KernelHandle thread(CreateThread(nullptr, 0, stopFilter, feeder.get(), 0, nullptr));
+    while (thread && output && WaitForSingleObject(thread.get(), kPatience) == WAIT_TIMEOUT) {
+        LONGLONG start = 0;
+        output->SetPositions(&start, AM_SEEKING_AbsolutePositioning, nullptr,
+                             AM_SEEKING_NoPositioning);
+    }
+}
+
 }  // namespace
 
 template <typename Interface>
@@ -36,6 +98,7 @@ SoundGraph& SoundGraph::operator=(SoundGraph&& other) noexcept {
     seeking_ = std::move(other.seeking_);
     audio_ = std::move(other.audio_);
     events_ = std::move(other.events_);
+    ended_ = std::exchange(other.ended_, false);
     return *this;
 }
 
@@ -46,6 +109,7 @@ SoundGraph::~SoundGraph() {
 // A graph must stand still before it goes; its reference goes last.
 void SoundGraph::close() {
     if (events_) events_->SetNotifyWindow(0, 0, 0);
+    if (graph_ && underWine()) stopFeederFirst(graph_.get());
     if (control_) control_->Stop();
     events_.reset();
     audio_.reset();
@@ -88,7 +152,10 @@ std::optional<SoundGraph::Event> SoundGraph::takeEvent() {
     LONG_PTR first = 0, second = 0;
     while (events_ && events_->GetEvent(&code, &first, &second, 0) == S_OK) {
         events_->FreeEventParams(code, first, second);
-        if (code == EC_COMPLETE) return Event{Event::Kind::Ended};
+        if (code == EC_COMPLETE) {
+            ended_ = true;
+            return Event{Event::Kind::Ended};
+        }
         if (code == EC_ERRORABORT || code == EC_STREAM_ERROR_STOPPED)
             return Event{Event::Kind::Failed, static_cast<HRESULT>(first)};
     }
@@ -103,10 +170,11 @@ void SoundGraph::pause() {
     control_->Pause();
 }
 
-// Held at its start rather than left stopped: a stopped graph does not reliably move again from
-// where it is sent meanwhile. Stopping it first makes it forget an end that it reached.
+// Held at its start rather than stopped: a stopped graph does not reliably move again from where
+// it is sent meanwhile. Only a real stop makes it forget an end that it reached.
 void SoundGraph::stop() {
-    control_->Stop();
+    if (ended_) control_->Stop();
+    ended_ = false;
     control_->Pause();
     seek(0);
 }
@@ -125,6 +193,7 @@ void SoundGraph::seek(double seconds) {
     // An end that was reached before does not count behind the seek.
     while (takeEvent()) {
     }
+    ended_ = false;
     auto target = static_cast<LONGLONG>(std::clamp(seconds, 0.0, duration()) * kUnitsPerSecond);
     seeking_->SetPositions(&target, AM_SEEKING_AbsolutePositioning, nullptr,
                            AM_SEEKING_NoPositioning);

@@ -54,6 +54,7 @@ class SoundGraph {
     ComPtr<IMediaSeeking> seeking_;
     ComPtr<IBasicAudio> audio_;
     ComPtr<IMediaEventEx> events_;
+    bool ended_ = false;  // played to its end since the last seek
 };
 
 }  // namespace tunovka

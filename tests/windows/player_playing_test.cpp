@@ -189,6 +189,18 @@ TEST_F(Playing, replacingAFileDropsWhatWasLeftOfIt) {
     EXPECT_EQ(player_.told(), Notifications{}) << "there is nothing to play";
 }
 
+// What feeds a decoder and what stops it run on different threads.
+TEST_F(Playing, aPlayingFileIsReplacedAgainAndAgain) {
+    const std::wstring folder = samplesFolder() + L"Skúšky\\";
+    const std::wstring files[] = {folder + L"Tón 523 Hz.mp3", folder + L"Tón 659 Hz.wma",
+                                  toneFile(L"a.wav", 0.5)};
+    for (int turn = 0; turn < 15; ++turn) {
+        player_->setFileName(files[turn % 3]);
+        ASSERT_TRUE(player_.untilTold(change(0, 2)));
+        player_.told();
+    }
+}
+
 TEST_F(Playing, aReleasedFileMayBeDeleted) {
     for (const bool whileOpening : {false, true}) {
         const std::wstring path = toneFile(L"a.wav", 2.0);
