@@ -95,6 +95,7 @@ void frmhladanie::open(ProgramLinks& links) {
 }
 
 void frmhladanie::bindList() {
+    Lview.onMouseDown = [this](MouseButton, Point) { lblbar.setText(Lview.selectedKey()); };
     Lview.onItemClick = [this] { Lview_ItemClick(); };
     Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
     Lview.onDoubleClick = [this] { prehrat_Click(); };

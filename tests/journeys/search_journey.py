@@ -20,14 +20,6 @@ def large_collection():
     return folder
 
 
-def choose(app, entry, *more):
-    """Chooses an entry of the menu that is open, counted from 1, then of its sub-menu."""
-    wait_until(lambda: any(w.data["class"] == "#32768" for w in app.top_windows()), 5, "a menu")
-    app.key(*["Down"] * entry, *["Return"] * (1 if not more else 0))
-    for below in more:
-        app.key("Right", *["Down"] * (below - 1), "Return")
-
-
 def open_folder_menu(app, name):
     node = app.control("strom").item(name)
     node.click()
@@ -36,7 +28,11 @@ def open_folder_menu(app, name):
 
 def search(app, name):
     open_folder_menu(app, name)
-    choose(app, 3)
+    app.choose(3)
+    wait_searched(app, name)
+
+
+def wait_searched(app, name):
     wait_until(lambda: app.control("lbladresar").text.rstrip("\\").endswith(name), 10,
                "the folder's name in the search window")
 
@@ -47,8 +43,12 @@ def done(app):
     return app.control("lblpočet").text
 
 
+def results(app):
+    return app.control("Lview", within=app.control("frmhladanie"))
+
+
 def names(app):
-    return [row.text for row in app.control("Lview").items()]
+    return [row.text for row in results(app).items()]
 
 
 def shown_path(app):
@@ -56,8 +56,8 @@ def shown_path(app):
 
 
 def result_menu(app, row, *entries):
-    app.control("Lview").items()[row].click(3)
-    choose(app, *entries)
+    results(app).items()[row].click(3)
+    app.choose(*entries)
 
 
 def export(app, name, answers):
@@ -84,11 +84,37 @@ def result(app, folder):
     descending = wait_until(lambda: names(app) != found and names(app), 5, "another order")
     result_menu(app, 0, 5, 1)
     wait_until(lambda: names(app) == descending[::-1], 5, "the reverse order")
-    check(app.control("Lview").items()[0].selected, "sorting selects the first row")
+    check(results(app).items()[0].selected, "sorting selects the first row")
 
-    app.control("Lview").item("tancovačka.wav" if "tancovačka.wav" in found
+    results(app).item("tancovačka.wav" if "tancovačka.wav" in found
                               else "Tancovačka.wav").double_click()
     wait_until(lambda: app.control("lblčas").text not in ("", "0:00 min"), 10, "the song's length")
+
+
+def opened(app):
+    """Information, a found playlist in an editor, and a result dragged into it."""
+    found = names(app)
+    result_menu(app, found.index("Tichý sneh.mp3"), 1)
+    path = app.control("lblPath", within=app.control("frminfo")).text
+    check(path == "E:\\Ľudové\\Vianočné\\Tichý sneh.mp3", f"information on {path!r}")
+    app.key("Escape")
+    app.wait_gone("frminfo")
+
+    result_menu(app, found.index("Veselica.pls"), 3)
+    editor = app.control("frmplejlist")
+    title = app.control("PicZahlavie", within=editor)
+    app.drag((title.rect[0] + 60, title.center[1]), (80, title.center[1] + 60))
+    title = app.control("PicZahlavie", within=app.control("frmhladanie"))
+    app.drag((title.rect[0] + 100, title.center[1]), (740, title.center[1]))
+    target = app.control("Lview", within=app.control("frmplejlist"))
+    before = [row.text for row in wait_until(target.items, 5, "the playlist's entries")]
+    app.screenshot("search-2-editor")
+    app.drag(results(app).item("Kométa.wav"), target)
+    wait_until(lambda: [row.text for row in target.items()] == before + ["Kométa.wav"], 10,
+               "the dragged file in the editor")
+    app.control("IZavri", within=app.control("frmplejlist")).click()
+    app.control("Itlačítko2").click()
+    app.wait_gone("frmplejlist")
 
 
 def exports(app, folder):
@@ -108,6 +134,7 @@ def stopped(app):
     app.key("Down", "Down", "Down")
     # The stop button has the keyboard; the search may be over soon.
     app.xdotool("key", "Return", *["sleep", 0.06, "key", "space"] * 10)
+    wait_searched(app, "Veľké")
     text = done(app)
     check(" - prerušené" in text, f"the search was not stopped: {text}")
     check(shown_path(app).startswith("E:\\Veľké\\"), "what was found is listed")
@@ -117,21 +144,21 @@ def overflown(app):
     search(app, "E:")
     app.control("frmBox", 60)
     check(app.control("lblotazka").text == "Chyba č. 6: Overflow", app.control("lblotazka").text)
-    app.screenshot("search-2-overflow")
+    app.screenshot("search-3-overflow")
     app.control("Itlačítko1").click()
     app.wait_gone("frmBox")
     check(not app.find("PicPosuv") and not app.find("PicInfo"), "the bar and the panel are gone")
-    app.control("Lview").click()
+    results(app).click()
     app.key("End")
     wait_until(lambda: shown_path(app).endswith(".mp3"), 10, "the last row")
-    app.screenshot("search-3-end")
+    app.screenshot("search-4-end")
 
 
 def journey_in(folder):
     def journey(app):
         result(app, folder)
+        opened(app)
         exports(app, folder)
-
         stopped(app)
         overflown(app)
     return journey

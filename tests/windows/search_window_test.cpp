@@ -247,6 +247,7 @@ TEST_F(Search, CommandsReachTheirWindows) {
     SendMessageW(list.handle(), WM_RBUTTONDOWN, MK_RBUTTON, first);
     SendMessageW(list.handle(), WM_RBUTTONUP, 0, first);
     EXPECT_FALSE(window->menu1.isEnabled(L"upravit_playlist"));
+    EXPECT_EQ(window->lblbar.text(), folder / L"a.mp3");
     window->menu1.choose(L"prehrat");
     const std::wstring a = folder / L"a.mp3", b = folder / L"b.pls";
     EXPECT_EQ(explorer->told, (Texts{L"edit:" + b, L"info:" + b, L"hraj:" + b, L"hraj:" + a}));
