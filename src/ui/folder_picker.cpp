@@ -60,7 +60,7 @@ std::wstring pickFolder(const Form& owner, std::wstring_view prompt, const std::
     static const LateFunction<decltype(SHBrowseForFolderW)> ask(L"shell32.dll",
                                                                 "SHBrowseForFolderW");
     const TaskMemoryOwner chosen(ask(&browse));
-    if (!chosen) return {};
+    if (!chosen || owner.isClosing()) return {};
     const std::wstring path = pathOf(static_cast<PCIDLIST_ABSOLUTE>(chosen.get()));
     return FileSystemObject::FolderExists(path) ? path : std::wstring();
 }
