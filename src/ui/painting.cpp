@@ -50,11 +50,16 @@ Color mixed(Color first, Color second, int amount) {
 }
 
 void fillGradient(HDC dc, const RECT& area, Color top, Color bottom) {
-    const int height = area.bottom - area.top;
-    for (int y = 0; y < height; ++y) {
-        const RECT line{area.left, area.top + y, area.right, area.top + y + 1};
-        fillRect(dc, line, mixed(top, bottom, height > 1 ? y * 255 / (height - 1) : 0));
-    }
+    const auto corner = [](LONG x, LONG y, Color color) {
+        const auto channel = [&](int shift) {
+            return static_cast<COLOR16>((color >> shift & 0xFF) << 8);
+        };
+        return TRIVERTEX{x, y, channel(0), channel(8), channel(16), 0};
+    };
+    TRIVERTEX corners[] = {corner(area.left, area.top, top),
+                           corner(area.right, area.bottom, bottom)};
+    GRADIENT_RECT whole{0, 1};
+    GdiGradientFill(dc, corners, 2, &whole, 1, GRADIENT_FILL_RECT_V);
 }
 
 RECT toRECT(const Rect& rect) {
