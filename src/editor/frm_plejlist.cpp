@@ -177,6 +177,7 @@ bool frmplejlist::dragOver(Point point) {
 
 void frmplejlist::Lview_Drop(const std::wstring& text, std::optional<std::size_t> target,
                              const DragState& drag) {
+    editor.view.Lview.focus();  // brings the window to the front, whose questions follow
     run([&](Editor& own) { dropText(own, text, target, drag); });
 }
 

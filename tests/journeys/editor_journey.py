@@ -1,126 +1,200 @@
-"""Playlist editors: open, drag files in and out, move, clean, sort, save and read the bytes back."""
+"""Playlist editors: opened from the explorer, filled by drags, moved, cleaned, sorted, saved and
+read back, closed with changes in them."""
 
 import driver
 from driver import check, wait_until
 
 FOLDER = driver.collection("editor")
+A, B, C, D = "ľúbezná.wma", "Kukučka v háji.mp3", "Čerešňový sad.mp3", "Tichý sneh.mp3"
+
+
+def playlist(name, *lines):
+    (FOLDER / name).write_bytes("".join(line + "\r\n" for line in lines).encode("cp1250"))
 
 
 def file_of(app, name):
     """A file of the folder in the explorer, not an entry of a playlist."""
     contents = app.control("Tview")
-    found = lambda: next((i for i in contents.items() if i.text == name and i.level == 0), None)
-    return wait_until(found, 5, f"{name!r} in the explorer")
+    return wait_until(lambda: next((i for i in contents.items() if i.text == name and i.level == 0),
+                                   None), 5, f"{name!r} in the explorer")
 
 
-def rows(window, app):
-    return [item.text for item in app.control("Lview", within=window).items()]
-
-
-def menu(app, place, *keys):
-    """Opens the menu of a place by the right button and walks through it by keys."""
+def menu(app, place, *numbers):
     place.click(3)
-    wait_until(lambda: any(w.data["class"] == "#32768" for w in app.top_windows()), 5, "a menu")
-    app.key(*keys)
+    app.choose(*numbers)
 
 
-def answer(app, button, text):
-    """Answers the open message box, which is to say this."""
+def answer(app, button, *texts):
+    """Answers the open message box, which is to say these."""
     box = app.control("frmBox")
     said = app.control("lblotazka", within=box).text
-    check(text in said, f"the box says {said!r}, not {text!r}")
+    for text in texts:
+        check(text in said, f"the box says {said!r}, not {text!r}")
     app.control(f"Itlačítko{button}", within=box).click()
     wait_until(lambda: box.hwnd not in [w.hwnd for w in app.windows() if w.visible], 5, "no box")
 
 
-def save(app, window, name, relative):
-    menu(app, app.control("Lview", within=window).items()[0], "Down", "Down", "Return")
-    dialog = wait_until(lambda: [w for w in app.top_windows() if w.data["class"] == "#32770"], 10,
-                        "the save dialog")[0]
-    check(dialog.text == "Uložiť playlist", f"the dialog is {dialog.text!r}")
-    app.key("ctrl+a")
-    app.type(f"E:\\{name}")
-    app.key("Return")
-    answer(app, 1 if relative else 2, "relatívne odkazy")
-    answer(app, 1, "úspešne")
-    return (FOLDER / name).read_bytes().decode("cp1250")
+class Editor:
+    """An editor window, drawn to a place where explorer and editor are both seen."""
+
+    def __init__(self, app, left, top, number):
+        self.app = app
+        self.window = app.control("frmplejlist")
+        title = self.control("PicZahlavie")
+        check(title.text == f" Editor playlistov {number}", f"the title is {title.text!r}")
+        app.drag((title.rect[0] + 100, title.center[1]), (left + 100, top + 13))
+        hwnd = self.window.hwnd
+        self.window = wait_until(lambda: next(
+            (w for w in app.windows() if w.hwnd == hwnd and w.rect[0] > left - 100), None),
+            5, "the editor at its new place")
+
+    def control(self, name):
+        return self.app.control(name, within=self.window)
+
+    def items(self):
+        return self.control("Lview").items()
+
+    def wait_rows(self, *texts):
+        try:
+            wait_until(lambda: [item.text for item in self.items()] == list(texts), 5, f"{texts}")
+        except driver.Failed as failed:
+            raise driver.Failed(f"{failed}, but {[item.text for item in self.items()]}")
+
+    def menu(self, *numbers):
+        menu(self.app, self.items()[0], *numbers)
+
+    def remove_invalid(self, text):
+        self.menu(4, 2)
+        answer(self.app, 1, text)
+
+    def remove_duplicates(self, button, text):
+        self.menu(4, 3)
+        answer(self.app, button, text)
+
+    def merge(self, name, *reported):
+        self.app.drag(file_of(self.app, name), self.control("Lview"))
+        answer(self.app, 1, "Chceš pridať všetky súbory", name)
+        answer(self.app, 1, *reported)
+
+    def save(self, name, relative):
+        """Saves under a name and gives back the file's text."""
+        self.menu(2)
+        dialog = wait_until(lambda: next((w for w in self.app.top_windows()
+                                          if w.data["class"] == "#32770"), None), 10, "a dialog")
+        check(dialog.text == "Uložiť playlist", f"the dialog is {dialog.text!r}")
+        self.app.key("ctrl+a")
+        self.app.type(f"E:\\{name}")
+        self.app.key("Return")
+        answer(self.app, 1 if relative else 2, "relatívne odkazy")
+        answer(self.app, 1, "úspešne")
+        return (FOLDER / name.replace("\\", "/")).read_bytes().decode("cp1250")
 
 
-def journey(app):
-    explorer = app.control("Zahlavie")
-    app.drag((explorer.rect[0] + 200, explorer.center[1]), (210, 40))
-
-    # Open a playlist from the explorer; beside it, so that both are seen.
-    menu(app, file_of(app, "vitajte.m3u"), "Down", "Down", "Return")
-    title = app.control("PicZahlavie", within=app.control("frmplejlist"))
-    app.drag((title.rect[0] + 100, title.center[1]), (title.rect[0] + 480, title.center[1]))
-    editor = app.control("frmplejlist")
-    check(title.text == " Editor playlistov 0", f"the title is {title.text!r}")
-    listed = ["Čerešňový sad.mp3", "ľúbezná.wma", "Kukučka v háji.mp3", "Tichý sneh.mp3",
-              "Stratená pieseň.mp3", "Ozvena.wma"]
-    wait_until(lambda: rows(editor, app) == listed, 5, "the playlist's entries")
-    count, status = (app.control(name, within=editor) for name in ("lblpočet", "lblbar"))
+def add_and_move(app, editor):
+    editor.wait_rows(C, A, B, D, "Stratená pieseň.mp3", "Ozvena.wma")
+    count, status, target = map(editor.control, ("lblpočet", "lblbar", "Lview"))
     check(status.text == "E:\\Čerešňový sad.mp3", f"the status line is {status.text!r}")
     app.screenshot("editor")
 
-    # Drag a file in, twice: it is there already.
-    target = app.control("Lview", within=editor)
-    app.drag(file_of(app, "ľúbezná.wma"), target)
+    app.drag(file_of(app, A), target)
     answer(app, 2, "už nachádza odkaz na tento súbor 'E:\\ľúbezná.wma'")
-    check(rows(editor, app) == listed, "nothing is added")
-    app.drag(file_of(app, "ľúbezná.wma"), target)
+    app.drag(file_of(app, A), target)
     answer(app, 1, "už nachádza odkaz")
-    wait_until(lambda: rows(editor, app) == listed + ["ľúbezná.wma"], 5, "the file added")
+    editor.wait_rows(C, A, B, D, "Stratená pieseň.mp3", "Ozvena.wma", A)
     check(count.text == "Počet odkazov v playliste: 7", count.text)
-    app.drag(file_of(app, "vitajte.m3u"), target)
-    answer(app, 2, "všetky súbory, na ktoré odkazuje playlist")
 
-    # Move the first row to the third place.
     items = target.items()
     app.drag(items[0], items[2])
-    moved = ["ľúbezná.wma", "Kukučka v háji.mp3", "Čerešňový sad.mp3"]
-    wait_until(lambda: rows(editor, app)[:3] == moved, 5, "the row moved")
-
-    # Sorted lists refuse it.
-    menu(app, target.items()[0], "Up", "Right", "Return")
-    wait_until(lambda: rows(editor, app)[0] == "Čerešňový sad.mp3", 5, "the list sorted")
+    editor.wait_rows(A, B, C, D, "Stratená pieseň.mp3", "Ozvena.wma", A)
+    editor.menu(5, 1)
+    editor.wait_rows(C, B, A, A, "Ozvena.wma", "Stratená pieseň.mp3", D)
     items = target.items()
     app.drag(items[0], items[2])
     answer(app, 1, "Položky sú radené")
-    menu(app, target.items()[0], "Up", "Right", "Up", "Return")
-    wait_until(lambda: rows(editor, app)[:3] == moved, 5, "the order restored")
+    editor.menu(5, 3)
+    editor.wait_rows(A, B, C, D, "Stratená pieseň.mp3", "Ozvena.wma", A)
 
-    # Clean up.
-    menu(app, target.items()[0], "Up", "Up", "Right", "Down", "Return")
-    answer(app, 1, "Boli odstránené 2 neplatné položky")
-    menu(app, target.items()[0], "Up", "Up", "Right", "Up", "Return")
-    answer(app, 1, "Bola nájdená jedna duplicitná položka")
-    left = ["ľúbezná.wma", "Kukučka v háji.mp3", "Čerešňový sad.mp3", "Tichý sneh.mp3"]
-    wait_until(lambda: rows(editor, app) == left, 5, "the duplicate gone")
 
-    # Save with both kinds of links; the explorer shows the new file.
-    check(save(app, editor, "nový.m3u", True) ==
-          "ľúbezná.wma\r\nĽudové\\Kukučka v háji.mp3\r\nČerešňový sad.mp3\r\n"
-          "Ľudové\\Vianočné\\Tichý sneh.mp3\r\n", "the list with relative links")
-    check(save(app, editor, "nový.pls", False) ==
-          "[playlist]\r\nFile1=E:\\ľúbezná.wma\r\nFile2=E:\\Ľudové\\Kukučka v háji.mp3\r\n"
-          "File3=E:\\Čerešňový sad.mp3\r\nFile4=E:\\Ľudové\\Vianočné\\Tichý sneh.mp3\r\n"
-          "NumberOfEntries=4\r\n", "the list in the other layout with absolute links")
-    file_of(app, "nový.m3u")
-    file_of(app, "nový.pls")
+def clean(app, editor):
+    editor.remove_invalid("Boli odstránené 2 neplatné položky")
+    editor.remove_invalid("Neboli zistené neplatné odkazy.")
+    editor.merge("jedna.m3u", "Počet pridaných súborov: 1", "neplatných odkazov: 1")
+    editor.remove_invalid("Bola odstránená jedna neplatná položka.")
+    editor.merge("päť.m3u", "Počet pridaných súborov: 5", "neplatných odkazov: 5")
+    editor.remove_invalid("Bolo odstránených 5 neplatných položiek")
+
+    editor.remove_duplicates(2, "Bola nájdená jedna duplicitná položka")
+    editor.remove_duplicates(1, "Bola nájdená jedna duplicitná položka")
+    editor.wait_rows(A, B, C, D)
+    editor.merge("trikrát.m3u", "Počet pridaných súborov: 3")
+    editor.remove_duplicates(2, "Boli nájdené 3 duplicitné položky")
+    editor.merge("trikrát.m3u", "Počet pridaných súborov: 3")
+    editor.remove_duplicates(1, "Bolo nájdených 6 duplicitných položiek")
+    editor.remove_duplicates(1, "Neboli nájdené žiadne duplicitné v zozname.")
+    editor.wait_rows(A, B, C, D)
+
+
+def save(app, editor):
+    relative = [A, f"Ľudové\\{B}", C, f"Ľudové\\Vianočné\\{D}"]
+    absolute = [f"E:\\{path}" for path in relative]
+    lines = lambda paths: "".join(path + "\r\n" for path in paths)
+    pls = lambda paths: lines(["[playlist]"] + [f"File{i}={path}" for i, path in enumerate(paths, 1)]
+                              + [f"NumberOfEntries={len(paths)}"])
+    check(editor.save("nový.m3u", True) == lines(relative), "M3U with relative links")
+    check(editor.save("nový2.m3u", False) == lines(absolute), "M3U with absolute links")
+    check(editor.save("nový.pls", True) == pls(relative), "PLS with relative links")
+    check(editor.save("nový2.pls", False) == pls(absolute), "PLS with absolute links")
+    check(editor.save("nový.txt", True) == lines(relative), "a text with relative links")
+    below = lines(["..\\" + A, B, "..\\" + C, f"Vianočné\\{D}"])
+    check(editor.save("Ľudové\\nový.m3u", True) == below, "a list in another folder")
+    for name in "nový.m3u", "nový2.m3u", "nový.pls", "nový2.pls":
+        file_of(app, name)
+    check(not any(i.text == "nový.txt" for i in app.control("Tview").items()), "texts are not listed")
     app.screenshot("editor-saved")
 
-    # A change is asked about, also when the explorer closes.
-    target.items()[0].click()
+
+def drag_between_editors(app, editor):
+    """A new editor beside the first one: a row dragged across is never added."""
+    menu(app, app.control("strom").items()[0], 1)
+    new = Editor(app, 790, 540, 1)
+    app.drag(editor.items()[1], new.control("Lview"))
+    app.drag(file_of(app, "čerešňový sad.mp3"), new.control("Lview"))
+    new.wait_rows("čerešňový sad.mp3")
+    check(new.control("lblpočet").text == "Počet odkazov v playliste: 1", "one row, not two")
+    app.screenshot("editors")
+    return new
+
+
+def close(app, editor, new):
+    editor.items()[0].click()
     app.key("Delete")
-    wait_until(lambda: len(rows(editor, app)) == 3, 5, "the row gone")
+    editor.wait_rows(B, C, D)
     app.control("Ikoniec").click()
     answer(app, 3, "chceš playlist uložiť teraz")
-    check(app.find("frmplejlist") and app.find("frmPrieskumnik"), "both windows stay")
-    app.control("IZavri", within=editor).click()
+    check(app.running() and len([w for w in app.windows() if w.name == "frmplejlist"]) == 2,
+          "a refusal keeps all windows")
+    editor.control("IZavri").click()
     answer(app, 2, "chceš playlist uložiť teraz")
+    new.control("IZavri").click()
+    answer(app, 1, "chceš playlist uložiť teraz")
+    wait_until(lambda: any(w.data["class"] == "#32770" for w in app.top_windows()), 10, "a dialog")
+    app.key("Escape")
     app.wait_gone("frmplejlist")
 
 
+def journey(app):
+    title = app.control("Zahlavie")
+    app.drag((title.rect[0] + 200, title.center[1]), (210, 40))
+    menu(app, file_of(app, "vitajte.m3u"), 2)
+    editor = Editor(app, 790, 60, 0)
+    add_and_move(app, editor)
+    clean(app, editor)
+    save(app, editor)
+    close(app, editor, drag_between_editors(app, editor))
+
+
 if __name__ == "__main__":
+    playlist("jedna.m3u", "nikde.mp3")
+    playlist("päť.m3u", *(f"nikde{i}.mp3" for i in range(5)))
+    playlist("trikrát.m3u", C, A, f"Ľudové\\{B}")
     driver.main(journey, FOLDER)
