@@ -22,7 +22,7 @@ class EditorSaving : public EditorStage {
     }
 
     void saveAs(const std::wstring& name) {
-        dialog.emplace(std::deque{folder / name});
+        dialog.emplace(window->handle(), std::deque{folder / name});
         choose(L"ulozit_ako_plejlist");
     }
     std::string saved(const std::wstring& name) {
@@ -67,7 +67,7 @@ TEST_F(EditorSaving, TheDialogStartsFromThePlaylist) {
     EXPECT_EQ(view().lblplejlist.text(), folder / L"mix.pls");
 
     window->txtodkaz.setText(L"nový playlist");
-    dialog.emplace();
+    dialog.emplace(window->handle());
     choose(L"ulozit_ako_plejlist");
     EXPECT_EQ(dialog->seen[0].name, L"");
     EXPECT_EQ(dialog->seen[0].filter, 1);
@@ -129,7 +129,7 @@ TEST_F(EditorSaving, TheFirstAnswerOfTheClosePromptSavesNothing) {
     const std::wstring list = folder / L"list.m3u";
     open(L"a.mp3\r\nb.wav\r\n");
     pressKey(VK_DELETE);
-    dialog.emplace();
+    dialog.emplace(window->handle());
     person.expect({1});
     EXPECT_TRUE(window->unload());
     EXPECT_EQ(dialog->seen.size(), 0u);
@@ -138,7 +138,7 @@ TEST_F(EditorSaving, TheFirstAnswerOfTheClosePromptSavesNothing) {
     renew();
     window->txtodkaz.setText(L"nový playlist");
     drop(folder / L"a.mp3");
-    dialog.emplace(std::deque{folder / L"never.m3u"});
+    dialog.emplace(window->handle(), std::deque{folder / L"never.m3u"});
     person.expect({1});
     EXPECT_TRUE(window->unload());
     ASSERT_EQ(dialog->seen.size(), 1u);
