@@ -129,6 +129,10 @@ void frmhladanie::onActivated() {
     PostMessageW(handle(), kStartScan, 0, 0);
 }
 
+void frmhladanie::onAccept() {
+    if (Lview.hasFocus()) prehrat_Click();
+}
+
 std::optional<LRESULT> frmhladanie::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     if (message != kStartScan) return Form::onMessage(message, wparam, lparam);
     startScan();

@@ -33,6 +33,7 @@ class frmhladanie : public Form {
   protected:
     void onLayout() override;
     void onActivated() override;
+    void onAccept() override;
     void onPaintGround(HDC dc, const RECT& area) const override;
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 

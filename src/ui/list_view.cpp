@@ -69,6 +69,17 @@ void ListView::applyScale() {
         send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(measure)));
     if (before) ImageList_Destroy(before);
     send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(scale_)), TRUE);
+    // The header is as high as its font, which is not the one that it is painted with.
+    LOGFONTW font{};
+    GetObjectW(Skin::font(scale_), sizeof font, &font);
+    font.lfHeight = MulDiv(font.lfHeight, 4, 3);
+    Font taller(CreateFontIndirectW(&font));
+    SendMessageW(header(), WM_SETFONT, reinterpret_cast<WPARAM>(taller.get()), FALSE);
+    headerFont_ = std::move(taller);
+}
+
+HWND ListView::header() const {
+    return reinterpret_cast<HWND>(send(LVM_GETHEADER));
 }
 
 ListView::Batch::Batch(ListView& list) : list_(list) {
@@ -177,10 +188,9 @@ void ListView::ensureVisible(std::size_t position) {
 }
 
 int ListView::headerHeight() const {
-    const auto header = reinterpret_cast<HWND>(send(LVM_GETHEADER));
     RECT area{};
-    if (!header || !(GetWindowLongW(header, GWL_STYLE) & WS_VISIBLE)) return 0;
-    GetWindowRect(header, &area);
+    if (!header() || !(GetWindowLongW(header(), GWL_STYLE) & WS_VISIBLE)) return 0;
+    GetWindowRect(header(), &area);
     return area.bottom - area.top;
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/handle.h"
 #include "ui/item_mouse.h"
 #include "ui/list_items.h"
 #include "ui/window.h"
@@ -98,6 +99,7 @@ class ListView : public Window {
     LRESULT byKeyboard(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT scrolled(UINT message, WPARAM wparam, LPARAM lparam);
     void applyScale();
+    HWND header() const;
     int headerHeight() const;
     Rect rowArea(std::size_t position) const;
     void keyboardMenu();
@@ -110,6 +112,7 @@ class ListView : public Window {
     ItemMouse mouse_;
     std::optional<std::size_t> dropHighlight_;
     DWORD lastEdgeScroll_ = 0;
+    Font headerFont_;
     int scale_ = 0;  // dpi that font and pictures are made for
     int batches_ = 0;
 };

@@ -249,8 +249,11 @@ TEST_F(Search, CommandsReachTheirWindows) {
     EXPECT_FALSE(window->menu1.isEnabled(L"upravit_playlist"));
     EXPECT_EQ(window->lblbar.text(), folder / L"a.mp3");
     window->menu1.choose(L"prehrat");
+    list.focus();
+    SendMessageW(window->handle(), WM_COMMAND, IDOK, 0);  // Enter
     const std::wstring a = folder / L"a.mp3", b = folder / L"b.pls";
-    EXPECT_EQ(explorer->told, (Texts{L"edit:" + b, L"info:" + b, L"hraj:" + b, L"hraj:" + a}));
+    EXPECT_EQ(explorer->told,
+              (Texts{L"edit:" + b, L"info:" + b, L"hraj:" + b, L"hraj:" + a, L"hraj:" + a}));
 }
 
 TEST_F(Search, ExportsInEachBranchOfItsQuestion) {

@@ -64,6 +64,11 @@ TEST(ListItems, sortingIsStableBothWaysAndTakesNewRowsIn) {
     EXPECT_EQ(items.add({.key = L"ka3", .text = L"a3"}), 2u);
     items.addAll({{.key = L"kc", .text = L"c"}, {.key = L"k0", .text = L"0"}});
     EXPECT_EQ(texts(items), L"0 a1 a2 a3 b1 b2 c ");
+    ListItems refilled = filled({L"x"});
+    refilled.sort(SortOrder::Descending);
+    refilled.clear();
+    refilled.addAll({{.text = L"d"}, {.text = L"e"}});
+    EXPECT_EQ(texts(refilled), L"e d ");
     items.rename(L"k0", L"kb0", L"b0");
     items.move(0, 1);
     EXPECT_EQ(texts(items), L"a1 a2 a3 b1 b2 b0 c ");
