@@ -21,8 +21,9 @@ std::wstring EntryDisplayName(const std::wstring& text) {
     return afterLastBackslash(text);
 }
 
-ContentsTree::ContentsTree(Form& form, TextBox& txtPath)
-    : Tview({.name = L"Tview", .text = L"Obsah priečinka", .parent = &form}), txtPath_(txtPath) {}
+ContentsTree::ContentsTree(Form& form, TextBox& txtPath, bool putOff)
+    : Tview({.name = L"Tview", .text = L"Obsah priečinka", .parent = &form, .putOff = putOff}),
+      txtPath_(txtPath) {}
 
 void ContentsTree::ListFolderContents(const std::wstring& path) {
     try {

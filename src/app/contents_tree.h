@@ -14,8 +14,8 @@ struct FolderEntry;
 // one folder, each playlist with its entries below it.
 class ContentsTree {
   public:
-    // `txtPath` holds the folder that is listed.
-    ContentsTree(Form& form, TextBox& txtPath);
+    // `txtPath` holds the folder that is listed. Put off: the tree is created by appear().
+    ContentsTree(Form& form, TextBox& txtPath, bool putOff = false);
 
     // Replaces the contents by the listing of a folder. A failure is reported and ends the listing
     // where it stands.

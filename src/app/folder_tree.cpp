@@ -45,7 +45,7 @@ std::wstring programFolder() {
 FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
                        std::function<void(const std::wstring& folder)> listFolder)
     : Drive1(L"Drive1", L"Jednotka", form),
-      strom({.name = L"strom", .text = L"Priečinky", .parent = &form}),
+      strom({.name = L"strom", .text = L"Priečinky", .parent = &form, .putOff = true}),
       form_(form),
       LblBar_(LblBar),
       txtPath_(txtPath),

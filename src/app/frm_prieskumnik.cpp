@@ -21,6 +21,7 @@ constexpr Size kSize{900, 620};
 constexpr Size kMinimum{620, 400};
 constexpr int kMargin = 8;
 constexpr int kSplitter = 8;
+constexpr int kDriveHeight = 21;
 constexpr int kStatusHeight = 20;
 constexpr int kLeastTree = 7;  // a tree never gets narrower: 100 twips
 
@@ -49,7 +50,7 @@ frmPrieskumnik::frmPrieskumnik()
               .tabStop = false}),
       LblBar({.name = L"LblBar", .caption = L"", .parent = this, .format = DT_PATH_ELLIPSIS}),
       folders(*this, LblBar, txtPath, [this](const std::wstring& folder) { listFolder(folder); }),
-      contents(*this, txtPath),
+      contents(*this, txtPath, true),
       splitter(*this),
       player(*this, {.selectedPath = [this]() -> std::optional<std::wstring> {
                          if (contents.Tview.selectedKey().empty()) return std::nullopt;
@@ -72,10 +73,6 @@ frmPrieskumnik::frmPrieskumnik()
              .selectionChanged = [this] { prepareContents(); }}),
       playing(prehrat, contents, player),
       tips_(*this) {
-    for (const TreeView* tree : {&contents.Tview, &folders.strom}) {
-        const LONG style = GetWindowLongW(tree->handle(), GWL_STYLE);
-        SetWindowLongW(tree->handle(), GWL_STYLE, style | TVS_NOTOOLTIPS);
-    }
     RozneApi::ShowTitleBar(*this, false);
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
     splitter.onMoved = [this](int left) {
@@ -91,11 +88,10 @@ frmPrieskumnik::frmPrieskumnik()
 
 void frmPrieskumnik::load() {
     show();
-    contents.Tview.focus();
     yieldNow();
     if (isClosing()) return;
     // The rest was not needed for the first look at the window.
-    setTreePictures();
+    createTrees();
     tips_.set(Ikoniec, L"Zavrieť");
     tips_.set(Iminim, L"Minimalizovať");
     player.addTips(tips_);
@@ -261,12 +257,33 @@ void frmPrieskumnik::dpiChanged() {
     if (fontDpi_ == dpi()) return;
     fontDpi_ = dpi();
     const auto font = reinterpret_cast<WPARAM>(Skin::font(fontDpi_));
-    if (isVisible()) setTreePictures();
+    if (!contents.Tview.handle()) return;
+    setTreePictures();
     for (const TreeView* tree : {&folders.strom, &contents.Tview}) {
         SendMessageW(tree->handle(), WM_SETFONT, font, TRUE);
         SendMessageW(tree->handle(), TVM_SETITEMHEIGHT, scaled(20), 0);
     }
     folders.Drive1.applyFont();
+}
+
+void frmPrieskumnik::createTrees() {
+    Window* before = &Zahlavie;  // in the order of the Tab key
+    for (Window* control :
+         {static_cast<Window*>(&folders.Drive1), static_cast<Window*>(&folders.strom),
+          static_cast<Window*>(&contents.Tview)}) {
+        control->appear();
+        SetWindowPos(control->handle(), before->handle(), 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        before = control;
+    }
+    for (const TreeView* tree : {&contents.Tview, &folders.strom}) {
+        const LONG style = GetWindowLongW(tree->handle(), GWL_STYLE);
+        SetWindowLongW(tree->handle(), GWL_STYLE, style | TVS_NOTOOLTIPS);
+    }
+    files.takeDrops();
+    fontDpi_ = 0;
+    layout();
+    contents.Tview.focus();
 }
 
 void frmPrieskumnik::setTreePictures() {
@@ -295,7 +312,7 @@ void frmPrieskumnik::onLayout() {
     const int least = scaled(kLeastTree);
     const int left =
         std::clamp(MulDiv(width, leftShare_, 1000), least, std::max(least, width - least));
-    const int driveHeight = folders.Drive1.bounds().height;
+    const int driveHeight = std::max(scaled(kDriveHeight), folders.Drive1.bounds().height);
     folders.Drive1.setBounds({margin, top, left, driveHeight});
     const int stromTop = top + driveHeight + scaled(4);
     folders.strom.setBounds({margin, stromTop, left, treesBottom - stromTop});
@@ -306,6 +323,11 @@ void frmPrieskumnik::onLayout() {
 
 void frmPrieskumnik::onPaintGround(HDC dc, const RECT& area) const {
     paintRim(dc, area);
+    // The trees come a moment after the window: their places are not left empty.
+    for (const Window* tree :
+         {static_cast<const Window*>(&folders.Drive1), static_cast<const Window*>(&folders.strom),
+          static_cast<const Window*>(&contents.Tview)})
+        if (!tree->handle()) fillRect(dc, toRECT(tree->bounds()), 0xFFFFFF);
 }
 
 }  // namespace tunovka

@@ -69,6 +69,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void Tview_BeginDrag();
     bool Tview_KeyDown(WORD key);
     void dpiChanged();
+    void createTrees();
     void setTreePictures();
 
     ToolTip tips_;

@@ -104,6 +104,11 @@ void FileCommands::renameNode(const std::wstring& key, const std::wstring& name)
     parts_.selectionChanged();
 }
 
+void FileCommands::takeDrops() {
+    stromDrops_.attach();
+    TviewDrops_.attach();
+}
+
 TextDropTarget::Events FileCommands::dropsOnFolders() {
     return {.over =
                 [this](Point at) {

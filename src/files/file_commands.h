@@ -36,6 +36,9 @@ class FileCommands {
 
     explicit FileCommands(Parts parts);
 
+    // Takes drops on the two trees, once they are created.
+    void takeDrops();
+
     // Deletes the file behind the selected node, also that of a playlist's entry.
     void removeSelected();
 

@@ -120,13 +120,19 @@ class TextDropTarget::Target final : public IDropTarget {
 };
 
 TextDropTarget::TextDropTarget(Window& window, Events events)
-    : target_(new Target(window, std::move(events))), window_(window.handle()) {
-    RegisterDragDrop(window_, target_);
+    : target_(new Target(window, std::move(events))), window_(window) {
+    attach();
+}
+
+void TextDropTarget::attach() {
+    if (attached_ || !window_.handle()) return;
+    attached_ = window_.handle();
+    RegisterDragDrop(attached_, target_);
 }
 
 TextDropTarget::~TextDropTarget() {
     target_->forgetWindow();
-    RevokeDragDrop(window_);
+    if (attached_) RevokeDragDrop(attached_);
     target_->Release();
 }
 

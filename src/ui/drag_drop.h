@@ -36,6 +36,8 @@ class TextDropTarget {
     };
 
     TextDropTarget(Window& window, Events events);
+    // Begins to take drops when the window is created later than its target.
+    void attach();
     ~TextDropTarget();
     TextDropTarget(const TextDropTarget&) = delete;
     TextDropTarget& operator=(const TextDropTarget&) = delete;
@@ -43,7 +45,8 @@ class TextDropTarget {
   private:
     class Target;
     Target* target_;
-    HWND window_;
+    Window& window_;
+    HWND attached_ = nullptr;
 };
 
 }  // namespace tunovka

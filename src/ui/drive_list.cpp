@@ -30,7 +30,8 @@ DriveList::DriveList(const std::wstring& name, const std::wstring& accessibleNam
                   .className = WC_COMBOBOXW,
                   .text = accessibleName,
                   .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST,
-                  .parent = &parent}) {}
+                  .parent = &parent},
+             Creation::PutOff) {}
 
 // The drive of the current directory.
 void DriveList::chooseFirst() {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/text.h"
+#include "ui/common_controls.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 
@@ -64,10 +65,10 @@ void ListView::applyScale() {
     scale_ = dpi();
     // Rows are as high as the pictures of this list, which itself is never seen: rows paint theirs.
     const int height = std::max(Skin::fontHeight(scale_), scaled(kPicture)) + scaled(kRowPadding);
-    const HIMAGELIST measure = ImageList_Create(1, height, ILC_COLOR, 1, 1);
+    const HIMAGELIST measure = CommonControls::createImageList(1, height, ILC_COLOR, 1);
     const auto before = reinterpret_cast<HIMAGELIST>(
         send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(measure)));
-    if (before) ImageList_Destroy(before);
+    CommonControls::destroyImageList(before);
     send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(scale_)), TRUE);
     // The header is as high as its font, which is not the one that it is painted with.
     LOGFONTW font{};

@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "ui/common_controls.h"
 #include "ui/dpi.h"
 #include "ui/painting.h"
 #include "ui/skin_pack.h"
@@ -166,17 +167,17 @@ int fontHeight(int dpi, Font kind) {
 }  // namespace Skin
 
 ImageList::ImageList(const std::vector<std::wstring>& keys, int side)
-    : handle_(
-          ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, static_cast<int>(keys.size()), 0)) {
+    : handle_(CommonControls::createImageList(side, side, ILC_COLOR32 | ILC_MASK,
+                                              static_cast<int>(keys.size()))) {
     for (const std::wstring& key : keys) {
         const HICON icon = Skin::createIcon(key, side);
-        if (icon && ImageList_ReplaceIcon(handle_, -1, icon) >= 0) keys_.push_back(key);
+        if (icon && CommonControls::addIcon(handle_, icon)) keys_.push_back(key);
         if (icon) DestroyIcon(icon);
     }
 }
 
 ImageList::~ImageList() {
-    if (handle_) ImageList_Destroy(handle_);
+    CommonControls::destroyImageList(handle_);
 }
 
 ImageList::ImageList(ImageList&& other) noexcept

@@ -38,6 +38,7 @@ int fontHeight(int dpi, Font font = Font::Text);
 // A system image list with pictures by key, shared by trees and lists. It keeps its handle.
 class ImageList {
   public:
+    ImageList() = default;
     // Square pictures of `side` pixels.
     ImageList(const std::vector<std::wstring>& keys, int side);
     ~ImageList();
@@ -49,7 +50,7 @@ class ImageList {
     int index(const std::wstring& key) const;
 
   private:
-    HIMAGELIST handle_;
+    HIMAGELIST handle_ = nullptr;
     std::vector<std::wstring> keys_;
 };
 

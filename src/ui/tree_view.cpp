@@ -19,8 +19,8 @@ TreeView::TreeView(const TreeArgs& args)
                   .text = args.text,
                   .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | TVS_HASBUTTONS |
                            TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
-                  .parent = args.parent}),
-      images_({}, 1),
+                  .parent = args.parent},
+             args.putOff ? Creation::PutOff : Creation::Now),
       mouse_(*this, {.press = [this](MouseButton button, Point point) { pressed(button, point); },
                      .release =
                          [this](MouseButton button, Point point) {
@@ -42,6 +42,10 @@ TreeView::TreeView(const TreeArgs& args)
                              const std::wstring key = nodeAt(from);
                              if (!key.empty() && !toggled_ && onBeginDrag) onBeginDrag(key);
                          }}) {
+    if (!args.putOff) onCreated();
+}
+
+void TreeView::onCreated() {
     send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }
 

@@ -22,6 +22,7 @@ class TreeView : public Window {
         std::wstring name;
         std::wstring text;  // the accessible name
         Window* parent;
+        bool putOff = false;  // created by appear()
     };
     struct NodeArgs {
         std::wstring parentKey;
@@ -103,6 +104,7 @@ class TreeView : public Window {
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     std::optional<LRESULT> onNotify(NMHDR& header) override;
+    void onCreated() override;
 
   private:
     struct Node {

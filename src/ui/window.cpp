@@ -5,6 +5,7 @@
 
 #include "core/errors.h"
 #include "ui/boundary.h"
+#include "ui/common_controls.h"
 #include "ui/dpi.h"
 #include "ui/form.h"
 
@@ -65,8 +66,21 @@ MouseButton buttonOf(UINT message) {
     }
 }
 
-Window::Window(const Args& args) {
-    create(args);
+Window::Window(const Args& args, Creation creation) {
+    if (creation == Creation::Now) {
+        create(args);
+        return;
+    }
+    putOff_ = std::make_unique<Args>(args);
+    name_ = args.name;
+    if (args.parent) form_ = args.parent->form_;
+}
+
+void Window::appear() {
+    if (!putOff_) return;
+    const std::unique_ptr<Args> args = std::move(putOff_);
+    create(*args);
+    onCreated();
 }
 
 Window::Window(Window&& other) noexcept
@@ -94,6 +108,7 @@ Window::~Window() {
 }
 
 void Window::create(const Args& args) {
+    if (args.className) CommonControls::prepare();
     name_ = args.name;
     if (args.parent) form_ = args.parent->form_;
     registerOwnClass(ownProcedure);
@@ -189,6 +204,7 @@ Form& Window::form() const {
 }
 
 Rect Window::bounds() const {
+    if (putOff_) return putOff_->bounds;
     RECT area{};
     GetWindowRect(handle_, &area);
     if (GetWindowLongW(handle_, GWL_STYLE) & WS_CHILD)
@@ -205,6 +221,10 @@ Size Window::clientSize() const {
 
 void Window::setBounds(const Rect& bounds) {
     if (bounds == this->bounds()) return;
+    if (putOff_) {
+        putOff_->bounds = bounds;
+        return;
+    }
     SetWindowPos(handle_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }

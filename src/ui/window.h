@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -41,6 +42,10 @@ class Window {
     virtual ~Window();
 
     HWND handle() const { return handle_; }
+
+    // Creates a window that was put off; nothing when it is there. Until then it has a place and
+    // nothing else: what is asked of it does nothing.
+    void appear();
     const std::wstring& name() const { return name_; }
 
     // The form that the window lies on (itself for a form).
@@ -68,9 +73,13 @@ class Window {
     Point fromScreen(Point point) const;
 
   protected:
-    explicit Window(const Args& args);
+    enum class Creation { Now, PutOff };
+
+    explicit Window(const Args& args, Creation creation = Creation::Now);
     Window() = default;
     void create(const Args& args);
+    // Called when a window that was put off has been created.
+    virtual void onCreated() {}
     void destroy();
 
     LRESULT send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
@@ -97,6 +106,7 @@ class Window {
     void bind();
 
     HWND handle_ = nullptr;
+    std::unique_ptr<Args> putOff_;
     Form* form_ = nullptr;
     WNDPROC original_ = DefWindowProcW;  // of a system control its own
     std::wstring name_;
