@@ -1,5 +1,7 @@
 #include "core/existing_files.h"
 
+#include <algorithm>
+
 #include "core/paths.h"
 #include "core/text.h"
 
@@ -38,7 +40,8 @@ bool ExistingFiles::contains(const std::wstring& path) {
 
     const Folder& folder = folderOf(full, cut);
     if (!folder.answers) return false;
-    if (folder.names.contains(upperCased(std::wstring_view(full).substr(cut + 1)))) return true;
+    const std::wstring name = upperCased(std::wstring_view(full).substr(cut + 1));
+    if (folder.names.contains(name)) return true;
     return folder.complete ? false : disk_.exists(full);
 }
 
@@ -59,8 +62,12 @@ void ExistingFiles::fill(Folder& folder, const std::wstring& path) {
     const auto listing = disk_.list(path);
     if (!listing) return;
     folder.complete = listing->complete;
-    folder.names.reserve(listing->files.size());
-    for (const std::wstring& name : listing->files) folder.names.insert(upperCased(name));
+    // One text for all names: a folder of thousands costs one allocation and one mapping.
+    folder.text = upperCased(listing->files);
+    folder.names.reserve(std::ranges::count(folder.text, L'\\'));
+    std::wstring_view rest = folder.text;
+    for (std::size_t end; (end = rest.find(L'\\')) != rest.npos; rest.remove_prefix(end + 1))
+        folder.names.insert(rest.substr(0, end));
 }
 
 bool ExistingFiles::rootAnswers(const std::wstring& root) {

@@ -21,8 +21,8 @@ class ExistingFiles {
     // What is needed of the disk; the defaults of the product are in existing_files_windows.cpp.
     struct Disk {
         struct Listing {
-            std::vector<std::wstring> files;  // long and short names of files, no folders
-            bool complete = false;            // enumerated to its end, short names covered
+            std::wstring files;     // long and short names of files, each ended by "\"
+            bool complete = false;  // enumerated to its end, short names covered
         };
         // nullopt when the folder cannot be listed; a folder that is certainly not there is a
         // complete and empty listing, so that its entries cost no question each.
@@ -42,12 +42,15 @@ class ExistingFiles {
 
     // True when a file (not a folder) of that path exists; "" and paths with wildcards are false.
     bool contains(const std::wstring& path);
+    // The same, so that std::ref() of an object is a test to hand in.
+    bool operator()(const std::wstring& path) { return contains(path); }
 
   private:
     struct Folder {
         bool answers = false;   // the drive or share does
         bool complete = false;  // `names` are all there are, short names covered
-        std::unordered_set<std::wstring> names;
+        std::wstring text;      // the names as they were listed, upper-cased
+        std::unordered_set<std::wstring_view> names;  // parts of `text`
     };
     const Folder& folderOf(const std::wstring& path, std::size_t cut);
     void fill(Folder& folder, const std::wstring& path);

@@ -30,8 +30,9 @@ std::optional<ExistingFiles::Disk::Listing> list(const std::wstring& folder) {
     if (!search) return std::nullopt;
     do {
         if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
-        listing.files.emplace_back(entry.cFileName);
-        if (entry.cAlternateFileName[0]) listing.files.emplace_back(entry.cAlternateFileName);
+        listing.files.append(entry.cFileName).append(1, L'\\');
+        if (entry.cAlternateFileName[0])
+            listing.files.append(entry.cAlternateFileName).append(1, L'\\');
     } while (FindNextFileW(search.get(), &entry));
     listing.complete = GetLastError() == ERROR_NO_MORE_FILES;
     return listing;

@@ -41,10 +41,9 @@ void mergePlaylist(Editor& editor, const std::wstring& path) {
     if (ask(addPlaylistQuestion(path)) != 1 || editor.form.isClosing()) return;
     const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
     ExistingFiles existing;
-    const FileExistsTest exists = [&](const std::wstring& file) { return existing.contains(file); };
     std::optional<MergeReport> report;
     try {
-        report = editor.document.merge(path, text, exists, editor.hooks());
+        report = editor.document.merge(path, text, std::ref(existing), editor.hooks());
     } catch (...) {
         editor.view.showRows();  // what was read before the error stays
         showLastRow(editor.view);

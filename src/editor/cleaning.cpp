@@ -33,8 +33,7 @@ void removeCurrent(Editor& editor) {
 
 void removeDuplicates(Editor& editor) {
     ExistingFiles existing;
-    const auto keys = editor.document.duplicates(
-        [&](const std::wstring& path) { return existing.contains(path); }, editor.hooks());
+    const auto keys = editor.document.duplicates(std::ref(existing), editor.hooks());
     if (!keys) return;
     const bool agreed = ask(duplicatesBox(keys->size())) == 1;
     if (agreed && !keys->empty() && !editor.form.isClosing()) removeRows(editor, *keys);
@@ -42,8 +41,7 @@ void removeDuplicates(Editor& editor) {
 
 std::optional<std::size_t> dropInvalidLinks(Editor& editor) {
     ExistingFiles existing;
-    const auto keys = editor.document.invalidLinks(
-        [&](const std::wstring& path) { return existing.contains(path); }, editor.hooks());
+    const auto keys = editor.document.invalidLinks(std::ref(existing), editor.hooks());
     if (!keys) return std::nullopt;
     if (!keys->empty()) removeRows(editor, *keys);
     return keys->size();
@@ -59,8 +57,7 @@ void sortRows(Editor& editor, SortOrder order) {
 
 void restoreLoadOrder(Editor& editor) {
     ExistingFiles existing;
-    editor.document.restoreLoadOrder(
-        [&](const std::wstring& path) { return existing.contains(path); }, editor.hooks());
+    editor.document.restoreLoadOrder(std::ref(existing), editor.hooks());
     showFromTop(editor);
 }
 

@@ -10,9 +10,8 @@ namespace tunovka {
 void loadPlaylistFile(Editor& editor, const std::wstring& path) {
     const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
     ExistingFiles existing;
-    const FileExistsTest exists = [&](const std::wstring& file) { return existing.contains(file); };
     try {
-        editor.document.load(path, text, exists, editor.hooks());
+        editor.document.load(path, text, std::ref(existing), editor.hooks());
     } catch (...) {
         editor.view.showRows();  // what was read before the error
         throw;

@@ -27,8 +27,7 @@ std::wstring chosenTarget(const Editor& editor) {
 bool writeList(Editor& editor, const std::wstring& target, bool relative) {
     const EditorDocument::Busy busy(editor.document);
     ExistingFiles existing;
-    const auto paths = editor.document.pathsToSave(
-        [&](const std::wstring& file) { return existing.contains(file); }, editor.hooks());
+    const auto paths = editor.document.pathsToSave(std::ref(existing), editor.hooks());
     if (!paths) return false;
     const auto lines = playlistLines(target, *paths, relative, [] { yieldToEvents(); });
     const std::string content = playlistBytes(lines, [](std::wstring_view line) {

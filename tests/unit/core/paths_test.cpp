@@ -75,7 +75,7 @@ class FakeDisk {
 
 TEST(ExistingFiles, listsEachFolderOnceAndComparesAsTheFileSystemDoes) {
     FakeDisk fake;
-    fake.folders[L"C:\\Hudba"] = {{L"Žaba.mp3", L"ABA~1.MP3"}, true};
+    fake.folders[L"C:\\Hudba"] = {L"Žaba.mp3\\ABA~1.MP3\\", true};
     ExistingFiles files(fake.disk());
     EXPECT_TRUE(files.contains(L"C:\\Hudba\\žABA.MP3"));
     EXPECT_TRUE(files.contains(L"C:\\Hudba\\aba~1.mp3"));
@@ -88,7 +88,7 @@ TEST(ExistingFiles, listsEachFolderOnceAndComparesAsTheFileSystemDoes) {
 
 TEST(ExistingFiles, asksForRealWhereTheListingDoesNotTellAll) {
     FakeDisk fake;
-    fake.folders[L"C:\\čiastočné"] = {{L"a.mp3"}, false};
+    fake.folders[L"C:\\čiastočné"] = {L"a.mp3\\", false};
     ExistingFiles files(fake.disk());
     EXPECT_TRUE(files.contains(L"C:\\tajné\\a.mp3"));  // cannot be listed
     EXPECT_FALSE(files.contains(L"C:\\tajné\\b.mp3"));
@@ -101,7 +101,7 @@ TEST(ExistingFiles, asksForRealWhereTheListingDoesNotTellAll) {
 
 TEST(ExistingFiles, normalisesBeforeItLooks) {
     FakeDisk fake;
-    fake.folders[L"C:\\x"] = {{L"a.mp3"}, true};
+    fake.folders[L"C:\\x"] = {L"a.mp3\\", true};
     for (const wchar_t* odd : {L"C:\\y\\..\\x\\a.mp3", L"C:\\\\x\\a.mp3", L"C:/x/a.mp3",
                                L"C:\\x\\.\\a.mp3", L"C:\\x\\a.mp3.", L"a.mp3", L"C:\\x \\a.mp3"})
         fake.normal[odd] = L"C:\\x\\a.mp3";
@@ -113,7 +113,7 @@ TEST(ExistingFiles, normalisesBeforeItLooks) {
 
 TEST(ExistingFiles, neverAsksForWhatCannotBeAFile) {
     FakeDisk fake;
-    fake.folders[L"C:\\x"] = {{L"a.mp3"}, true};
+    fake.folders[L"C:\\x"] = {L"a.mp3\\", true};
     ExistingFiles files(fake.disk());
     for (const std::wstring& path :
          {std::wstring(), std::wstring(L"C:\\x\\*.mp3"), std::wstring(L"C:\\x\\a.mp?"),
