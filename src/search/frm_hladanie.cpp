@@ -235,9 +235,7 @@ void frmhladanie::Lview_BeginDrag() {
 
 void frmhladanie::showMenu(Point screen) {
     if (!Lview.selected()) return;
-    const std::wstring key = Lview.selectedKey();
-    menu1.setEnabled(L"upravit_playlist",
-                     key.ends_with(L".pls") || key.ends_with(L".m3u") || key.ends_with(L".asx"));
+    menu1.setEnabled(L"upravit_playlist", MultiMedialny::isPlaylistName(Lview.selectedKey()));
     menu1.show(*this, screen);
 }
 

@@ -62,7 +62,9 @@ void ScanPanel::begin() {
 }
 
 void ScanPanel::end() {
+    const bool hadFocus = Istop.hasFocus();
     PicInfo.setVisible(false);
+    if (hadFocus) form_.focus();  // a hidden button would still take the keys
 }
 
 void ScanPanel::setPhase(std::wstring_view phase) {

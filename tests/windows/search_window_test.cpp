@@ -147,6 +147,7 @@ TEST_F(Search, OneFileIsNoResultAndNothingKeptIsAPlaceholder) {
     EXPECT_EQ(window->lblpočet.text(), L"  1");
     EXPECT_FALSE(window->Lview.isVisible());
     EXPECT_EQ(window->Lview.count(), 0u);
+    EXPECT_FALSE(window->panel.Istop.hasFocus());
     scan(folder / L"missing\\");
     EXPECT_EQ(window->lblpočet.text(), L"  0");
     EXPECT_FALSE(window->Lview.isVisible());
