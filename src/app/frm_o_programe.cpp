@@ -27,12 +27,7 @@ frmOprograme::frmOprograme(HWND owner)
                     .taskbar = owner == nullptr,
                     .owner = owner}),
       Pic(L"Pic", L" O programe", *this),
-      Tlacitko({.name = L"Tlacitko",
-                .text = L"Zavrieť",
-                .parent = &Pic,
-                .normal = L"zavri1",
-                .pressed = L"zavri2",
-                .tabStop = false}),
+      Tlacitko(closePicture(L"Tlacitko", Pic)),
       PicLogo({.name = L"PicLogo", .text = L"Tunovka", .parent = this}),
       lblnazov(
           {.name = L"lblnazov", .caption = L"Tunovka", .parent = this, .font = Skin::Font::Title}),

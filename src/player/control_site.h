@@ -5,8 +5,8 @@
 #include <ocidl.h>
 #include <oleidl.h>
 
+#include "core/com_object.h"
 #include "core/handle.h"
-#include "player/com_object.h"
 
 namespace tunovka {
 

@@ -9,8 +9,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "core/com_object.h"
 #include "core/handle.h"
-#include "player/com_object.h"
 
 namespace tunovka {
 

@@ -6,6 +6,15 @@
 
 namespace tunovka {
 
+Image::ImageArgs closePicture(const wchar_t* name, TitleStrip& strip) {
+    return {.name = name,
+            .text = L"Zavrieť",
+            .parent = &strip,
+            .normal = L"zavri1",
+            .pressed = L"zavri2",
+            .tabStop = false};
+}
+
 int layoutTitle(Form& form, TitleStrip& strip, Image* close, Image* minimize) {
     const int height = form.scaled(kTitleHeight);
     const int width = form.clientSize().width;

@@ -11,6 +11,9 @@ namespace tunovka {
 inline constexpr int kTitleHeight = 26;
 inline constexpr int kRim = 2;  // the dark frame around a window
 
+// The close picture that lies on a window's title strip.
+Image::ImageArgs closePicture(const wchar_t* name, TitleStrip& strip);
+
 // Places the title strip along the window's upper edge with the close picture, which lies on it, at
 // its right end and the minimise picture, when there is one, left of that. Returns the strip's
 // lower edge in pixels.

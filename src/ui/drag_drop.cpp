@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "core/com_object.h"
 #include "core/errors.h"
 #include "core/events.h"
 #include "core/text.h"
@@ -17,20 +18,8 @@ DragState dragState;
 
 namespace {
 
-class DropSource final : public IDropSource {
+class DropSource final : public SingleComObject<IDropSource> {
   public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (id != IID_IUnknown && id != IID_IDropSource) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = this;
-        return S_OK;
-    }
-    // It lives on the stack of the drag.
-    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override {
         if (escape) return DRAGDROP_S_CANCEL;
         return keys & MK_LBUTTON ? S_OK : DRAGDROP_S_DROP;
@@ -42,35 +31,20 @@ class DropSource final : public IDropSource {
 
 void dragText(const std::wstring& text, const DragState& state) {
     dragState = state;
-    DropSource source;
+    IDropSource* const source = new DropSource;
     IDataObject* data = createTextData(text);
     DWORD effect = DROPEFFECT_NONE;
-    DoDragDrop(data, &source, DROPEFFECT_COPY, &effect);
+    DoDragDrop(data, source, DROPEFFECT_COPY, &effect);
     data->Release();
+    source->Release();
     dragState = {};
 }
 
-class TextDropTarget::Target final : public IDropTarget {
+class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
   public:
     Target(Window& window, Events events) : window_(&window), events_(std::move(events)) {}
 
     void forgetWindow() { window_ = nullptr; }
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (id != IID_IUnknown && id != IID_IDropTarget) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = this;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
 
     HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD, POINTL at,
                                         DWORD* effect) override {
@@ -115,7 +89,6 @@ class TextDropTarget::Target final : public IDropTarget {
 
     Window* window_;
     Events events_;
-    ULONG references_ = 1;
     bool offersText_ = false;
 };
 

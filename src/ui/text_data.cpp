@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "core/ansi.h"
+#include "core/com_object.h"
 #include "core/text.h"
 
 namespace tunovka {
@@ -31,23 +32,8 @@ std::string asAnsi(const std::wstring& text) {
 }
 
 // The two formats, one after the other.
-class TextFormats final : public IEnumFORMATETC {
+class TextFormats final : public SingleComObject<IEnumFORMATETC> {
   public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (id != IID_IUnknown && id != IID_IEnumFORMATETC) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = this;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE Next(ULONG wanted, FORMATETC* formats, ULONG* given) override {
         ULONG count = 0;
         for (; count < wanted && next_ < 2; ++count, ++next_)
@@ -71,29 +57,12 @@ class TextFormats final : public IEnumFORMATETC {
     }
 
   private:
-    ULONG references_ = 1;
     ULONG next_ = 0;
 };
 
-class TextData final : public IDataObject {
+class TextData final : public SingleComObject<IDataObject> {
   public:
     explicit TextData(const std::wstring& text) : text_(text) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (id != IID_IUnknown && id != IID_IDataObject) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = this;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
 
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
         if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
@@ -130,7 +99,6 @@ class TextData final : public IDataObject {
     }
 
   private:
-    ULONG references_ = 1;
     std::wstring text_;
 };
 

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "player/com_object.h"
+#include "core/com_object.h"
 #include "player/late_bound.h"
 
 namespace tunovka {

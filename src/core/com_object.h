@@ -33,4 +33,17 @@ class ComObject : public Interfaces... {
     ULONG references_ = 1;
 };
 
+// An object with one interface and nothing else.
+template <typename Interface>
+class SingleComObject : public ComObject<Interface> {
+  public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) final {
+        if (!result) return E_POINTER;
+        if (iid == __uuidof(IUnknown) || iid == __uuidof(Interface))
+            return this->template handOut<Interface>(result);
+        *result = nullptr;
+        return E_NOINTERFACE;
+    }
+};
+
 }  // namespace tunovka
