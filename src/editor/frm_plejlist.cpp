@@ -120,8 +120,7 @@ void frmplejlist::bindList() {
     Lview.onDoubleClick = [this] { prehrat(); };
     Lview.onKeyDown = [this](WORD key) {
         if (key == VK_DELETE) run(removeCurrent);
-        if (key == VK_RETURN) prehrat();
-        return key == VK_DELETE || key == VK_RETURN;
+        return key == VK_DELETE;
     };
     Lview.onBeginDrag = [this](std::size_t) { Lview_BeginDrag(); };
 }
@@ -225,6 +224,10 @@ bool frmplejlist::queryUnload() {
     }
     asking_ = false;
     return answer == 1 || answer == 2;
+}
+
+void frmplejlist::onAccept() {
+    if (editor.view.Lview.hasFocus()) prehrat();
 }
 
 void frmplejlist::onLayout() {

@@ -38,6 +38,7 @@ class frmplejlist : public Form {
 
   protected:
     bool queryUnload() override;
+    void onAccept() override;
     void onLayout() override;
     void onPaintGround(HDC dc, const RECT& area) const override;
 

@@ -96,6 +96,11 @@ def add_and_move(app, editor):
     check(status.text == "E:\\Čerešňový sad.mp3", f"the status line is {status.text!r}")
     app.screenshot("editor")
 
+    editor.items()[3].click()
+    app.key("Up", "Return")
+    check(status.text == "E:\\Ľudové\\Kukučka v háji.mp3", f"the status line is {status.text!r}")
+    wait_until(lambda: app.control("lblušielčas").text not in ("", "0:00 min"), 10, "the song plays")
+
     app.drag(file_of(app, A), target)
     answer(app, 2, "už nachádza odkaz na tento súbor 'E:\\ľúbezná.wma'")
     app.drag(file_of(app, A), target)

@@ -105,6 +105,26 @@ TEST_F(EditorSaving, ReplacesAFileOnlyWhenItCanBeWrittenWhole) {
     EXPECT_FALSE(editor().document.changed());
 }
 
+TEST_F(EditorSaving, ClosingTheWindowMidwayWritesNothing) {
+    std::wstring lines;
+    for (int i = 0; i < 30'000; ++i) lines += L"a.mp3\r\n";
+    open(lines);
+    pressKey(VK_DELETE);
+    person.expect({2, 2});  // absolute links; no saving on closing
+    bool closed = false;
+    Timer closer;  // as soon as the writing lets events run
+    closer.onTick = [&] {
+        if (!editor().document.busy() || closed) return;
+        closed = true;
+        EXPECT_TRUE(window->unload());
+    };
+    closer.setInterval(1);
+    saveAs(L"out.m3u");
+    EXPECT_TRUE(closed);
+    EXPECT_FALSE(fso::FileExists(folder / L"out.m3u"));
+    EXPECT_EQ(person.seen().size(), 2u);
+}
+
 TEST_F(EditorSaving, ClosingAsksOnlyAboutChanges) {
     open(L"b.wav\r\na.mp3\r\n");
     choose(L"zoradit_vzostupne");

@@ -110,10 +110,11 @@ TEST_F(EditorWindow, TheMenuFollowsTheSelection) {
 
 TEST_F(EditorWindow, PlaysAndInforms) {
     open(L"nie.mp3\r\na.mp3\r\n");
-    pressKey(VK_RETURN);
+    view().Lview.focus();
+    SendMessageW(window->handle(), WM_COMMAND, IDOK, 0);  // what Enter becomes
     pressKey(VK_DOWN);
     EXPECT_EQ(view().lblbar.text(), folder / L"a.mp3");
-    pressKey(VK_RETURN);
+    SendMessageW(window->handle(), WM_COMMAND, IDOK, 0);
     window->menu1.onClick(L"info_o_subore")();
     view().select(0);
     window->menu1.onClick(L"info_o_subore")();
