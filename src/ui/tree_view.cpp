@@ -277,6 +277,10 @@ void TreeView::pressed(MouseButton button, Point point) {
 std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     if (mouse_.take(message, wparam, lparam)) return 0;
     switch (message) {
+        case WM_GETDLGCODE:  // else Enter would go to the form
+            if (wparam == VK_RETURN && onKeyDown)
+                return defaultProcedure(message, wparam, lparam) | DLGC_WANTMESSAGE;
+            return std::nullopt;
         case WM_KEYDOWN: {
             if (onKeyDown && onKeyDown(static_cast<WORD>(wparam))) return 0;
             byKeyboard_ = true;

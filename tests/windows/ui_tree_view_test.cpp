@@ -105,5 +105,13 @@ TEST_F(Tree, TellsEveryPressReleaseAndDoubleClick) {
               L"La2");
 }
 
+TEST_F(Tree, KeepsEnterFromTheForm) {
+    std::vector<WORD> keys;
+    tree.onKeyDown = [&](WORD key) { return keys.push_back(key), key == VK_RETURN; };
+    MSG message{.hwnd = tree.handle(), .message = WM_KEYDOWN, .wParam = VK_RETURN};
+    if (!IsDialogMessageW(stage.handle(), &message)) DispatchMessageW(&message);
+    EXPECT_EQ(keys, std::vector<WORD>{VK_RETURN});
+}
+
 }  // namespace
 }  // namespace tunovka
