@@ -24,12 +24,28 @@ TEST_F(FileMenus, CopyAndCutFillTheClipboardThatThePasteEntriesWaitFor) {
     EXPECT_TRUE(explorer->prehrat.isEnabled(L"vlozit_subor"));
 }
 
+constexpr int kFolderTree = 14145;  // in the shell's folder dialog
+
 TEST_F(FileMenus, CopyToAndMoveToAskTheShellForAFolder) {
     folder.file(L"a.mp3", "song");
     const std::wstring target = other.folder(L"Ľúbezné ψ");
     show(L"a.mp3");
     const auto answer = [&](HWND dialog) {
-        SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(target.c_str()));
+        // The dialog opens before it takes a selection: it is answered when it shows the folder.
+        const auto selected = [&] {
+            SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE,
+                         reinterpret_cast<LPARAM>(target.c_str()));
+            const HWND tree = GetDlgItem(dialog, kFolderTree);
+            wchar_t text[MAX_PATH] = L"";
+            TVITEMW item{};
+            item.mask = TVIF_TEXT;
+            item.hItem = TreeView_GetSelection(tree);
+            item.pszText = text;
+            item.cchTextMax = MAX_PATH;
+            SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+            return std::wstring(item.pszText) == L"Ľúbezné ψ";
+        };
+        EXPECT_TRUE(runUntil(selected, 5000));
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     };
     {
