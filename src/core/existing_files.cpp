@@ -32,6 +32,14 @@ bool isNormal(std::wstring_view path) {
 
 ExistingFiles::ExistingFiles(Disk disk) : disk_(std::move(disk)) {}
 
+std::reference_wrapper<ExistingFiles> ExistingFiles::anew() {
+    std::erase_if(folders_, [&](const auto& each) { return each.second.operation != operation_; });
+    ++operation_;
+    roots_.clear();
+    last_ = nullptr;
+    return *this;
+}
+
 bool ExistingFiles::contains(const std::wstring& path) {
     if (canNameNoFile(path)) return false;
     const std::wstring full = isNormal(path) ? path : disk_.normalized(path);
@@ -49,16 +57,28 @@ const ExistingFiles::Folder& ExistingFiles::folderOf(const std::wstring& path, s
     // Entries mostly follow folder by folder.
     if (last_ && path.compare(0, cut, lastFolder_) == 0) return *last_;
     const std::wstring folder = parentFolder(path);
-    const auto [known, isNew] = folders_.try_emplace(upperCased(folder));
-    if (isNew) fill(known->second, folder);
+    Folder& known = folders_[upperCased(folder)];
+    if (known.operation != operation_) update(known, folder);
     lastFolder_.assign(path, 0, cut);
-    last_ = &known->second;
-    return *last_;
+    last_ = &known;
+    return known;
+}
+
+void ExistingFiles::update(Folder& folder, const std::wstring& path) {
+    folder.operation = operation_;
+    folder.answers = !path.empty() && rootAnswers(driveName(path));
+    if (!folder.answers) return;
+    // Taken before the listing: what happens during it shows the next time.
+    const auto stamp = disk_.stamp(path);
+    const bool unchanged = folder.complete && stamp && folder.stamp == stamp;
+    if (unchanged) return;
+    folder.stamp = stamp;
+    fill(folder, path);
 }
 
 void ExistingFiles::fill(Folder& folder, const std::wstring& path) {
-    folder.answers = !path.empty() && rootAnswers(driveName(path));
-    if (!folder.answers) return;
+    folder.complete = false;
+    folder.names.clear();
     const auto listing = disk_.list(path);
     if (!listing) return;
     folder.complete = listing->complete;

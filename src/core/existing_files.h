@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -11,8 +12,10 @@
 namespace tunovka {
 
 // Answers "does this file exist" for many paths at once: each folder is enumerated once and its
-// names are kept upper-cased, so that an answer costs a hash look-up and not a system call. One
-// object serves one operation (listing, loading, cleaning, saving) and is then dropped.
+// names are kept upper-cased, so that an answer costs a hash look-up and not a system call. The
+// answers of one operation (listing, loading, cleaning, saving) are those of its start; each
+// operation has an object of its own, or begins with anew() and then enumerates only the folders
+// that have changed.
 //
 // A name that its folder's set does not hold is confirmed by one real question unless the
 // enumeration succeeded and covered short names too. A root that does not answer is asked once.
@@ -24,9 +27,16 @@ class ExistingFiles {
             std::wstring files;     // long and short names of files, each ended by "\"
             bool complete = false;  // enumerated to its end, short names covered
         };
+        struct Stamp {
+            std::uint64_t written, created;
+            bool operator==(const Stamp&) const = default;
+        };
         // nullopt when the folder cannot be listed; a folder that is certainly not there is a
         // complete and empty listing, so that its entries cost no question each.
         std::function<std::optional<Listing>(const std::wstring& folder)> list;
+        // What changes whenever a file of the folder comes, goes or gets another name; nullopt
+        // where nothing tells that for certain.
+        std::function<std::optional<Stamp>(const std::wstring& folder)> stamp;
         // A real question for one path.
         std::function<bool(const std::wstring& path)> exists;
         // The full path as the file system normalises it ("..", "/", doubled "\", trailing dots).
@@ -40,6 +50,9 @@ class ExistingFiles {
     ExistingFiles(const ExistingFiles&) = delete;
     ExistingFiles& operator=(const ExistingFiles&) = delete;
 
+    // Starts another operation, whose answers are those of now. The test to hand in.
+    std::reference_wrapper<ExistingFiles> anew();
+
     // True when a file (not a folder) of that path exists; "" and paths with wildcards are false.
     bool contains(const std::wstring& path);
     // The same, so that std::ref() of an object is a test to hand in.
@@ -47,18 +60,22 @@ class ExistingFiles {
 
   private:
     struct Folder {
-        bool answers = false;   // the drive or share does
-        bool complete = false;  // `names` are all there are, short names covered
-        std::wstring text;      // the names as they were listed, upper-cased
+        bool answers = false;              // the drive or share does
+        bool complete = false;             // `names` are all there are, short names covered
+        unsigned operation = 0;            // the last one that asked
+        std::optional<Disk::Stamp> stamp;  // from just before the listing
+        std::wstring text;                 // the names as they were listed, upper-cased
         std::unordered_set<std::wstring_view> names;  // parts of `text`
     };
     const Folder& folderOf(const std::wstring& path, std::size_t cut);
+    void update(Folder& folder, const std::wstring& path);
     void fill(Folder& folder, const std::wstring& path);
     bool rootAnswers(const std::wstring& root);
 
     Disk disk_;
     std::unordered_map<std::wstring, Folder> folders_;
     std::unordered_map<std::wstring, bool> roots_;  // by drive or share as written
+    unsigned operation_ = 1;
     std::wstring lastFolder_;
     const Folder* last_ = nullptr;  // that folder's entry in folders_, which never moves
 };

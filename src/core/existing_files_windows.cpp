@@ -10,6 +10,10 @@
 namespace tunovka {
 namespace {
 
+std::uint64_t ticks(const FILETIME& time) {
+    return joined(time.dwHighDateTime, time.dwLowDateTime);
+}
+
 // Errors that say for certain that there is no such folder.
 bool saysMissing(DWORD error) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ||
@@ -38,6 +42,25 @@ std::optional<ExistingFiles::Disk::Listing> list(const std::wstring& folder) {
     return listing;
 }
 
+// The folder's times, as far as they can be trusted to change with its files. FAT keeps none that
+// do, and keeps all its times in steps of 10 ms or more: times that fine come from a file system
+// that does. A link's own times say nothing of its target. A folder that was written to a moment
+// ago could be written to again within the same tick of the clock.
+std::optional<ExistingFiles::Disk::Stamp> stamp(const std::wstring& folder) {
+    constexpr std::uint64_t kCoarse = 100'000;     // 10 ms, in units of 100 ns
+    constexpr std::uint64_t kMoment = 20'000'000;  // 2 s
+    const std::wstring usable = systemPathOrNone(folder);
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (usable.empty() || !GetFileAttributesExW(usable.c_str(), GetFileExInfoStandard, &data) ||
+        data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
+        return std::nullopt;
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    const ExistingFiles::Disk::Stamp stamp{ticks(data.ftLastWriteTime), ticks(data.ftCreationTime)};
+    if (stamp.written % kCoarse == 0 || stamp.written + kMoment > ticks(now)) return std::nullopt;
+    return stamp;
+}
+
 // A file that may not even be looked at counts as there: nobody could say that it is missing.
 bool exists(const std::wstring& path) {
     const DWORD attributes = attributesOf(path);
@@ -53,6 +76,6 @@ bool answers(const std::wstring& root) {
 
 }  // namespace
 
-ExistingFiles::ExistingFiles() : ExistingFiles(Disk{list, exists, fullPath, answers}) {}
+ExistingFiles::ExistingFiles() : ExistingFiles(Disk{list, stamp, exists, fullPath, answers}) {}
 
 }  // namespace tunovka

@@ -18,10 +18,6 @@ DiskFault& fault() {
     return installed;
 }
 
-std::uint64_t joined(DWORD high, DWORD low) {
-    return std::uint64_t{high} << 32 | low;
-}
-
 std::wstring rootOf(const std::wstring& drive) {
     return withBackslash(drive.size() >= 2 && drive[1] == L':' ? drive.substr(0, 2) : drive);
 }

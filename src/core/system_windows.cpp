@@ -20,10 +20,6 @@ bool startsWith(const std::wstring& text, const wchar_t* start) {
     return text.compare(0, wcslen(start), start) == 0;
 }
 
-std::uint64_t joined(DWORD high, DWORD low) {
-    return std::uint64_t{high} << 32 | low;
-}
-
 // A colon anywhere but after the drive's letter would name a hidden stream of another file.
 bool namesStream(const std::wstring& path, std::size_t start) {
     return path.find(L':', start + 2) != std::wstring::npos;

@@ -7,6 +7,11 @@
 
 namespace tunovka {
 
+// The two halves in which the system gives sizes and times.
+inline std::uint64_t joined(DWORD high, DWORD low) {
+    return std::uint64_t{high} << 32 | low;
+}
+
 // The number of a run-time error for an error of the system: 53, 58, 61, 70, 76, 52, else 75.
 int errorNumberOf(DWORD systemError);
 

@@ -1,7 +1,6 @@
 // What is dropped onto an editor's list: a row of an editor, a media file, a playlist.
 
 #include "core/ansi.h"
-#include "core/existing_files.h"
 #include "core/file_system.h"
 #include "editor/editor.h"
 #include "editor/texts.h"
@@ -40,10 +39,9 @@ void addFile(Editor& editor, const std::wstring& path) {
 void mergePlaylist(Editor& editor, const std::wstring& path) {
     if (ask(addPlaylistQuestion(path)) != 1 || editor.form.isClosing()) return;
     const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
-    ExistingFiles existing;
     std::optional<MergeReport> report;
     try {
-        report = editor.document.merge(path, text, std::ref(existing), editor.hooks());
+        report = editor.document.merge(path, text, editor.files.anew(), editor.hooks());
     } catch (...) {
         editor.view.showRows();  // what was read before the error stays
         showLastRow(editor.view);

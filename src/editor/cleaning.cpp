@@ -1,6 +1,5 @@
 // Commands that take rows out of an editor's list or bring them into another order.
 
-#include "core/existing_files.h"
 #include "core/text.h"
 #include "editor/editor.h"
 #include "editor/texts.h"
@@ -32,16 +31,14 @@ void removeCurrent(Editor& editor) {
 }
 
 void removeDuplicates(Editor& editor) {
-    ExistingFiles existing;
-    const auto keys = editor.document.duplicates(std::ref(existing), editor.hooks());
+    const auto keys = editor.document.duplicates(editor.files.anew(), editor.hooks());
     if (!keys) return;
     const bool agreed = ask(duplicatesBox(keys->size())) == 1;
     if (agreed && !keys->empty() && !editor.form.isClosing()) removeRows(editor, *keys);
 }
 
 std::optional<std::size_t> dropInvalidLinks(Editor& editor) {
-    ExistingFiles existing;
-    const auto keys = editor.document.invalidLinks(std::ref(existing), editor.hooks());
+    const auto keys = editor.document.invalidLinks(editor.files.anew(), editor.hooks());
     if (!keys) return std::nullopt;
     if (!keys->empty()) removeRows(editor, *keys);
     return keys->size();
@@ -56,8 +53,7 @@ void sortRows(Editor& editor, SortOrder order) {
 }
 
 void restoreLoadOrder(Editor& editor) {
-    ExistingFiles existing;
-    editor.document.restoreLoadOrder(std::ref(existing), editor.hooks());
+    editor.document.restoreLoadOrder(editor.files.anew(), editor.hooks());
     showFromTop(editor);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/events.h"
+#include "core/existing_files.h"
 #include "editor/document.h"
 #include "editor/editor_view.h"
 #include "ui/drag_drop.h"
@@ -25,6 +26,7 @@ struct Editor {
     ProgramLinks& links;
     EditorDocument document;
     EditorView view;
+    ExistingFiles files;  // each command that tests files starts it anew
 };
 
 // Reads a playlist into an editor. What was read before an error is shown.

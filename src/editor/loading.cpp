@@ -1,7 +1,6 @@
 // Reading a playlist into an editor.
 
 #include "core/ansi.h"
-#include "core/existing_files.h"
 #include "core/file_system.h"
 #include "editor/editor.h"
 
@@ -9,9 +8,8 @@ namespace tunovka {
 
 void loadPlaylistFile(Editor& editor, const std::wstring& path) {
     const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
-    ExistingFiles existing;
     try {
-        editor.document.load(path, text, std::ref(existing), editor.hooks());
+        editor.document.load(path, text, editor.files.anew(), editor.hooks());
     } catch (...) {
         editor.view.showRows();  // what was read before the error
         throw;

@@ -1,7 +1,6 @@
 // Writing an editor's list into a file that the user chooses.
 
 #include "core/ansi.h"
-#include "core/existing_files.h"
 #include "core/file_system.h"
 #include "editor/editor.h"
 #include "editor/texts.h"
@@ -26,8 +25,7 @@ std::wstring chosenTarget(const Editor& editor) {
 
 bool writeList(Editor& editor, const std::wstring& target, bool relative) {
     const EditorDocument::Busy busy(editor.document);
-    ExistingFiles existing;
-    const auto paths = editor.document.pathsToSave(std::ref(existing), editor.hooks());
+    const auto paths = editor.document.pathsToSave(editor.files.anew(), editor.hooks());
     if (!paths) return false;
     const auto lines = playlistLines(target, *paths, relative, [] { yieldToEvents(); });
     const std::string content = playlistBytes(lines, [](std::wstring_view line) {

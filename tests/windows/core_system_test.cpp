@@ -71,6 +71,36 @@ TEST(ExistingFiles, AnswersAsTheDiskDoes) {
     EXPECT_FALSE(files.contains(L"\\\\.\\nul"));
 }
 
+void setFolderTime(const std::wstring& folder, std::uint64_t ticks) {
+    const FileHandle handle(CreateFileW(folder.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_WRITE,
+                                        nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                        nullptr));
+    const FILETIME time{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+    ASSERT_TRUE(SetFileTime(handle.get(), nullptr, nullptr, &time));
+}
+
+TEST(ExistingFiles, TrustsTheTimesOfFoldersOnlyWhereTheyAreFine) {
+    constexpr std::uint64_t kCoarse = 132'000'000'000'000'000, kFine = kCoarse + 7;
+    ScratchFolder scratch;
+    for (const std::uint64_t old : {kFine, kCoarse}) {
+        const std::wstring name = std::to_wstring(old), folder = scratch.folder(name);
+        setFolderTime(folder, old);
+        ExistingFiles files;
+        const auto contains = [&] { return files.anew()(folder + L"\\a.mp3"); };
+        EXPECT_FALSE(contains());
+        scratch.file(name + L"\\a.mp3");
+        EXPECT_TRUE(contains());  // created
+        DeleteFileW((folder + L"\\a.mp3").c_str());
+        EXPECT_FALSE(contains());
+        setFolderTime(folder, old);
+        EXPECT_FALSE(contains());
+        // As on a disk that keeps no time of a folder's changes: seen where the time is coarse.
+        scratch.file(name + L"\\a.mp3");
+        setFolderTime(folder, old);
+        EXPECT_EQ(contains(), old == kCoarse);
+    }
+}
+
 class Events : public testing::Test {
   protected:
     void TearDown() override {

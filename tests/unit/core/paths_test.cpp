@@ -51,6 +51,7 @@ class FakeDisk {
   public:
     std::map<std::wstring, ExistingFiles::Disk::Listing> folders;
     std::map<std::wstring, std::wstring> normal;  // path as written -> full path
+    std::map<std::wstring, ExistingFiles::Disk::Stamp> stamps;
     bool answers = true;
     int listed = 0, asked = 0, roots = 0;
 
@@ -59,6 +60,11 @@ class FakeDisk {
                     ++listed;
                     const auto found = folders.find(folder);
                     if (found == folders.end()) return std::nullopt;
+                    return found->second;
+                },
+                [this](const std::wstring& folder) -> std::optional<ExistingFiles::Disk::Stamp> {
+                    const auto found = stamps.find(folder);
+                    if (found == stamps.end()) return std::nullopt;
                     return found->second;
                 },
                 [this](const std::wstring& path) {
@@ -120,6 +126,31 @@ TEST(ExistingFiles, neverAsksForWhatCannotBeAFile) {
           std::wstring(L"C:\\x\\a.mp3\0b.mp3", 16)})
         EXPECT_FALSE(files.contains(path)) << testing::PrintToString(path);
     EXPECT_EQ(fake.listed + fake.asked, 0);
+}
+
+TEST(ExistingFiles, listsAnewOnlyWhatMayHaveChanged) {
+    FakeDisk fake;
+    fake.folders = {{L"C:\\same", {L"a.mp3\\", true}},
+                    {L"C:\\changed", {L"a.mp3\\", true}},
+                    {L"C:\\untold", {L"a.mp3\\", true}},
+                    {L"C:\\partly", {L"", false}}};
+    fake.stamps = {{L"C:\\same", {1, 1}}, {L"C:\\changed", {1, 1}}, {L"C:\\partly", {1, 1}}};
+    ExistingFiles files(fake.disk());
+    const auto found = [&] {
+        std::string answers;
+        for (const wchar_t* folder : {L"C:\\same", L"C:\\changed", L"C:\\untold", L"C:\\partly"})
+            answers += files.contains(std::wstring(folder) + L"\\a.mp3") ? 'y' : 'n';
+        return answers;
+    };
+    EXPECT_EQ(found(), "yyyn");
+    for (auto& [folder, listing] : fake.folders) listing.files = L"b.mp3\\";
+    fake.stamps[L"C:\\changed"] = {2, 1};
+    EXPECT_EQ(found(), "yyyn");  // still the same operation
+    EXPECT_EQ(fake.listed, 4);
+    files.anew();
+    EXPECT_EQ(found(), "ynnn");
+    EXPECT_EQ(fake.listed, 7);
+    EXPECT_EQ(fake.roots, 2);
 }
 
 TEST(ExistingFiles, asksADeadRootOnce) {
