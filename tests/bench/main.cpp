@@ -1,6 +1,7 @@
 // bench [NAME...]: runs the benchmarks whose names begin with one of the arguments, all of them
 // without any, and prints a line a figure, tab-separated: name, value, unit, the bare work's value
-// in the same run, ratio, limit.
+// in the same run, ratio, limit. Each runs in a process of its own, because freed memory that one
+// leaves behind would hide what the next one takes.
 #include <windows.h>
 // windows.h first: these need its types.
 #include <commctrl.h>
@@ -25,11 +26,42 @@ std::vector<Benchmark>& all() {
     return benchmarks;
 }
 
+std::wstring wide(const std::string& name) {
+    return {name.begin(), name.end()};
+}
+
 bool isSelected(const std::string& name, int count, wchar_t** prefixes) {
     if (count == 0) return true;
-    return std::any_of(prefixes, prefixes + count, [&](const std::wstring& prefix) {
-        return std::wstring(name.begin(), name.end()).starts_with(prefix);
-    });
+    return std::any_of(prefixes, prefixes + count,
+                       [&](const std::wstring& prefix) { return wide(name).starts_with(prefix); });
+}
+
+constexpr wchar_t kHere = L'=';  // before the whole name of the one to run in this process
+
+void runHere(const std::wstring& name) {
+    if (FAILED(OleInitialize(nullptr))) ExitProcess(1);
+    const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_BAR_CLASSES};
+    InitCommonControlsEx(&controls);
+    for (const Benchmark& benchmark : all())
+        if (wide(benchmark.name) == name) benchmark.run();
+    OleUninitialize();
+}
+
+// True when it ended well.
+bool runAlone(const std::string& name) {
+    wchar_t self[MAX_PATH];
+    GetModuleFileNameW(nullptr, self, MAX_PATH);
+    std::wstring line = L'"' + std::wstring(self) + L"\" " + kHere + wide(name);
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                        &process))
+        return false;
+    const KernelHandle thread(process.hThread), running(process.hProcess);
+    WaitForSingleObject(running.get(), INFINITE);
+    DWORD code = 1;
+    return GetExitCodeProcess(running.get(), &code) && code == 0;
 }
 
 void printNumber(std::optional<double> number, int digits) {
@@ -105,14 +137,16 @@ std::wstring data(const std::wstring& name, const std::function<void(const std::
 
 int wmain(int count, wchar_t** arguments) {
     using namespace tunovka::bench;
-    if (FAILED(OleInitialize(nullptr))) return 1;
-    const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_BAR_CLASSES};
-    InitCommonControlsEx(&controls);
+    if (count == 2 && arguments[1][0] == kHere) {
+        runHere(arguments[1] + 1);
+        return 0;
+    }
     std::sort(all().begin(), all().end(), [](const Benchmark& one, const Benchmark& other) {
         return std::string_view(one.name) < other.name;
     });
+    bool allWell = true;
     for (const Benchmark& benchmark : all())
-        if (isSelected(benchmark.name, count - 1, arguments + 1)) benchmark.run();
-    OleUninitialize();
-    return 0;
+        if (isSelected(benchmark.name, count - 1, arguments + 1))
+            allWell = runAlone(benchmark.name) && allWell;
+    return allWell ? 0 : 1;
 }
