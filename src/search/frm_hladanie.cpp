@@ -1,6 +1,7 @@
 #include "search/frm_hladanie.h"
 
 #include <iterator>
+#include <utility>
 
 #include "core/ansi.h"
 #include "core/events.h"
@@ -22,6 +23,7 @@ constexpr Size kSize{520, 460};
 constexpr Size kMinimum{380, 300};
 constexpr int kMargin = 8;
 constexpr int kLine = 20;
+constexpr std::size_t kBite = 4000;  // rows that the list takes at once: some milliseconds
 
 constexpr wchar_t kName[] = L"frmhladanie";
 constexpr wchar_t kTag[] = L"hladanie";
@@ -188,16 +190,19 @@ void frmhladanie::listFiles(std::vector<std::wstring> files) {
 
     StopRequested = 0;
     panel.setPhase(kListingPhase);
-    std::vector<ListItem> rows;
+    std::vector<ListItem> bite;
     for (std::wstring& path : files) {
         std::wstring name = afterLastBackslash(path);
         std::wstring icon = MultiMedialny::IconKeyByExtension(MultiMedialny::mediaKind(path));
-        rows.push_back({std::move(path), std::move(name), std::move(icon)});
+        bite.push_back({std::move(path), std::move(name), std::move(icon)});
+        if (bite.size() == kBite) Lview.addAll(std::exchange(bite, {}));
         yieldToEvents();
         if (!goesOn()) break;
     }
     if (isAbandoned()) return;
-    Lview.addAll(std::move(rows));
+    Lview.addAll(std::move(bite));
+    yieldNow();  // showing the list takes a while of its own
+    if (isAbandoned()) return;
     showResult();
 }
 

@@ -17,7 +17,8 @@ bool isKeptFile(std::wstring_view path) {
 void keepMusicAndPlaylists(std::vector<std::wstring>& paths, const LoopHooks& hooks) {
     std::vector<std::wstring> all;
     all.swap(paths);
-    for (std::wstring& path : all) {
+    for (std::wstring& each : all) {
+        std::wstring path = std::move(each);  // freed here, not a hundred thousand at the end
         if (isKeptFile(path)) paths.push_back(std::move(path));
         if (!hooks.next()) return;
     }

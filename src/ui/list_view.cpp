@@ -95,13 +95,9 @@ ListView::Batch::~Batch() {
 void ListView::sync() {
     dropHighlight_.reset();
     const std::optional<std::size_t> before = selected(), now = items_.mark();
-    if (before && before != now) {
-        LVITEMW item{};
-        item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        send(LVM_SETITEMSTATE, *before, reinterpret_cast<LPARAM>(&item));
-    }
+    if (before && before != now) setSelected(*before, false);
     send(LVM_SETITEMCOUNT, items_.count(), LVSICF_NOSCROLL);
-    if (now && before != now) select(*now);
+    if (now && before != now) setSelected(*now, true);
     invalidate();
 }
 
@@ -163,8 +159,16 @@ void ListView::sort(SortOrder order) {
 
 void ListView::select(std::size_t position) {
     items_.at(position);
+    // Left to itself, the system may ask every row of the list whether it was the selected one.
+    const std::optional<std::size_t> before = selected();
+    if (before && before != position) setSelected(*before, false);
+    setSelected(position, true);
+}
+
+void ListView::setSelected(std::size_t position, bool isSelected) {
     LVITEMW item{};
-    item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = isSelected ? item.stateMask : 0;
     send(LVM_SETITEMSTATE, position, reinterpret_cast<LPARAM>(&item));
 }
 

@@ -96,6 +96,7 @@ class ListView : public Window {
   private:
     void pressed(MouseButton button, Point point);
     void sync();
+    void setSelected(std::size_t position, bool isSelected);
     LRESULT byKeyboard(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT scrolled(UINT message, WPARAM wparam, LPARAM lparam);
     void applyScale();
