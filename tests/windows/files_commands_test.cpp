@@ -26,9 +26,26 @@ TEST_F(FileMenus, CopyAndCutFillTheClipboardThatThePasteEntriesWaitFor) {
 
 constexpr int kFolderTree = 14145;  // in the shell's folder dialog
 
+// The dialog knows a folder by its name and its times. The first listing of a folder that has
+// changed moves its last access, so that the dialog would not find it any more; an access that
+// lies ahead stays.
+void keepAccessTime(const std::wstring& folder) {
+    const FileHandle handle(CreateFileW(folder.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ,
+                                        nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                        nullptr));
+    FILETIME time;
+    GetSystemTimeAsFileTime(&time);
+    const std::uint64_t hour = 36'000'000'000;
+    const std::uint64_t ahead =
+        ((std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime) + hour;
+    time = {static_cast<DWORD>(ahead), static_cast<DWORD>(ahead >> 32)};
+    EXPECT_TRUE(SetFileTime(handle.get(), nullptr, &time, nullptr));
+}
+
 TEST_F(FileMenus, CopyToAndMoveToAskTheShellForAFolder) {
     folder.file(L"a.mp3", "song");
     const std::wstring target = other.folder(L"Ľúbezné ψ");
+    for (const std::wstring& path : {other.path(), target}) keepAccessTime(path);
     show(L"a.mp3");
     const auto answer = [&](HWND dialog) {
         // The dialog opens before it takes a selection: it is answered when it shows the folder.
