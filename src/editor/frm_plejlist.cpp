@@ -216,6 +216,7 @@ bool frmplejlist::queryUnload() {
     if (!editor.document.changed()) return true;
     if (asking_) return false;
     asking_ = true;
+    show();  // the question lies over the window that it is about
     const std::int16_t answer = ask(saveChangesQuestion());
     if (answer == 1 && editor.document.playlistPath() == kNewPlaylist) {
         askSavePath(*this, {.title = std::wstring(kSaveTitle),

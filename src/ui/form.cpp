@@ -71,6 +71,8 @@ void Form::showModal() {
     const Depth alive(this);
     modal_ = std::make_unique<ModalState>(handle());
     show();
+    // Whole at once: controls that are painted later would be holes until then.
+    RedrawWindow(handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     runLoopWhile([this] { return !closing_; });
     modal_.reset();
 }

@@ -144,10 +144,11 @@ class Control(Place):
 class App:
     """The program, running on a stage with `folder` as drive E:."""
 
-    def __init__(self, program, probe, folder, dpi=96, openbox=False):
+    def __init__(self, program, probe, folder, openbox=False):
         self.program = Path(program)
-        self.scale = dpi / 96
-        env = dict(os.environ, TUNOVKA_STAGE=str(dpi), TUNOVKA_DRIVE_E=str(folder))
+        self.dpi = int(os.environ.get("TUNOVKA_STAGE", 96))
+        self.scale = self.dpi / 96
+        env = dict(os.environ, TUNOVKA_STAGE=str(self.dpi), TUNOVKA_DRIVE_E=str(folder))
         started = subprocess.run([TOP / "tools/stage", "start"], env=env, check=True,
                                  stdout=subprocess.PIPE, text=True).stdout
         env.update(line.split("=", 1) for line in started.splitlines())
@@ -164,12 +165,17 @@ class App:
 
     def find(self, name, visible=True, within=None):
         """The first window of that code name, or None. `within`: a child of that control."""
-        for window in self.windows():
-            # Windows keeps the names as atoms, which know no letter case.
-            if window.name.lower() == name.lower() and (window.visible or not visible) and \
-                    (within is None or self._is_within(window, within)):
-                return window
-        return None
+        windows = self.windows()
+        parents = {w.hwnd: w.data["parent"] for w in windows}
+
+        def is_within(hwnd):
+            while hwnd and hwnd != within.hwnd:
+                hwnd = parents.get(hwnd)
+            return bool(hwnd)
+
+        # Windows keeps the names as atoms, which know no letter case.
+        return next((w for w in windows if w.name.lower() == name.lower() and
+                     (w.visible or not visible) and (within is None or is_within(w.hwnd))), None)
 
     def control(self, name, seconds=10, visible=True, within=None):
         """The window of that code name, say "Tview" or "frmBox"; waits for it."""
@@ -186,13 +192,6 @@ class App:
         """The control that has the keyboard, or None when it is another program's."""
         hwnd = self.probe.ask("focus")["focus"]
         return next((w for w in self.windows() if w.hwnd == hwnd), None)
-
-    def _is_within(self, window, parent):
-        parents = {w.hwnd: w.data["parent"] for w in self.windows()}
-        hwnd = window.hwnd
-        while hwnd and hwnd != parent.hwnd:
-            hwnd = parents.get(hwnd)
-        return hwnd == parent.hwnd
 
     # Mouse and keys
 
@@ -217,9 +216,10 @@ class App:
         self.xdotool("mouseup", button)
 
     def drag(self, start, end, steps=12, button=1):
-        """Presses, moves in steps as a hand does, and releases."""
+        """Presses, moves in steps as a hand does, and releases. The first step is a small one: a
+        window that is drawn follows from there on."""
         (x1, y1), (x2, y2) = self._point(start), self._point(end)
-        words = ["mousemove", x1, y1, "mousedown", button]
+        words = ["mousemove", x1, y1, "mousedown", button, "mousemove", x1 + 1, y1, "sleep", 0.03]
         for step in range(1, steps + 1):
             words += ["mousemove", x1 + (x2 - x1) * step // steps, y1 + (y2 - y1) * step // steps,
                       "sleep", 0.03]
@@ -254,9 +254,9 @@ class App:
     # Eyes and ears
 
     def screenshot(self, name):
-        """The whole screen, into build/screenshots/NAME.png."""
+        """The whole screen, into build/screenshots/NAME.png; NAME-DPI.png when that is not 96."""
         SCREENSHOTS.mkdir(parents=True, exist_ok=True)
-        path = SCREENSHOTS / f"{name}.png"
+        path = SCREENSHOTS / (f"{name}.png" if self.dpi == 96 else f"{name}-{self.dpi}.png")
         subprocess.run(["import", "-window", "root", path], env=self.env, check=True)
         return path
 
@@ -302,13 +302,13 @@ def collection(name):
     return folder
 
 
-def main(journey, folder=None, dpi=96, openbox=False):
-    """Runs one journey: its script's arguments are the program and the probe. On failure leaves a
-    screenshot and exits with 1."""
+def main(journey, folder=None, openbox=False):
+    """Runs one journey on the stage that TUNOVKA_STAGE names (96): its script's arguments are the
+    program and the probe. On failure leaves a screenshot and exits with 1."""
     name = Path(sys.argv[0]).stem.removesuffix("_journey")
     program, probe = sys.argv[1:3] if len(sys.argv) > 2 else (
         BUILD / "windows/src/app/tunovka.exe", BUILD / "windows/tests/journeys/probe.exe")
-    app = App(program, probe, folder or collection(name), dpi, openbox)
+    app = App(program, probe, folder or collection(name), openbox)
     try:
         journey(app)
         if app.running():

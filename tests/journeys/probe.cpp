@@ -56,7 +56,6 @@ Json describe(HWND window) {
                          {"pid", Json::of(static_cast<long long>(process))},
                          {"class", Json::of(className(window))},
                          {"name", Json::of(codeName(window))},
-                         {"text", Json::of(windowText(window))},
                          {"visible", Json::of(IsWindowVisible(window) != FALSE)},
                          {"enabled", Json::of(IsWindowEnabled(window) != FALSE)},
                          {"minimized", Json::of(IsIconic(window) != FALSE)},

@@ -112,7 +112,7 @@ ensure_display() {
 
 # Xvfb picks a free display itself and writes its number when it is ready.
 start_display() {
-    setsid Xvfb -displayfd 3 -screen 0 "$STAGE_SCREEN" -nolisten tcp -terminate $STAGE_IDLE \
+    setsid Xvfb -displayfd 3 -screen 0 "$STAGE_SCREEN" -wr -nolisten tcp -terminate $STAGE_IDLE \
         3>"$STAGE_DIR/display" &
     echo $! > "$STAGE_DIR/display.pid"
 }
