@@ -1,8 +1,10 @@
 # The options that every target shares, as one interface library.
+option(TUNOVKA_FUZZING "Build the fuzz targets with clang's libFuzzer, and nothing else that runs" OFF)
 add_library(tunovka_options INTERFACE)
 target_include_directories(tunovka_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(tunovka_options INTERFACE
-    -Wall -Wextra -Werror
+    -Wall -Wextra
+    $<$<CXX_COMPILER_ID:GNU>:-Werror>  # the product's compiler; clang only fuzzes
     -Wno-missing-field-initializers)  # named arguments leave out what has a default
 
 if(WIN32)
@@ -20,6 +22,9 @@ else()
     target_compile_options(tunovka_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tunovka_options INTERFACE -fsanitize=address,undefined)
+    if(TUNOVKA_FUZZING)
+        target_compile_options(tunovka_options INTERFACE -O1 -fsanitize=fuzzer-no-link)
+    endif()
 endif()
 
 find_program(TUNOVKA_CCACHE ccache)

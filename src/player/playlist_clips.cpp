@@ -23,7 +23,8 @@ std::optional<ClipDetails> extendedInfo(std::wstring_view line) {
 std::wstring_view numberBehind(std::wstring_view word, std::wstring_view line) {
     const auto equals = line.find(L'=');
     if (equals == line.npos || lowerCased(line.substr(0, word.size())) != word) return {};
-    return line.substr(word.size(), equals - word.size());
+    const auto number = line.substr(word.size(), equals - word.size());
+    return number.find_first_not_of(L"0123456789") == number.npos ? number : std::wstring_view();
 }
 
 std::optional<std::wstring> entryText(std::wstring_view line) {

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "core/counter16.h"
 #include "core/errors.h"
 #include "core/text.h"
@@ -66,31 +64,6 @@ TEST(Like, staysFastOnHostileInput) {
     const std::wstring text(200'000, L'a');
     EXPECT_FALSE(like(text, L"*a*a*a*a*a*a*a*a*b"));
     EXPECT_TRUE(like(text + L"b", L"*a*a*a*a*a*a*a*a*b"));
-}
-
-// The straightforward definition, against which the quick one is held.
-bool slowLike(std::wstring_view text, std::wstring_view pattern) {
-    if (pattern.empty()) return text.empty();
-    if (pattern[0] == L'*') {
-        for (std::size_t skip = 0; skip <= text.size(); ++skip)
-            if (slowLike(text.substr(skip), pattern.substr(1))) return true;
-        return false;
-    }
-    return !text.empty() && (pattern[0] == L'?' || pattern[0] == text[0]) &&
-           slowLike(text.substr(1), pattern.substr(1));
-}
-
-TEST(Like, agreesWithTheDefinitionOnRandomInput) {
-    std::mt19937 random(7);
-    const auto word = [&](std::wstring_view letters, std::size_t most) {
-        std::wstring result(random() % (most + 1), L' ');
-        for (wchar_t& letter : result) letter = letters[random() % letters.size()];
-        return result;
-    };
-    for (int round = 0; round < 20'000; ++round) {
-        const std::wstring text = word(L"ab", 8), pattern = word(L"ab*?*", 6);
-        ASSERT_EQ(like(text, pattern), slowLike(text, pattern));
-    }
 }
 
 TEST(Numbers, groupedFormKeepsTheLiteralBlanks) {

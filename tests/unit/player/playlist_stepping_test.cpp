@@ -94,10 +94,12 @@ TEST(PlaylistClips, readsTheEntriesAndTitlesOfEachKind) {
               (Clips{{L"E:\\hory\\a.mp3", {}}, {L"E:\\b.wma", {}}}));
 }
 
-TEST(PlaylistClips, aTitleThatLooksLikeAnEntryIsATitle) {
-    const auto clips = readPlaylistClips(L"#EXTINF:1,X - Y.mp3\nTitle1=z.mp3\na.mp3\n", L"E:\\");
-    ASSERT_EQ(clips.size(), 1u);
+TEST(PlaylistClips, titlesAndEntriesMayLookLikeEachOther) {
+    const auto clips =
+        readPlaylistClips(L"#EXTINF:1,X - Y.mp3\nTitle1=z.mp3\na.mp3\nTitles\\b=c.mp3\n", L"E:\\");
+    ASSERT_EQ(clips.size(), 2u);
     EXPECT_EQ(clips[0], (PlaylistClip{L"E:\\a.mp3", {L"Y.mp3", L"X"}}));
+    EXPECT_EQ(clips[1].path, L"E:\\Titles\\b=c.mp3");
 }
 
 TEST(PlaylistClips, foreignBytesGiveNoEntries) {

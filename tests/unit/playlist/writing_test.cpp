@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "core/paths.h"
 #include "playlist/line_grammar.h"
 #include "playlist/write.h"
@@ -56,27 +54,6 @@ TEST(PlaylistBytes, endEveryLineAndNameTheEntryThatFails) {
         FAIL();
     } catch (const RuntimeError& error) {
         EXPECT_NE(error.description.find(L"日本.mp3"), std::wstring::npos);
-    }
-}
-
-// Written with relative links and read by the merge reader, an entry names the same file. It holds
-// within limits: no name that begins with "..", none that looks like "file…=…", no network path.
-TEST(PlaylistRoundTrip, mergeReaderTakesRelativeLinksBack) {
-    std::mt19937 random(11);
-    const wchar_t* const parts[] = {L"pl", L"Pl", L"rock", L"a b", L"žaba", L"x.y"};
-    const auto folder = [&] {
-        std::wstring path = random() % 4 ? L"C:\\" : L"D:\\";
-        for (unsigned depth = random() % 4; depth > 0; --depth)
-            path.append(parts[random() % std::size(parts)]).append(L"\\");
-        return path;
-    };
-    for (int round = 0; round < 5'000; ++round) {
-        const std::wstring list = folder() + L"list.m3u", file = folder() + L"skladba.mp3";
-        const std::wstring text = relativeEntryText(parentFolder(list), file);
-        std::wstring read = mergedEntryPath(withoutFilePrefixAnyCase(text), playlistFolder(list));
-        // The ".." form doubles the separator behind the drive; the file system does not mind.
-        if (read.substr(2, 2) == L"\\\\") read.erase(2, 1);
-        ASSERT_EQ(read, file) << testing::PrintToString(list);
     }
 }
 

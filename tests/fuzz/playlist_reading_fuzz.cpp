@@ -1,0 +1,153 @@
+// The three readers on the text of any file, held against the line grammar written as patterns.
+#include <optional>
+#include <vector>
+
+#include "core/errors.h"
+#include "core/text.h"
+#include "editor/document.h"
+#include "editor/texts.h"
+#include "fuzz/fuzz.h"
+#include "player/playlist_clips.h"
+#include "playlist/entry_key.h"
+#include "playlist/line_grammar.h"
+
+namespace tunovka::fuzz {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+const std::wstring kList = L"C:\\pl\\sub\\list.m3u", kFolder = L"C:\\pl\\sub\\";
+
+// A line ends at LF, a CR right before it is dropped; a last LF gives no further line.
+Lines linesOf(const std::wstring& text) {
+    Lines lines = split(text, L'\n');
+    for (std::size_t at = 0; at + 1 < lines.size(); ++at)
+        if (!lines[at].empty() && lines[at].back() == L'\r') lines[at].pop_back();
+    if (lines.back().empty()) lines.pop_back();
+    return lines;
+}
+
+Lines entryLines(const Lines& lines) {
+    Lines entries;
+    for (const std::wstring& line : lines)
+        if (like(line, L"*.mp3") || like(line, L"*.wav") || like(line, L"*.wma"))
+            entries.push_back(line);
+    return entries;
+}
+
+std::wstring withoutFile(const std::wstring& text) {
+    return like(lowerCased(text), L"file*=*") ? text.substr(text.find(L'=') + 1) : text;
+}
+
+std::wstring absolute(const std::wstring& text) {
+    if (like(text, L"*:\\*")) return text;
+    return (like(text, L"\\*") ? L"C:" : kFolder) + text;
+}
+
+std::wstring merged(const std::wstring& text) {
+    const bool fromRoot = like(text, L"..*") && !like(text, L"*:\\*");
+    return fromRoot ? L"C:\\" + text.substr(2) : absolute(text);
+}
+
+// Every entry line is a row, in the file's order, numbered from `first`.
+void requireRows(const EditorDocument& document, const Lines& texts, std::int16_t first) {
+    require(document.entries().size() == texts.size(), "every entry line is a row");
+    for (std::size_t at = 0; at < texts.size(); ++at) {
+        const EditorEntry& row = document.entries()[at];
+        require(entryTextOf(row.key) == texts[at], "rows hold their lines in the file's order");
+        require(entryNumberOf(row.key) == first + static_cast<int>(at), "rows are numbered");
+        require(document.loadOrder()[at] == entryNumberOf(row.key), "rows have their load order");
+        require(row.name == entryDisplayName(row.key), "rows show the key's name");
+    }
+}
+
+void editorReads(const std::wstring& text, const Lines& entries) {
+    EditorDocument document;
+    Lines asked;
+    document.load(kList, text, [&](const std::wstring& path) {
+        asked.push_back(path);
+        return false;
+    });
+    require(document.mayBeSaved() == !entries.empty(), "a list with entries may be saved");
+    if (entries.empty()) {
+        require(document.entries().size() == 1 && document.entries()[0].name == kNothingFound,
+                "a list without entries says so");
+        return;
+    }
+    requireRows(document, entries, 1);
+    require(asked.size() == entries.size(), "every entry's file is looked for");
+    for (std::size_t at = 0; at < entries.size(); ++at) {
+        const bool isPls = like(entries[at], L"File*=*");
+        require(asked[at] == absolute(isPls ? withoutFile(entries[at]) : entries[at]),
+                "the editor looks where the entry says");
+        require(document.entries()[at].missing, "missing files are known");
+    }
+}
+
+void mergeReads(const std::wstring& text, Lines entries) {
+    EditorDocument document;
+    document.openNew(L"nový playlist");
+    const auto report = document.merge(kList, text, [](const std::wstring&) { return true; });
+    require(report && report->added == static_cast<int>(entries.size()) && report->invalid == 0,
+            "the report counts every entry line");
+    require(document.changed(), "a merge is a change");
+    for (std::wstring& entry : entries) entry = merged(withoutFile(entry));
+    requireRows(document, entries, 1);
+}
+
+// What the explorer makes of a line; nullopt for none, `refused` for half a reference.
+std::optional<std::wstring> explorerText(std::wstring line, bool& refused) {
+    if (like(lowerCased(line), L"<*ref*href*=*>")) {
+        const Lines parts = split(line, L'"');
+        refused = parts.size() < 3;
+        if (refused) return std::nullopt;
+        line = parts[1];
+    }
+    const bool isEntry = like(line, L"*mp3") || like(line, L"*wav") || like(line, L"*wma");
+    return isEntry ? std::optional(line) : std::nullopt;
+}
+
+// The lines that tell the player about an entry, be it that they end like one.
+bool isInformation(const std::wstring& line) {
+    const std::wstring word = lowerCased(line.substr(0, line.find(L'=')));
+    return like(line, L"[#]EXTINF:*") ||
+           (like(line, L"*=*") && like(word, L"title#*") && !like(word, L"title*[!0-9]*"));
+}
+
+void explorerReads(const std::wstring& text, const Lines& lines) {
+    const auto always = [](const std::wstring&) { return true; };
+    Lines playable;
+    for (const std::wstring& line : lines) {
+        bool refused = false;
+        const auto expected = explorerText(line, refused);
+        try {
+            require(explorerEntryText(line) == expected && !refused, "the explorer's line rule");
+        } catch (const RuntimeError& error) {
+            require(refused && error.number == kInvalidCall, "only half a reference is refused");
+        }
+        if (!expected) continue;
+        const std::wstring path = absolute(withoutFile(*expected));
+        require(
+            resolveNodeKey(playlistNodeKey(L"LIST~1.M3U", 1, *expected), kFolder, always) == path,
+            "the node's key leads to the entry's file");
+        if (!isInformation(line)) playable.push_back(path);
+    }
+
+    const auto clips = readPlaylistClips(text, kFolder);
+    require(clips.size() == playable.size(), "the player plays every entry");
+    for (std::size_t at = 0; at < clips.size(); ++at)
+        require(clips[at].path == playable[at], "the player plays entries in the file's order");
+}
+
+void run(std::string_view input) {
+    const std::wstring text = wide(input);
+    const Lines lines = linesOf(text), entries = entryLines(lines);
+    editorReads(text, entries);
+    mergeReads(text, entries);
+    explorerReads(text, lines);
+}
+
+const Named kNamed("playlist_reading", run);
+
+}  // namespace
+}  // namespace tunovka::fuzz
