@@ -1,5 +1,7 @@
 #include "app/frm_o_programe.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 
 #include "ui/chrome.h"
@@ -28,21 +30,20 @@ frmOprograme::frmOprograme(HWND owner)
                     .owner = owner}),
       Pic(L"Pic", L" O programe", *this),
       Tlacitko(closePicture(L"Tlacitko", Pic)),
-      PicLogo({.name = L"PicLogo", .text = L"Tunovka", .parent = this}),
+      PicLogo(
+          {.name = L"PicLogo", .text = L"Tunovka", .parent = this, .role = ROLE_SYSTEM_GRAPHIC}),
       lblnazov(
           {.name = L"lblnazov", .caption = L"Tunovka", .parent = this, .font = Skin::Font::Title}),
       lblverzia({.name = L"lblverzia", .caption = L"Verzia " TUNOVKA_VERSION, .parent = this}),
       lblslogan({.name = L"lblslogan",
                  .caption = L"Každá pesnička na svojom mieste.",
                  .parent = this,
-                 .font = Skin::Font::Bold}),
-      tips_(*this) {
+                 .font = Skin::Font::Bold}) {
     RozneApi::ShowTitleBar(*this, false);
     PicLogo.onPaint = [this](HDC dc, Size) { Skin::draw(dc, kLogo, {0, 0}, dpi()); };
     Tlacitko.onRelease = [this](MouseButton button) {
         if (button == MouseButton::Left) unload();
     };
-    tips_.set(Tlacitko, Tlacitko.text());
     layout();
     centre(owner);
 }

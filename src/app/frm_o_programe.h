@@ -4,7 +4,6 @@
 #include "ui/image.h"
 #include "ui/label.h"
 #include "ui/picture_box.h"
-#include "ui/tool_tip.h"
 
 namespace tunovka {
 
@@ -25,7 +24,6 @@ class frmOprograme : public Form {
     void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
-    ToolTip tips_;
     RECT card_{};
 };
 

@@ -41,9 +41,12 @@ frmPrieskumnik::frmPrieskumnik()
               .text = L"Minimalizovať",
               .parent = &Zahlavie,
               .normal = L"minimize1",
-              .pressed = L"minimize2",
-              .tabStop = false}),
-      LblBar({.name = L"LblBar", .caption = L"", .parent = this, .format = DT_PATH_ELLIPSIS}),
+              .pressed = L"minimize2"}),
+      LblBar({.name = L"LblBar",
+              .caption = L"",
+              .parent = this,
+              .format = DT_PATH_ELLIPSIS,
+              .status = true}),
       folders(*this, LblBar, txtPath, [this](const std::wstring& folder) { listFolder(folder); }),
       contents(*this, txtPath, true),
       splitter(*this),
@@ -66,8 +69,7 @@ frmPrieskumnik::frmPrieskumnik()
              .selectedPath = [this] { return contents.selectedPath(); },
              .letGo = [this](const std::wstring& path) { player.letGo(path); },
              .selectionChanged = [this] { prepareContents(); }}),
-      playing(prehrat, contents, player),
-      tips_(*this) {
+      playing(prehrat, contents, player) {
     RozneApi::ShowTitleBar(*this, false);
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
     splitter.onMoved = [this](int left) {
@@ -87,9 +89,6 @@ void frmPrieskumnik::load() {
     if (isClosing()) return;
     // The rest was not needed for the first look at the window.
     createTrees();
-    tips_.set(Ikoniec, L"Zavrieť");
-    tips_.set(Iminim, L"Minimalizovať");
-    player.addTips(tips_);
     folders.chooseStartDrive();
     playing.findPlayers();
 }
@@ -237,6 +236,10 @@ bool frmPrieskumnik::onShortcut(WORD key) {
     return true;
 }
 
+void frmPrieskumnik::onMenuKey() {
+    tri.show(*this, Zahlavie.toScreen({scaled(kMargin), Zahlavie.clientSize().height}));
+}
+
 bool frmPrieskumnik::queryUnload() {
     return Forms::unloadTagged(kEditors);
 }
@@ -262,14 +265,12 @@ void frmPrieskumnik::dpiChanged() {
 }
 
 void frmPrieskumnik::createTrees() {
-    Window* before = &Zahlavie;  // in the order of the Tab key
-    for (Window* control :
-         {static_cast<Window*>(&folders.Drive1), static_cast<Window*>(&folders.strom),
-          static_cast<Window*>(&contents.Tview)}) {
+    HWND before = HWND_TOP;
+    for (Window* control : std::initializer_list<Window*>{&folders.Drive1, &folders.strom,
+                                                          &splitter.Medzera, &contents.Tview}) {
         control->appear();
-        SetWindowPos(control->handle(), before->handle(), 0, 0, 0, 0,
-                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        before = control;
+        control->setTabPlace(before);
+        before = control->handle();
     }
     for (const TreeView* tree : {&contents.Tview, &folders.strom}) {
         const LONG style = GetWindowLongW(tree->handle(), GWL_STYLE);
@@ -322,7 +323,7 @@ void frmPrieskumnik::onPaintGround(HDC dc, const RECT& area) const {
     for (const Window* tree :
          {static_cast<const Window*>(&folders.Drive1), static_cast<const Window*>(&folders.strom),
           static_cast<const Window*>(&contents.Tview)})
-        if (!tree->handle()) fillRect(dc, toRECT(tree->bounds()), 0xFFFFFF);
+        if (!tree->handle()) fillRect(dc, toRECT(tree->bounds()), colors().field);
 }
 
 }  // namespace tunovka

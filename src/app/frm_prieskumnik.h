@@ -14,7 +14,6 @@
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
 #include "ui/text_box.h"
-#include "ui/tool_tip.h"
 
 namespace tunovka {
 
@@ -48,6 +47,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void onUnload() override;
     bool queryUnload() override;
     bool onShortcut(WORD key) override;
+    void onMenuKey() override;
     void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
@@ -72,7 +72,6 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void createTrees();
     void setTreePictures();
 
-    ToolTip tips_;
     int fontDpi_ = 0;
     int leftShare_ = 300;  // of the folder tree's width in thousandths
 };

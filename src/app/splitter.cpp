@@ -1,24 +1,35 @@
 #include "app/splitter.h"
 
+#include <oleacc.h>
+
 #include "ui/form.h"
 #include "ui/painting.h"
 
 namespace tunovka {
+namespace {
+
+constexpr int kLine = 8, kPage = 80;  // steps of the keys, in 96ths of an inch
+
+}  // namespace
 
 Splitter::Splitter(Form& form)
-    : Medzera({.name = L"Medzera", .text = L"Hranica stromov", .parent = &form}),
+    : Medzera({.name = L"Medzera",
+               .text = L"Hranica stromov",
+               .parent = &form,
+               .role = ROLE_SYSTEM_SEPARATOR,
+               .tabStop = true}),
       Obdlznik({.name = L"Obdlznik", .text = L"", .parent = &form, .visible = false}) {
     Medzera.onPaint = [this](HDC dc, Size size) {
-        const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
         const int dot = Medzera.scaled(2);
         for (int i = -2; i <= 2; ++i) {
             const int x = (size.width - dot) / 2, y = size.height / 2 + i * 3 * dot;
-            fillRect(dc, {x, y, x + dot, y + dot}, mixed(colors.FormBackColor, 0, 110));
+            fillRect(dc, {x, y, x + dot, y + dot}, colors().edge);
         }
     };
     Obdlznik.onPaint = [](HDC dc, Size size) {
-        fillRect(dc, {0, 0, size.width, size.height}, MultiMedialny::palette().TitleColor);
+        fillRect(dc, {0, 0, size.width, size.height}, colors().rim);
     };
+    Medzera.onMove = [this](StripMove move) { moveBy(move); };
     Medzera.cursor = IDC_SIZEWE;
     Medzera.onMouseDown = [this](MouseButton button, Point at) {
         if (button != MouseButton::Left) return;
@@ -39,6 +50,14 @@ Splitter::Splitter(Form& form)
         Obdlznik.setVisible(false);
         if (onMoved) onMoved(Obdlznik.bounds().x);
     };
+}
+
+void Splitter::moveBy(StripMove move) {
+    const StripSteps steps{.line = static_cast<double>(Medzera.scaled(kLine)),
+                           .page = static_cast<double>(Medzera.scaled(kPage)),
+                           .least = leftLimit_ + 1.0,
+                           .most = rightLimit_ - 1.0};
+    if (onMoved) onMoved(static_cast<int>(moved(move, Medzera.bounds().x, steps)));
 }
 
 int Splitter::dragged(int pointerX) const {

@@ -7,7 +7,7 @@
 namespace tunovka {
 
 // The boundary `Medzera` between two controls: while it is dragged the frame `Obdlznik` shows where
-// it would come to lie, and the release moves it there.
+// it would come to lie, and the release moves it there. With the focus it is moved by keys.
 class Splitter {
   public:
     explicit Splitter(Form& form);
@@ -21,6 +21,7 @@ class Splitter {
     PictureBox Obdlznik;
 
   private:
+    void moveBy(StripMove move);
     int dragged(int pointerX) const;
 
     int leftLimit_ = 0, rightLimit_ = 0;

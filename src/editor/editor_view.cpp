@@ -21,7 +21,11 @@ EditorView::EditorView(Form& form, const EditorDocument& document)
     : lblpočet({.name = L"lblpočet", .caption = std::wstring(kInitialCountLabel), .parent = &form}),
       lblplejlist(
           {.name = L"lblplejlist", .caption = L"", .parent = &form, .format = DT_PATH_ELLIPSIS}),
-      lblbar({.name = L"lblbar", .caption = L"", .parent = &form, .format = DT_PATH_ELLIPSIS}),
+      lblbar({.name = L"lblbar",
+              .caption = L"",
+              .parent = &form,
+              .format = DT_PATH_ELLIPSIS,
+              .status = true}),
       Lview({.name = L"Lview", .text = L"Položky playlistu", .parent = &form}),
       scroller(form, Lview, rowsPerPageCut),
       document_(document) {}

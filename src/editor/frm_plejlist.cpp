@@ -70,8 +70,7 @@ frmplejlist::frmplejlist(ProgramLinks& links)
               .drop =
                   [this](const std::wstring& text, Point point, const DragState& drag) {
                       Lview_Drop(text, editor.view.Lview.itemAt(point), drag);
-                  }}),
-      tips_(*this) {
+                  }}) {
     RozneApi::ShowTitleBar(*this, false);
     const int number = nextWindowNumber();
     PicZahlavie.setText(editorTitle(number));
@@ -89,7 +88,6 @@ frmplejlist::frmplejlist(ProgramLinks& links)
     bindMenu();
     bindList();
     layout();  // the list is filled before it is shown: its height is needed then
-    tips_.set(IZavri, L"Zavrieť");
 }
 
 void frmplejlist::bindMenu() {

@@ -8,7 +8,6 @@
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
 #include "ui/text_box.h"
-#include "ui/tool_tip.h"
 
 namespace tunovka {
 
@@ -56,7 +55,6 @@ class frmplejlist : public Form {
     void info_o_subore();
 
     TextDropTarget drops_;
-    ToolTip tips_;
     bool asking_ = false;  // the close prompt is open
 };
 

@@ -26,7 +26,7 @@ constexpr UINT kBlink = 300;  // milliseconds
 constexpr wchar_t kNoFile[] = L"chyba";
 
 ReadOnlyText::ReadOnlyTextArgs value(const wchar_t* name, Form* form, bool wraps = false) {
-    return {.name = name, .text = L"", .parent = form, .ground = cardColor(), .wraps = wraps};
+    return {.name = name, .text = L"", .parent = form, .ground = colors().card, .wraps = wraps};
 }
 
 std::wstring decimalSeparator() {
@@ -60,8 +60,7 @@ frminfo::frminfo(HWND owner)
                    .caption = L"Súbor neexistuje",
                    .parent = this,
                    .font = Skin::Font::Bold,
-                   .visible = false}),
-      tips_(*this) {
+                   .visible = false}) {
     RozneApi::ShowTitleBar(*this, false);
     lblvystraha.setForeColor(MultiMedialny::palette().InfoColor);
     file_.push_back(row(L"Umiestnenie:", lblPath));
@@ -79,10 +78,10 @@ frminfo::frminfo(HWND owner)
     Tlacitko.onRelease = [this](MouseButton button) {
         if (button == MouseButton::Left) unload();
     };
-    tips_.set(Tlacitko, Tlacitko.text());
 }
 
 frminfo::Row frminfo::row(const wchar_t* caption, ReadOnlyText& value) {
+    value.setAccessibleName(std::wstring(caption, wcslen(caption) - 1));  // without its colon
     return {std::make_unique<Label>(Label::LabelArgs{
                 .name = value.name() + L"_nadpis", .caption = caption, .parent = this}),
             &value};

@@ -13,7 +13,6 @@
 #include "ui/read_only_text.h"
 #include "ui/text_box.h"
 #include "ui/timer.h"
-#include "ui/tool_tip.h"
 
 namespace tunovka {
 
@@ -62,7 +61,6 @@ class frminfo : public Form {
 
     std::vector<Row> file_, tag_;
     bool warns_ = false;
-    ToolTip tips_;
     RECT fileCard_{}, tagCard_{};
 };
 

@@ -1,5 +1,7 @@
 #include "files/frm_kopirovanie.h"
 
+#include <oleacc.h>
+
 #include "ui/chrome.h"
 #include "ui/painting.h"
 
@@ -28,7 +30,10 @@ frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
       PicZahlavie(L"PicZahlavie", std::wstring(L" ") + kTitle, *this),
       lblsubor({.name = L"lblsubor", .caption = name, .parent = this, .format = DT_PATH_ELLIPSIS}),
       lblpercenta({.name = L"lblpercenta", .caption = L"", .parent = this, .format = DT_RIGHT}),
-      PicProgres({.name = L"PicProgres", .text = L"Priebeh kopírovania", .parent = this}),
+      PicProgres({.name = L"PicProgres",
+                  .text = L"Priebeh kopírovania",
+                  .parent = this,
+                  .role = ROLE_SYSTEM_PROGRESSBAR}),
       Izastavit({.name = L"Izastavit",
                  .text = L"Zastaviť",
                  .parent = this,
@@ -36,6 +41,7 @@ frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
                  .pressed = L"buton2",
                  .caption = L"Zastaviť"}) {
     RozneApi::ShowTitleBar(*this, false);
+    PicProgres.value = [this] { return lblpercenta.text(); };
     PicProgres.onPaint = [this](HDC dc, Size size) { paintProgress(dc, size); };
     Izastavit.onRelease = [this](MouseButton button) {
         if (button == MouseButton::Left) stopped_ = true;
@@ -50,7 +56,7 @@ void frmkopirovanie::showProgress(std::uint64_t done, std::uint64_t total) {
     if (percent == percent_) return;
     percent_ = percent;
     lblpercenta.setText(std::to_wstring(percent) + L" %");
-    PicProgres.invalidate();
+    PicProgres.showValue();
 }
 
 bool frmkopirovanie::queryUnload() {
@@ -59,11 +65,7 @@ bool frmkopirovanie::queryUnload() {
 }
 
 void frmkopirovanie::paintProgress(HDC dc, Size size) const {
-    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
-    const RECT area{0, 0, size.width, size.height};
-    fillRect(dc, area, 0xFFFFFF);
-    fillRect(dc, {0, 0, MulDiv(size.width, percent_, 100), size.height}, colors.PlayerBarColor);
-    frameRect(dc, area, mixed(colors.FormBackColor, 0, 100));
+    paintStrip(dc, size, {0, 0, MulDiv(size.width, percent_, 100), size.height});
 }
 
 void frmkopirovanie::onLayout() {

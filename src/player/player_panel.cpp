@@ -1,5 +1,7 @@
 #include "player/player_panel.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 
 #include "core/ansi.h"
@@ -40,15 +42,32 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
       Image3(button(L"Image3", L"Pauza", form, L"pause2", L"pause1")),
       Image4(button(L"Image4", L"Predchádzajúci", form, L"prev2", L"prev1")),
       Image5(button(L"Image5", L"Nesledovný", form, L"next2", L"next1")),
-      PicProgres({.name = L"PicProgres", .text = L"Ukazovateľ priebehu", .parent = &form}),
-      PicHlas({.name = L"PicHlas", .text = L"Hlasitosť", .parent = &form}),
-      PicČas({.name = L"PicČas", .text = L"", .parent = &form, .container = true}),
+      PicProgres({.name = L"PicProgres",
+                  .text = L"Ukazovateľ priebehu",
+                  .parent = &form,
+                  .role = ROLE_SYSTEM_SLIDER,
+                  .tabStop = true}),
+      PicHlas({.name = L"PicHlas",
+               .text = L"Hlasitosť",
+               .parent = &form,
+               .role = ROLE_SYSTEM_SLIDER,
+               .tabStop = true,
+               .rising = true}),
+      PicČas({.name = L"PicČas",
+              .text = L"",
+              .parent = &form,
+              .container = true,
+              .role = ROLE_SYSTEM_GROUPING}),
       lblnapis({.name = L"lblnapis", .caption = L"", .parent = &PicČas}),
       lblušielčas({.name = L"lblušielčas", .caption = L"", .parent = &PicČas}),
       lblčas({.name = L"lblčas", .caption = L"", .parent = &PicČas, .format = DT_RIGHT}),
       form_(form),
       owner_(std::move(owner)) {
     volumeShare_ = std::clamp(1 + mp.Volume() / 4000.0, 0.0, 1.0);
+    PicProgres.setTip(PicProgres.text());
+    PicHlas.setTip(PicHlas.text());
+    lblušielčas.setTip(L"Aktuálne prehrávaný čas");
+    lblčas.setTip(L"Celkový čas titulu");
     bindButtons();
     bindStrips();
     bindPlayer();
@@ -85,15 +104,6 @@ void PlayerPanel::layout(const Rect& area) {
     lblnapis.setBounds({margin, form_.scaled(3), inner, line});
     lblušielčas.setBounds({margin, form_.scaled(3) + line, inner / 2, line});
     lblčas.setBounds({margin + inner / 2, form_.scaled(3) + line, inner - inner / 2, line});
-}
-
-void PlayerPanel::addTips(ToolTip& tips) {
-    for (const Image* image : {&Image1, &Image2, &Image3, &Image4, &Image5})
-        tips.set(*image, image->text());
-    tips.set(PicProgres, PicProgres.text());
-    tips.set(PicHlas, PicHlas.text());
-    tips.set(lblušielčas, L"Aktuálne prehrávaný čas");
-    tips.set(lblčas, L"Celkový čas titulu");
 }
 
 void PlayerPanel::play(const std::wstring& path) {
@@ -177,7 +187,17 @@ void PlayerPanel::bindStrips() {
         mp.setCurrentPosition(seekPosition(at.x, PicProgres.clientSize().width, mp.Duration()));
     };
 
+    PicProgres.onMove = [this](StripMove move) {
+        if (!playing_) return;
+        mp.setCurrentPosition(movedPosition(move, mp.CurrentPosition(), mp.Duration()));
+        showPosition();
+    };
+    PicProgres.value = [this] { return lblušielčas.text(); };
+
     PicHlas.onPaint = [this](HDC dc, Size size) { paintVolume(dc, size); };
+    PicHlas.onMove = [this](StripMove move) { setVolume(movedVolume(move, volumePercent())); };
+    PicHlas.onWheel = [this](int notches) { setVolume(volumePercent() + notches * kVolumeStep); };
+    PicHlas.value = [this] { return std::to_wstring(volumePercent()) + L" %"; };
     PicHlas.onMouseMove = [this](MouseButton held, Point at) {
         if (held == MouseButton::Left) setVolumeAt(at.y);
     };
@@ -187,8 +207,8 @@ void PlayerPanel::bindStrips() {
 
     PicČas.onPaint = [](HDC dc, Size size) {
         const RECT area{0, 0, size.width, size.height};
-        fillGradient(dc, area, 0xFFFFFF, MultiMedialny::palette().AuxColor1);
-        frameRect(dc, area, mixed(MultiMedialny::palette().FormBackColor, 0, 100));
+        fillGradient(dc, area, colors().field, colors().track);
+        frameRect(dc, area, colors().edge);
     };
 }
 
@@ -207,13 +227,16 @@ void PlayerPanel::bindPlayer() {
 }
 
 void PlayerPanel::showDetails() {
-    lblnapis.setText(nowPlayingText(mp.GetMediaInfoString(9), mp.GetMediaInfoString(8)));
+    const std::wstring now = nowPlayingText(mp.GetMediaInfoString(9), mp.GetMediaInfoString(8));
+    lblnapis.setText(now);
+    PicČas.setText(trimBlanks(now));  // what a screen reader tells stands still
     lblčas.setText(timeText(mp.Duration()));
 }
 
 void PlayerPanel::showProgress(double share) {
+    if (share == progress_) return;
     progress_ = std::clamp(share, 0.0, 1.0);
-    PicProgres.invalidate();
+    PicProgres.showValue();
 }
 
 void PlayerPanel::showNothing() {
@@ -222,27 +245,40 @@ void PlayerPanel::showNothing() {
     lblčas.setText(L"");
     lblušielčas.setText(L"");
     lblnapis.setText(L"");
+    PicČas.setText(L"");
 }
 
 void PlayerPanel::setVolumeAt(int y) {
     const int height = PicHlas.clientSize().height;
     if (height <= 0) return;
     volumeShare_ = std::clamp(1 - static_cast<double>(y) / height, 0.0, 1.0);
-    PicHlas.invalidate();
+    PicHlas.showValue();
     mp.setVolume(stripVolume(y, height));
 }
 
+void PlayerPanel::setVolume(int percent) {
+    percent = std::clamp(percent, 0, 100);
+    volumeShare_ = percent / 100.0;
+    PicHlas.showValue();
+    mp.setVolume(percentVolume(percent));
+}
+
+int PlayerPanel::volumePercent() const {
+    return static_cast<int>(volumeShare_ * 100 + 0.5);
+}
+
 void PlayerPanel::Timer1_Tick() {
-    if (playing_) {
-        const double duration = mp.Duration();
-        if (duration != 0) {
-            const double position = mp.CurrentPosition();
-            lblušielčas.setText(timeText(position));
-            const bool seeking = GetCapture() == PicProgres.handle();
-            if (!seeking) showProgress(progressFraction(position, duration));
-        }
-    }
+    if (playing_) showPosition();
     lblnapis.setText(scrolledByOne(lblnapis.text()));
+}
+
+void PlayerPanel::showPosition() {
+    const double duration = mp.Duration();
+    if (duration == 0) return;
+    const double position = mp.CurrentPosition();
+    lblušielčas.setText(timeText(position));
+    const bool seeking = GetCapture() == PicProgres.handle();
+    if (!seeking) showProgress(progressFraction(position, duration));
 }
 
 void PlayerPanel::playerFailed() {
@@ -254,20 +290,12 @@ void PlayerPanel::playerFailed() {
 }
 
 void PlayerPanel::paintProgress(HDC dc, Size size) const {
-    const RECT area{0, 0, size.width, size.height};
-    fillRect(dc, area, 0xFFFFFF);
-    const RECT filled{0, 0, static_cast<int>(progress_ * size.width), size.height};
-    fillRect(dc, filled, MultiMedialny::palette().PlayerBarColor);
-    frameRect(dc, area, mixed(MultiMedialny::palette().FormBackColor, 0, 100));
+    paintStrip(dc, size, {0, 0, static_cast<int>(progress_ * size.width), size.height});
 }
 
 void PlayerPanel::paintVolume(HDC dc, Size size) const {
-    const RECT area{0, 0, size.width, size.height};
-    fillRect(dc, area, 0xFFFFFF);
-    const RECT filled{0, size.height - static_cast<int>(volumeShare_ * size.height), size.width,
-                      size.height};
-    fillRect(dc, filled, MultiMedialny::palette().PlayerBarColor);
-    frameRect(dc, area, mixed(MultiMedialny::palette().FormBackColor, 0, 100));
+    const int top = size.height - static_cast<int>(volumeShare_ * size.height);
+    paintStrip(dc, size, {0, top, size.width, size.height});
 }
 
 }  // namespace tunovka

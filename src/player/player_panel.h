@@ -8,7 +8,6 @@
 #include "ui/label.h"
 #include "ui/picture_box.h"
 #include "ui/timer.h"
-#include "ui/tool_tip.h"
 
 namespace tunovka {
 
@@ -28,7 +27,6 @@ class PlayerPanel {
     // Lays the panel out within an area, in pixels. Its height is panelHeight().
     void layout(const Rect& area);
     static int panelHeight(const Form& form);
-    void addTips(ToolTip& tips);
 
     // Plays a file: a new one is opened, the same one goes on. Sets the playing flag.
     void play(const std::wstring& path);
@@ -55,7 +53,10 @@ class PlayerPanel {
     void showNothing();
     bool holds(const std::wstring& path) const;
     void showDetails();
+    void showPosition();
     void setVolumeAt(int y);
+    void setVolume(int percent);
+    int volumePercent() const;
     void Timer1_Tick();
     void playerFailed();
 

@@ -35,4 +35,18 @@ int stripVolume(int y, int height) {
     return roundHalfEven(-(4000 - fraction * 4000));
 }
 
+int percentVolume(int percent) {
+    return percent * 40 - 4000;
+}
+
+double movedPosition(StripMove move, double position, double duration) {
+    return moved(move, position,
+                 {.line = 5, .page = duration / 10, .least = 0, .most = std::max(duration, 0.0)});
+}
+
+int movedVolume(StripMove move, int percent) {
+    return static_cast<int>(
+        moved(move, percent, {.line = kVolumeStep, .page = 20, .least = 0, .most = 100}));
+}
+
 }  // namespace tunovka

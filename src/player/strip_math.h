@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/strip_move.h"
+
 namespace tunovka {
 
 // How much of the clip is played, 0 to 1 in steps of one hundredth; 0 while the length is not
@@ -13,5 +15,16 @@ double seekPosition(int x, int width, double duration);
 // The volume (hundredths of a decibel, -4000 to 0) for a pointer at y on a strip of that height,
 // whose bottom is quiet. A pointer below the strip counts as one unit above its bottom.
 int stripVolume(int y, int height);
+
+// The volume for a strip that is filled to so many per cent.
+int percentVolume(int percent);
+
+// Where a key on the progress strip leads to, in seconds.
+double movedPosition(StripMove move, double position, double duration);
+
+// How far a key on the volume strip fills it, in per cent; an arrow and a notch of the wheel go
+// one step.
+inline constexpr int kVolumeStep = 5;
+int movedVolume(StripMove move, int percent);
 
 }  // namespace tunovka

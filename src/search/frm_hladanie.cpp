@@ -63,7 +63,11 @@ frmhladanie::frmhladanie(ProgramLinks& links)
                   .font = Skin::Font::Bold}),
       Label3({.name = L"Label3", .caption = L"Počet súborov: ", .parent = this}),
       lblpočet({.name = L"lblpočet", .caption = L"", .parent = this}),
-      lblbar({.name = L"lblbar", .caption = L"", .parent = this, .format = DT_PATH_ELLIPSIS}),
+      lblbar({.name = L"lblbar",
+              .caption = L"",
+              .parent = this,
+              .format = DT_PATH_ELLIPSIS,
+              .status = true}),
       Lview({.name = L"Lview",
              .text = L"Nájdené súbory",
              .parent = this,
@@ -72,14 +76,12 @@ frmhladanie::frmhladanie(ProgramLinks& links)
       scroller(*this, Lview, rowsPerPageRounded),
       panel(*this),
       menu1(resultMenu()),
-      links_(links),
-      tips_(*this) {
+      links_(links) {
     RozneApi::ShowTitleBar(*this, false);
     tag = kTag;
     Tlacitko.onRelease = [this](MouseButton button) {
         if (button == MouseButton::Left) unload();
     };
-    tips_.set(Tlacitko, Tlacitko.text());
     bindList();
     bindMenu();
     layout();

@@ -6,7 +6,6 @@
 #include "ui/list_view.h"
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
-#include "ui/tool_tip.h"
 
 namespace tunovka {
 
@@ -55,7 +54,6 @@ class frmhladanie : public Form {
     std::vector<std::wstring> listedPaths() const;
 
     ProgramLinks& links_;
-    ToolTip tips_;
     bool wanted_ = false;  // a folder waits to be searched
 };
 

@@ -41,10 +41,9 @@ ScanPanel::ScanPanel(Form& form)
                .format = DT_CENTER | DT_PATH_ELLIPSIS}),
       found_({.name = L"lblnajdene", .caption = L"", .parent = &PicInfo, .format = DT_CENTER}) {
     PicInfo.onPaint = [](HDC dc, Size size) {
-        const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
         const RECT area{0, 0, size.width, size.height};
-        fillGradient(dc, area, mixed(colors.AuxColor3, 0xFFFFFF, 190), colors.AuxColor1);
-        frameRect(dc, area, colors.TitleColor);
+        fillGradient(dc, area, colors().panelLight, colors().panel);
+        frameRect(dc, area, colors().rim);
     };
     Istop.onPress = [](MouseButton button) {
         if (button == MouseButton::Left) StopRequested = kTrue16;

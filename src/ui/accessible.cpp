@@ -3,37 +3,190 @@
 #include <initguid.h>
 #include <oleacc.h>
 
+#include "core/late_function.h"
+#include "ui/window.h"
+
 namespace tunovka {
 namespace {
 
 // oleacc.dll is loaded when the first screen reader asks, not at the start.
-FARPROC accessibilityFunction(const char* name) {
-    static const HMODULE library = LoadLibraryW(L"oleacc.dll");
-    return library ? GetProcAddress(library, name) : nullptr;
+constexpr wchar_t kLibrary[] = L"oleacc.dll";
+
+bool isSelf(const VARIANT& child) {
+    return child.vt == VT_I4 && child.lVal == CHILDID_SELF;
 }
 
-template <typename Function>
-Function accessibility(const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(accessibilityFunction(name)));
+HRESULT toBstr(const std::wstring& text, BSTR* result) {
+    *result = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    return *result ? S_OK : E_OUTOFMEMORY;
 }
+
+HRESULT toVariant(long number, VARIANT* result) {
+    result->vt = VT_I4;
+    result->lVal = number;
+    return S_OK;
+}
+
+// The system's own object for a window, whose answers give way to what the window says of itself.
+class AccessibleControl final : public IAccessible {
+  public:
+    AccessibleControl(HWND window, IAccessible* system) : window_(window), system_(system) {}
+
+    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+        if (id == IID_IUnknown || id == IID_IDispatch || id == IID_IAccessible) {
+            *result = static_cast<IAccessible*>(this);
+            AddRef();
+            return S_OK;
+        }
+        return system_->QueryInterface(id, result);  // the list of the windows within
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&references_); }
+    STDMETHODIMP_(ULONG) Release() override {
+        const LONG left = InterlockedDecrement(&references_);
+        if (left == 0) delete this;
+        return left;
+    }
+
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return system_->GetTypeInfoCount(count); }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                        UINT*) override {
+        return E_NOTIMPL;
+    }
+
+    STDMETHODIMP get_accName(VARIANT child, BSTR* name) override {
+        const std::optional<AccessibleFacts> own = facts(child);
+        if (!own || !own->name) return system_->get_accName(child, name);
+        return toBstr(*own->name, name);
+    }
+    STDMETHODIMP get_accValue(VARIANT child, BSTR* value) override {
+        const std::optional<AccessibleFacts> own = facts(child);
+        if (!own || !own->value) return system_->get_accValue(child, value);
+        return toBstr(*own->value, value);
+    }
+    STDMETHODIMP get_accRole(VARIANT child, VARIANT* role) override {
+        const std::optional<AccessibleFacts> own = facts(child);
+        if (!own || own->role == 0) return system_->get_accRole(child, role);
+        return toVariant(own->role, role);
+    }
+    STDMETHODIMP get_accState(VARIANT child, VARIANT* state) override {
+        const std::optional<AccessibleFacts> own = facts(child);
+        if (!own || own->role == 0) return system_->get_accState(child, state);
+        return toVariant(own->state | windowState(), state);
+    }
+    STDMETHODIMP get_accDefaultAction(VARIANT child, BSTR* action) override {
+        const std::optional<AccessibleFacts> own = facts(child);
+        if (!own || own->action.empty()) return system_->get_accDefaultAction(child, action);
+        return toBstr(own->action, action);
+    }
+    STDMETHODIMP accDoDefaultAction(VARIANT child) override {
+        const std::optional<AccessibleFacts> own = facts(child);
+        if (!own || own->action.empty()) return system_->accDoDefaultAction(child);
+        // Posted: what follows may last until a person has answered a question.
+        return PostMessageW(window_, BM_CLICK, 0, 0) ? S_OK : E_FAIL;
+    }
+
+    STDMETHODIMP get_accParent(IDispatch** parent) override {
+        return system_->get_accParent(parent);
+    }
+    STDMETHODIMP get_accChildCount(long* count) override {
+        return system_->get_accChildCount(count);
+    }
+    STDMETHODIMP get_accChild(VARIANT child, IDispatch** object) override {
+        return system_->get_accChild(child, object);
+    }
+    STDMETHODIMP get_accDescription(VARIANT child, BSTR* text) override {
+        return system_->get_accDescription(child, text);
+    }
+    STDMETHODIMP get_accHelp(VARIANT child, BSTR* text) override {
+        return system_->get_accHelp(child, text);
+    }
+    STDMETHODIMP get_accHelpTopic(BSTR* file, VARIANT child, long* topic) override {
+        return system_->get_accHelpTopic(file, child, topic);
+    }
+    STDMETHODIMP get_accKeyboardShortcut(VARIANT child, BSTR* keys) override {
+        return system_->get_accKeyboardShortcut(child, keys);
+    }
+    STDMETHODIMP get_accFocus(VARIANT* child) override { return system_->get_accFocus(child); }
+    STDMETHODIMP get_accSelection(VARIANT* children) override {
+        return system_->get_accSelection(children);
+    }
+    STDMETHODIMP accSelect(long flags, VARIANT child) override {
+        return system_->accSelect(flags, child);
+    }
+    STDMETHODIMP accLocation(long* left, long* top, long* width, long* height,
+                             VARIANT child) override {
+        return system_->accLocation(left, top, width, height, child);
+    }
+    STDMETHODIMP accNavigate(long direction, VARIANT from, VARIANT* to) override {
+        return system_->accNavigate(direction, from, to);
+    }
+    STDMETHODIMP accHitTest(long left, long top, VARIANT* child) override {
+        return system_->accHitTest(left, top, child);
+    }
+    STDMETHODIMP put_accName(VARIANT child, BSTR name) override {
+        return system_->put_accName(child, name);
+    }
+    STDMETHODIMP put_accValue(VARIANT child, BSTR value) override {
+        return system_->put_accValue(child, value);
+    }
+
+  private:
+    ~AccessibleControl() { system_->Release(); }
+
+    // The object may live longer than its window.
+    std::optional<AccessibleFacts> facts(const VARIANT& child) const noexcept try {
+        const Window* window = windowOf(window_);
+        if (!window || !isSelf(child)) return std::nullopt;
+        return window->describe();
+    } catch (...) {
+        return std::nullopt;
+    }
+
+    long windowState() const {
+        long state = 0;
+        if (!IsWindowVisible(window_)) state |= STATE_SYSTEM_INVISIBLE;
+        if (!IsWindowEnabled(window_)) state |= STATE_SYSTEM_UNAVAILABLE;
+        if (GetWindowLongW(window_, GWL_STYLE) & WS_TABSTOP) state |= STATE_SYSTEM_FOCUSABLE;
+        if (GetFocus() == window_) state |= STATE_SYSTEM_FOCUSED;
+        return state;
+    }
+
+    HWND window_;
+    IAccessible* system_;
+    LONG references_ = 1;
+};
 
 }  // namespace
 
-std::optional<LRESULT> accessibleAs(const wchar_t* systemClass, HWND window, WPARAM wparam,
-                                    LPARAM lparam) {
+std::optional<LRESULT> accessibleAnswer(HWND window, WPARAM wparam, LPARAM lparam) {
     if (static_cast<LONG>(lparam) != OBJID_CLIENT) return std::nullopt;
-    using Create = HRESULT(WINAPI*)(HWND, LPCWSTR, LONG, REFIID, void**);
-    using Answer = LRESULT(WINAPI*)(REFIID, WPARAM, IUnknown*);
-    const auto create = accessibility<Create>("CreateStdAccessibleProxyW");
-    const auto answer = accessibility<Answer>("LresultFromObject");
+    static const LateFunction<decltype(CreateStdAccessibleObject)> create(
+        kLibrary, "CreateStdAccessibleObject");
+    static const LateFunction<decltype(LresultFromObject)> answer(kLibrary, "LresultFromObject");
     if (!create || !answer) return std::nullopt;
-    IAccessible* object = nullptr;
-    if (FAILED(create(window, systemClass, OBJID_CLIENT, IID_IAccessible,
-                      reinterpret_cast<void**>(&object))))
+    void* system = nullptr;
+    if (FAILED(create(window, static_cast<LONG>(OBJID_CLIENT), IID_IAccessible, &system)))
         return std::nullopt;
-    const LRESULT result = answer(IID_IAccessible, wparam, object);
-    object->Release();
+    auto* const control = new AccessibleControl(window, static_cast<IAccessible*>(system));
+    const LRESULT result = answer(IID_IAccessible, wparam, control);
+    control->Release();
     return result;
+}
+
+void tellNewName(HWND window) {
+    NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
+}
+
+void tellNewValue(HWND window) {
+    NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
+}
+
+void tellNewState(HWND window) {
+    NotifyWinEvent(EVENT_OBJECT_STATECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
 }
 
 }  // namespace tunovka

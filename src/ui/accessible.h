@@ -3,13 +3,27 @@
 #include <windows.h>
 
 #include <optional>
+#include <string>
 
 namespace tunovka {
 
-// Answers WM_GETOBJECT for a window that stands in for a system control, so that a screen reader
-// tells its role ("BUTTON", "SCROLLBAR") and reads its window text as its name. nullopt when the
-// question is for another object or the system has no accessibility support.
-std::optional<LRESULT> accessibleAs(const wchar_t* systemClass, HWND window, WPARAM wparam,
-                                    LPARAM lparam);
+// What a screen reader is told of a control, beside what the system knows of every window.
+struct AccessibleFacts {
+    long role = 0;                     // ROLE_SYSTEM_...; 0 leaves role and state to the system
+    std::optional<std::wstring> name;  // nullopt leaves it to the system, as with the value
+    std::optional<std::wstring> value;
+    long state = 0;       // STATE_SYSTEM_... that only the control knows; focus and sight are added
+    std::wstring action;  // what a press is called, of a control that takes BM_CLICK; else ""
+};
+
+// Answers WM_GETOBJECT for the inner part of a window of the program: the object that it hands out
+// asks Window::describe() each time. nullopt when the question is for another part or the system
+// has no accessibility support.
+std::optional<LRESULT> accessibleAnswer(HWND window, WPARAM wparam, LPARAM lparam);
+
+// Tells screen readers that a control's name, value or state is another one now.
+void tellNewName(HWND window);
+void tellNewValue(HWND window);
+void tellNewState(HWND window);
 
 }  // namespace tunovka

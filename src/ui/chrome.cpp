@@ -2,7 +2,6 @@
 
 #include "ui/form.h"
 #include "ui/painting.h"
-#include "ui/skin.h"
 
 namespace tunovka {
 
@@ -11,49 +10,50 @@ Image::ImageArgs closePicture(const wchar_t* name, TitleStrip& strip) {
             .text = L"Zavrieť",
             .parent = &strip,
             .normal = L"zavri1",
-            .pressed = L"zavri2",
-            .tabStop = false};
+            .pressed = L"zavri2"};
 }
 
 int layoutTitle(Form& form, TitleStrip& strip, Image* close, Image* minimize) {
     const int height = form.scaled(kTitleHeight);
     const int width = form.clientSize().width;
     strip.setBounds({0, 0, width, height});
+    // Last for the Tab key, which is after the window's content first.
+    strip.setTabPlace(HWND_BOTTOM);
     int right = width;
     for (Image* picture : {close, minimize}) {
         if (!picture) continue;
         const Size size = picture->naturalSize();
         right -= size.width + form.scaled(3);
         picture->setBounds({right, (height - size.height) / 2, size.width, size.height});
+        picture->setTabPlace(HWND_TOP);
     }
     return height;
 }
 
 void paintRim(HDC dc, const RECT& area) {
-    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
-    const int light = area.bottom / 4;
-    fillGradient(dc, {0, 0, area.right, light}, mixed(colors.FormBackColor, 0xFFFFFF, 70),
-                 colors.FormBackColor);
+    fillGradient(dc, {0, 0, area.right, area.bottom / 4}, colors().groundLight, colors().ground);
     RECT frame = area;
-    frameRect(dc, frame, mixed(colors.TitleColor, 0, 90));
+    frameRect(dc, frame, colors().rim);
     InflateRect(&frame, -1, -1);
-    frameRect(dc, frame, mixed(colors.FormBackColor, 0xFFFFFF, 90));
-}
-
-Color cardColor() {
-    return mixed(MultiMedialny::palette().FormBackColor, 0xFFFFFF, 215);
+    frameRect(dc, frame, colors().rimLight);
 }
 
 void paintCard(HDC dc, const RECT& area) {
-    fillRect(dc, area, cardColor());
+    fillRect(dc, area, colors().card);
     paintWell(dc, area);
 }
 
 void paintWell(HDC dc, const RECT& area) {
-    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
     RECT frame = area;
     InflateRect(&frame, 1, 1);
-    frameRect(dc, frame, mixed(colors.FormBackColor, 0, 100));
+    frameRect(dc, frame, colors().edge);
+}
+
+void paintStrip(HDC dc, Size size, const RECT& filled) {
+    const RECT area{0, 0, size.width, size.height};
+    fillRect(dc, area, colors().field);
+    fillRect(dc, filled, colors().bar);
+    frameRect(dc, area, colors().edge);
 }
 
 }  // namespace tunovka

@@ -24,10 +24,12 @@ void paintRim(HDC dc, const RECT& area);
 
 // A pale card on the ground, for texts that are read; its colour is plain, so that controls that
 // cannot show through what lies behind them can stand on it.
-Color cardColor();
 void paintCard(HDC dc, const RECT& area);
 
 // A sunken field on the ground, as lists and strips stand in.
 void paintWell(HDC dc, const RECT& area);
+
+// A framed strip of which a part is filled.
+void paintStrip(HDC dc, Size size, const RECT& filled);
 
 }  // namespace tunovka

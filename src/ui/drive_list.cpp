@@ -31,7 +31,9 @@ DriveList::DriveList(const std::wstring& name, const std::wstring& accessibleNam
                   .text = accessibleName,
                   .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST,
                   .parent = &parent},
-             Creation::PutOff) {}
+             Creation::PutOff) {
+    setAccessibleName(accessibleName);
+}
 
 // The drive of the current directory.
 void DriveList::chooseFirst() {
@@ -96,6 +98,12 @@ void DriveList::setDrive(const std::wstring& drive) {
 
 void DriveList::applyFont() {
     send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(dpi())), TRUE);
+}
+
+std::optional<LRESULT> DriveList::onMessage(UINT message, WPARAM, LPARAM) {
+    // A pointer that passes by with a turning wheel chooses no other drive.
+    if (message == WM_MOUSEWHEEL && !send(CB_GETDROPPEDSTATE)) return 0;
+    return std::nullopt;
 }
 
 std::optional<LRESULT> DriveList::onCommand(WORD code) {

@@ -29,6 +29,7 @@ class DriveList : public Window {
     std::function<void()> onChange;
 
   protected:
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     std::optional<LRESULT> onCommand(WORD code) override;
 
   private:

@@ -1,13 +1,17 @@
 #include "ui/form.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 
 #include "core/events.h"
 #include "core/text.h"
+#include "ui/accessible.h"
 #include "ui/dpi.h"
 #include "ui/modal.h"
 #include "ui/painting.h"
 #include "ui/picture_box.h"
+#include "ui/tool_tip.h"
 
 namespace tunovka {
 namespace {
@@ -15,6 +19,12 @@ namespace {
 constexpr int kBorder = 5;  // how far inside the edge a resizable form is still grasped
 
 const UINT kBecameActive = WM_APP + 1;
+
+// The system tells top-level windows alone.
+BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
+    SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
+    return TRUE;
+}
 
 }  // namespace
 
@@ -32,6 +42,7 @@ Form::Form(const FormArgs& args) : args_(args) {
 }
 
 Form::~Form() {
+    tips_.reset();  // the system would destroy its window together with this one
     destroy();
 }
 
@@ -73,8 +84,21 @@ void Form::showModal() {
     show();
     // Whole at once: controls that are painted later would be holes until then.
     RedrawWindow(handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    NotifyWinEvent(EVENT_SYSTEM_DIALOGSTART, handle(), OBJID_WINDOW, CHILDID_SELF);
     runLoopWhile([this] { return !closing_; });
     modal_.reset();
+    NotifyWinEvent(EVENT_SYSTEM_DIALOGEND, handle(), OBJID_WINDOW, CHILDID_SELF);
+}
+
+// A dialog has its texts read out when it opens.
+std::optional<AccessibleFacts> Form::describe() const {
+    if (!modal_) return std::nullopt;
+    return AccessibleFacts{.role = ROLE_SYSTEM_DIALOG, .name = text()};
+}
+
+void Form::offerTip(const Window& control, const std::wstring& tip, WPARAM keys, LPARAM place) {
+    if (!tips_) tips_ = std::make_unique<ToolTip>(*this);
+    tips_->pointerOver(control, tip, keys, place);
 }
 
 void Form::centre(HWND beside) {
@@ -120,8 +144,9 @@ void Form::paintGround(HDC target, const Window& control) const {
         drawAs(target, control.handle(), handle());
         RECT area{};
         GetClientRect(handle(), &area);
-        fillRect(target, area, MultiMedialny::palette().FormBackColor);
+        fillRect(target, area, colors().ground);
         onPaintGround(target, area);
+        if (&control == this) paintFocus(target);
     }
     if (&control == this) return;
     const auto* canvas = dynamic_cast<PictureBox*>(windowOf(GetParent(control.handle())));
@@ -129,6 +154,37 @@ void Form::paintGround(HDC target, const Window& control) const {
     const SavedDc saved(target);
     drawAs(target, control.handle(), canvas->handle());
     canvas->onPaint(target, canvas->clientSize());
+}
+
+namespace {
+
+constexpr int kFocusFrame = 2;  // how thick it is and how far it reaches outside its control
+
+// Where the frame around a control of a form goes, in the form's pixels.
+RECT focusFrame(const Form& form, HWND control) {
+    RECT area{};
+    GetWindowRect(control, &area);
+    MapWindowPoints(nullptr, form.handle(), reinterpret_cast<POINT*>(&area), 2);
+    InflateRect(&area, form.scaled(kFocusFrame), form.scaled(kFocusFrame));
+    return area;
+}
+
+}  // namespace
+
+// Controls that paint themselves show their focus within; the system's get a frame around them.
+void Form::paintFocus(HDC dc) const {
+    const Window* focused = windowOf(GetFocus());
+    if (!focused || !focused->isSystemControl() || &focused->form() != this) return;
+    RECT area = focusFrame(*this, focused->handle());
+    for (int i = 0; i < scaled(kFocusFrame); ++i) {
+        frameRect(dc, area, colors().focus);
+        InflateRect(&area, -1, -1);
+    }
+}
+
+void Form::repaintAround(const Window& control) {
+    const RECT area = focusFrame(*this, control.handle());
+    InvalidateRect(handle(), &area, FALSE);
 }
 
 std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
@@ -185,6 +241,16 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
             RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
             return 0;
         }
+        case WM_SETTINGCHANGE:
+        case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED:
+            refreshColors();
+            if (message == WM_SYSCOLORCHANGE) EnumChildWindows(handle(), passOnColorChange, 0);
+            RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
+            return std::nullopt;
+        case WM_CONTEXTMENU:
+            if (lparam == -1) onMenuKey();
+            return 0;
         case WM_ERASEBKGND:
             return 1;
         case WM_PAINT: {

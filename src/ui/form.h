@@ -52,6 +52,12 @@ class Form : public Window {
     // Paints the form's ground behind a control; `target` is the control's own device context.
     void paintGround(HDC target, const Window& control) const;
 
+    // Shows a control's tip when the pointer, which has moved over it, rests there.
+    void offerTip(const Window& control, const std::wstring& tip, WPARAM keys, LPARAM place);
+
+    // Paints the frame around a control of the system's when the focus comes to it or leaves it.
+    void repaintAround(const Window& control);
+
     // True while a long command of the form runs: commands that would change what its loop walks
     // over wait or are refused.
     bool isBusy() const { return busy_ > 0; }
@@ -71,6 +77,8 @@ class Form : public Window {
       private:
         Form* form_;
     };
+
+    std::optional<AccessibleFacts> describe() const override;
 
     // Marks a long command; keeps the form alive as well.
     class Busy {
@@ -102,6 +110,8 @@ class Form : public Window {
     virtual void onCancel() {}
     // A key before anybody else sees it; true when the form has used it.
     virtual bool onShortcut(WORD key) { return (void)key, false; }
+    // The menu key, where the control with the focus has no menu of its own.
+    virtual void onMenuKey() {}
 
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
@@ -111,6 +121,7 @@ class Form : public Window {
     friend class Forms;
     friend bool filterMessage(MSG& message);
     std::optional<LRESULT> hitTestBorder(Point screen) const;
+    void paintFocus(HDC dc) const;
     void limitSize(MINMAXINFO& limits) const;
     void leave();
     void close();
@@ -122,6 +133,7 @@ class Form : public Window {
     bool owned_ = false;  // by Forms, which destroys it
     HWND lastFocus_ = nullptr;
     std::unique_ptr<class ModalState> modal_;
+    std::unique_ptr<class ToolTip> tips_;
 };
 
 // The program's window that is active now and visible, as the owner of one that is opened over it;

@@ -107,7 +107,7 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
       scrolled_({.name = L"txtotazka",
                  .text = readable(text),
                  .parent = this,
-                 .ground = MultiMedialny::palette().FormBackColor,
+                 .ground = colors().ground,
                  .wraps = true,
                  .scrollBar = true,
                  .visible = false}),
@@ -119,6 +119,7 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
     PicZahlavie.onMouseDown = [this](MouseButton button, Point) {
         if (button == MouseButton::Left) dragWindow(*this);
     };
+    scrolled_.setAccessibleName(trimBlanks(title));
     for (const std::wstring& caption : lblnadpis) addButton(caption);
     layout();
     centre(owner);

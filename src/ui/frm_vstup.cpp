@@ -27,7 +27,9 @@ frmVstup::Field::Field(Window& parent, const InputRequest& request)
                   .className = L"EDIT",
                   .text = request.answer,
                   .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL,
-                  .parent = &parent}) {}
+                  .parent = &parent}) {
+    setAccessibleName(request.prompt);
+}
 
 // Only once it has its width: it scrolls to the selection's end.
 void frmVstup::Field::selectStart(std::size_t letters) {

@@ -1,5 +1,8 @@
 #include "ui/image.h"
 
+#include <oleacc.h>
+
+#include "core/text.h"
 #include "ui/accessible.h"
 #include "ui/form.h"
 #include "ui/painting.h"
@@ -15,7 +18,9 @@ Image::Image(const ImageArgs& args)
           .parent = args.parent}),
       normalKey_(args.normal),
       pressedKey_(args.pressed),
-      caption_(args.caption) {}
+      caption_(args.caption) {
+    if (caption_.empty()) setTip(args.text);
+}
 
 Size Image::naturalSize() const {
     return Skin::pictureSize(normalKey_, dpi());
@@ -26,7 +31,14 @@ void Image::showPressed(bool pressed) {
     pressed_ = pressed;
     invalidate();
     UpdateWindow(handle());
-    NotifyWinEvent(EVENT_OBJECT_STATECHANGE, handle(), OBJID_CLIENT, CHILDID_SELF);
+    tellNewState(handle());
+}
+
+std::optional<AccessibleFacts> Image::describe() const {
+    return AccessibleFacts{.role = ROLE_SYSTEM_PUSHBUTTON,
+                           .name = trimBlanks(text()),
+                           .state = pressed_ ? STATE_SYSTEM_PRESSED : 0,
+                           .action = L"Stlačiť"};
 }
 
 void Image::press(MouseButton button) {
@@ -50,7 +62,11 @@ void Image::paint() const {
     form().paintGround(paint.dc(), *this);
     const Size size = clientSize();
     const std::wstring& key = shownPicture();
-    if (size == naturalSize()) {
+    if (colors().plain && !caption_.empty()) {
+        const RECT area{0, 0, size.width, size.height};
+        fillRect(paint.dc(), area, colors().button);
+        frameRect(paint.dc(), area, colors().buttonText);
+    } else if (size == naturalSize()) {
         Skin::draw(paint.dc(), key, {0, 0}, dpi());
     } else {
         Skin::drawStretched(paint.dc(), key, {0, 0, size.width, size.height}, dpi());
@@ -59,11 +75,10 @@ void Image::paint() const {
     if (!caption_.empty()) {
         const RECT area{shift, shift, size.width + shift, size.height + shift};
         drawText(paint.dc(), caption_, area, DT_SINGLELINE | DT_CENTER | DT_VCENTER,
-                 Skin::font(dpi()), MultiMedialny::palette().LabelForeColor);
+                 Skin::font(dpi()), colors().buttonText);
     }
     if (hasFocus()) {
-        const int inset = scaled(2);
-        drawFocus(paint.dc(), {inset, inset, size.width - inset, size.height - inset});
+        drawFocus(paint.dc(), {0, 0, size.width, size.height}, scaled(1));
     }
 }
 
@@ -110,8 +125,6 @@ std::optional<LRESULT> Image::onMessage(UINT message, WPARAM wparam, LPARAM lpar
         case WM_KILLFOCUS:
             invalidate();
             return 0;
-        case WM_GETOBJECT:
-            return accessibleAs(L"BUTTON", handle(), wparam, lparam);
         default:
             return std::nullopt;
     }

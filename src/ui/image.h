@@ -29,6 +29,9 @@ class Image : public Window {
 
     // Size that shows the pictures as they are drawn, in pixels.
     Size naturalSize() const;
+
+    std::optional<AccessibleFacts> describe() const override;
+
     bool isPressed() const { return pressed_; }
     const std::wstring& shownPicture() const { return pressed_ ? pressedKey_ : normalKey_; }
 

@@ -1,5 +1,7 @@
 #include "ui/image_scroller.h"
 
+#include <oleacc.h>
+
 #include "ui/painting.h"
 #include "ui/skin.h"
 
@@ -15,7 +17,7 @@ constexpr wchar_t kThumbPicture[] = L"posuv1";
 
 ImageScroller::ImageScroller(Window& parent, ListView& list, RowsPerPage rowsPerPage)
     : PicPosuv({.name = L"PicPosuv",
-                .text = L"Posúvač zoznamu",
+                .text = L"",
                 .parent = &parent,
                 .visible = false,
                 .container = true}),
@@ -31,15 +33,21 @@ ImageScroller::ImageScroller(Window& parent, ListView& list, RowsPerPage rowsPer
              .normal = L"hornydole1",
              .pressed = L"hornydole2",
              .tabStop = false}),
-      Iposuv({.name = L"Iposuv", .text = L"Posúvač", .parent = &PicPosuv}),
+      Iposuv({.name = L"Iposuv",
+              .text = L"Posúvač zoznamu",
+              .parent = &PicPosuv,
+              .role = ROLE_SYSTEM_SCROLLBAR,
+              .tabStop = true}),
       list_(list),
       rowsPerPage_(rowsPerPage) {
     PicPosuv.onPaint = [](HDC dc, Size size) {
-        const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
         const RECT area{0, 0, size.width, size.height};
-        fillRect(dc, area, colors.AuxColor1);
-        frameRect(dc, area, mixed(colors.FormBackColor, 0, 100));
+        fillRect(dc, area, colors().track);
+        frameRect(dc, area, colors().edge);
     };
+    PicPosuv.onWheel = [this](int notches) { list_.turnWheel(notches); };
+    Iposuv.onMove = [this](StripMove move) { moveBy(move); };
+    Iposuv.value = [this] { return std::to_wstring(math_.percent()) + L" %"; };
     Iposuv.onPaint = [this](HDC dc, Size size) {
         Skin::drawStretched(dc, kThumbPicture, {0, 0, size.width, size.height}, Iposuv.dpi());
     };
@@ -123,6 +131,9 @@ void ImageScroller::arrange() {
 void ImageScroller::showThumb() {
     Iposuv.setBounds(
         {0, math_.thumbTop(), Ihore.naturalSize().width, static_cast<int>(math_.thumbHeight())});
+    if (shownPercent_ == math_.percent()) return;
+    shownPercent_ = math_.percent();
+    Iposuv.showValue();
 }
 
 void ImageScroller::follow(std::size_t row) {
@@ -147,6 +158,13 @@ void ImageScroller::dragThumb(int top) {
     math_.dragTo(top);
     showThumb();
     scrollList(top > before ? ScrollDirection::Down : ScrollDirection::Up);
+}
+
+void ImageScroller::moveBy(StripMove move) {
+    const double before = math_.fraction();
+    math_.move(move);
+    showThumb();
+    scrollList(math_.fraction() > before ? ScrollDirection::Down : ScrollDirection::Up);
 }
 
 void ImageScroller::scrollList(ScrollDirection direction) {

@@ -9,7 +9,8 @@
 namespace tunovka {
 
 // The vertical scroll bar made of pictures, which stands beside a list and drives it. It shows
-// only while not all rows fit. It takes the list's onScroll for itself.
+// only while not all rows fit. It takes the list's onScroll for itself. The keyboard moves it by
+// its thumb; its arrows are for the mouse.
 class ImageScroller {
   public:
     // How many of the rows in view count as a page: rowsPerPageRounded or rowsPerPageCut.
@@ -40,6 +41,7 @@ class ImageScroller {
     void showThumb();
     void follow(std::size_t row);
     void step();
+    void moveBy(StripMove move);
     void dragThumb(int top);
     void scrollList(ScrollDirection direction);
 
@@ -52,6 +54,7 @@ class ImageScroller {
     int scale_ = 0;        // dpi that the thumb's height belongs to
     ScrollDirection direction_ = ScrollDirection::Down;
     int grabbedAt_ = 0;  // place on the thumb that a drag holds
+    int shownPercent_ = 0;
 };
 
 }  // namespace tunovka

@@ -1,5 +1,8 @@
 #include "ui/label.h"
 
+#include <oleacc.h>
+
+#include "ui/accessible.h"
 #include "ui/form.h"
 #include "ui/painting.h"
 
@@ -13,11 +16,13 @@ Label::Label(const LabelArgs& args)
       format_(args.format),
       font_(args.font),
       wraps_(args.wraps),
+      status_(args.status),
       color_(MultiMedialny::palette().LabelForeColor) {}
 
 void Label::setText(const std::wstring& text) {
     if (text == this->text()) return;
     Window::setText(text);
+    tellNewName(handle());
     invalidate();
 }
 
@@ -30,13 +35,19 @@ Size Label::measured(int width) const {
     return measureText(text(), Skin::font(dpi(), font_), width);
 }
 
+std::optional<AccessibleFacts> Label::describe() const {
+    return AccessibleFacts{.role = status_ ? ROLE_SYSTEM_STATUSBAR : ROLE_SYSTEM_STATICTEXT,
+                           .name = text()};
+}
+
 void Label::paint() const {
     const PaintDc paint(handle());
     form().paintGround(paint.dc(), *this);
     RECT area{};
     GetClientRect(handle(), &area);
     const UINT lines = wraps_ ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE | DT_VCENTER;
-    drawText(paint.dc(), text(), area, format_ | lines, Skin::font(dpi(), font_), color_);
+    drawText(paint.dc(), text(), area, format_ | lines, Skin::font(dpi(), font_),
+             shownText(color_));
 }
 
 std::optional<LRESULT> Label::onMessage(UINT message, WPARAM, LPARAM) {
@@ -46,6 +57,8 @@ std::optional<LRESULT> Label::onMessage(UINT message, WPARAM, LPARAM) {
         case WM_PAINT:
             paint();
             return 0;
+        case WM_GETDLGCODE:
+            return DLGC_STATIC;
         default:
             return std::nullopt;
     }

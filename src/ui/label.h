@@ -15,7 +15,8 @@ class Label : public Window {
         UINT format = DT_LEFT;  // DrawText's alignment and ellipsis
         Skin::Font font = Skin::Font::Text;
         bool visible = true;
-        bool wraps = false;  // lines break at words, from the top; else one centred line
+        bool status = false;  // the line that tells what is selected
+        bool wraps = false;   // lines break at words, from the top; else one centred line
     };
 
     explicit Label(const LabelArgs& args);
@@ -26,6 +27,8 @@ class Label : public Window {
     // Size of the caption in pixels: on one line, or wrapped at a width when that is positive.
     Size measured(int width = 0) const;
 
+    std::optional<AccessibleFacts> describe() const override;
+
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
@@ -34,7 +37,7 @@ class Label : public Window {
 
     UINT format_;
     Skin::Font font_;
-    bool wraps_;
+    bool wraps_, status_;
     Color color_;
 };
 

@@ -51,6 +51,7 @@ ListView::ListView(const ListArgs& args)
                       const auto position = itemAt(from);
                       if (position && onBeginDrag) onBeginDrag(*position);
                   }}) {
+    setAccessibleName(args.text);
     send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
          LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
     LVCOLUMNW column{};
@@ -242,6 +243,10 @@ void ListView::scrollNearEdge(Point point) {
     scrolled(WM_VSCROLL, up ? SB_LINEUP : SB_LINEDOWN, 0);
 }
 
+void ListView::turnWheel(int notches) {
+    send(WM_MOUSEWHEEL, MAKEWPARAM(0, notches * WHEEL_DELTA), 0);
+}
+
 void ListView::pressed(MouseButton button, Point point) {
     if (const auto position = itemAt(point)) select(*position);
     if (onMouseDown) onMouseDown(button, point);
@@ -355,21 +360,15 @@ LRESULT ListView::customDraw(const NMLVCUSTOMDRAW& draw) const {
 }
 
 void ListView::drawRow(HDC dc, std::size_t position) const {
-    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
     const ListItem& item = items_.at(position);
     const Rect area = rowArea(position);
-    const bool isSelected = send(LVM_GETITEMSTATE, position, LVIS_SELECTED);
-    Color ground = colors.NodeBackColor, ink = item.foreground;
-    if (isSelected) {
-        ground = hasFocus() ? colors.TitleColor : colors.AuxColor1;
-        if (hasFocus()) ink = 0xFFFFFF;
-    }
-    fillRect(dc, toRECT(area), ground);
-    if (dropHighlight_ == position) {
-        fillRect(dc, toRECT(area), mixed(colors.AuxColor3, 0xFFFFFF, 80));
-        frameRect(dc, toRECT(area), colors.TitleColor);
-        ink = item.foreground;
-    }
+    RowState state = RowState::Plain;
+    if (send(LVM_GETITEMSTATE, position, LVIS_SELECTED))
+        state = hasFocus() ? RowState::Selected : RowState::SelectedElsewhere;
+    if (dropHighlight_ == position) state = RowState::DropTarget;
+    const RowColors row = rowColors(item.foreground, state);
+    fillRect(dc, toRECT(area), row.ground);
+    if (state == RowState::DropTarget) frameRect(dc, toRECT(area), colors().title);
     int left = scaled(kMargin);
     if (!item.imageKey.empty()) {
         const int side = scaled(kPicture);
@@ -378,13 +377,12 @@ void ListView::drawRow(HDC dc, std::size_t position) const {
     }
     drawText(dc, item.text.substr(0, kLongestText),
              {left, area.y, area.right() - scaled(kMargin), area.bottom()}, kTextFormat,
-             Skin::font(dpi()), ink);
+             Skin::font(dpi()), row.text);
 }
 
 LRESULT ListView::drawHeader(const NMCUSTOMDRAW& draw) const {
     if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (draw.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
     wchar_t caption[64] = L"";
     LVCOLUMNW column{};
     column.mask = LVCF_TEXT;
@@ -392,10 +390,10 @@ LRESULT ListView::drawHeader(const NMCUSTOMDRAW& draw) const {
     column.cchTextMax = std::size(caption);
     send(LVM_GETCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
     RECT area = draw.rc;
-    fillGradient(draw.hdc, area, mixed(colors.AuxColor3, 0xFFFFFF, 120), colors.AuxColor3);
-    fillRect(draw.hdc, {area.left, area.bottom - 1, area.right, area.bottom}, colors.TitleColor);
+    fillGradient(draw.hdc, area, colors().headerLight, colors().header);
+    fillRect(draw.hdc, {area.left, area.bottom - 1, area.right, area.bottom}, colors().edge);
     area.left += scaled(kMargin);
-    drawText(draw.hdc, caption, area, kTextFormat, Skin::font(dpi()), colors.LabelForeColor);
+    drawText(draw.hdc, caption, area, kTextFormat, Skin::font(dpi()), colors().headerText);
     return CDRF_SKIPDEFAULT;
 }
 

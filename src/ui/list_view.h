@@ -61,6 +61,9 @@ class ListView : public Window {
     double rowHeight() const;   // pixels; 0 while the list is empty
     double rowsInView() const;  // height of the rows' area in rows, with its fraction; 0 likewise
 
+    // Scrolls as the mouse wheel does; away from the person is positive.
+    void turnWheel(int notches);
+
     // Marks the row under a drag; nullopt marks none.
     void setDropHighlight(std::optional<std::size_t> position);
     std::optional<std::size_t> dropHighlight() const { return dropHighlight_; }

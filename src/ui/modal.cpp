@@ -30,7 +30,20 @@ ModalState::~ModalState() {
     for (const HWND window : disabled_) EnableWindow(window, TRUE);
 }
 
+namespace {
+
+// The wheel turns what lies under the pointer, wherever the focus is.
+void aimWheel(MSG& message) {
+    const Point at = pointOf(message.lParam);
+    const HWND under = WindowFromPoint({at.x, at.y});
+    const auto* form = dynamic_cast<Form*>(windowOf(GetAncestor(under, GA_ROOT)));
+    if (form && form->isEnabled()) message.hwnd = under;
+}
+
+}  // namespace
+
 bool filterMessage(MSG& message) {
+    if (message.message == WM_MOUSEWHEEL) aimWheel(message);
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
     const HWND top = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
     auto* form = dynamic_cast<Form*>(windowOf(top));

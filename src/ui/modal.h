@@ -19,8 +19,8 @@ class ModalState {
     std::vector<HWND> disabled_;
 };
 
-// Keyboard handling that comes before a message reaches its window: shortcuts of the form, Tab,
-// Enter and Escape. True when the message is used up.
+// What comes before a message reaches its window: shortcuts of the form, Tab, Enter and Escape,
+// which end here (true), and the wheel, which is sent to the window under the pointer.
 bool filterMessage(MSG& message);
 
 // Runs the message loop for as long as the condition holds. A request to quit is passed on to the

@@ -40,15 +40,6 @@ void frameRect(HDC dc, const RECT& area, Color color) {
     FrameRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
-Color mixed(Color first, Color second, int amount) {
-    Color result = 0;
-    for (int shift = 0; shift < 24; shift += 8) {
-        const int a = first >> shift & 0xFF, b = second >> shift & 0xFF;
-        result |= static_cast<Color>(a + (b - a) * amount / 255) << shift;
-    }
-    return result;
-}
-
 void fillGradient(HDC dc, const RECT& area, Color top, Color bottom) {
     const auto corner = [](LONG x, LONG y, Color color) {
         const auto channel = [&](int shift) {
@@ -86,11 +77,13 @@ Size measureText(const std::wstring& text, HFONT font, int width) {
     return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
 }
 
-void drawFocus(HDC dc, const RECT& area) {
-    const SavedDc saved(dc);
-    SetTextColor(dc, 0x000000);
-    SetBkColor(dc, 0xFFFFFF);
-    DrawFocusRect(dc, &area);
+void drawFocus(HDC dc, RECT area, int line) {
+    for (const Color color : {colors().focusHalo, colors().focus}) {
+        for (int i = 0; i < line; ++i) {
+            frameRect(dc, area, color);
+            InflateRect(&area, -1, -1);
+        }
+    }
 }
 
 }  // namespace tunovka

@@ -4,12 +4,10 @@
 
 #include <string>
 
-#include "core/multimedialny.h"
+#include "ui/colors.h"
 #include "ui/geometry.h"
 
 namespace tunovka {
-
-using MultiMedialny::Color;
 
 // Keeps a device context's state and puts it back.
 class SavedDc {
@@ -46,9 +44,6 @@ void fillRect(HDC dc, const RECT& area, Color color);
 void frameRect(HDC dc, const RECT& area, Color color);
 // From one colour on top to another at the bottom.
 void fillGradient(HDC dc, const RECT& area, Color top, Color bottom);
-// Between two colours: 0 gives the first, 255 the second.
-Color mixed(Color first, Color second, int amount);
-
 RECT toRECT(const Rect& rect);
 
 // Text within an area; `format` is DrawText's. The text is never read as a shortcut ("&").
@@ -56,7 +51,8 @@ void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT fo
 // Size of a text on one line, or wrapped at `width` pixels when that is positive.
 Size measureText(const std::wstring& text, HFONT font, int width = 0);
 
-// A dotted frame that shows the focus, when the window's keyboard cues are not hidden.
-void drawFocus(HDC dc, const RECT& area);
+// Two frames within an area that show the focus, one dark and one light, so that they are seen on
+// any picture; each as thick as `line` pixels.
+void drawFocus(HDC dc, RECT area, int line);
 
 }  // namespace tunovka

@@ -1,5 +1,9 @@
 #include "ui/picture_box.h"
 
+#include <oleacc.h>
+
+#include "core/text.h"
+#include "ui/accessible.h"
 #include "ui/form.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
@@ -18,9 +22,61 @@ MouseButton heldButton(WPARAM keys) {
 PictureBox::PictureBox(const PictureBoxArgs& args)
     : Window(Args{.name = args.name,
                   .text = args.text,
-                  .style = WS_CHILD | WS_CLIPCHILDREN | (args.visible ? WS_VISIBLE : 0u),
+                  .style = WS_CHILD | WS_CLIPCHILDREN | (args.visible ? WS_VISIBLE : 0u) |
+                           (args.tabStop ? WS_TABSTOP : 0u),
                   .exStyle = args.container ? DWORD{WS_EX_CONTROLPARENT} : 0u,
-                  .parent = args.parent}) {}
+                  .parent = args.parent}),
+      role_(args.role),
+      rising_(args.rising) {}
+
+void PictureBox::showValue() {
+    invalidate();
+    tellNewValue(handle());
+}
+
+std::optional<AccessibleFacts> PictureBox::describe() const {
+    if (role_ == 0) return std::nullopt;
+    AccessibleFacts facts{.role = role_, .name = text()};
+    if (value) facts.value = value();
+    return facts;
+}
+
+bool PictureBox::takeKey(WORD key) {
+    if (!onMove) return false;
+    const auto move = [&]() -> std::optional<StripMove> {
+        switch (key) {
+            case VK_LEFT:
+                return StripMove::Back;
+            case VK_RIGHT:
+                return StripMove::Forward;
+            case VK_UP:
+                return rising_ ? StripMove::Forward : StripMove::Back;
+            case VK_DOWN:
+                return rising_ ? StripMove::Back : StripMove::Forward;
+            case VK_PRIOR:
+                return rising_ ? StripMove::PageForward : StripMove::PageBack;
+            case VK_NEXT:
+                return rising_ ? StripMove::PageBack : StripMove::PageForward;
+            case VK_HOME:
+                return StripMove::First;
+            case VK_END:
+                return StripMove::Last;
+            default:
+                return std::nullopt;
+        }
+    }();
+    if (move) onMove(*move);
+    return move.has_value();
+}
+
+bool PictureBox::takeWheel(int turned) {
+    if (!onWheel) return false;
+    turned_ += turned;
+    const int notches = turned_ / WHEEL_DELTA;
+    turned_ %= WHEEL_DELTA;
+    if (notches != 0) onWheel(notches);
+    return true;
+}
 
 std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
@@ -36,9 +92,24 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
         case WM_PAINT: {
             const PaintDc paint(handle());
             form().paintGround(paint.dc(), *this);
-            if (onPaint) onPaint(paint.dc(), clientSize());
+            const Size size = clientSize();
+            if (onPaint) onPaint(paint.dc(), size);
+            if (hasFocus()) drawFocus(paint.dc(), {0, 0, size.width, size.height}, scaled(1));
             return 0;
         }
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            invalidate();
+            return 0;
+        case WM_GETDLGCODE:
+            if (!onMove) return std::nullopt;
+            return DLGC_WANTARROWS;
+        case WM_KEYDOWN:
+            if (takeKey(static_cast<WORD>(wparam))) return 0;
+            return std::nullopt;
+        case WM_MOUSEWHEEL:
+            if (takeWheel(GET_WHEEL_DELTA_WPARAM(wparam))) return 0;
+            return std::nullopt;
         case WM_LBUTTONDOWN:
         case WM_RBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
@@ -61,10 +132,13 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
 TitleStrip::TitleStrip(const std::wstring& name, const std::wstring& title, Window& parent)
     : PictureBox({.name = name, .text = title, .parent = &parent, .container = true}) {
     onPaint = [this](HDC dc, Size size) {
-        Skin::drawStretched(dc, L"zahlavie", {0, 0, size.width, size.height}, dpi());
+        if (colors().plain)
+            fillRect(dc, {0, 0, size.width, size.height}, colors().title);
+        else
+            Skin::drawStretched(dc, L"zahlavie", {0, 0, size.width, size.height}, dpi());
         const RECT area{scaled(4), 0, size.width, size.height};
         drawText(dc, Window::text(), area, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS,
-                 Skin::font(dpi(), Skin::Font::Bold), MultiMedialny::palette().TitleTextColor);
+                 Skin::font(dpi(), Skin::Font::Bold), colors().titleText);
     };
     onMouseMove = [this](MouseButton held, Point) {
         if (held == MouseButton::Left) dragWindow(form());
@@ -77,6 +151,10 @@ TitleStrip::TitleStrip(const std::wstring& name, const std::wstring& title, Wind
 void TitleStrip::setText(const std::wstring& title) {
     PictureBox::setText(title);
     invalidate();
+}
+
+std::optional<AccessibleFacts> TitleStrip::describe() const {
+    return AccessibleFacts{.role = ROLE_SYSTEM_STATICTEXT, .name = trimBlanks(text())};
 }
 
 void dragWindow(const Form& form) {

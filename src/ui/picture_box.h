@@ -2,12 +2,14 @@
 
 #include <functional>
 
+#include "ui/strip_move.h"
 #include "ui/window.h"
 
 namespace tunovka {
 
 // A canvas: its owner paints it and takes its mouse. The mouse is captured while a button is held,
-// so that moves and the release reach it wherever the pointer is.
+// so that moves and the release reach it wherever the pointer is. One that stands for a value can
+// have the focus and is moved by the arrow keys, Page Up and Down, Home and End.
 class PictureBox : public Window {
   public:
     struct PictureBoxArgs {
@@ -16,6 +18,9 @@ class PictureBox : public Window {
         Window* parent;
         bool visible = true;
         bool container = false;  // other controls lie on it
+        long role = 0;           // what a screen reader takes it for, ROLE_SYSTEM_...
+        bool tabStop = false;
+        bool rising = false;  // the value grows upwards
     };
 
     explicit PictureBox(const PictureBoxArgs& args);
@@ -26,9 +31,25 @@ class PictureBox : public Window {
     std::function<void(MouseButton, Point)> onMouseDown;
     std::function<void(MouseButton, Point)> onMouseMove;  // the button that is held
     std::function<void(MouseButton, Point)> onMouseUp;
+    std::function<void(StripMove)> onMove;     // by a key
+    std::function<void(int notches)> onWheel;  // away from the person is positive
+    std::function<std::wstring()> value;       // as a screen reader tells it
+
+    // The value is another one: paints it and tells screen readers.
+    void showValue();
+
+    std::optional<AccessibleFacts> describe() const override;
 
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+  private:
+    bool takeKey(WORD key);
+    bool takeWheel(int turned);
+
+    long role_;
+    bool rising_;
+    int turned_ = 0;  // the part of a notch of the wheel that is not passed on yet
 };
 
 // The picture strip on top of a window: shows a title and drags the window.
@@ -37,6 +58,7 @@ class TitleStrip : public PictureBox {
     TitleStrip(const std::wstring& name, const std::wstring& title, Window& parent);
 
     void setText(const std::wstring& title) override;
+    std::optional<AccessibleFacts> describe() const override;
 
     std::function<void()> onRightUp;
 };

@@ -1,5 +1,6 @@
 #include "ui/read_only_text.h"
 
+#include "ui/colors.h"
 #include "ui/form.h"
 #include "ui/skin.h"
 
@@ -49,9 +50,10 @@ int ReadOnlyText::heightAt(int width) {
 }
 
 HBRUSH ReadOnlyText::onColors(HDC dc) {
-    SetTextColor(dc, MultiMedialny::palette().LabelForeColor);
-    SetBkColor(dc, ground_);
-    SetDCBrushColor(dc, ground_);
+    const Color ground = colors().plain ? colors().ground : ground_;
+    SetTextColor(dc, colors().text);
+    SetBkColor(dc, ground);
+    SetDCBrushColor(dc, ground);
     return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
 }
 

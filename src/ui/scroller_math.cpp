@@ -39,9 +39,14 @@ void ScrollerMath::dragTo(double thumbTop) {
 }
 
 void ScrollerMath::step(ScrollDirection direction) {
+    move(direction == ScrollDirection::Down ? StripMove::Forward : StripMove::Back);
+}
+
+void ScrollerMath::move(StripMove move) {
     if (!visible()) return;
-    const double one = 1.0 / hiddenRows();
-    fraction_ = std::clamp(fraction_ + (direction == ScrollDirection::Down ? one : -one), 0.0, 1.0);
+    const double row = 1.0 / hiddenRows();
+    const double page = std::max(rowsPerPage_ - 1, 1) * row;
+    fraction_ = moved(move, fraction_, {.line = row, .page = page, .least = 0, .most = 1});
 }
 
 void ScrollerMath::showRow(std::size_t row) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "core/counter16.h"
+#include "ui/strip_move.h"
 
 namespace tunovka {
 
@@ -37,9 +38,11 @@ class ScrollerMath {
     double thumbHeight() const { return thumbHeight_; }
     int thumbTop() const;  // rounded half to even
     double fraction() const { return fraction_; }
+    int percent() const { return static_cast<int>(fraction_ * 100 + 0.5); }
 
     void dragTo(double thumbTop);          // kept between the buttons
     void step(ScrollDirection direction);  // as one press of an arrow button
+    void move(StripMove move);             // as a key
     void showRow(std::size_t row);         // 0-based: the thumb goes where that row belongs
 
     // The row to bring into view for the present position, 1-based: at the page's top when moving

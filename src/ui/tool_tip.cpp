@@ -6,7 +6,9 @@
 
 namespace tunovka {
 
-void ToolTip::set(const Window& control, const std::wstring& text) {
+void ToolTip::pointerOver(const Window& control, const std::wstring& text, WPARAM keys,
+                          LPARAM place) {
+    if (!known_.insert(control.handle()).second) return;  // the system watches it already
     if (!handle())
         create({.name = L"ToolTip",
                 .className = TOOLTIPS_CLASSW,
@@ -19,8 +21,9 @@ void ToolTip::set(const Window& control, const std::wstring& text) {
     tool.hwnd = GetParent(control.handle());
     tool.uId = reinterpret_cast<UINT_PTR>(control.handle());
     tool.lpszText = const_cast<wchar_t*>(text.c_str());
-    if (!send(TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool)))
-        send(TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+    send(TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    MSG move{control.handle(), WM_MOUSEMOVE, keys, place, GetTickCount(), {}};
+    send(TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&move));
 }
 
 }  // namespace tunovka

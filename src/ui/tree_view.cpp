@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "core/errors.h"
+#include "ui/colors.h"
 
 namespace tunovka {
 namespace {
@@ -42,6 +43,7 @@ TreeView::TreeView(const TreeArgs& args)
                              const std::wstring key = nodeAt(from);
                              if (!key.empty() && !toggled_ && onBeginDrag) onBeginDrag(key);
                          }}) {
+    setAccessibleName(args.text);
     if (!args.putOff) onCreated();
 }
 
@@ -337,11 +339,12 @@ LRESULT TreeView::customDraw(NMTVCUSTOMDRAW& draw) const {
         draw.nmcd.uItemState & CDIS_SELECTED ||
         related(nullptr, TVGN_DROPHILITE) == reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec);
     if (node && !marked) {
-        draw.clrText = node->foreground;
-        draw.clrTextBk = node->background;
+        draw.clrText = shownText(node->foreground);
+        draw.clrTextBk = colors().plain ? colors().field : node->background;
     } else if (node && !hasFocus()) {  // still to be seen when the focus is elsewhere
-        draw.clrText = node->foreground;
-        draw.clrTextBk = MultiMedialny::palette().AuxColor1;
+        const RowColors row = rowColors(node->foreground, RowState::SelectedElsewhere);
+        draw.clrText = row.text;
+        draw.clrTextBk = row.ground;
     }
     return CDRF_NEWFONT;
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/errors.h"
+#include "ui/accessible.h"
 #include "ui/boundary.h"
 #include "ui/common_controls.h"
 #include "ui/dpi.h"
@@ -87,7 +88,9 @@ Window::Window(Window&& other) noexcept
     : handle_(std::exchange(other.handle_, nullptr)),
       form_(other.form_),
       original_(other.original_),
-      name_(std::move(other.name_)) {
+      name_(std::move(other.name_)),
+      accessibleName_(std::move(other.accessibleName_)),
+      tip_(std::move(other.tip_)) {
     bind();
 }
 
@@ -98,6 +101,8 @@ Window& Window::operator=(Window&& other) noexcept {
         form_ = other.form_;
         original_ = other.original_;
         name_ = std::move(other.name_);
+        accessibleName_ = std::move(other.accessibleName_);
+        tip_ = std::move(other.tip_);
         bind();
     }
     return *this;
@@ -159,8 +164,13 @@ LRESULT Window::route(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 bool Window::answer(LRESULT& result, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_MOUSEMOVE && !tip_.empty()) form_->offerTip(*this, tip_, wparam, lparam);
     std::optional<LRESULT> answer = reflect(message, wparam, lparam);
     if (!answer) answer = onMessage(message, wparam, lparam);
+    if (!answer && message == WM_GETOBJECT && describe())
+        answer = accessibleAnswer(handle_, wparam, lparam);
+    if ((message == WM_SETFOCUS || message == WM_KILLFOCUS) && form_ && isSystemControl())
+        form_->repaintAround(*this);
     if (answer) result = *answer;
     return answer.has_value();
 }
@@ -187,6 +197,10 @@ LRESULT Window::defaultProcedure(UINT message, WPARAM wparam, LPARAM lparam) {
 
 std::optional<LRESULT> Window::onMessage(UINT, WPARAM, LPARAM) {
     return std::nullopt;
+}
+std::optional<AccessibleFacts> Window::describe() const {
+    if (accessibleName_.empty()) return std::nullopt;
+    return AccessibleFacts{.name = accessibleName_};
 }
 std::optional<LRESULT> Window::onNotify(NMHDR&) {
     return std::nullopt;
@@ -243,6 +257,12 @@ bool Window::isEnabled() const {
 }
 void Window::focus() {
     SetFocus(handle_);
+}
+void Window::setTabPlace(HWND after) {
+    const bool isThere = after == HWND_BOTTOM ? !GetWindow(handle_, GW_HWNDNEXT)
+                                              : GetWindow(handle_, GW_HWNDPREV) == after;
+    if (isThere) return;
+    SetWindowPos(handle_, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 void Window::invalidate() {
     InvalidateRect(handle_, nullptr, FALSE);

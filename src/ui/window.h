@@ -14,6 +14,7 @@ namespace tunovka {
 using MultiMedialny::Color;
 
 class Form;
+struct AccessibleFacts;
 
 enum class MouseButton { None, Left, Right, Middle };
 
@@ -60,10 +61,20 @@ class Window {
     bool isEnabled() const;
     bool hasFocus() const { return GetFocus() == handle_; }
     void focus();
+    // Its turn for the Tab key: after a sibling, or first or last (HWND_TOP, HWND_BOTTOM).
+    void setTabPlace(HWND after);
     void invalidate();
 
     std::wstring text() const;
     virtual void setText(const std::wstring& text);
+
+    // What is shown when the pointer rests over a control of the program's own; "" for nothing.
+    void setTip(const std::wstring& text) { tip_ = text; }
+
+    // What a screen reader is told; nullopt leaves it to the system.
+    virtual std::optional<AccessibleFacts> describe() const;
+    // The name that it reads out for a control whose text is something else; "" for none.
+    void setAccessibleName(const std::wstring& name) { accessibleName_ = name; }
 
     // The number in 96ths of an inch as pixels of this window's screen.
     int scaled(int units) const;
@@ -99,6 +110,7 @@ class Window {
 
   private:
     friend class Form;
+    bool isSystemControl() const { return original_ != DefWindowProcW; }
     static LRESULT CALLBACK ownProcedure(HWND, UINT, WPARAM, LPARAM);
     LRESULT route(UINT message, WPARAM wparam, LPARAM lparam);
     bool answer(LRESULT& answer, UINT message, WPARAM wparam, LPARAM lparam);
@@ -109,7 +121,7 @@ class Window {
     std::unique_ptr<Args> putOff_;
     Form* form_ = nullptr;
     WNDPROC original_ = DefWindowProcW;  // of a system control its own
-    std::wstring name_;
+    std::wstring name_, accessibleName_, tip_;
 };
 
 // The Window object of a system window, nullptr when it is none of the program's.

@@ -54,5 +54,17 @@ TEST(Strips, volumeRunsFromTheBottomUp) {
     EXPECT_EQ(stripVolume(60, 50), -3920);  // below the strip is one unit above its bottom
 }
 
+TEST(Strips, keysStayWithinTheEnds) {
+    EXPECT_EQ(movedPosition(StripMove::Forward, 10, 200), 15);
+    EXPECT_EQ(movedPosition(StripMove::PageBack, 10, 200), 0);
+    EXPECT_EQ(movedPosition(StripMove::PageForward, 190, 200), 200);
+    EXPECT_EQ(movedPosition(StripMove::Last, 10, 0), 0);
+    EXPECT_EQ(movedVolume(StripMove::Forward, 98), 100);
+    EXPECT_EQ(movedVolume(StripMove::First, 98), 0);
+    EXPECT_EQ(percentVolume(0), -4000);
+    EXPECT_EQ(percentVolume(75), -1000);
+    EXPECT_EQ(percentVolume(100), 0);
+}
+
 }  // namespace
 }  // namespace tunovka

@@ -1,0 +1,123 @@
+#include "ui/colors.h"
+
+#include <windows.h>
+
+namespace tunovka {
+namespace {
+
+constexpr Color kWhite = 0xFFFFFF, kBlack = 0;
+
+bool highContrast() {
+    HIGHCONTRASTW setting{};
+    setting.cbSize = sizeof setting;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) &&
+           setting.dwFlags & HCF_HIGHCONTRASTON;
+}
+
+Colors ofSkin() {
+    MultiMedialny::InitSharedTables();  // for a window that comes before the explorer
+    const MultiMedialny::SkinPalette& skin = MultiMedialny::palette();
+    const Color edge = mixed(skin.FormBackColor, kBlack, 100);
+    return {.plain = false,
+            .ground = skin.FormBackColor,
+            .groundLight = mixed(skin.FormBackColor, kWhite, 70),
+            .rim = mixed(skin.TitleColor, kBlack, 90),
+            .rimLight = mixed(skin.FormBackColor, kWhite, 90),
+            .text = skin.LabelForeColor,
+            .title = skin.TitleColor,
+            .titleText = skin.TitleTextColor,
+            .button = skin.AuxColor1,
+            .buttonText = skin.LabelForeColor,
+            .card = mixed(skin.FormBackColor, kWhite, 215),
+            .edge = edge,
+            .field = skin.NodeBackColor,
+            .fieldText = skin.NodeForeColor,
+            .selected = skin.TitleColor,
+            .selectedText = kWhite,
+            .selectedElsewhere = skin.AuxColor1,
+            .dropTarget = mixed(skin.AuxColor3, kWhite, 80),
+            .bar = skin.PlayerBarColor,
+            .track = skin.AuxColor1,
+            .headerLight = mixed(skin.AuxColor3, kWhite, 120),
+            .header = skin.AuxColor3,
+            .headerText = skin.LabelForeColor,
+            .panelLight = mixed(skin.AuxColor3, kWhite, 190),
+            .panel = skin.AuxColor1,
+            .focus = skin.LabelForeColor,
+            .focusHalo = kWhite};
+}
+
+Colors ofSystem() {
+    const Color ground = GetSysColor(COLOR_WINDOW), text = GetSysColor(COLOR_WINDOWTEXT);
+    const Color button = GetSysColor(COLOR_BTNFACE), buttonText = GetSysColor(COLOR_BTNTEXT);
+    const Color selected = GetSysColor(COLOR_HIGHLIGHT),
+                selectedText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+    return {.plain = true,
+            .ground = ground,
+            .groundLight = ground,
+            .rim = text,
+            .rimLight = ground,
+            .text = text,
+            .title = GetSysColor(COLOR_ACTIVECAPTION),
+            .titleText = GetSysColor(COLOR_CAPTIONTEXT),
+            .button = button,
+            .buttonText = buttonText,
+            .card = ground,
+            .edge = text,
+            .field = ground,
+            .fieldText = text,
+            .selected = selected,
+            .selectedText = selectedText,
+            .selectedElsewhere = selected,
+            .dropTarget = selected,
+            .bar = selected,
+            .track = ground,
+            .headerLight = button,
+            .header = button,
+            .headerText = buttonText,
+            .panelLight = ground,
+            .panel = ground,
+            .focus = text,
+            .focusHalo = ground};
+}
+
+Colors& current() {
+    static Colors now = highContrast() ? ofSystem() : ofSkin();
+    return now;
+}
+
+}  // namespace
+
+const Colors& colors() {
+    return current();
+}
+
+void refreshColors() {
+    chooseColors(highContrast());
+}
+
+void chooseColors(bool highContrast) {
+    current() = highContrast ? ofSystem() : ofSkin();
+}
+
+Color shownText(Color given) {
+    if (!colors().plain) return given;
+    const bool warns = given == MultiMedialny::palette().MissingEntryColor;
+    return warns ? readableOn(colors().field, given) : colors().fieldText;
+}
+
+RowColors rowColors(Color given, RowState state) {
+    const Colors& now = colors();
+    switch (state) {
+        case RowState::Selected:
+            return {now.selected, now.selectedText};
+        case RowState::SelectedElsewhere:
+            return {now.selectedElsewhere, now.plain ? now.selectedText : given};
+        case RowState::DropTarget:
+            return {now.dropTarget, now.plain ? now.selectedText : given};
+        default:
+            return {now.field, shownText(given)};
+    }
+}
+
+}  // namespace tunovka

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "ui/color_math.h"
+
+namespace tunovka {
+
+// What windows and controls are painted in: the skin's colours or, while the person at the machine
+// has chosen high contrast, the system's.
+struct Colors {
+    bool plain;  // high contrast: no picture and no gradient behind a text
+
+    Color ground, groundLight;  // of a window: most of it, and where light falls on it from above
+    Color rim, rimLight;        // its two frames, from outside
+    Color text;                 // labels
+    Color title, titleText;
+    Color button, buttonText;               // of a button with a caption, where no picture is drawn
+    Color card;                             // a pale plain field on the ground
+    Color edge;                             // frames around fields
+    Color field, fieldText;                 // lists, trees, empty strips
+    Color selected, selectedText;           // the chosen row of the control with the focus
+    Color selectedElsewhere;                // ... of a control without it
+    Color dropTarget;                       // the row under a drag
+    Color bar;                              // the filled part of a strip
+    Color track;                            // behind a thumb
+    Color headerLight, header, headerText;  // of a list, from above
+    Color panelLight, panel;                // of a panel that lies over a window
+    Color focus, focusHalo;                 // the two frames around what has the focus
+};
+
+const Colors& colors();
+
+// Looks at the system's settings again, after they have changed.
+void refreshColors();
+// Takes the skin's colours, or the system's as they are now.
+void chooseColors(bool highContrast);
+
+// A colour that an entry's or a label's text has been given, as it is to be painted now.
+Color shownText(Color given);
+
+// The same for a row of a tree or a list, with the ground that it lies on.
+enum class RowState { Plain, Selected, SelectedElsewhere, DropTarget };
+struct RowColors {
+    Color ground, text;
+};
+RowColors rowColors(Color given, RowState state);
+
+}  // namespace tunovka
