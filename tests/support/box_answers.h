@@ -42,7 +42,7 @@ inline void pressAndRelease(Window& control, UINT down = WM_LBUTTONDOWN, UINT up
 
 // Lets the message loop run until a condition holds; false when it does not within the time.
 template <typename Condition>
-bool runUntil(Condition condition, DWORD milliseconds = 10000) {
+bool runUntil(Condition condition, DWORD milliseconds = 30000) {
     const DWORD start = GetTickCount();
     const UINT_PTR heartbeat = SetTimer(nullptr, 0, 10, nullptr);
     bool holds = condition();

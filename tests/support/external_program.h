@@ -30,8 +30,7 @@ class Recorder {
     // "show mode|command line", "" when it was not started.
     std::wstring started() const {
         const std::wstring record = path_ + L".txt";
-        if (!WatchedPlayer::until([&] { return FileSystemObject::FileExists(record); }, 10000))
-            return {};
+        if (!WatchedPlayer::until([&] { return FileSystemObject::FileExists(record); })) return {};
         const std::string bytes = FileSystemObject::readAll(record);
         DeleteFileW(record.c_str());
         std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');

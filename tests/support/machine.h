@@ -23,7 +23,7 @@ inline std::string machinePath(const std::wstring& path) {
 }
 
 // Runs a shell command of the machine below until `done` says that it has worked; false when it
-// has not within five seconds. Wine may run it twice and cannot tell its end.
+// has not within half a minute. Wine may run it twice and cannot tell its end.
 inline bool onMachine(const std::string& command, const std::function<bool()>& done) {
     STARTUPINFOA start{};
     start.cb = sizeof start;
@@ -34,7 +34,7 @@ inline bool onMachine(const std::string& command, const std::function<bool()>& d
         return false;
     const KernelHandle program(process.hProcess), thread(process.hThread);
     const DWORD from = GetTickCount();
-    while (!done() && GetTickCount() - from < 5000) WaitForSingleObject(program.get(), 5);
+    while (!done() && GetTickCount() - from < 30000) WaitForSingleObject(program.get(), 5);
     return done();
 }
 

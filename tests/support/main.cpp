@@ -9,8 +9,11 @@
 #include <commctrl.h>
 #include <ole2.h>
 
+#include "support/last_words.h"
+
 int wmain(int argc, wchar_t** argv) {
     testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new tunovka::LastWords);
     if (FAILED(OleInitialize(nullptr))) return 1;
     const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_BAR_CLASSES};
     if (!InitCommonControlsEx(&controls)) return 1;

@@ -30,7 +30,7 @@ class SaveAnswers {
     int replaced = 0;  // how often the dialog asked whether to replace a file
 
   private:
-    static constexpr int kPatience = 250;  // ticks until a dialog that stays is cancelled
+    static constexpr int kPatience = 1000;  // ticks until a dialog that stays is cancelled
 
     void look() {
         const HWND dialog = dialogOf(owner_);

@@ -41,14 +41,17 @@ class WatchedPlayer {
     void destroy() { player_.reset(); }
 
     // What was told since the last asking.
-    Notifications told() { return std::exchange(told_, {}); }
+    Notifications told() {
+        awaited_ = 0;
+        return std::exchange(told_, {});
+    }
 
     // The titles at every NewStream so far.
     const std::vector<std::wstring>& titles() const { return titles_; }
 
     // Lets the loop run until something is so; false when it is not within the limit (ms).
     template <typename Condition>
-    static bool until(Condition reached, DWORD limit = 15000) {
+    static bool until(Condition reached, DWORD limit = 30000) {
         const DWORD start = GetTickCount();
         while (!reached()) {
             if (GetTickCount() - start > limit) return false;
@@ -57,8 +60,14 @@ class WatchedPlayer {
         }
         return true;
     }
+    // Waits for a notification behind those that were waited for since the last told(). More may
+    // have followed it: a busy machine brings many at once.
     bool untilTold(const MediaNotification& what) {
-        return until([&] { return !told_.empty() && told_.back() == what; });
+        return until([&] {
+            while (awaited_ < told_.size())
+                if (told_[awaited_++] == what) return true;
+            return false;
+        });
     }
 
     // Lets the loop run for a while in which nothing is to happen.
@@ -68,6 +77,7 @@ class WatchedPlayer {
 
   private:
     Notifications told_;
+    std::size_t awaited_ = 0;  // how many of them were looked at by untilTold()
     std::vector<std::wstring> titles_;
     std::unique_ptr<MediaPlayer> player_;
 };

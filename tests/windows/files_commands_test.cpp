@@ -62,7 +62,7 @@ TEST_F(FileMenus, CopyToAndMoveToAskTheShellForAFolder) {
             SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
             return std::wstring(item.pszText) == L"Ľúbezné ψ";
         };
-        EXPECT_TRUE(runUntil(selected, 5000));
+        EXPECT_TRUE(runUntil(selected));
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     };
     {

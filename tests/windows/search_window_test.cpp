@@ -35,11 +35,12 @@ class Explorer : public Form, public ProgramLinks {
 
 class Search : public testing::Test {
   protected:
-    // Enough folders that a search looks at its messages more than once.
+    // Enough folders that a search looks at its messages more than once, with files from the start.
     static const ScratchFolder& large() {
         static std::unique_ptr<ScratchFolder> made;
         if (made) return *made;
         made = std::make_unique<ScratchFolder>();
+        for (const wchar_t* name : {L"a.mp3", L"b.mp3"}) made->file(name);
         for (int i = 0; i < kFolders; ++i) {
             const std::wstring name = L"album " + std::to_wstring(i);
             made->folder(name);
@@ -80,11 +81,12 @@ class Search : public testing::Test {
             texts.push_back(window->Lview.items().at(i).text);
         return texts;
     }
-    // Does something once, inside the search's own look at the messages while it collects.
+    // Does something once, inside the search's own look at the messages while it collects: when it
+    // shows how far it is, the first folder is behind it.
     void duringCollecting(std::function<void()> action) {
         meanwhile_.onTick = [this, action] {
             if (!window->isBusy() || window->panel.Label1.text() != kCollecting) return;
-            if (++looks_ < 2) return;  // the first look is before the collecting
+            if (controlNamed(*window, L"lblpriebeh")->text().empty()) return;
             meanwhile_.setInterval(0);
             action();
         };
@@ -114,7 +116,6 @@ class Search : public testing::Test {
 
   private:
     Timer meanwhile_;
-    int looks_ = 0;
 };
 
 TEST_F(Search, ListsMusicAndPlaylistsLevelByLevel) {

@@ -82,9 +82,7 @@ TEST_F(Scroller, AHeldArrowRepeatsAfterAPauseAndStopsWhenTheMouseIsTaken) {
     ASSERT_TRUE(runUntil([&] { return list.firstVisible() == 1; }));
     EXPECT_GE(GetTickCount() - start, 280u);
     ASSERT_TRUE(runUntil([&] { return list.firstVisible() == 6; }));
-    const DWORD six = GetTickCount() - start;
-    EXPECT_GE(six, 500u);
-    EXPECT_LT(six, 1500u);
+    EXPECT_GE(GetTickCount() - start, 500u);
     ReleaseCapture();
     const DWORD after = GetTickCount();
     const std::size_t row = list.firstVisible();
