@@ -297,6 +297,8 @@ std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM l
             byKeyboard_ = false;
             return answer;
         }
+        case WM_SYSKEYDOWN:  // Wine's tree keeps Shift+F10 to itself
+            return DefWindowProcW(handle(), message, wparam, lparam);
         case WM_CONTEXTMENU:
             if (lparam == -1) keyboardMenu();
             return 0;
