@@ -64,9 +64,9 @@ void FolderTree::chooseStartDrive() {
     driveChanged_ = false;
     Drive1.refresh();
     try {
-        Drive1.setDrive(kStartDrive);
+        if (FileSystemObject::IsDriveReady(kStartDrive)) Drive1.setDrive(kStartDrive);
     } catch (const RuntimeError&) {
-        // No such drive: the current one is shown instead.
+        // It has gone this moment: the current one is shown, as without it or its medium.
     }
     if (!driveChanged_) FillTreeForDrive();
 }

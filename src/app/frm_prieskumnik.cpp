@@ -183,7 +183,8 @@ void frmPrieskumnik::txtodkaz_Change() {
     if (command.empty()) return;
     txtodkaz.setText(L"");
     if (command == kRefreshCommand) {
-        listFolder(folders.selectedFolder());
+        const std::wstring folder = folders.selectedFolder();
+        if (!folder.empty()) listFolder(folder);
     } else if (like(command, std::wstring(kPlayCommand) + L"*")) {
         const std::wstring path = command.substr(std::size(kPlayCommand) - 1);
         if (FileSystemObject::FileExists(path)) player.play(path);

@@ -88,17 +88,29 @@ TEST_F(Explorer, ExpandingAThousandFoldersKeepsTheWindowAnswering) {
     EXPECT_TRUE(strom().isEnabled());
 }
 
+// Takes the folder behind a drive away for as long as an action lasts.
+void withoutMedium(const std::wstring& drive, const std::function<void()>& action) {
+    const std::string root = machinePath(drive + L"\\"), link = root.substr(0, root.size() - 1);
+    const auto ready = [&] { return FileSystemObject::IsDriveReady(drive); };
+    ASSERT_TRUE(onMachine("mv $(readlink " + link + ") $(readlink " + link + ").away",
+                          [&] { return !ready(); }));
+    action();
+    ASSERT_TRUE(onMachine("mv $(readlink " + link + ").away $(readlink " + link + ")", ready));
+}
+
+TEST_F(Explorer, AStartDriveWithoutItsMediumIsPassedOverInSilence) {
+    BoxAnswers person({1});
+    withoutMedium(L"E:", [&] { explorer->load(); });
+    EXPECT_TRUE(person.seen.empty());
+    EXPECT_NE(strom().firstRoot(), L"E:\\");
+    EXPECT_NE(strom().firstRoot(), L"");
+}
+
 TEST_F(Explorer, ADriveThatIsNotReadyIsReportedAndTheListGoesBack) {
     explorer->load();
     DriveList& drives = explorer->folders.Drive1;
-    // The folder behind drive T: goes away for the time of the choice.
-    const std::string link = machinePath(L"T:\\").substr(0, machinePath(L"T:\\").size() - 1);
-    const auto ready = [] { return FileSystemObject::IsDriveReady(L"T:"); };
-    ASSERT_TRUE(onMachine("mv $(readlink " + link + ") $(readlink " + link + ").away",
-                          [&] { return !ready(); }));
     BoxAnswers person({1});
-    drives.setDrive(L"t:");
-    ASSERT_TRUE(onMachine("mv $(readlink " + link + ").away $(readlink " + link + ")", ready));
+    withoutMedium(L"T:", [&] { drives.setDrive(L"t:"); });
     ASSERT_EQ(person.seen.size(), 1u);
     EXPECT_EQ(person.seen[0].title, L" CHYBA");
     EXPECT_EQ(person.seen[0].text.substr(0, 35), L"Zariadenie \"T:\" nie je pripravené !");
