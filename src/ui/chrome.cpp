@@ -23,7 +23,7 @@ int layoutTitle(Form& form, TitleStrip& strip, Image* close, Image* minimize) {
     for (Image* picture : {close, minimize}) {
         if (!picture) continue;
         const Size size = picture->naturalSize();
-        right -= size.width + form.scaled(3);
+        right -= size.width + form.scaled(picture == close ? 1 : 3);
         picture->setBounds({right, (height - size.height) / 2, size.width, size.height});
         picture->setTabPlace(HWND_TOP);
     }

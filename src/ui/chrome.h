@@ -9,7 +9,6 @@ namespace tunovka {
 
 // What all skinned windows share; sizes in 96ths of an inch.
 inline constexpr int kTitleHeight = 26;
-inline constexpr int kRim = 2;  // the dark frame around a window
 
 // The close picture that lies on a window's title strip.
 Image::ImageArgs closePicture(const wchar_t* name, TitleStrip& strip);

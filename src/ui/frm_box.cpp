@@ -173,7 +173,7 @@ void frmBox::onLayout() {
     const std::vector<Rect> row = boxButtonRow(captions, buttonTop, scaled(kButtonHeight),
                                                scaled(kButtonPadding), scaled(kButtonGap), inner);
     for (std::size_t i = 0; i < row.size(); ++i) Itlačítko[i]->setBounds(row[i]);
-    setClientSize({inner, buttonTop + scaled(kButtonHeight) + scaled(kBottom) + scaled(kRim)});
+    setClientSize({inner, buttonTop + scaled(kButtonHeight) + scaled(kBottom)});
 }
 
 void frmBox::onPaintGround(HDC dc, const RECT& area) const {
