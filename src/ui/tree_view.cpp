@@ -26,16 +26,18 @@ TreeView::TreeView(const TreeArgs& args)
                      .release =
                          [this](MouseButton button, Point point) {
                              if (onMouseUp) onMouseUp(button, point);
-                             if (button != MouseButton::Left || toggled_) return;
+                             if (button != MouseButton::Left) return;
                              if (onClick) onClick();
                              const std::wstring key = nodeAt(point);
                              if (!key.empty() && onNodeClick) onNodeClick(key);
                          },
                      .doubleClick =
                          [this](Point point) {
+                             if (toggled_) return;
                              const std::wstring key = nodeAt(point);
-                             if (key.empty() || toggled_) return;
-                             send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(itemOf(key)));
+                             if (!key.empty())
+                                 send(TVM_EXPAND, TVE_TOGGLE,
+                                      reinterpret_cast<LPARAM>(itemOf(key)));
                              if (onDoubleClick) onDoubleClick();
                          },
                      .drag =
@@ -266,13 +268,10 @@ void TreeView::pressed(MouseButton button, Point point) {
     test.pt = {point.x, point.y};
     const auto item =
         reinterpret_cast<HTREEITEM>(send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&test)));
-    toggled_ = item && button == MouseButton::Left && (test.flags & TVHT_ONITEMBUTTON);
-    if (toggled_) {
-        send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(item));
-        return;
-    }
     const std::wstring key = nodeAt(point);
     if (!key.empty()) select(key);
+    toggled_ = item && button == MouseButton::Left && (test.flags & TVHT_ONITEMBUTTON);
+    if (toggled_) send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(item));
     if (onMouseDown) onMouseDown(button, point);
 }
 

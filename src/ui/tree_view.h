@@ -94,7 +94,7 @@ class TreeView : public Window {
     std::function<void(MouseButton, Point)> onMouseUp;
     std::function<void()> onClick;                             // anywhere in the tree
     std::function<void(const std::wstring& key)> onNodeClick;  // after onClick
-    std::function<void()> onDoubleClick;
+    std::function<void()> onDoubleClick;  // anywhere but on a node's button
     std::function<void(const std::wstring& key)> onExpand;  // by a person or expand()
     std::function<void()> onSelectionByKey;                 // the selection moved by the keyboard
     std::function<void(const std::wstring& key)> onBeginDrag;
@@ -131,7 +131,7 @@ class TreeView : public Window {
     int redrawOff_ = 0;
     DWORD lastEdgeScroll_ = 0;
     bool byKeyboard_ = false;
-    bool toggled_ = false;  // the press opened or closed a node and is no click
+    bool toggled_ = false;  // the press opened or closed a node: no drag, no double click
 };
 
 }  // namespace tunovka
