@@ -36,7 +36,7 @@ void addFile(Editor& editor, const std::wstring& path) {
     editor.view.select(*position);
 }
 
-void mergePlaylist(Editor& editor, const std::wstring& path) {
+void mergeDroppedPlaylist(Editor& editor, const std::wstring& path) {
     if (ask(addPlaylistQuestion(path)) != 1 || editor.form.isClosing()) return;
     const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
     std::optional<MergeReport> report;
@@ -64,7 +64,7 @@ void dropText(Editor& editor, const std::wstring& text, std::optional<std::size_
         case DroppedKind::Media:
             return addFile(editor, text);
         case DroppedKind::Playlist:
-            return mergePlaylist(editor, text);
+            return mergeDroppedPlaylist(editor, text);
         case DroppedKind::Other:
             ask(wrongTypeNotice());
     }

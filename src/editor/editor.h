@@ -46,9 +46,12 @@ void restoreLoadOrder(Editor& editor);
 
 // Asks for a file and writes the list into it.
 void saveAs(Editor& editor);
-// Writes the files that exist, in display order; the old file is replaced when the new content is
-// whole. A failure leaves it and the changed flag as they were and raises its error. False when the
-// window was closed meanwhile.
+// Writes the files that exist, in display order. A failure leaves the changed flag as it was and
+// raises its error. False when the window was closed meanwhile.
 bool writeList(Editor& editor, const std::wstring& target, bool relative);
+// Writes a playlist of these files; an old one is replaced when the new content is whole, and stays
+// as it was when that fails or when `hooks` cancel it (false).
+bool writePlaylistFile(const std::wstring& target, const std::vector<std::wstring>& entryPaths,
+                       bool relative, const LoopHooks& hooks);
 
 }  // namespace tunovka

@@ -27,14 +27,22 @@ bool writeList(Editor& editor, const std::wstring& target, bool relative) {
     const EditorDocument::Busy busy(editor.document);
     const auto paths = editor.document.pathsToSave(editor.files.anew(), editor.hooks());
     if (!paths) return false;
-    const auto lines = playlistLines(target, *paths, relative, [] { yieldToEvents(); });
-    const std::string content = playlistBytes(lines, [](std::wstring_view line) {
-        yieldToEvents();
+    if (!writePlaylistFile(target, *paths, relative, editor.hooks())) return false;
+    editor.document.markSaved();
+    return true;
+}
+
+bool writePlaylistFile(const std::wstring& target, const std::vector<std::wstring>& entryPaths,
+                       bool relative, const LoopHooks& hooks) {
+    bool goesOn = true;
+    const auto look = [&] { goesOn = hooks.next() && goesOn; };
+    const auto lines = playlistLines(target, entryPaths, relative, look);
+    const std::string content = playlistBytes(lines, [&](std::wstring_view line) {
+        look();
         return toAnsi(line);
     });
-    if (editor.form.isClosing()) return false;
+    if (!goesOn) return false;
     FileSystemObject::writeWhole(target, content);
-    editor.document.markSaved();
     return true;
 }
 
