@@ -94,9 +94,9 @@ class TreeView : public Window {
     std::function<void(MouseButton, Point)> onMouseUp;
     std::function<void()> onClick;                             // anywhere in the tree
     std::function<void(const std::wstring& key)> onNodeClick;  // after onClick
-    std::function<void()> onDoubleClick;  // anywhere but on a node's button
-    std::function<void(const std::wstring& key)> onExpand;  // by a person or expand()
-    std::function<void()> onSelectionByKey;                 // the selection moved by the keyboard
+    std::function<void()> onDoubleClick;                       // anywhere but on a node's button
+    std::function<void(const std::wstring& key)> onExpand;     // by a person or expand()
+    std::function<void()> onSelectionByKey;  // the selection moved by the keyboard
     std::function<void(const std::wstring& key)> onBeginDrag;
     std::function<bool(WORD key)> onKeyDown;          // true when used up
     std::function<void(Point screen)> onContextMenu;  // asked by the keyboard
