@@ -36,7 +36,11 @@ Form::Form(const FormArgs& args) : args_(args) {
     window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (args.resizable ? WS_MINIMIZEBOX : 0);
     window.exStyle = WS_EX_CONTROLPARENT | (args.taskbar ? WS_EX_APPWINDOW : 0);
     window.owner = args.owner;
+    // On the owner's screen from the start, which tells the dpi.
+    if (RECT beside; args.owner && GetWindowRect(args.owner, &beside))
+        window.bounds = {static_cast<int>(beside.left), static_cast<int>(beside.top), 0, 0};
     create(window);
+    dpi_ = dpiOf(handle());
     setClientSize({scaled(args.size.width), scaled(args.size.height)});
     centre(args.owner);
 }
@@ -234,6 +238,7 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
             RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
             return 0;
         case WM_DPICHANGED: {
+            dpi_ = HIWORD(wparam);
             const RECT& area = *reinterpret_cast<const RECT*>(lparam);
             SetWindowPos(handle(), nullptr, area.left, area.top, area.right - area.left,
                          area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE);

@@ -119,6 +119,7 @@ class Form : public Window {
 
   private:
     friend class Forms;
+    friend class Window;
     friend bool filterMessage(MSG& message);
     std::optional<LRESULT> hitTestBorder(Point screen) const;
     void paintFocus(HDC dc) const;
@@ -127,6 +128,7 @@ class Form : public Window {
     void close();
 
     FormArgs args_;
+    int dpi_ = 0;  // dots per inch, as the system told them last
     int depth_ = 0;
     int busy_ = 0;
     bool closing_ = false;

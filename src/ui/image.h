@@ -31,7 +31,7 @@ class Image : public Window {
     Size naturalSize() const;
 
     std::optional<AccessibleFacts> describe() const override;
-
+    bool isCaptioned() const { return !caption_.empty(); }
     bool isPressed() const { return pressed_; }
     const std::wstring& shownPicture() const { return pressed_ ? pressedKey_ : normalKey_; }
 

@@ -91,6 +91,7 @@ ScrollerTrack ImageScroller::track() const {
 
 void ImageScroller::place(const Rect& area) {
     area_ = area;
+    list_.applyScale();
     if (scale_ != PicPosuv.dpi()) {
         scale_ = PicPosuv.dpi();
         math_.setThumbHeight(Skin::pictureSize(kThumbPicture, scale_).height);

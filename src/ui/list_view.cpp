@@ -285,7 +285,6 @@ std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM l
             return std::nullopt;
         }
         case WM_SIZE: {
-            applyScale();
             const LRESULT answer = defaultProcedure(message, wparam, lparam);
             send(LVM_SETCOLUMNWIDTH, 0, clientSize().width);
             return answer;

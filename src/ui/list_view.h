@@ -63,6 +63,8 @@ class ListView : public Window {
 
     // Scrolls as the mouse wheel does; away from the person is positive.
     void turnWheel(int notches);
+    // Takes the fonts and row height of its screen, after the dpi has changed.
+    void applyScale();
 
     // Marks the row under a drag; nullopt marks none.
     void setDropHighlight(std::optional<std::size_t> position);
@@ -102,7 +104,6 @@ class ListView : public Window {
     void setSelected(std::size_t position, bool isSelected);
     LRESULT byKeyboard(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT scrolled(UINT message, WPARAM wparam, LPARAM lparam);
-    void applyScale();
     HWND header() const;
     int headerHeight() const;
     Rect rowArea(std::size_t position) const;

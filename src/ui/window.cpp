@@ -282,7 +282,7 @@ void Window::setText(const std::wstring& text) {
 }
 
 int Window::dpi() const {
-    return dpiOf(handle_);
+    return form_ ? form_->dpi_ : dpiOf(handle_);
 }
 int Window::scaled(int units) const {
     return scaledTo(dpi(), units);

@@ -78,7 +78,7 @@ class Window {
 
     // The number in 96ths of an inch as pixels of this window's screen.
     int scaled(int units) const;
-    int dpi() const;
+    int dpi() const;  // of its form
 
     Point toScreen(Point point) const;
     Point fromScreen(Point point) const;

@@ -38,6 +38,32 @@ inline bool onMachine(const std::string& command, const std::function<bool()>& d
     return done();
 }
 
+// A folder that may not be listed for the length of a test; `closed()` is false where this account
+// may do everything, and on a real Windows.
+class ClosedFolder {
+  public:
+    explicit ClosedFolder(const std::wstring& folder)
+        : folder_(folder), path_(machinePath(folder)) {
+        closed_ = !path_.empty() && onMachine("chmod 0 '" + path_ + "'", [&] { return !lists(); });
+    }
+    ClosedFolder(const ClosedFolder&) = delete;
+    ClosedFolder& operator=(const ClosedFolder&) = delete;
+    ~ClosedFolder() {
+        if (closed_) onMachine("chmod 755 '" + path_ + "'", [&] { return lists(); });
+    }
+    bool closed() const { return closed_; }
+
+  private:
+    bool lists() const {
+        WIN32_FIND_DATAW entry;
+        return static_cast<bool>(FindHandle(FindFirstFileW((folder_ + L"\\*").c_str(), &entry)));
+    }
+
+    std::wstring folder_;
+    std::string path_;
+    bool closed_ = false;
+};
+
 // Makes a symbolic link to a file or folder; false where this account or system cannot. The last
 // names of both are to be ASCII.
 inline bool makeLink(const std::wstring& link, const std::wstring& target, bool folder) {

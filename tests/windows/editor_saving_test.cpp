@@ -51,6 +51,8 @@ TEST_F(EditorSaving, WritesEachLayoutWithBothKindsOfLinks) {
               (BoxRequest{L" Nový playlist", L"Playlist bol úspešne vytvorený (aktualizovaný).",
                           L"Fajn ..."}));
     EXPECT_EQ(program.told, (Texts{L"obnoviť", L"obnoviť"}));  // not for the other folder
+    person.expect({2, 1});
+    EXPECT_EQ(saved(L"absolute.txt"), a + "\r\n" + d + "\r\n");
     choose(L"zoradit_zostupne");
     person.expect({1, 1});
     EXPECT_EQ(saved(L"out.txt"), "sub\\d.mp3\r\na.mp3\r\n");

@@ -7,6 +7,7 @@
 #include "search/frm_hladanie.h"
 #include "support/box_answers.h"
 #include "support/dialog_answers.h"
+#include "support/machine.h"
 #include "support/scratch_folder.h"
 #include "ui/boundary.h"
 #include "ui/box.h"
@@ -188,6 +189,25 @@ TEST_F(Search, AnotherFolderTakesOverFromTheRunningSearch) {
     ASSERT_TRUE(runUntil([&] { return explorer->txtPrehladavaj == other.path() && isDone(); }));
     EXPECT_EQ(listed(), (Texts{L"x.mp3", L"y.mp3"}));
     EXPECT_EQ(window->lblpočet.text(), L"  2, z toho hudobné:   2");
+}
+
+TEST_F(Search, LeavesOutFoldersThatVanishOrMayNotBeListed) {
+    BoxAnswers boxes;
+    const std::wstring there = large().path().substr(0, large().path().size() - 1);
+    const std::wstring elsewhere = folder / L"elsewhere";
+    duringCollecting([&] { EXPECT_TRUE(MoveFileW(there.c_str(), elsewhere.c_str())); });
+    scan(large().path());
+    ASSERT_TRUE(MoveFileW(elsewhere.c_str(), there.c_str()));
+    EXPECT_GT(window->Lview.count(), 0u);
+    EXPECT_LT(window->Lview.count(), static_cast<std::size_t>(kFolders));
+    EXPECT_EQ(window->lblpočet.text().find(L"prerušené"), std::wstring::npos);
+
+    folder.folder(L"closed");
+    for (const wchar_t* name : {L"closed\\c.mp3", L"a.mp3", L"b.mp3"}) folder.file(name);
+    const ClosedFolder closed(folder / L"closed");
+    scan(folder.path());
+    EXPECT_EQ(window->Lview.count(), closed.closed() ? 2u : 3u);
+    EXPECT_TRUE(boxes.seen.empty());
 }
 
 TEST_F(Search, ClosingDuringASearchEndsItQuietly) {

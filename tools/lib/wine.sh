@@ -1,9 +1,9 @@
 # Running Windows programs. Sourced by bash after common.sh, packages.sh and wine-root.sh.
 #
 # A stage is where Windows programs run: a Wine prefix with its server, a display, a sound sink.
-# Its name tells its screen: "96" and "192" are dots per inch; "person" is the person's own
-# display and sound. Everything of a stage lies in build/stage/NAME of this checkout, so that
-# checkouts and stages never meet. What a stage leaves running ends by itself some minutes
+# Its name tells its screen: "96", "120", "144" and "192" are dots per inch; "person" is the
+# person's own display and sound. Everything of a stage lies in build/stage/NAME of this checkout,
+# so that checkouts and stages never meet. What a stage leaves running ends by itself some minutes
 # after the last program, or at once by stage_stop.
 
 STAGE=${TUNOVKA_STAGE:-96}
@@ -19,8 +19,10 @@ case $STAGE in
         STAGE_DPI=$(xprop -root RESOURCE_MANAGER 2>/dev/null |
             sed -n 's/.*Xft\.dpi:[^0-9]*\([0-9]*\).*/\1/p' || true)
         STAGE_DPI=${STAGE_DPI:-96} STAGE_SCREEN= ;;
-    192) STAGE_DPI=192 STAGE_SCREEN=2560x2048x24 ;;
-    *)   STAGE_DPI=96  STAGE_SCREEN=1280x1024x24 ;;
+    96 | 120 | 144 | 192)
+        STAGE_DPI=$STAGE
+        STAGE_SCREEN=$((1280 * STAGE / 96))x$((1024 * STAGE / 96))x24 ;;
+    *) die "TUNOVKA_STAGE is 96, 120, 144, 192 or person, not $STAGE" ;;
 esac
 
 # wine_command sets WINE, the words that start a command where Wine is: this machine's own files,
