@@ -288,10 +288,13 @@ class App:
 
     def stop(self):
         """Ends everything that this object started, whatever its state."""
-        for process in (self._process, self.probe._process, self._manager):
-            if process and process.poll() is None:
+        for process in (self._process, self.probe._process):
+            if process.poll() is None:
                 process.kill()
                 process.wait()
+        if self._manager:  # takes its marks off the display, or Wine goes on asking it
+            self._manager.terminate()
+            self._manager.wait()
 
 
 def collection(name):
