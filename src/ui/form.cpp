@@ -150,7 +150,7 @@ void Form::paintGround(HDC target, const Window& control) const {
         GetClientRect(handle(), &area);
         fillRect(target, area, colors().ground);
         onPaintGround(target, area);
-        if (&control == this) paintFocus(target);
+        paintFocus(target);
     }
     if (&control == this) return;
     const auto* canvas = dynamic_cast<PictureBox*>(windowOf(GetParent(control.handle())));
@@ -188,7 +188,7 @@ void Form::paintFocus(HDC dc) const {
 
 void Form::repaintAround(const Window& control) {
     const RECT area = focusFrame(*this, control.handle());
-    InvalidateRect(handle(), &area, FALSE);
+    RedrawWindow(handle(), &area, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);  // neighbours too
 }
 
 std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
