@@ -23,6 +23,12 @@ class LastWords : public testing::EmptyTestEventListener {
     }
     void OnTestEnd(const testing::TestInfo&) override { test_ = nullptr; }
 
+    // Ends the test program, because the test that runs cannot go on.
+    static void end(const char* why) {
+        say("%s", why);
+        TerminateProcess(GetCurrentProcess(), 1);
+    }
+
   private:
     static constexpr DWORD kPatience = 240'000;  // ms that one test may take on a busy machine
 
@@ -44,8 +50,7 @@ class LastWords : public testing::EmptyTestEventListener {
 
     static DWORD WINAPI watch(void*) {
         while (!test_ || GetTickCount() - started_ < kPatience) Sleep(1000);
-        say("hangs");
-        TerminateProcess(GetCurrentProcess(), 1);
+        end("hangs");
         return 0;
     }
 

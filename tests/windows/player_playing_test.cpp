@@ -70,7 +70,7 @@ TEST_F(Playing, aToneFromItsStartToItsEnd) {
     ASSERT_TRUE(player_.untilTold(change(0, 2)));
     EXPECT_NEAR(player_->Duration(), 1.0, 0.01);
     ASSERT_TRUE(player_.untilTold(kEnd));
-    EXPECT_GE((GetTickCount() - opened) / 1000.0, 1.0 - kHearing);
+    EXPECT_GE(GetTickCount() - opened, 500u);  // the sound device is ahead of what is heard
     EXPECT_EQ(player_.told(), (Notifications{kNewStream, change(0, 2), change(2, 0), kEnd}));
     player_.linger(300);
     EXPECT_EQ(player_.told(), Notifications{}) << "the end comes once";
