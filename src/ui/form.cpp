@@ -162,14 +162,15 @@ void Form::paintGround(HDC target, const Window& control) const {
 
 namespace {
 
-constexpr int kFocusFrame = 2;  // how thick it is and how far it reaches outside its control
+constexpr int kFocusFrame = 2;  // how thick it is
 
 // Where the frame around a control of a form goes, in the form's pixels.
-RECT focusFrame(const Form& form, HWND control) {
+RECT focusFrame(const Form& form, const Window& control) {
     RECT area{};
-    GetWindowRect(control, &area);
+    GetWindowRect(control.handle(), &area);
     MapWindowPoints(nullptr, form.handle(), reinterpret_cast<POINT*>(&area), 2);
-    InflateRect(&area, form.scaled(kFocusFrame), form.scaled(kFocusFrame));
+    const int outside = form.scaled(kFocusFrame + control.focusGap());
+    InflateRect(&area, outside, outside);
     return area;
 }
 
@@ -179,7 +180,7 @@ RECT focusFrame(const Form& form, HWND control) {
 void Form::paintFocus(HDC dc) const {
     const Window* focused = windowOf(GetFocus());
     if (!focused || !focused->isSystemControl() || &focused->form() != this) return;
-    RECT area = focusFrame(*this, focused->handle());
+    RECT area = focusFrame(*this, *focused);
     for (int i = 0; i < scaled(kFocusFrame); ++i) {
         frameRect(dc, area, colors().focus);
         InflateRect(&area, -1, -1);
@@ -187,7 +188,7 @@ void Form::paintFocus(HDC dc) const {
 }
 
 void Form::repaintAround(const Window& control) {
-    const RECT area = focusFrame(*this, control.handle());
+    const RECT area = focusFrame(*this, control);
     RedrawWindow(handle(), &area, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);  // neighbours too
 }
 

@@ -36,6 +36,11 @@ void frmVstup::Field::selectStart(std::size_t letters) {
     send(EM_SETSEL, 0, static_cast<LPARAM>(letters));
 }
 
+// The frame takes the place of the one that is painted around the field.
+int frmVstup::Field::focusGap() const {
+    return kFieldPadding - 1;
+}
+
 void frmVstup::Field::applyFont() {
     send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(dpi())), TRUE);
 }

@@ -27,6 +27,7 @@ class frmVstup : public Form {
         Field(Window& parent, const InputRequest& request);
         void applyFont();
         void selectStart(std::size_t letters);
+        int focusGap() const override;
     };
 
     std::wstring answer_;

@@ -26,6 +26,8 @@ class ReadOnlyText : public Window {
     // control is left at that width.
     int heightAt(int width);
 
+    int focusGap() const override { return 3; }  // its letters fill it
+
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     HBRUSH onColors(HDC dc) override;

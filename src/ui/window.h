@@ -76,6 +76,9 @@ class Window {
     // The name that it reads out for a control whose text is something else; "" for none.
     void setAccessibleName(const std::wstring& name) { accessibleName_ = name; }
 
+    // Room between a system control and the frame that shows its focus, in 96ths of an inch.
+    virtual int focusGap() const { return 0; }
+
     // The number in 96ths of an inch as pixels of this window's screen.
     int scaled(int units) const;
     int dpi() const;  // of its form

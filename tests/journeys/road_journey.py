@@ -166,8 +166,9 @@ def files(app, collection):
     hands.save_as(app, "Uložiť súbor ako ...", "Kópia.mp3", SONG)
     hands.file_of(app, "kópia.mp3").click()
     app.key("F2")
-    app.control("frmVstup")
-    app.type("Žabky naživo")
+    field = app.control("txtodpoved", within=app.control("frmVstup"))
+    app.type("Žabky naživo")  # over the name, which is selected without its extension
+    wait_until(lambda: field.text == "Žabky naživo.mp3", 5, "the new name typed")
     picture(app, "rename")
     app.key("Return")
     copy = "Žabky naživo.mp3"
