@@ -27,6 +27,7 @@ class Counter16 {
     }
     Counter16& operator++() { return *this = std::int64_t{value_} + 1; }
     Counter16& operator--() { return *this = std::int64_t{value_} - 1; }
+    // NOLINTNEXTLINE(google-explicit-constructor): it stands for its number everywhere
     constexpr operator std::int16_t() const { return value_; }
 
   private:

@@ -62,7 +62,7 @@ void diskStep(DiskStep step, const std::wstring& path) {
 }
 
 std::wstring requireFile(const std::wstring& path) {
-    const std::wstring file = systemPath(path);
+    std::wstring file = systemPath(path);
     const DWORD attributes = attributesOf(path);
     if (attributes == INVALID_FILE_ATTRIBUTES) raiseSystemError(kSource);
     if (attributes & FILE_ATTRIBUTE_DIRECTORY) raiseSystemError(kSource, ERROR_FILE_NOT_FOUND);

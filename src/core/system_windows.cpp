@@ -100,7 +100,7 @@ std::wstring fullPath(const std::wstring& path) {
 }
 
 std::wstring systemPathOrNone(const std::wstring& path) {
-    const std::wstring full = fullPath(path);
+    std::wstring full = fullPath(path);
     const bool extended = startsWith(full, kExtended);
     const std::size_t start = extended ? wcslen(kExtended) : 0;
     if (full.empty() || startsWith(full, L"\\\\.\\") || hasTooLongName(full, start) ||

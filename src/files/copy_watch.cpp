@@ -1,5 +1,7 @@
 #include "files/copy_watch.h"
 
+#include <utility>
+
 #include "core/events.h"
 #include "core/paths.h"
 #include "files/frm_kopirovanie.h"
@@ -11,7 +13,7 @@ constexpr DWORD kMoment = 400;  // milliseconds before the window comes
 
 }  // namespace
 
-CopyWatch::CopyWatch(Form& form, const std::wstring& path) : form_(form), path_(path) {}
+CopyWatch::CopyWatch(Form& form, std::wstring path) : form_(form), path_(std::move(path)) {}
 
 CopyWatch::~CopyWatch() = default;
 

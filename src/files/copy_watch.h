@@ -16,7 +16,7 @@ class frmkopirovanie;
 // moment gets a window with its progress, gone at the copy's end.
 class CopyWatch {
   public:
-    CopyWatch(Form& form, const std::wstring& path);
+    CopyWatch(Form& form, std::wstring path);
     ~CopyWatch();
 
     // Lets events run. False when the person wants to stop the copy or has closed the form.

@@ -82,7 +82,7 @@ void ClipOpener::start(std::wstring file, const ClipList& list, PlaylistStepper:
     auto work = std::make_unique<Work>(Work{current_, window_, message_});
     current_->thread = KernelHandle(CreateThread(nullptr, 0, workOnThread, work.get(), 0, nullptr));
     if (current_->thread) {
-        work.release();
+        static_cast<void>(work.release());  // it is the thread's now
     } else {
         current_->error = playbackErrorText(HRESULT_FROM_WIN32(GetLastError()));
         PostMessageW(window_, message_, current_->number, 0);

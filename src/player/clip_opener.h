@@ -25,7 +25,7 @@ struct ClipList {
 // A request to open the entry that a step leads to, and then its outcome.
 struct Opening {
     std::wstring file;  // the file or playlist; read when `list` holds no clips yet
-    PlaylistStepper::Step step;
+    PlaylistStepper::Step step{};
     ClipList list;
 
     SoundGraph graph;     // holds the opened clip, nothing on failure

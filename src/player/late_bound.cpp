@@ -32,7 +32,7 @@ double Variant::toDouble() const {
 
 std::wstring Variant::toText() const {
     VARIANT text = changed(value_, VT_BSTR);
-    const std::wstring result = text.vt == VT_BSTR ? textOf(text.bstrVal) : std::wstring();
+    std::wstring result = text.vt == VT_BSTR ? textOf(text.bstrVal) : std::wstring();
     VariantClear(&text);
     return result;
 }

@@ -14,7 +14,7 @@ namespace tunovka {
 // The owner of one variant.
 class Variant {
   public:
-    Variant() { VariantInit(&value_); }
+    Variant() = default;
     explicit Variant(long number) : Variant() {
         value_.vt = VT_I4;
         value_.lVal = number;
@@ -42,7 +42,7 @@ class Variant {
     std::wstring toText() const;
 
   private:
-    VARIANT value_;
+    VARIANT value_{};
 };
 
 // An object whose members are found by their names at run time. A member that is missing or that

@@ -29,7 +29,7 @@ inline constexpr int kVolumeDefault = -600;
 // Opening another file, or none, forgets the former file's state without a notification.
 struct MediaNotification {
     enum class Kind { EndOfStream, NewStream, PlayStateChange, Error };
-    Kind kind;
+    Kind kind{};
     int first = 0;   // EndOfStream: the result; PlayStateChange: the old state
     int second = 0;  // PlayStateChange: the new state
 

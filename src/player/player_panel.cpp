@@ -3,6 +3,7 @@
 #include <oleacc.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/ansi.h"
 #include "core/errors.h"
@@ -264,7 +265,7 @@ void PlayerPanel::setVolume(int percent) {
 }
 
 int PlayerPanel::volumePercent() const {
-    return static_cast<int>(volumeShare_ * 100 + 0.5);
+    return static_cast<int>(std::lround(volumeShare_ * 100));
 }
 
 void PlayerPanel::Timer1_Tick() {

@@ -181,12 +181,15 @@ void SoundGraph::stop() {
 
 double SoundGraph::duration() const {
     LONGLONG length = 0;
-    return SUCCEEDED(seeking_->GetDuration(&length)) ? length / kUnitsPerSecond : 0;
+    return SUCCEEDED(seeking_->GetDuration(&length)) ? static_cast<double>(length) / kUnitsPerSecond
+                                                     : 0;
 }
 
 double SoundGraph::position() const {
     LONGLONG position = 0;
-    return SUCCEEDED(seeking_->GetCurrentPosition(&position)) ? position / kUnitsPerSecond : 0;
+    return SUCCEEDED(seeking_->GetCurrentPosition(&position))
+               ? static_cast<double>(position) / kUnitsPerSecond
+               : 0;
 }
 
 void SoundGraph::seek(double seconds) {

@@ -29,7 +29,7 @@ class SoundGraph {
     void notify(HWND window, UINT message);
 
     struct Event {
-        enum class Kind { Ended, Failed } kind;
+        enum class Kind { Ended, Failed } kind{};
         HRESULT error = S_OK;
     };
     // The next thing that happened, nullopt when nothing did.

@@ -7,7 +7,7 @@ namespace tunovka {
 
 std::wstring relativeEntryText(std::wstring_view folder, std::wstring_view path) {
     if (path.empty()) return {};
-    const std::wstring name = fileName(path);
+    std::wstring name = fileName(path);
     std::wstring fileFolder = parentFolder(path);
     if (fileFolder == folder) return name;
 

@@ -16,7 +16,7 @@ void setUnhandledReporter(std::function<void(std::exception_ptr)> replacement) {
 
 void reportUnhandled(std::exception_ptr failure) {
     try {
-        if (reporter()) reporter()(failure);
+        if (reporter()) reporter()(std::move(failure));
     } catch (...) {
         // A report that fails has nobody left to tell.
     }

@@ -29,6 +29,7 @@ std::wstring pathOf(PCIDLIST_ABSOLUTE place) {
     ComPtr<IShellFolder> parent;
     PCUITEMID_CHILD child = nullptr;
     STRRET name{};
+    if (!bindToParent || !toText) return {};
     if (FAILED(bindToParent(place, IID_IShellFolder, parent.receiveVoid(), &child)) ||
         FAILED(parent->GetDisplayNameOf(child, SHGDN_FORPARSING, &name)))
         return {};
@@ -59,6 +60,7 @@ std::wstring pickFolder(const Form& owner, std::wstring_view prompt, const std::
     }
     static const LateFunction<decltype(SHBrowseForFolderW)> ask(L"shell32.dll",
                                                                 "SHBrowseForFolderW");
+    if (!ask) return {};
     const TaskMemoryOwner chosen(ask(&browse));
     if (!chosen || owner.isClosing()) return {};
     const std::wstring path = pathOf(static_cast<PCIDLIST_ABSOLUTE>(chosen.get()));

@@ -76,7 +76,7 @@ void notifyLater(const std::wstring& title, const std::wstring& text, const std:
 }
 
 void installFailureNotice() {
-    const auto report = [](std::exception_ptr failure) {
+    const auto report = [](const std::exception_ptr& failure) {
         std::wstring text;
         try {
             std::rethrow_exception(failure);

@@ -30,11 +30,11 @@ void ListItems::append(std::vector<ListItem> items) {
         Row& added = *rows_.back();
         const std::wstring& key = added.item.key;
         if (key.empty() || byKey_.emplace(key, &added).second) continue;
-        const RuntimeError refused(kKeyNotUnique, key);
+        const std::wstring refused = key;
         rows_.pop_back();
         for (std::size_t i = before; i < rows_.size(); ++i) byKey_.erase(rows_[i]->item.key);
         rows_.resize(before);
-        throw refused;
+        throw RuntimeError(kKeyNotUnique, refused);
     }
 }
 

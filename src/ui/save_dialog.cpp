@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "core/late_function.h"
+#include "core/text.h"
 #include "ui/form.h"
 #include "ui/modal.h"
 
@@ -64,7 +65,7 @@ std::wstring askSavePath(const Form& owner, const SaveDialogArgs& args) {
         chosen = ask(&request);
     }
     if (!chosen || owner.isClosing()) return {};
-    return path.c_str();
+    return trimAtNul(path);
 }
 
 }  // namespace tunovka

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -38,7 +39,7 @@ class ScrollerMath {
     double thumbHeight() const { return thumbHeight_; }
     int thumbTop() const;  // rounded half to even
     double fraction() const { return fraction_; }
-    int percent() const { return static_cast<int>(fraction_ * 100 + 0.5); }
+    int percent() const { return static_cast<int>(std::lround(fraction_ * 100)); }
 
     void dragTo(double thumbTop);          // kept between the buttons
     void step(ScrollDirection direction);  // as one press of an arrow button

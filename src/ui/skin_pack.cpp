@@ -1,6 +1,7 @@
 #include "ui/skin_pack.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -95,7 +96,8 @@ void appendMix(Axis& axis, int first, const std::vector<double>& shares) {
     Mix mix{first, {}};
     std::uint32_t rest = kWhole;
     for (std::size_t i = 0; i + 1 < shares.size(); ++i) {
-        const auto weight = std::min(rest, static_cast<std::uint32_t>(shares[i] * kWhole + 0.5));
+        const auto weight =
+            std::min(rest, static_cast<std::uint32_t>(std::lround(shares[i] * kWhole)));
         mix.weights.push_back(weight);
         rest -= weight;
     }

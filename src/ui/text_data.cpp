@@ -3,6 +3,7 @@
 #include <ole2.h>
 
 #include <cstring>
+#include <utility>
 
 #include "core/ansi.h"
 #include "core/com_object.h"
@@ -62,7 +63,7 @@ class TextFormats final : public SingleComObject<IEnumFORMATETC> {
 
 class TextData final : public SingleComObject<IDataObject> {
   public:
-    explicit TextData(const std::wstring& text) : text_(text) {}
+    explicit TextData(std::wstring text) : text_(std::move(text)) {}
 
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
         if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;

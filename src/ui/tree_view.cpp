@@ -204,7 +204,8 @@ std::wstring TreeView::nodeAt(Point point) const {
 Rect TreeView::nodeArea(const std::wstring& key) const {
     RECT area{};
     const HTREEITEM item = itemOf(key);
-    std::memcpy(&area, &item, sizeof item);  // the message takes the item in the area's place
+    // The message takes the item in the area's place.
+    std::memcpy(&area, &item, sizeof item);  // NOLINT(bugprone-sizeof-expression): a handle
     if (!send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area))) return {};
     return {static_cast<int>(area.left), static_cast<int>(area.top),
             static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};

@@ -48,7 +48,7 @@ class TreeView : public Window {
     // Gives a node another key and text in place.
     void rename(const std::wstring& key, const std::wstring& newKey, const std::wstring& text);
 
-    bool contains(const std::wstring& key) const { return nodes_.count(key) > 0; }
+    bool contains(const std::wstring& key) const { return nodes_.contains(key); }
     std::size_t count() const { return nodes_.size(); }
     std::wstring text(const std::wstring& key) const;
     Color foreground(const std::wstring& key) const { return at(key).foreground; }

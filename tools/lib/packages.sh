@@ -6,7 +6,7 @@ PACKAGES="
     googletest ccache
     mmdebstrap arch-test bubblewrap
     xvfb xauth x11-utils xdotool openbox imagemagick pulseaudio pulseaudio-utils
-    clang clang-format libclang-rt-dev nsis mingw-w64-common python3 ca-certificates util-linux"
+    clang clang-format clang-tidy libclang-rt-dev nsis mingw-w64-common python3 ca-certificates util-linux"
 
 # need_packages NAME...: installs those that are missing and says so; milliseconds when none is.
 need_packages() {
