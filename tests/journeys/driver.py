@@ -144,7 +144,7 @@ class Control(Place):
 class App:
     """The program, running on a stage with `folder` as drive E:."""
 
-    def __init__(self, program, probe, folder, openbox=False):
+    def __init__(self, program, probe, folder):
         self.program = Path(program)
         self.dpi = int(os.environ.get("TUNOVKA_STAGE", 96))
         self.scale = self.dpi / 96
@@ -153,7 +153,6 @@ class App:
                                  stdout=subprocess.PIPE, text=True).stdout
         env.update(line.split("=", 1) for line in started.splitlines())
         self.env = env
-        self._manager = subprocess.Popen(["openbox"], env=env) if openbox else None
         self.probe = Probe(probe, env)
         self._process = subprocess.Popen([TOP / "tools/wine-run", program], env=env)
 
@@ -199,9 +198,6 @@ class App:
         subprocess.run(["xdotool", *map(str, words)], env=self.env, check=True,
                        stdout=subprocess.DEVNULL)
 
-    def move(self, point):
-        self.xdotool("mousemove", *point)
-
     def click(self, where, button=1):
         """`where`: a point, or a Place for its middle."""
         self.xdotool("mousemove", *self._point(where), "click", button)
@@ -209,43 +205,59 @@ class App:
     def double_click(self, where):
         self.xdotool("mousemove", *self._point(where), "click", "--repeat", 2, "--delay", 50, 1)
 
-    def press(self, where, button=1):
-        self.xdotool("mousemove", *self._point(where), "mousedown", button)
+    def drag(self, start, end):
+        """Presses, moves in steps as a hand does, and releases."""
+        words = self._steps(self._point(start), self._point(end))
+        self.xdotool("mousemove", *words[1:3], "mousedown", 1, *words, "mouseup", 1)
 
-    def release(self, button=1):
-        self.xdotool("mouseup", button)
+    def drag_window(self, start, end, arrived):
+        """The same for a window, which follows from when it has seen the pointer move. Released
+        when it has arrived."""
+        x, y = start
+        self.xdotool("mousemove", x, y, "mousedown", 1, "mousemove", x + 1, y)
+        try:
+            wait_until(lambda: self.probe.ask("focus")["moving"], 5, "the window being drawn")
+            self.xdotool(*self._steps((x + 1, y), (end[0] + 1, end[1])))
+            wait_until(arrived, 5, "the window in its place")
+        finally:
+            self.xdotool("mouseup", 1)
 
-    def drag(self, start, end, steps=12, button=1):
-        """Presses, moves in steps as a hand does, and releases. The first step is a small one: a
-        window that is drawn follows from there on."""
-        (x1, y1), (x2, y2) = self._point(start), self._point(end)
-        words = ["mousemove", x1, y1, "mousedown", button, "mousemove", x1 + 1, y1, "sleep", 0.03]
-        for step in range(1, steps + 1):
-            words += ["mousemove", x1 + (x2 - x1) * step // steps, y1 + (y2 - y1) * step // steps,
+    @staticmethod
+    def _steps(start, end):
+        (x1, y1), (x2, y2) = start, end
+        words = []
+        for step in range(13):
+            words += ["mousemove", x1 + (x2 - x1) * step // 12, y1 + (y2 - y1) * step // 12,
                       "sleep", 0.03]
-        self.xdotool(*words, "mouseup", button)
+        return words
 
     def key(self, *names):
-        """Keys by their X names: "Return", "ctrl+a", "Down"."""
-        self.xdotool("key", *names)
+        """Keys by their X names: "Return", "ctrl+a", "Down"; none for no names."""
+        if names:
+            self.xdotool("key", *names)
 
     def type(self, text):
         """Types exactly these letters into what has the focus."""
         check(self.probe.ask("type", text), "typing was refused")
 
-    def choose(self, *numbers):
-        """Chooses from the open pop-up menu by keys: the entry's number, then that in its sub-menu,
-        and so on. Separators do not count; the first entry is 1. (A menu's texts cannot be read
-        from another program here: look at a picture.)"""
-        def open_menus():
-            return len([w for w in self.top_windows() if w.data["class"] == "#32768"])
+    def _menus(self):
+        return len([w for w in self.top_windows() if w.data["class"] == "#32768"])
 
+    def mark(self, *numbers):
+        """Marks an entry of the open pop-up menu by keys: the entry's number, then that in its
+        sub-menu, and so on. Separators do not count; the first entry is 1. (A menu's texts cannot
+        be read from another program here: look at a picture.)"""
         for depth, number in enumerate(numbers, 1):
-            wait_until(lambda: open_menus() == depth, 5, f"{depth} menus open")
+            wait_until(lambda: self._menus() == depth, 5, f"{depth} menus open")
             # A sub-menu opens with its first entry marked, a menu with none.
             self.key(*["Down"] * (number if depth == 1 else number - 1),
-                     "Return" if depth == len(numbers) else "Right")
-        wait_until(lambda: not open_menus(), 5, "the menu gone")
+                     *["Right"] * (depth < len(numbers)))
+
+    def choose(self, *numbers):
+        """Chooses that entry of the open pop-up menu."""
+        self.mark(*numbers)
+        self.key("Return")
+        wait_until(lambda: not self._menus(), 5, "the menu gone")
 
     @staticmethod
     def _point(where):
@@ -259,13 +271,6 @@ class App:
         path = SCREENSHOTS / (f"{name}.png" if self.dpi == 96 else f"{name}-{self.dpi}.png")
         subprocess.run(["import", "-window", "root", path], env=self.env, check=True)
         return path
-
-    def pixel(self, point):
-        """The colour of a screen point as (red, green, blue)."""
-        x, y = point
-        answer = subprocess.run(["import", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8",
-                                 "rgb:-"], env=self.env, check=True, stdout=subprocess.PIPE).stdout
-        return tuple(answer[:3])
 
     def record(self, seconds):
         """What the program plays during that time; see sound.Recording."""
@@ -292,9 +297,13 @@ class App:
             if process.poll() is None:
                 process.kill()
                 process.wait()
-        if self._manager:  # takes its marks off the display, or Wine goes on asking it
-            self._manager.terminate()
-            self._manager.wait()
+
+
+def pixel(picture, point):
+    """The colour of a point of a screenshot as (red, green, blue)."""
+    x, y = point
+    words = ["convert", picture, "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"]
+    return tuple(subprocess.run(words, check=True, stdout=subprocess.PIPE).stdout[:3])
 
 
 def collection(name):
@@ -305,13 +314,13 @@ def collection(name):
     return folder
 
 
-def main(journey, folder=None, openbox=False):
+def main(journey, folder=None):
     """Runs one journey on the stage that TUNOVKA_STAGE names (96): its script's arguments are the
     program and the probe. On failure leaves a screenshot and exits with 1."""
     name = Path(sys.argv[0]).stem.removesuffix("_journey")
     program, probe = sys.argv[1:3] if len(sys.argv) > 2 else (
         BUILD / "windows/src/app/tunovka.exe", BUILD / "windows/tests/journeys/probe.exe")
-    app = App(program, probe, folder or collection(name), openbox)
+    app = App(program, probe, folder or collection(name))
     try:
         journey(app)
         if app.running():

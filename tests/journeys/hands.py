@@ -32,14 +32,15 @@ def plays(app):
 
 
 def move_window(app, window, left, top):
-    """Drags a window by its title strip to about a place, in 96ths of an inch from the screen's
+    """Drags a window by its title strip to a place, in 96ths of an inch from the screen's
     corner, and gives it back as it is there."""
     inside = int(100 * app.scale), int(13 * app.scale)
     goal = int(left * app.scale), int(top * app.scale)
-    app.drag([a + b for a, b in zip(window.rect, inside)], [a + b for a, b in zip(goal, inside)])
     moved = lambda: next((w for w in app.windows() if w.hwnd == window.hwnd and
                           all(abs(a - b) < 4 for a, b in zip(w.rect, goal))), None)
-    return wait_until(moved, 5, f"{window.name} moved")
+    app.drag_window([a + b for a, b in zip(window.rect, inside)],
+                    [a + b for a, b in zip(goal, inside)], moved)
+    return moved()
 
 
 def box(app, *texts):

@@ -178,7 +178,9 @@ Json focus() {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetWindowThreadProcessId(front, nullptr), &info);
-    return Json::object({{"foreground", Json::of(front)}, {"focus", Json::of(info.hwndFocus)}});
+    return Json::object({{"foreground", Json::of(front)},
+                         {"focus", Json::of(info.hwndFocus)},
+                         {"moving", Json::of((info.flags & GUI_INMOVESIZE) != 0)}});
 }
 
 // Types the very letters, whatever keyboard the display believes in.

@@ -185,10 +185,7 @@ def files(app, collection):
 
 def external(app, collection):
     hands.file_of(app, SONG).click(3)
-    app.key(*["Down"] * hands.PLAY, "Right")
-    wait_until(lambda: len([w for w in app.top_windows() if w.data["class"] == "#32768"]) == 2, 5,
-               "the ways to play")
-    app.key(*["Down"] * (hands.WINAMP - 1))
+    app.mark(hands.PLAY, hands.WINAMP)
     picture(app, "external")
     app.key("Return")
     record = collection / "winamp.exe.txt"

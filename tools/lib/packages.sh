@@ -5,7 +5,7 @@ PACKAGES="
     cmake ninja-build g++ g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-tools
     googletest ccache
     mmdebstrap arch-test bubblewrap
-    xvfb xauth x11-utils xdotool openbox imagemagick pulseaudio pulseaudio-utils
+    xvfb xauth x11-utils xdotool imagemagick pulseaudio pulseaudio-utils
     clang clang-format clang-tidy libclang-rt-dev nsis mingw-w64-common python3 ca-certificates util-linux"
 
 # need_packages NAME...: installs those that are missing and says so; milliseconds when none is.
