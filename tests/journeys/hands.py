@@ -6,7 +6,7 @@ from driver import Failed, check, wait_until
 NEW_PLAYLIST, PASTE_HERE, SEARCH = range(1, 4)              # of a folder
 INFORMATION, EDIT, PLAY, OPERATIONS = range(1, 5)           # of a file
 COPY, PASTE, COPY_TO, MOVE_TO, RENAME, CUT, DELETE = range(1, 8)  # of a file's operations
-WINAMP = 4                                                  # of its ways to be played
+HERE, DEFAULT, CHOSEN, WINAMP, WMP, MP2 = range(1, 7)       # of its ways to be played
 ABOUT = 3                                                   # of the title strip
 INFORMATION_ROW, SAVE, PLAY_ROW, REMOVE, SORT = range(1, 6)  # of an editor's row
 

@@ -3,18 +3,15 @@ stop. It walks over a copy of the samples; over a person's own folder (TUNOVKA_F
 and listens, and changes nothing."""
 
 import os
-import shutil
-import subprocess
-from contextlib import contextmanager
 
 import driver
 import hands
+import players
 from driver import check, wait_until
 
 MUSIC, PLAYLISTS = ("mp3", "wav", "wma"), ("m3u", "pls", "asx")
 FOLK, PLAYLIST = "Ľudové", "veselica.pls"
 SONG, ENTRY, FOUND = "žabky pri jazere.mp3", "Čerešňový sad.mp3", "Kométa.wav"
-WINAMP_KEY = r"HKCU\Software\winamp"
 
 pictures = 0
 
@@ -188,9 +185,7 @@ def external(app, collection):
     app.mark(hands.PLAY, hands.WINAMP)
     picture(app, "external")
     app.key("Return")
-    record = collection / "winamp.exe.txt"
-    wait_until(record.exists, 10, "the external player started")
-    line = record.read_bytes().decode("utf-16-le")
+    line = players.started(collection / "winamp.exe")
     check(line == f'1|E:\\winamp.exe "E:\\{FOLK}\\{SONG}"', f"it was started by {line!r}")
 
 
@@ -235,28 +230,12 @@ def road(collection):
     return journey
 
 
-@contextmanager
-def winamp(collection):
-    """A stand-in for Winamp that writes down how it was started, in the registry meanwhile."""
-    def reg(*words):
-        env = dict(os.environ, TUNOVKA_DRIVE_E=str(collection))
-        subprocess.run([driver.TOP / "tools/wine-run", "reg", *words], env=env, check=True,
-                       stdout=subprocess.DEVNULL)
-
-    shutil.copy(driver.BUILD / "windows/tests/windows/command_line_recorder.exe",
-                collection / "winamp.exe")
-    reg("add", WINAMP_KEY, "/ve", "/d", "E:", "/f")
-    try:
-        yield
-    finally:
-        reg("delete", WINAMP_KEY, "/f")
-
-
 if __name__ == "__main__":
     own = os.environ.get("TUNOVKA_FOLDER")
     if own:
         driver.main(look_around, own)
     else:
         place = driver.collection("road")
-        with winamp(place):
+        players.stand_in(place / "winamp.exe")
+        with players.registered(place, {players.WINAMP: ("", None, "E:")}):
             driver.main(road(place), place)
