@@ -37,12 +37,15 @@ class ScratchFolder {
 
     // Writes without the code under test.
     std::wstring file(const std::wstring& name, const std::string& content = "x") const {
-        const FileHandle file(CreateFileW((path_ + name).c_str(), GENERIC_WRITE, 0, nullptr,
-                                          CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        write(path_ + name, content);
+        return path_ + name;
+    }
+    static void write(const std::wstring& path, const std::string& content) {
+        const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                          FILE_ATTRIBUTE_NORMAL, nullptr));
         DWORD written = 0;
         WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written,
                   nullptr);
-        return path_ + name;
     }
     std::wstring folder(const std::wstring& name) const {
         CreateDirectoryW((path_ + name).c_str(), nullptr);

@@ -4,9 +4,12 @@
 #include "core/ansi.h"
 #include "core/counter16.h"
 #include "core/file_system.h"
+#include "support/disk_faults.h"
 #include "support/editor_stage.h"
 #include "support/error_of.h"
 #include "support/save_answers.h"
+#include "ui/boundary.h"
+#include "ui/box.h"
 
 namespace tunovka {
 namespace {
@@ -92,12 +95,6 @@ TEST_F(EditorSaving, ReplacesAFileOnlyWhenItCanBeWrittenWhole) {
     failsWith(kPermissionDenied);
     SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_EQ(fso::readAll(target), "old");
-    {
-        const FileHandle locked(CreateFileW(target.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                            OPEN_EXISTING, 0, nullptr));
-        failsWith(kPermissionDenied);
-    }
-    EXPECT_EQ(fso::readAll(target), "old");
     drop(folder.file(L"\x6F22.mp3"));
     failsWith(kInvalidCall);
     EXPECT_EQ(fso::readAll(target), "old");
@@ -105,6 +102,35 @@ TEST_F(EditorSaving, ReplacesAFileOnlyWhenItCanBeWrittenWhole) {
     person.expect({1, 1});
     EXPECT_EQ(saved(L"old.m3u"), "a.mp3\r\n");
     EXPECT_FALSE(editor().document.changed());
+}
+
+// The last save of each trouble meets none: the same window writes what the failed ones did not.
+TEST_F(EditorSaving, AFailureIsToldAndTheListStaysToBeSavedAgain) {
+    installFailureNotice();
+    const std::wstring target = folder / L"list.m3u";
+    meetEachTrouble(5, [&](const Fault& fault) {
+        folder.file(L"b.wav");
+        if (!editor().document.changed()) {
+            open(L"a.mp3\r\nb.wav\r\n");
+            pressKey(VK_DELETE);
+        }
+        person.expect({1, 1});
+        TroubleAt at(fault, {folder / L"b.wav", folder.path(), target});
+        guarded([&] { saveAs(L"list.m3u"); });
+        EXPECT_TRUE(runUntil([&] { return person.seen().size() == 2; }));
+        at.makeGood();
+        const BoxRequest& told = person.seen().back();
+        const bool failed = at.wasMet() && fault.trouble != Trouble::SourceGone;
+        EXPECT_EQ(fso::readAll(target), failed ? "a.mp3\r\nb.wav\r\n" : "b.wav\r\n");
+        EXPECT_EQ(editor().document.changed(), failed);
+        EXPECT_EQ(told.title, failed ? L" CHYBA" : L" Nový playlist");
+        EXPECT_TRUE(!failed || told.text.ends_with(L": " + target));
+        if (failed && fault.raises()) {
+            EXPECT_EQ(told.text, L"Chyba č. " + std::to_wstring(fault.number()) + L": " +
+                                     errorDescription(fault.number()) + L": " + target);
+        }
+        return at.wasMet();
+    });
 }
 
 TEST_F(EditorSaving, ClosingTheWindowMidwayWritesNothing) {

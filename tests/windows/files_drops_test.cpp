@@ -1,42 +1,14 @@
 // Files dropped onto the explorer's trees.
 #include <gtest/gtest.h>
-#include <ole2.h>
 
 #include "support/disk_faults.h"
 #include "support/file_menus.h"
-#include "ui/text_data.h"
 
 namespace tunovka {
 namespace {
 
 class Drops : public FileMenus {
   protected:
-    IDropTarget* target(TreeView& tree) {
-        return static_cast<IDropTarget*>(GetPropW(tree.handle(), L"OleDropTargetInterface"));
-    }
-    // What the system does with a drag of a text over a place of a tree.
-    struct Drag {
-        Drag(IDropTarget* onto, TreeView& tree, Point at, IDataObject* data)
-            : onto(onto), data(data) {
-            const Point screen = tree.toScreen(at);
-            place = {screen.x, screen.y};
-            onto->DragEnter(data, MK_LBUTTON, place, &effect);
-        }
-        ~Drag() {
-            if (!dropped) onto->DragLeave();
-            data->Release();
-        }
-        void drop() {
-            effect = DROPEFFECT_COPY;
-            onto->Drop(data, 0, place, &effect);
-            dropped = true;
-        }
-        IDropTarget* onto;
-        IDataObject* data;
-        POINTL place{};
-        DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-        bool dropped = false;
-    };
     Point placeOf(TreeView& tree, const std::wstring& key) {
         tree.ensureVisible(key);
         const Rect area = tree.nodeArea(key);
@@ -48,11 +20,6 @@ class Drops : public FileMenus {
         EXPECT_EQ(strom().dropHighlight(), other.path());
         drag.drop();
         EXPECT_EQ(strom().dropHighlight(), L"");
-    }
-    void dropOnContents(const std::wstring& text) {
-        Drag drag(target(Tview()), Tview(), {5, 200}, createTextData(text));
-        EXPECT_EQ(drag.effect, DWORD{DROPEFFECT_COPY});
-        drag.drop();
     }
 };
 

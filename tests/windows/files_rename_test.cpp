@@ -110,25 +110,6 @@ TEST_F(FileMenus, NamesOfBlanksAndDotsKeepTheExtension) {
     EXPECT_TRUE(person.seen.empty());
 }
 
-TEST_F(FileMenus, AFileThatVanishedMeanwhileIsTold) {
-    folder.file(L"a.mp3");
-    show(L"a.mp3");
-    std::unique_ptr<Typing> typing;
-    Timer thief;  // takes the file away while the person types
-    thief.onTick = [&] {
-        if (!openForm(L"frmVstup")) return;
-        thief.setInterval(0);
-        DeleteFileW((folder / L"a.mp3").c_str());
-        typing = std::make_unique<Typing>(L"b");
-    };
-    thief.setInterval(10);
-    choose(L"premenovat_subor");
-    ASSERT_EQ(person.seen.size(), 1u);
-    EXPECT_EQ(person.seen[0].text,
-              L"Došlo k neočakávanej chybe (č. 53)\rVýpis správy chyby:\rFile not found");
-    EXPECT_TRUE(Tview().contains(L"a.mp3"));
-}
-
 TEST_F(FileMenus, ANodeOfAFileThatIsGoneMakesWayForTheNewName) {
     folder.file(L"a.mp3", "song");
     const std::wstring gone = folder.file(L"b.mp3");

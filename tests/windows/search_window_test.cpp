@@ -6,8 +6,9 @@
 #include "core/file_system.h"
 #include "search/frm_hladanie.h"
 #include "support/box_answers.h"
-#include "support/dialog_answers.h"
+#include "support/disk_faults.h"
 #include "support/machine.h"
+#include "support/save_answers.h"
 #include "support/scratch_folder.h"
 #include "ui/boundary.h"
 #include "ui/box.h"
@@ -93,20 +94,16 @@ class Search : public testing::Test {
         };
         meanwhile_.setInterval(USER_TIMER_MINIMUM);
     }
-    // Runs the export: a name for the save dialog, then the box's answers.
+    // Runs the export: a name for the save dialog, then one answer for each box that follows. What
+    // the boxes showed.
     Texts exported(const std::wstring& name, std::deque<int> answers) {
         BoxAnswers boxes(std::move(answers));
-        const Answering saving(window->handle(), [&](HWND dialog) {
-            SetDlgItemTextW(dialog, kNameBox, name.c_str());
-            PostMessageW(dialog, WM_COMMAND, name.empty() ? IDCANCEL : IDOK, 0);
-        });
+        const SaveAnswers saving(window->handle(), {name});
         guarded([&] { window->menu1.choose(L"uloz_playlist"); });
+        EXPECT_TRUE(runUntil([&] { return boxes.unanswered() == 0; }));
         Texts titles;
         for (const BoxRequest& box : boxes.seen) titles.push_back(box.title + L"|" + box.text);
         return titles;
-    }
-    std::string written(const std::wstring& name) const {
-        return FileSystemObject::readAll(folder / name);
     }
 
     static constexpr int kFolders = 300;
@@ -294,11 +291,11 @@ TEST_F(Search, ExportsInEachBranchOfItsQuestion) {
     };
     EXPECT_EQ(exported(L"", {}), Texts{});
     EXPECT_EQ(exported(L"one.m3u", {1, 1}), (Texts{question, done(L"one.m3u")}));
-    EXPECT_EQ(written(L"one.m3u"), all);
+    EXPECT_EQ(contentOf(folder / L"one.m3u"), all);
     EXPECT_EQ(exported(L"two", {2, 1}), (Texts{question, done(L"two")}));
-    EXPECT_EQ(written(L"two"), music);
+    EXPECT_EQ(contentOf(folder / L"two"), music);
     EXPECT_EQ(exported(L"three.txt", {0, 1}), (Texts{question, done(L"three.txt")}));
-    EXPECT_EQ(written(L"three.txt"), music);
+    EXPECT_EQ(contentOf(folder / L"three.txt"), music);
 }
 
 TEST_F(Search, ExportsPlaylistsAloneOnlyWhenToldTo) {
@@ -316,33 +313,30 @@ TEST_F(Search, ExportsPlaylistsAloneOnlyWhenToldTo) {
 }
 
 TEST_F(Search, AFailedExportLeavesTheOldFileAndSaysSo) {
-    folder.file(L"a.mp3");
-    folder.file(L"b.mp3");
-    const std::wstring old = folder.file(L"old.m3u.bak", "old");
-    SetFileAttributesW(old.c_str(), FILE_ATTRIBUTE_READONLY);
+    const std::wstring a = folder.file(L"a.mp3"), b = folder.file(L"b.mp3");
+    const std::wstring old = folder / L"old.m3u.bak";
     scan(folder.path());
-    BoxAnswers boxes({1, 1});
-    Timer agreeing;  // to replacing the file
-    agreeing.onTick = [&] {
-        const HWND dialog = dialogOf(window->handle());
-        const HWND question = dialog ? dialogOf(dialog) : nullptr;
-        if (question) PostMessageW(question, WM_COMMAND, IDYES, 0);
-    };
-    agreeing.setInterval(20);
-    exported(L"old.m3u.bak", {});
-    ASSERT_TRUE(runUntil([&] { return boxes.seen.size() == 1; }));
-    EXPECT_EQ(boxes.seen[0].title, L" CHYBA");
-    EXPECT_NE(boxes.seen[0].text.find(L"70"), std::wstring::npos);
-    EXPECT_NE(boxes.seen[0].text.find(L"old.m3u.bak"), std::wstring::npos)
-        << testing::PrintToString(boxes.seen[0].text);
-    EXPECT_EQ(written(L"old.m3u.bak"), "old");
-
+    meetEachTrouble(5, [&](const Fault& fault) {
+        ScratchFolder::write(a, "x");
+        ScratchFolder::write(old, "old");
+        TroubleAt at(fault, {a, folder.path(), old});
+        const std::wstring told = exported(L"old.m3u.bak", {1}).at(0);
+        at.makeGood();
+        if (at.wasMet() && fault.trouble != Trouble::SourceGone) {
+            EXPECT_EQ(contentOf(old), "old");
+            EXPECT_TRUE(told.starts_with(L" CHYBA|Chyba č. ") && told.ends_with(L": " + old));
+            EXPECT_TRUE(!fault.raises() ||
+                        told.find(errorDescription(fault.number())) != told.npos);
+        } else {
+            EXPECT_EQ(told, L" Hotovo|Playlist '" + old + L"' bol vytvorený.");
+            EXPECT_EQ(contentOf(old), toAnsi(a + L"\r\n" + b + L"\r\n"));
+        }
+        return at.wasMet();
+    });
     folder.file(L"日本.mp3");
     folder.folder(L"sub");
     scan(folder / L"sub\\..\\");
-    exported(L"new.m3u", {});
-    ASSERT_TRUE(runUntil([&] { return boxes.seen.size() == 2; }));
-    EXPECT_NE(boxes.seen[1].text.find(L"日本.mp3"), std::wstring::npos);
+    EXPECT_NE(exported(L"new.m3u", {1}).at(0).find(L"日本.mp3"), std::wstring::npos);
     EXPECT_FALSE(FileSystemObject::FileExists(folder / L"new.m3u"));
 }
 
