@@ -85,6 +85,21 @@ TEST_F(LongCopies, EscapeAndClosingTheirWindowStopThem) {
     EXPECT_EQ(folder.names().size(), 1u);
 }
 
+TEST_F(LongCopies, ThatFailMidwaySayWhyWithoutTheirWindow) {
+    copy([](Form&) {
+        FileSystemObject::setFault(
+            [](DiskStep, const std::wstring&) { throw RuntimeError(kDiskFull); });
+    });
+    FileSystemObject::setFault({});
+    EXPECT_TRUE(shown);
+    EXPECT_FALSE(openForm(L"frmkopirovanie"));
+    EXPECT_TRUE(explorer->isEnabled());
+    EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
+    EXPECT_EQ(clipboard(), L"copy:" + song);
+    ASSERT_EQ(person.seen.size(), 1u);
+    EXPECT_TRUE(person.seen[0].text.ends_with(L"Disk full"));
+}
+
 TEST_F(LongCopies, EndWithTheExplorer) {
     copy([&](Form&) { explorer->unload(); });
     EXPECT_TRUE(explorer->isClosing());
