@@ -10,22 +10,31 @@ namespace {
 
 // Characters that no file name holds. A NUL would cut the question short at the system's border,
 // the others are wildcards there.
-bool canNameNoFile(std::wstring_view path) {
-    return path.empty() ||
-           path.find_first_of(std::wstring_view(L"*?<>\"|\0", 7)) != std::wstring_view::npos;
+bool canNameNoFile(wchar_t letter) {
+    return letter == L'*' || letter == L'?' || letter == L'<' || letter == L'>' || letter == L'"' ||
+           letter == L'|' || letter == L'\0';
 }
 
-// True for "X:\a\b.mp3" without any part that the file system would rewrite.
-bool isNormal(std::wstring_view path) {
-    if (path.size() < 4 || path[1] != L':' || path[2] != L'\\') return false;
-    wchar_t before = L'\\';
-    for (const wchar_t letter : path.substr(3)) {
-        if (letter == L'/' || letter == L':') return false;
+enum class Spelling {
+    Impossible,  // names no file
+    Normal,      // "X:\a\b.mp3" without any part that the file system would rewrite
+    Other,
+};
+
+Spelling spellingOf(std::wstring_view path) {
+    if (path.empty()) return Spelling::Impossible;
+    bool normal = path.size() > 3 && path[1] == L':' && path[2] == L'\\';
+    wchar_t before = 0;
+    for (std::size_t i = 0; i < path.size(); before = path[i++]) {
+        const wchar_t letter = path[i];
+        if (canNameNoFile(letter)) return Spelling::Impossible;
+        if (letter == L'/' || (letter == L':' && i != 1)) normal = false;
         // An empty part, or one that ends in a dot or a blank ("." and ".." among them).
-        if (letter == L'\\' && (before == L'\\' || before == L'.' || before == L' ')) return false;
-        before = letter;
+        const bool endsPart = before == L'\\' || before == L'.' || before == L' ';
+        if (letter == L'\\' && endsPart) normal = false;
     }
-    return before != L'\\' && before != L'.' && before != L' ';
+    const bool endsWell = before != L'\\' && before != L'.' && before != L' ';
+    return normal && endsWell ? Spelling::Normal : Spelling::Other;
 }
 
 }  // namespace
@@ -36,15 +45,20 @@ std::reference_wrapper<ExistingFiles> ExistingFiles::anew() {
     std::erase_if(folders_, [&](const auto& each) { return each.second.operation != operation_; });
     ++operation_;
     roots_.clear();
-    last_ = nullptr;
+    spelled_.clear();
     return *this;
 }
 
 bool ExistingFiles::contains(const std::wstring& path) {
-    if (canNameNoFile(path)) return false;
-    const std::wstring full = isNormal(path) ? path : disk_.normalized(path);
+    const Spelling spelling = spellingOf(path);
+    if (spelling == Spelling::Impossible) return false;
+    if (spelling == Spelling::Other) return holds(disk_.normalized(path));
+    return holds(path);
+}
+
+bool ExistingFiles::holds(const std::wstring& full) {
     const std::size_t cut = full.rfind(L'\\');
-    if (cut == std::wstring::npos) return false;
+    if (cut == std::wstring::npos || cut + 1 == full.size()) return false;  // a folder's name
 
     const Folder& folder = folderOf(full, cut);
     if (!folder.answers) return false;
@@ -54,13 +68,12 @@ bool ExistingFiles::contains(const std::wstring& path) {
 }
 
 const ExistingFiles::Folder& ExistingFiles::folderOf(const std::wstring& path, std::size_t cut) {
-    // Entries mostly follow folder by folder.
-    if (last_ && path.compare(0, cut, lastFolder_) == 0) return *last_;
+    const std::wstring_view spelling = std::wstring_view(path).substr(0, cut);
+    if (const auto known = spelled_.find(spelling); known != spelled_.end()) return *known->second;
     const std::wstring folder = parentFolder(path);
     Folder& known = folders_[upperCased(folder)];
     if (known.operation != operation_) update(known, folder);
-    lastFolder_.assign(path, 0, cut);
-    last_ = &known;
+    spelled_.emplace(spelling, &known);
     return known;
 }
 

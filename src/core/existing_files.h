@@ -67,6 +67,11 @@ class ExistingFiles {
         std::wstring text;                 // the names as they were listed, upper-cased
         std::unordered_set<std::wstring_view> names;  // parts of `text`
     };
+    // Looks a spelling up without making a text of it.
+    struct SpellingHash : std::hash<std::wstring_view> {
+        using is_transparent = void;
+    };
+    bool holds(const std::wstring& full);
     const Folder& folderOf(const std::wstring& path, std::size_t cut);
     void update(Folder& folder, const std::wstring& path);
     void fill(Folder& folder, const std::wstring& path);
@@ -76,8 +81,9 @@ class ExistingFiles {
     std::unordered_map<std::wstring, Folder> folders_;
     std::unordered_map<std::wstring, bool> roots_;  // by drive or share as written
     unsigned operation_ = 1;
-    std::wstring lastFolder_;
-    const Folder* last_ = nullptr;  // that folder's entry in folders_, which never moves
+    // The folders of this operation by their paths as they were asked for: parts of folders_, whose
+    // entries never move.
+    std::unordered_map<std::wstring, const Folder*, SpellingHash, std::equal_to<>> spelled_;
 };
 
 }  // namespace tunovka

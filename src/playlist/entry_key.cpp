@@ -1,6 +1,7 @@
 #include "playlist/entry_key.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "core/counter16.h"
 #include "core/errors.h"
@@ -13,13 +14,27 @@ constexpr std::wstring_view kNumberMark = L"položka:";
 constexpr std::wstring_view kTextMark = L"súbor=";
 constexpr std::size_t kNone = std::wstring_view::npos;
 
+// A number in decimal; std::to_wstring prints through a format, which a long list pays for.
+class Decimal {
+  public:
+    explicit Decimal(std::int16_t number)
+        : end_(std::to_chars(digits_, digits_ + sizeof digits_, number).ptr) {}
+    std::size_t size() const { return end_ - digits_; }
+    void appendTo(std::wstring& text) const { text.append(digits_, end_); }
+
+  private:
+    char digits_[8];
+    const char* end_;
+};
+
 }  // namespace
 
 std::wstring entryKey(std::int16_t number, std::wstring_view entryText) {
-    const std::wstring digits = std::to_wstring(number);
+    const Decimal digits(number);
     std::wstring key;
     key.reserve(kNumberMark.size() + digits.size() + kTextMark.size() + entryText.size());
-    return key.append(kNumberMark).append(digits).append(kTextMark).append(entryText);
+    digits.appendTo(key.append(kNumberMark));
+    return key.append(kTextMark).append(entryText);
 }
 
 std::wstring_view entryTextOf(std::wstring_view key) {
@@ -52,8 +67,8 @@ std::wstring playlistNodeKey(std::wstring_view shortName, std::int16_t number,
     // An 8.3 name holds no "=", a long name standing in for it may: the first "id=" must remain
     // the one before the entry text.
     for (std::size_t at = 3; (at = key.find(L"id=", at)) != std::wstring::npos;) key[at + 2] = L'_';
-    const std::wstring digits = std::to_wstring(number);
-    key.append(digits.size() < 3 ? 3 - digits.size() : 0, L'0').append(digits);
+    const Decimal digits(number);
+    digits.appendTo(key.append(digits.size() < 3 ? 3 - digits.size() : 0, L'0'));
     return key.append(L"id=").append(entryText);
 }
 

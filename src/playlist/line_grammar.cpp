@@ -56,6 +56,7 @@ EntryKind classify(std::wstring_view text) {
 
 std::wstring absoluteEntryPath(std::wstring_view text, std::wstring_view folder) {
     std::wstring path;
+    path.reserve(folder.size() + text.size());
     switch (classify(text)) {
         case EntryKind::Absolute:
             break;

@@ -25,6 +25,10 @@ void ListItems::renumber(std::size_t from) {
 // Adds rows at the end: all of them, or none when a key is there already.
 void ListItems::append(std::vector<ListItem> items) {
     const std::size_t before = rows_.size();
+    if (items.size() > before) {  // else they are few, and what is there grows by itself
+        rows_.reserve(before + items.size());
+        byKey_.reserve(before + items.size());
+    }
     for (ListItem& item : items) {
         rows_.push_back(std::make_unique<Row>(Row{std::move(item), {}, rows_.size()}));
         Row& added = *rows_.back();
