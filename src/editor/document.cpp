@@ -12,6 +12,10 @@
 
 namespace tunovka {
 
+std::wstring EditorEntry::name() const {
+    return key.empty() ? std::wstring(kNothingFound) : entryDisplayName(key);
+}
+
 std::optional<std::size_t> EditorDocument::positionOf(std::wstring_view key) const {
     if (key.empty()) return std::nullopt;
     const auto found = std::ranges::find(entries_, key, &EditorEntry::key);
@@ -52,6 +56,7 @@ bool EditorDocument::load(std::wstring_view path, std::wstring_view text,
     const std::wstring home = folder();
     Counter16 number;
     WideLineReader lines(text);
+    entries_.reserve(std::ranges::count(text, L'\n') + 1);
     for (std::wstring_view line; lines.next(line);) {
         if (isPlaylistEntryLine(line)) {
             ++number;
@@ -61,7 +66,7 @@ bool EditorDocument::load(std::wstring_view path, std::wstring_view text,
         if (!hooks.next()) return true;
     }
     mayBeSaved_ = !entries_.empty();
-    if (entries_.empty()) entries_.push_back({{}, std::wstring(kNothingFound)});
+    if (entries_.empty()) entries_.push_back({});
     return true;
 }
 
@@ -75,7 +80,7 @@ std::int16_t EditorDocument::largestNumber() const {
 // Puts a row at the end of the list and of the load order.
 void EditorDocument::append(std::int16_t number, std::wstring_view entryText, bool missing) {
     loadOrder_.push_back(number);
-    entries_.push_back({entryKey(number, entryText), afterLastBackslash(entryText), missing});
+    entries_.push_back({entryKey(number, entryText), missing});
     highestNumber_ = number;
 }
 
@@ -83,7 +88,7 @@ void EditorDocument::append(std::int16_t number, std::wstring_view entryText, bo
 void EditorDocument::place() {
     if (sortOrder_ == SortOrder::None) return;
     for (EditorEntry& entry : entries_)
-        if (entry.sortKey.empty()) entry.sortKey = sortKeyOf_(entry.name);
+        if (entry.sortKey.empty()) entry.sortKey = sortKeyOf_(entry.name());
     std::vector<std::size_t> positions(entries_.size());
     std::iota(positions.begin(), positions.end(), 0);
     std::ranges::stable_sort(positions, [this](std::size_t one, std::size_t other) {
@@ -236,7 +241,7 @@ bool EditorDocument::sort(SortOrder order, SortKeyOf keyOf, const LoopHooks& hoo
     const Busy guard(*this);
     // Making the keys is what takes time.
     for (EditorEntry& entry : entries_) {
-        entry.sortKey = keyOf(entry.name);
+        entry.sortKey = keyOf(entry.name());
         if (!hooks.next()) return false;
     }
     sortOrder_ = order;

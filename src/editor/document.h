@@ -17,9 +17,10 @@ namespace tunovka {
 // One row of an editor's list.
 struct EditorEntry {
     std::wstring key;       // entry key; "" for the row that says that nothing was found
-    std::wstring name;      // what the list shows
     bool missing = false;   // no file was there when the row was made: shown in red
     std::string sortKey{};  // made the first time that the row is sorted
+
+    std::wstring name() const;  // what the list shows
 };
 
 struct MergeReport {

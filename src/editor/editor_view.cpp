@@ -11,7 +11,7 @@ namespace {
 ListItem row(const EditorEntry& entry) {
     const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
     return {.key = entry.key,
-            .text = entry.name,
+            .text = entry.name(),
             .foreground = entry.missing ? colors.MissingEntryColor : colors.NodeForeColor};
 }
 

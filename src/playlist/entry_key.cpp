@@ -20,7 +20,9 @@ class Decimal {
     explicit Decimal(std::int16_t number)
         : end_(std::to_chars(digits_, digits_ + sizeof digits_, number).ptr) {}
     std::size_t size() const { return end_ - digits_; }
-    void appendTo(std::wstring& text) const { text.append(digits_, end_); }
+    void appendTo(std::wstring& text) const {
+        for (const char* digit = digits_; digit != end_; ++digit) text += *digit;
+    }
 
   private:
     char digits_[8];
