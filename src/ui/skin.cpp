@@ -75,10 +75,17 @@ const Picture* pictureAt(const std::wstring& key, int dpi) {
                 .first->second;
 }
 
-// Pictures at the sizes that windows use; a window that is being resized asks for many widths, so
-// the cache is emptied when it has grown beyond use.
+// Pictures by key, dpi and size, at the sizes that windows use.
+using Bitmaps = std::map<std::tuple<std::wstring, int, int, int>, Bitmap>;
+
+Bitmaps& keptBitmaps() {
+    static Bitmaps bitmaps;
+    return bitmaps;
+}
+
+// A window that is being resized asks for many widths: when there are too many of them, all go.
 const Bitmap* bitmapAt(const std::wstring& key, int dpi, Size size) {
-    static std::map<std::tuple<std::wstring, int, int, int>, Bitmap> bitmaps;
+    Bitmaps& bitmaps = keptBitmaps();
     const auto wanted = std::tuple{key, dpi, size.width, size.height};
     const auto known = bitmaps.find(wanted);
     if (known != bitmaps.end()) return &known->second;
@@ -119,6 +126,10 @@ void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi) {
     if (area.width < 1 || area.height < 1) return;
     if (const Bitmap* bitmap = bitmapAt(key, dpi, {area.width, area.height}))
         bitmap->draw(dc, {area.x, area.y});
+}
+
+void forgetBitmaps() {
+    keptBitmaps().clear();
 }
 
 HICON createIcon(const std::wstring& key, int side) {

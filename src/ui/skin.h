@@ -24,6 +24,9 @@ void draw(HDC dc, const std::wstring& key, Point place, int dpi);
 // Draws a picture stretched into an area; its borders keep their size.
 void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi);
 
+// Gives back the pictures that are kept for the next drawing, which makes them again.
+void forgetBitmaps();
+
 // The picture as an icon with soft edges, `side` pixels square; the caller destroys it.
 HICON createIcon(const std::wstring& key, int side);
 

@@ -1,0 +1,150 @@
+// What an hour brings, again and again without its pauses: songs, searches, playlists, files.
+// Nothing may be left of it. TUNOVKA_LONG_USE tells how often, by hand.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <iostream>
+
+#include "editor/frm_plejlist.h"
+#include "endurance/ground.h"
+#include "endurance/program.h"
+#include "endurance/resources.h"
+#include "search/frm_hladanie.h"
+#include "support/dialog_answers.h"
+#include "support/last_words.h"
+#include "support/save_answers.h"
+#include "support/typing.h"
+
+namespace tunovka {
+namespace {
+
+template <typename Window>
+Window* opened() {
+    for (Form* form : Forms::loaded())
+        if (auto* window = dynamic_cast<Window*>(form)) return window;
+    return nullptr;
+}
+
+// Closes the next form of that name as soon as it is open.
+class Closing {
+  public:
+    explicit Closing(const std::wstring& name) {
+        timer_.onTick = [this, name] {
+            if (Form* form = openForm(name)) timer_.setInterval(0), form->unload();
+        };
+        timer_.setInterval(10);
+    }
+
+  private:
+    Timer timer_;
+};
+
+class LongUse : public testing::Test {
+  protected:
+    ~LongUse() override {
+        Forms::unloadAll();
+        Forms::run();
+    }
+
+    void select(const wchar_t* key) {
+        explorer.contents.Tview.select(key);
+        explorer.contents.Tview.onSelectionByKey();
+    }
+    void choose(const wchar_t* key, const wchar_t* entry) {
+        select(key);
+        explorer.prehrat.choose(entry);
+    }
+
+    void play() {
+        MediaPlayer& mp = explorer.player.mp;
+        for (const wchar_t* name :
+             {L"a.wav", L"čerešňový sad.mp3", L"ľúbezná.wma", L"Vitajte.m3u"}) {
+            explorer.player.play(ground.path() + name);
+            ASSERT_TRUE(runUntil([&] { return mp.CurrentPosition() > 0; })) << name;
+            mp.Pause();
+            mp.Play();
+            mp.setCurrentPosition(mp.Duration() / 2);
+            mp.Next();
+        }
+        mp.release();
+    }
+    void search() {
+        explorer.menuprestrom.choose(L"prehladaj_adresar");
+        auto* const window = opened<frmhladanie>();
+        ASSERT_TRUE(window);
+        ASSERT_TRUE(runUntil([&] { return !window->isBusy() && window->Lview.count() > 5; }));
+        window->menu1.choose(L"zostupne");
+        window->unload();
+        ASSERT_TRUE(runUntil([&] { return !Forms::find(L"frmhladanie"); }));
+    }
+    frmplejlist& openEditor() {
+        choose(L"veľa.m3u", L"editovat_playlist");
+        return *opened<frmplejlist>();
+    }
+    void edit() {
+        frmplejlist& window = openEditor();
+        for (const wchar_t* entry : {L"zoradit_zostupne", L"neradit", L"odstranit_polozku"})
+            window.menu1.choose(entry);
+        window.Lview_Drop(ground.path() + L"a.wav", {}, {});
+        person.answer({2});  // no saving on closing
+        EXPECT_TRUE(window.unload());
+    }
+    void inform() {
+        const Closing information(L"frminfo");
+        choose(L"čerešňový sad.mp3", L"info_o_subore");
+    }
+    void save() {
+        frmplejlist& window = openEditor();
+        person.answer({1, 1});  // relative links, the notice
+        const SaveAnswers saving(window.handle(), {ground.path() + L"uložený.m3u"});
+        window.menu1.choose(L"ulozit_ako_plejlist");
+        EXPECT_TRUE(window.unload());
+    }
+    void careForFiles() {
+        choose(L"a.wav", L"kopirovat_subor");
+        {
+            const Answering saving(explorer.handle(), [&](HWND dialog) {
+                SetDlgItemTextW(dialog, kNameBox, (ground.path() + L"kópia.wav").c_str());
+                PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+            });
+            choose(L"a.wav", L"vlozit_subor");
+        }
+        {
+            const Typing name(L"nová");
+            choose(L"kópia.wav", L"premenovat_subor");
+        }
+        person.answer({1});
+        choose(L"nová.wav", L"zmazat_subor");
+        EXPECT_FALSE(explorer.contents.Tview.contains(L"nová.wav"));
+    }
+
+    Ground ground;
+    BoxAnswers person;
+    frmPrieskumnik& explorer = startProgram(ground.path());
+};
+
+TEST_F(LongUse, LeavesEverythingWhereItWas) {
+    const auto use = [&] {
+        LastWords::goesOn();
+        search();
+        edit();
+        inform();
+        play();
+        save();
+        careForFiles();
+        runUntil([] { return false; }, 50);
+        person.seen = {};
+    };
+    const int times = setting("TUNOVKA_LONG_USE", 3);
+    for (int i = 0; i < 2; ++i) use();  // brings what is made once
+    const Resources before = Resources::now();
+    for (int i = 0; i < times && !HasFailure(); ++i) use();
+    const Resources after = Resources::now();
+    EXPECT_FALSE(after.exceeds(before, 0)) << before << "\n" << after;
+    std::cout << times << " times: " << before << " -> " << after << std::endl;
+    ground.check(true);
+    EXPECT_EQ(ground.faults(), std::vector<std::string>());
+}
+
+}  // namespace
+}  // namespace tunovka

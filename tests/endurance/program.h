@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdlib>
+#include <string>
+
+#include "app/frm_prieskumnik.h"
+#include "core/events_windows.h"
+#include "core/multimedialny.h"
+#include "ui/boundary.h"
+#include "ui/box.h"
+#include "ui/modal.h"
+
+namespace tunovka {
+
+// Opens the explorer on a folder, as the program's start does.
+inline frmPrieskumnik& startProgram(const std::wstring& folder) {
+    installFailureNotice();
+    setMessageFilter(filterMessage);
+    MultiMedialny::InitSharedTables();
+    frmPrieskumnik& explorer = Forms::load<frmPrieskumnik>();
+    explorer.load();
+    explorer.folders.strom.select(folder);
+    explorer.contents.ListFolderContents(folder);
+    return explorer;
+}
+
+// A number that the person who starts the test may set in the environment.
+inline int setting(const char* name, int otherwise) {
+    const char* const text = std::getenv(name);
+    return text ? std::atoi(text) : otherwise;
+}
+
+// For a test's output: what is not ASCII becomes "?".
+inline std::string narrow(const std::wstring& text) {
+    std::string result;
+    for (const wchar_t letter : text) result += letter < 128 ? static_cast<char>(letter) : '?';
+    return result;
+}
+
+}  // namespace tunovka
