@@ -47,7 +47,15 @@ class LastWords : public testing::EmptyTestEventListener {
 
     static LONG WINAPI crashed(EXCEPTION_POINTERS* what) {
         const EXCEPTION_RECORD& record = *what->ExceptionRecord;
-        say("crashed: exception %08lx at %p", record.ExceptionCode, record.ExceptionAddress);
+        const auto* const at = static_cast<const char*>(record.ExceptionAddress);
+        HMODULE module = nullptr;
+        char name[MAX_PATH] = "(no module)";
+        if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                   GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                               at, &module))
+            GetModuleFileNameA(module, name, MAX_PATH);
+        say("crashed: exception %08lx at %s + %x", record.ExceptionCode, name,
+            static_cast<unsigned>(at - reinterpret_cast<const char*>(module)));
         return EXCEPTION_EXECUTE_HANDLER;
     }
 
