@@ -13,22 +13,34 @@
 
 namespace tunovka {
 
+// What the system enumerates, in its order.
+class WindowList {
+  public:
+    static std::vector<HWND> below(HWND parent) {
+        std::vector<HWND> found;
+        EnumChildWindows(parent, take, reinterpret_cast<LPARAM>(&found));
+        return found;
+    }
+    static std::vector<HWND> ofThisThread() {
+        std::vector<HWND> found;
+        EnumThreadWindows(GetCurrentThreadId(), take, reinterpret_cast<LPARAM>(&found));
+        return found;
+    }
+
+  private:
+    static BOOL CALLBACK take(HWND window, LPARAM found) {
+        reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
+        return TRUE;
+    }
+};
+
 // A control of a form by its name in the code, nullptr when there is none. Hidden ones count.
 inline Window* controlNamed(const Form& form, const std::wstring& name) {
-    struct Search {
-        const std::wstring& name;
-        Window* found = nullptr;
-    } search{name};
-    struct Walk {
-        static BOOL CALLBACK look(HWND handle, LPARAM data) {
-            auto& search = *reinterpret_cast<Search*>(data);
-            Window* window = windowOf(handle);
-            if (window && window->name() == search.name) search.found = window;
-            return search.found == nullptr;
-        }
-    };
-    EnumChildWindows(form.handle(), Walk::look, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    for (const HWND handle : WindowList::below(form.handle())) {
+        Window* const window = windowOf(handle);
+        if (window && window->name() == name) return window;
+    }
+    return nullptr;
 }
 
 // Presses and releases a control in its middle, as the mouse does.
@@ -59,22 +71,13 @@ bool runUntil(Condition condition, DWORD milliseconds = 30000) {
 
 // The form of that name that is open in front of the person, nullptr when there is none.
 inline Form* openForm(const std::wstring& name) {
-    struct Search {
-        const std::wstring& name;
-        Form* found = nullptr;
-    } search{name};
-    struct Walk {
-        static BOOL CALLBACK look(HWND handle, LPARAM data) {
-            auto& search = *reinterpret_cast<Search*>(data);
-            auto* form = dynamic_cast<Form*>(windowOf(handle));
-            if (form && form->name() == search.name && !form->isClosing() &&
-                IsWindowVisible(handle) && IsWindowEnabled(handle))
-                search.found = form;
-            return search.found == nullptr;
-        }
-    };
-    EnumThreadWindows(GetCurrentThreadId(), Walk::look, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    for (const HWND handle : WindowList::ofThisThread()) {
+        auto* const form = dynamic_cast<Form*>(windowOf(handle));
+        if (form && form->name() == name && !form->isClosing() && IsWindowVisible(handle) &&
+            IsWindowEnabled(handle))
+            return form;
+    }
+    return nullptr;
 }
 
 // The person in front of the message box: answers each box that opens with the next number (0 is

@@ -59,27 +59,24 @@ class Dpi : public EditorStage {
                      reinterpret_cast<LPARAM>(&area));
     }
 
-    static BOOL CALLBACK look(HWND handle, LPARAM places) {
-        if (!IsWindowVisible(handle)) return TRUE;
-        const HWND parent = GetParent(handle);
-        RECT own{}, inside{};
-        GetWindowRect(handle, &own);
-        MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&own), 2);
-        GetClientRect(parent, &inside);
-        const Window* const window = windowOf(handle);
-        EXPECT_TRUE(own.left >= 0 && own.top >= 0 && own.right <= inside.right &&
-                    own.bottom <= inside.bottom)
-            << testing::PrintToString(window ? window->name() : L"a part of a control");
-        (*reinterpret_cast<Places*>(places))[handle] = {
-            static_cast<int>(own.left), static_cast<int>(own.top),
-            static_cast<int>(own.right - own.left), static_cast<int>(own.bottom - own.top)};
-        return TRUE;
-    }
-
     // The visible controls and where they are in their parents; all lie inside.
     static Places places(const Form& form) {
         Places found;
-        EnumChildWindows(form.handle(), look, reinterpret_cast<LPARAM>(&found));
+        for (const HWND handle : WindowList::below(form.handle())) {
+            if (!IsWindowVisible(handle)) continue;
+            const HWND parent = GetParent(handle);
+            RECT own{}, inside{};
+            GetWindowRect(handle, &own);
+            MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&own), 2);
+            GetClientRect(parent, &inside);
+            const Window* const window = windowOf(handle);
+            EXPECT_TRUE(own.left >= 0 && own.top >= 0 && own.right <= inside.right &&
+                        own.bottom <= inside.bottom)
+                << testing::PrintToString(window ? window->name() : L"a part of a control");
+            found[handle] = {static_cast<int>(own.left), static_cast<int>(own.top),
+                             static_cast<int>(own.right - own.left),
+                             static_cast<int>(own.bottom - own.top)};
+        }
         return found;
     }
 

@@ -39,16 +39,9 @@ bool isInteractive(HWND window) {
 
 std::vector<Window*> controlsOf(const Form& form) {
     std::vector<Window*> found;
-    struct Walk {
-        static BOOL CALLBACK take(HWND handle, LPARAM data) {
-            auto& found = *reinterpret_cast<std::vector<Window*>*>(data);
-            Window* control = windowOf(handle);
-            if (control && IsWindowVisible(handle) && IsWindowEnabled(handle))
-                found.push_back(control);
-            return TRUE;
-        }
-    };
-    EnumChildWindows(form.handle(), Walk::take, reinterpret_cast<LPARAM>(&found));
+    for (const HWND handle : WindowList::below(form.handle()))
+        if (windowOf(handle) && IsWindowVisible(handle) && IsWindowEnabled(handle))
+            found.push_back(windowOf(handle));
     return found;
 }
 
@@ -298,6 +291,7 @@ TEST(EaseOfDialogs, AScreenReaderHearsWhatChangesAndAnswersTheBox) {
     EXPECT_TRUE(
         runUntil([&] { return heard.has(EVENT_OBJECT_NAMECHANGE, about.lblverzia.handle()); }));
     pressAndRelease(about.Tlacitko, WM_RBUTTONDOWN, WM_RBUTTONUP);
+    EXPECT_FALSE(about.isClosing());
     EXPECT_TRUE(
         runUntil([&] { return heard.has(EVENT_OBJECT_STATECHANGE, about.Tlacitko.handle()); }));
     EXPECT_TRUE(runUntil([&] { return heard.has(EVENT_OBJECT_FOCUS, about.Tlacitko.handle()); }));

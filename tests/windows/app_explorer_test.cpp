@@ -1,33 +1,15 @@
 // The explorer window as a whole: folders, menus, commands, closing.
 #include <gtest/gtest.h>
 
-#include "app/frm_prieskumnik.h"
-#include "core/events.h"
 #include "core/rozneapi.h"
-#include "support/box_answers.h"
-#include "support/scratch_folder.h"
+#include "support/file_menus.h"
 
 namespace tunovka {
 namespace {
 
-class Explorer : public testing::Test {
+class Explorer : public FileMenus {
   protected:
-    Explorer() : folder(L"E:\\") {
-        MultiMedialny::InitSharedTables();
-        explorer = std::make_unique<frmPrieskumnik>();
-    }
-    ~Explorer() override {
-        RozneApi::setHasSubfolders({});
-        explorer->unload();
-    }
-    void load() {
-        explorer->load();
-        explorer->folders.strom.select(folder.path());
-        SendMessageW(strom().handle(), WM_KEYUP, 0, 0);
-        explorer->contents.ListFolderContents(folder.path());
-    }
-    TreeView& strom() { return explorer->folders.strom; }
-    TreeView& Tview() { return explorer->contents.Tview; }
+    ~Explorer() override { RozneApi::setHasSubfolders({}); }
     void clickNode(TreeView& tree, const std::wstring& key) {
         tree.ensureVisible(key);
         const Rect area = tree.nodeArea(key);
@@ -35,9 +17,6 @@ class Explorer : public testing::Test {
         SendMessageW(tree.handle(), WM_LBUTTONDOWN, MK_LBUTTON, at);
         SendMessageW(tree.handle(), WM_LBUTTONUP, 0, at);
     }
-
-    ScratchFolder folder;  // on the drive that the explorer starts with
-    std::unique_ptr<frmPrieskumnik> explorer;
 };
 
 TEST_F(Explorer, StartsOnDriveEWithItsFoldersAndLists) {
@@ -63,12 +42,18 @@ TEST_F(Explorer, StartsOnDriveEWithItsFoldersAndLists) {
     EXPECT_EQ(explorer->LblBar.text(), folder.path());
 }
 
-TEST_F(Explorer, AFolderWithoutSubfoldersGetsNoPlaceholder) {
+TEST_F(Explorer, OnlyAFolderWithSubfoldersGetsAPlaceholder) {
     folder.folder(L"prázdny");
-    RozneApi::setHasSubfolders(
-        [&](const std::wstring& path) { return path == L"E:\\" || path == folder.path(); });
+    folder.folder(L"plný");
+    SetFileAttributesW(folder.folder(L"plný\\skrytý").c_str(), FILE_ATTRIBUTE_HIDDEN);
+    EXPECT_TRUE(RozneApi::HasSubfolders(folder / L"plný\\"));
+    EXPECT_FALSE(RozneApi::HasSubfolders(folder / L"nie je\\"));
+    RozneApi::setHasSubfolders([&](const std::wstring& path) {
+        return path == L"E:\\" || path == folder.path() || path == folder / L"plný\\";
+    });
     explorer->load();
     strom().expand(folder.path());
+    EXPECT_EQ(strom().firstChild(folder / L"plný\\"), folder / L"plný\\_*.?");
     EXPECT_EQ(strom().firstChild(folder / L"prázdny\\"), L"");
     explorer->folders.ExpandFolder(folder / L"prázdny\\");
     EXPECT_EQ(strom().firstChild(folder / L"prázdny\\"), L"");
@@ -99,7 +84,7 @@ void withoutMedium(const std::wstring& drive, const std::function<void()>& actio
 }
 
 TEST_F(Explorer, AStartDriveWithoutItsMediumIsPassedOverInSilence) {
-    BoxAnswers person({1});
+    person.answer({1});
     withoutMedium(L"E:", [&] { explorer->load(); });
     EXPECT_TRUE(person.seen.empty());
     EXPECT_NE(strom().firstRoot(), L"E:\\");
@@ -109,7 +94,7 @@ TEST_F(Explorer, AStartDriveWithoutItsMediumIsPassedOverInSilence) {
 TEST_F(Explorer, ADriveThatIsNotReadyIsReportedAndTheListGoesBack) {
     explorer->load();
     DriveList& drives = explorer->folders.Drive1;
-    BoxAnswers person({1});
+    person.answer({1});
     withoutMedium(L"T:", [&] { drives.setDrive(L"t:"); });
     ASSERT_EQ(person.seen.size(), 1u);
     EXPECT_EQ(person.seen[0].title, L" CHYBA");
@@ -123,7 +108,7 @@ TEST_F(Explorer, ThePopUpMenusFollowTheSelectedNode) {
     folder.file(L"pieseň.mp3");
     folder.file(L"plavba.mp3");
     folder.file(L"zoznam.m3u", "nie je.mp3\r\n");
-    load();
+    show(L"");
     const PopupMenu& menu = explorer->prehrat;
     const auto states = [&] {
         std::string states;
@@ -151,7 +136,7 @@ TEST_F(Explorer, ThePopUpMenusFollowTheSelectedNode) {
 
 TEST_F(Explorer, ObeysItsCommandChannel) {
     folder.file(L"a.mp3");
-    load();
+    show(L"");
     folder.file(L"b.mp3");
     explorer->txtodkaz.setText(L"obnoviť");
     EXPECT_TRUE(Tview().contains(L"b.mp3"));
@@ -168,21 +153,8 @@ TEST_F(Explorer, ObeysItsCommandChannel) {
     explorer->player.mp.release();
 }
 
-TEST_F(Explorer, ADoubleClickOnAMissingEntrySaysSo) {
-    folder.file(L"zoznam.m3u", "nie je.mp3\r\n");
-    load();
-    Tview().expand(L"zoznam.m3u");
-    Tview().select(Tview().firstChild(L"zoznam.m3u"));
-    BoxAnswers person({1});
-    explorer->playing.PlaySelected(L"tu");
-    ASSERT_EQ(person.seen.size(), 1u);
-    EXPECT_EQ(
-        person.seen[0],
-        (BoxRequest{L" CHYBA", L"Súbor sa v zadanom umiestnení nenacházda !!!", L"No čo už ..."}));
-}
-
 TEST_F(Explorer, TheSplitterMovesTheBoundaryWithinItsLimits) {
-    load();
+    show(L"");
     Splitter& splitter = explorer->splitter;
     const HWND bar = splitter.Medzera.handle();
     const int before = splitter.Medzera.bounds().x;
@@ -197,18 +169,6 @@ TEST_F(Explorer, TheSplitterMovesTheBoundaryWithinItsLimits) {
     drag(5000);
     EXPECT_LT(splitter.Medzera.bounds().right(), Tview().bounds().right());
     EXPECT_FALSE(splitter.Obdlznik.isVisible());
-}
-
-TEST_F(Explorer, ClosesOnTheReleaseOfItsPictureAndNotBefore) {
-    load();
-    SendMessageW(explorer->Ikoniec.handle(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
-    SendMessageW(explorer->Ikoniec.handle(), WM_RBUTTONUP, 0, MAKELPARAM(5, 5));
-    EXPECT_FALSE(explorer->isClosing());
-    SendMessageW(explorer->Ikoniec.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
-    EXPECT_FALSE(explorer->isClosing());
-    EXPECT_EQ(explorer->Ikoniec.shownPicture(), L"zavri2");
-    SendMessageW(explorer->Ikoniec.handle(), WM_LBUTTONUP, 0, MAKELPARAM(900, 900));
-    EXPECT_TRUE(explorer->isClosing());
 }
 
 }  // namespace

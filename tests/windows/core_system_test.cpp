@@ -2,7 +2,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <map>
 
 #include "core/ansi.h"
 #include "core/errors.h"
@@ -10,12 +9,12 @@
 #include "core/existing_files.h"
 #include "core/file_system.h"
 #include "core/handle.h"
-#include "core/process_windows.h"
 #include "core/register_windows.h"
 #include "core/rozneapi.h"
 #include "support/error_of.h"
 #include "support/machine.h"
 #include "support/scratch_folder.h"
+#include "support/test_key.h"
 
 namespace tunovka {
 namespace {
@@ -169,50 +168,6 @@ TEST_F(Events, AsksTheFilterFirst) {
     EXPECT_EQ(asked, 1);
 }
 
-class Tree : public RozneApi::FolderNodes {
-  public:
-    explicit Tree(std::wstring root) { nodes[root]; }
-    void add(const std::wstring& parent, const std::wstring& key,
-             const std::wstring& text) override {
-        if (hasNode(key) || !hasNode(parent)) throw RuntimeError(kKeyNotUnique);
-        nodes[key] = {parent, text};
-    }
-    bool hasNode(const std::wstring& key) const override { return nodes.contains(key); }
-    std::map<std::wstring, std::pair<std::wstring, std::wstring>> nodes;
-};
-
-TEST(RozneApi, AddsSubfoldersWithTheirPlaceholders) {
-    ScratchFolder scratch;
-    scratch.folder(L"prázdny");
-    scratch.folder(L"plný");
-    scratch.folder(L"plný\\skrytý");
-    SetFileAttributesW((scratch / L"plný\\skrytý").c_str(), FILE_ATTRIBUTE_HIDDEN);
-    scratch.file(L"súbor.mp3");
-    const std::wstring root = scratch.path();
-    const std::wstring full = root + L"plný\\";
-    RozneApi::setHasSubfolders(
-        [&](const std::wstring& folder) { return folder == root || folder == full; });
-    Tree tree(root);
-    RozneApi::AddSubfolderNodes(tree, root);
-    EXPECT_EQ(tree.nodes.size(), 4u);
-    EXPECT_EQ(tree.nodes[full], std::make_pair(root, std::wstring(L"plný")));
-    EXPECT_EQ(tree.nodes[full + L"_*.?"], std::make_pair(full, std::wstring(L"podzložky")));
-    EXPECT_TRUE(tree.hasNode(root + L"prázdny\\"));
-
-    Tree leaf(root + L"prázdny\\");
-    RozneApi::AddSubfolderNodes(leaf, root + L"prázdny\\");
-    EXPECT_EQ(leaf.nodes.size(), 1u);
-    RozneApi::setHasSubfolders({});
-    EXPECT_TRUE(RozneApi::HasSubfolders(full));
-    EXPECT_FALSE(RozneApi::HasSubfolders(root + L"nie je\\"));
-}
-
-TEST(RozneApi, CutsAtTheFirstNul) {
-    EXPECT_EQ(RozneApi::TrimAtNul(std::wstring(L"\0ab", 3)), L"");
-    EXPECT_EQ(RozneApi::TrimAtNul(std::wstring(L"a\0b", 3)), L"a");
-    EXPECT_EQ(RozneApi::TrimAtNul(L"ab"), L"ab");
-}
-
 TEST(RozneApi, CollectsLevelByLevel) {
     ScratchFolder scratch;
     scratch.folder(L"a");
@@ -270,60 +225,17 @@ TEST(RozneApi, FindsNoProgramForAnUnknownKind) {
     EXPECT_EQ(RozneApi::FindAssociatedProgram(scratch / L"nie je.mp3"), L"");
 }
 
-// Puts a value of HKCU\Software\winamp or HKLM's WMPlayer there and takes the key away again.
-class RegisterTest : public testing::Test {
-  protected:
-    static constexpr wchar_t kWinampKey[] = L"Software\\winamp";
-    static constexpr wchar_t kPlayerKey[] = L"SOFTWARE\\Microsoft\\Multimedia\\WMPlayer";
-
-    static void put(HKEY root, const wchar_t* subkey, const wchar_t* name, DWORD type,
-                    const void* data, DWORD size) {
-        RegistryKey key;
-        ASSERT_EQ(RegCreateKeyExW(root, subkey, 0, nullptr, 0, KEY_WRITE, nullptr, key.receive(),
-                                  nullptr),
-                  ERROR_SUCCESS);
-        RegSetValueExW(key.get(), name, 0, type, static_cast<const BYTE*>(data), size);
-    }
-    static void put(HKEY root, const wchar_t* subkey, const wchar_t* name,
-                    const std::wstring& text) {
-        put(root, subkey, name, REG_SZ, text.c_str(),
-            static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-    }
-    void TearDown() override {
-        RegDeleteKeyW(HKEY_CURRENT_USER, kWinampKey);
-        RegDeleteKeyW(HKEY_LOCAL_MACHINE, kPlayerKey);
-    }
-};
-
-TEST_F(RegisterTest, ReadsTheValueOfEachPlayer) {
-    EXPECT_EQ(Register::PlayerPath(1), L"");
-    put(HKEY_CURRENT_USER, kWinampKey, nullptr, L"C:\\Program Files\\Winamp ľ歌");
-    put(HKEY_LOCAL_MACHINE, kPlayerKey, L"Player.Path", L"C:\\wmp.exe");
-    EXPECT_EQ(Register::PlayerPath(1), L"C:\\Program Files\\Winamp ľ歌");
-    EXPECT_EQ(Register::PlayerPath(2), L"C:\\wmp.exe");
-    EXPECT_EQ(Register::PlayerPath(3), L"");
-    EXPECT_EQ(Register::PlayerPath(4), L"");
-    EXPECT_EQ(Register::PlayerPath(0), L"");
-}
-
-TEST_F(RegisterTest, TakesEmptyAndForeignValuesForNone) {
-    put(HKEY_CURRENT_USER, kWinampKey, nullptr, L"");
-    EXPECT_EQ(Register::PlayerPath(1), L"");
-    const DWORD number = 0x41414141;
-    put(HKEY_CURRENT_USER, kWinampKey, nullptr, REG_DWORD, &number, sizeof number);
-    EXPECT_EQ(Register::PlayerPath(1), L"");
-    put(HKEY_CURRENT_USER, kWinampKey, nullptr, REG_BINARY, "A\0B\0C\0", 6);
-    EXPECT_EQ(Register::PlayerPath(1), L"");
-    put(HKEY_CURRENT_USER, kWinampKey, nullptr, REG_SZ, L"C:\\bez konca", 11 * sizeof(wchar_t));
-    EXPECT_EQ(Register::PlayerPath(1), L"C:\\bez konc");
-}
-
-TEST(Process, RefusesWhatCannotBeStarted) {
-    ScratchFolder scratch;
-    EXPECT_EQ(errorOf([&] { startProgram(scratch / L"nie je.exe", SW_HIDE); }), kFileNotFound);
-    EXPECT_EQ(errorOf([] { startProgram(L"Q:\\nie\\je.exe \"a b\"", SW_HIDE); }), kFileNotFound);
-    EXPECT_NE(errorOf([] { startProgram(L"", SW_HIDE); }), 0);
-    EXPECT_NE(errorOf([&] { startProgram(scratch.file(L"a.exe", "text"), SW_HIDE); }), 0);
+TEST(Register, TakesEmptyAndForeignValuesForNone) {
+    const auto found = [](DWORD type, const void* data, std::size_t size) {
+        const TestKey key(HKEY_CURRENT_USER, L"Software\\winamp", nullptr, type, data, size);
+        return Register::PlayerPath(Register::kWinamp);
+    };
+    EXPECT_EQ(Register::PlayerPath(Register::kWinamp), L"");
+    EXPECT_EQ(found(REG_SZ, L"", sizeof(wchar_t)), L"");
+    EXPECT_EQ(found(REG_DWORD, "AAAA", 4), L"");
+    EXPECT_EQ(found(REG_BINARY, "A\0B\0C\0", 6), L"");
+    EXPECT_EQ(found(REG_SZ, L"C:\\bez konca ľ歌", 14 * sizeof(wchar_t)), L"C:\\bez konca ľ");
+    EXPECT_EQ(found(REG_SZ, L"C:\\Winamp ľ歌", 13 * sizeof(wchar_t)), L"C:\\Winamp ľ歌");
 }
 
 }  // namespace

@@ -32,33 +32,23 @@ class EditorSaving : public EditorStage {
         saveAs(name);
         return fso::FileExists(folder / name) ? fso::readAll(folder / name) : "";
     }
-    // The folder as an entry is written with relative links from elsewhere on the drive.
-    std::string fromRoot(const std::wstring& name) {
-        return toAnsi(L".." + (folder / name).substr(2));
-    }
-
     std::optional<SaveAnswers> dialog;
 };
 
-TEST_F(EditorSaving, WritesEachLayoutWithBothKindsOfLinks) {
+TEST_F(EditorSaving, WritesTheLinksThatTheAnswerSaysAndTellsTheShownFolder) {
     open(L"a.mp3\r\nnie.mp3\r\nsub\\d.mp3\r\n");
-    person.expect({2, 1, 1, 1, 0, 1});
-    const std::string a = toAnsi(folder / L"a.mp3"), d = toAnsi(folder / L"sub\\d.mp3");
-    EXPECT_EQ(saved(L"out.m3u"), a + "\r\n" + d + "\r\n");
-    EXPECT_EQ(saved(L"sub\\out.pls"), "[playlist]\r\nFile1=" + fromRoot(L"a.mp3") +
+    const std::wstring a = folder / L"a.mp3", d = folder / L"sub\\d.mp3";
+    person.expect({1, 1, 0, 1});
+    EXPECT_EQ(saved(L"sub\\out.pls"), "[playlist]\r\nFile1=.." + toAnsi(a.substr(2)) +
                                           "\r\nFile2=d.mp3\r\nNumberOfEntries=2\r\n");
-    EXPECT_EQ(saved(L"out.PLS"), a + "\r\n" + d + "\r\n");
-    ASSERT_EQ(person.seen().size(), 6u);
-    EXPECT_EQ(person.seen()[0].title, L" Relatívne odkazy");
-    EXPECT_EQ(person.seen()[1],
+    EXPECT_EQ(program.told, Texts{});  // that folder is not shown
+    EXPECT_EQ(saved(L"out.PLS"), toAnsi(a + L"\r\n" + d + L"\r\n"));
+    EXPECT_EQ(program.told, Texts{L"obnoviť"});
+    ASSERT_EQ(person.seen().size(), 4u);
+    EXPECT_EQ(person.seen()[2].title, L" Relatívne odkazy");
+    EXPECT_EQ(person.seen()[3],
               (BoxRequest{L" Nový playlist", L"Playlist bol úspešne vytvorený (aktualizovaný).",
                           L"Fajn ..."}));
-    EXPECT_EQ(program.told, (Texts{L"obnoviť", L"obnoviť"}));  // not for the other folder
-    person.expect({2, 1});
-    EXPECT_EQ(saved(L"absolute.txt"), a + "\r\n" + d + "\r\n");
-    choose(L"zoradit_zostupne");
-    person.expect({1, 1});
-    EXPECT_EQ(saved(L"out.txt"), "sub\\d.mp3\r\na.mp3\r\n");
 }
 
 TEST_F(EditorSaving, TheDialogStartsFromThePlaylist) {

@@ -60,18 +60,6 @@ TEST_F(Drops, AFileOntoTheContentsIsCopiedIntoTheShownFolder) {
                                           L"ÁNO;NIE"}));
 }
 
-TEST_F(Drops, AFileOntoItsOwnFolderStaysWhole) {
-    const std::wstring song = folder.file(L"a.mp3", "song");
-    show(L"a.mp3");
-    person.answer({1, 1});
-    dropOnContents(song);
-    ASSERT_TRUE(runUntil([&] { return person.seen.size() == 2; }));
-    EXPECT_EQ(person.seen[1].text,
-              L"Došlo k neočakávanej chybe (č. 70)\rVýpis správy chyby:\rPermission denied");
-    EXPECT_EQ(contentOf(song), "song");
-    EXPECT_EQ(clipboard(), L"copy:" + song);
-}
-
 TEST_F(Drops, TextThatIsNoPathIsToldAfterTheQuestion) {
     show(L"");
     for (const std::wstring& text : {std::wstring(L"*.mp3"), std::wstring(L"slovo"),

@@ -67,8 +67,6 @@ TEST_F(InfoWindow, ShowsAllThatIsKnownOfAFile) {
     }
     FileSystemObject::setAttributes(path, FILE_ATTRIBUTE_READONLY);
     const frminfo& window = open(path);
-    EXPECT_EQ(window.text(), L"Informácie o súbore");
-    EXPECT_EQ(window.Pic.text(), L" Informácie o súbore");
     EXPECT_EQ(window.lblPath.text(), path);
     EXPECT_EQ(window.lblvelkosť.text(), L"1,5 kB ( 1 536 bajtov)");
     EXPECT_EQ(window.lbldatzmena.text(), L"23.11.2011");
@@ -90,8 +88,6 @@ TEST_F(InfoWindow, TakesFilesTooShortForATagWithoutANotice) {
     const std::wstring shorter = scratch.file(L"127.mp3", tagBytes().substr(1));
     EXPECT_EQ(errorOf([&] { MultiMedialny::ReadId3v1(none); }), kBadRecordNumber);
     EXPECT_EQ(errorOf([&] { MultiMedialny::ReadId3v1(shorter); }), kBadRecordNumber);
-    EXPECT_EQ(MultiMedialny::ReadId3v1(scratch / L"nie je.mp3").Title, std::wstring(30, L'\0'));
-    EXPECT_EQ(MultiMedialny::ReadId3v1(L"").Year, std::wstring(4, L'\0'));
     for (const std::wstring& path : {none, shorter}) {
         const frminfo& window = open(path);
         EXPECT_TRUE(tagIsEmpty(window)) << path;
@@ -100,8 +96,6 @@ TEST_F(InfoWindow, TakesFilesTooShortForATagWithoutANotice) {
     }
     EXPECT_EQ(open(none).lblvelkosť.text(), L"0 kB (  0 bajtov)");
     EXPECT_EQ(open(scratch.file(L"128.mp3", tagBytes(' '))).lbltitul.text(), L"Čerešňový sad");
-    EXPECT_EQ(open(scratch.file(L"129.wav", "x" + tagBytes())).lblrok.text(), L"99");
-    EXPECT_TRUE(tagIsEmpty(open(scratch.file(L"tag.mp3", "tag" + tagBytes().substr(3)))));
     EXPECT_TRUE(person.seen.empty());
 }
 
@@ -191,24 +185,6 @@ TEST_F(InfoWindow, ShowsALongPathWholeAndWithinTheWindow) {
     const frminfo& endless = open(deep);
     EXPECT_EQ(endless.lblPath.text(), deep);
     EXPECT_LT(endless.clientSize().height, GetSystemMetrics(SM_CYSCREEN) / 2);
-}
-
-TEST_F(InfoWindow, EscapeAndEnterCloseIt) {
-    for (const WPARAM key : {VK_ESCAPE, VK_RETURN}) {
-        frminfo window(nullptr);
-        window.txtodkaz.setText(L"chyba");
-        Timer presser;
-        presser.onTick = [&] {
-            if (!GetFocus() || !IsChild(window.handle(), GetFocus())) return;
-            presser.setInterval(0);
-            EXPECT_EQ(windowOf(GetFocus())->name(), L"lblPath");
-            PostMessageW(GetFocus(), WM_KEYDOWN, key, 0);
-        };
-        presser.setInterval(10);
-        window.showModal();
-        EXPECT_TRUE(window.isClosing());
-        EXPECT_EQ(window.Timer1.interval(), 0u);
-    }
 }
 
 }  // namespace

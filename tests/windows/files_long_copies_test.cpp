@@ -66,23 +66,22 @@ TEST_F(LongCopies, ShowProgressAndRefuseOtherFileCommands) {
     EXPECT_TRUE(Tview().contains(L"kopia.mp3"));
 }
 
-TEST_F(LongCopies, StopLeavesNoHalfFile) {
-    copy([](Form& window) { pressAndRelease(*controlNamed(window, L"Izastavit")); });
-    EXPECT_TRUE(shown);
-    EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
-    EXPECT_EQ(clipboard(), L"copy:" + song);
-    EXPECT_TRUE(person.seen.empty());
-}
-
-TEST_F(LongCopies, EscapeAndClosingTheirWindowStopThem) {
-    copy([](Form& window) {
+TEST_F(LongCopies, ThatAreStoppedLeaveNoHalfFile) {
+    const auto stopping = [&](std::function<void(Form&)> how) {
+        shown = false;
+        copy(std::move(how));
+        EXPECT_TRUE(shown);
+        EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
+        EXPECT_EQ(clipboard(), L"copy:" + song);
+        EXPECT_TRUE(person.seen.empty());
+    };
+    stopping([](Form& window) { pressAndRelease(*controlNamed(window, L"Izastavit")); });
+    stopping([](Form& window) {
         Window& stop = *controlNamed(window, L"Izastavit");
         EXPECT_TRUE(stop.hasFocus());
         PostMessageW(stop.handle(), WM_KEYDOWN, VK_ESCAPE, 0);
     });
-    ASSERT_EQ(folder.names().size(), 1u);
-    copy([](Form& window) { PostMessageW(window.handle(), WM_CLOSE, 0, 0); });
-    EXPECT_EQ(folder.names().size(), 1u);
+    stopping([](Form& window) { PostMessageW(window.handle(), WM_CLOSE, 0, 0); });
 }
 
 TEST_F(LongCopies, ThatFailMidwaySayWhyWithoutTheirWindow) {

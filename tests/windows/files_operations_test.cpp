@@ -184,31 +184,6 @@ TEST_F(Operations, BadPathsAreToldAndTouchNothing) {
     EXPECT_EQ(to.names(), std::vector<std::wstring>{L"priečinok"});
 }
 
-TEST_F(Operations, PathsPastTheOldLimitWork) {
-    std::wstring deep = to.path();
-    for (int i = 0; i < 6; ++i) {
-        deep += std::wstring(60, L'd') + L"\\";
-        CreateDirectoryW((L"\\\\?\\" + deep).c_str(), nullptr);
-    }
-    run(kCopyToClipboard, song);
-    run(kTransfer, song, deep + L"a.mp3");
-    EXPECT_EQ(contentOf(deep + L"a.mp3"), "new");
-    chosenFolder = from.path();
-    run(kMoveIntoFolder, deep + L"a.mp3");
-    EXPECT_EQ(contentOf(from / L"a.mp3"), "new");
-    EXPECT_FALSE(FileSystemObject::FileExists(deep + L"a.mp3"));
-}
-
-TEST_F(Operations, AFolderWithoutRightsIsTold) {
-    const std::wstring closed = to.folder(L"zamknuty");
-    const ClosedFolder rights(closed);
-    if (!rights.closed()) GTEST_SKIP() << "no rights to take away here";
-    txtsubor.setText(L"cut:" + song);
-    run(kTransfer, song, closed + L"\\a.mp3");
-    expectFailure(kPermissionDenied, L"cut:" + song);
-    EXPECT_EQ(contentOf(song), "new");
-}
-
 TEST_F(Operations, AStoppedCopyLeavesNothing) {
     progress = [](std::uint64_t, std::uint64_t) { return false; };
     makeReadOnly(to.file(L"a.mp3", "old"));

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <deque>
 #include <string>
 
 #include "core/handle.h"
@@ -9,6 +10,7 @@
 #include "player/media_control_engine.h"
 #include "support/beside_program.h"
 #include "support/scratch_folder.h"
+#include "support/test_key.h"
 #include "support/watched_player.h"
 #include "windows/fake_control/fake_control.h"
 
@@ -20,15 +22,6 @@ const std::wstring kClasses = L"Software\\Classes\\";
 const std::wstring kProgram = kClasses + L"MediaPlayer.MediaPlayer.1";
 const std::wstring kServer = kClasses + L"CLSID\\" + kClassId;
 
-void setKey(const std::wstring& path, const std::wstring& text, const wchar_t* name = nullptr) {
-    RegistryKey key;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
-                              key.receive(), nullptr),
-              ERROR_SUCCESS);
-    RegSetValueExW(key.get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
-                   static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-}
-
 class MediaControl : public testing::Test {
   protected:
     void SetUp() override {
@@ -39,7 +32,9 @@ class MediaControl : public testing::Test {
             reinterpret_cast<void*>(GetProcAddress(library_.get(), "fakeControl")));
         ASSERT_TRUE(entry);
         control_ = entry();
+        setKey(kProgram, L"");
         setKey(kProgram + L"\\CLSID", kClassId);
+        setKey(kServer, L"");
         setKey(kServer + L"\\InprocServer32", server);
         setKey(kServer + L"\\InprocServer32", L"Apartment", L"ThreadingModel");
         control_->takeCalls();
@@ -49,11 +44,9 @@ class MediaControl : public testing::Test {
     void TearDown() override {
         player_.destroy();
         EXPECT_EQ(control_->living(), 0) << "every reference is given back";
-        unregister();
     }
-    static void unregister() {
-        RegDeleteTreeW(HKEY_LOCAL_MACHINE, kProgram.c_str());
-        RegDeleteTreeW(HKEY_LOCAL_MACHINE, kServer.c_str());
+    void setKey(const std::wstring& path, const std::wstring& text, const wchar_t* name = nullptr) {
+        keys_.emplace_back(HKEY_LOCAL_MACHINE, path, name, text);
     }
 
     std::wstring calls() { return control_->takeCalls(); }
@@ -68,6 +61,7 @@ class MediaControl : public testing::Test {
         calls();
     }
 
+    std::deque<TestKey> keys_;
     Library library_;
     FakeControl* control_ = nullptr;
     WatchedPlayer player_{createMediaEngine};
@@ -209,7 +203,7 @@ TEST_F(MediaControl, isChosenOnlyWhereItWorks) {
     control_->refuse(L"");
     setKey(kServer + L"\\InprocServer32", L"E:\\niet\\takého.dll");
     EXPECT_FALSE(controlIsChosen()) << "its file is gone";
-    unregister();
+    keys_.clear();
     EXPECT_FALSE(controlIsChosen()) << "not registered";
     const ScratchFolder folder;
     player_->setFileName(folder.file(L"nie je zvuk.mp3", "x"));

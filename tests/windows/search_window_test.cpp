@@ -247,24 +247,23 @@ TEST_F(Search, CommandsReachTheirWindows) {
     folder.file(L"b.pls");
     scan(folder.path());
     ListView& list = window->Lview;
-    const LPARAM second = MAKELPARAM(30, static_cast<int>(list.rowHeight() * 2.5));
-    SendMessageW(list.handle(), WM_LBUTTONDOWN, MK_LBUTTON, second);
-    SendMessageW(list.handle(), WM_LBUTTONUP, 0, second);
-    EXPECT_EQ(window->lblbar.text(), folder / L"b.pls");
-
+    const auto press = [&](int row, UINT down, UINT up) {
+        const LPARAM at = MAKELPARAM(30, static_cast<int>(list.rowHeight() * (row + 1.5)));
+        SendMessageW(list.handle(), down, 0, at);
+        SendMessageW(list.handle(), up, 0, at);
+    };
     Timer closing;  // the menu that the right button opens
     closing.onTick = [] { EndMenu(); };
     closing.setInterval(20);
-    SendMessageW(list.handle(), WM_RBUTTONDOWN, MK_RBUTTON, second);
-    SendMessageW(list.handle(), WM_RBUTTONUP, 0, second);
+
+    press(1, WM_LBUTTONDOWN, WM_LBUTTONUP);
+    EXPECT_EQ(window->lblbar.text(), folder / L"b.pls");
+    press(1, WM_RBUTTONDOWN, WM_RBUTTONUP);
     EXPECT_TRUE(window->menu1.isEnabled(L"upravit_playlist"));
     window->menu1.choose(L"upravit_playlist");
     window->menu1.choose(L"info_o_subore");
-    SendMessageW(list.handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, second);
-    SendMessageW(list.handle(), WM_LBUTTONUP, 0, second);
-    const LPARAM first = MAKELPARAM(30, static_cast<int>(list.rowHeight() * 1.5));
-    SendMessageW(list.handle(), WM_RBUTTONDOWN, MK_RBUTTON, first);
-    SendMessageW(list.handle(), WM_RBUTTONUP, 0, first);
+    press(1, WM_LBUTTONDBLCLK, WM_LBUTTONUP);
+    press(0, WM_RBUTTONDOWN, WM_RBUTTONUP);
     EXPECT_FALSE(window->menu1.isEnabled(L"upravit_playlist"));
     EXPECT_EQ(window->lblbar.text(), folder / L"a.mp3");
     window->menu1.choose(L"prehrat");

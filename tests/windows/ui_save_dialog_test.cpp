@@ -5,7 +5,6 @@
 #include "support/dialog_answers.h"
 #include "support/scratch_folder.h"
 #include "ui/form.h"
-#include "ui/timer.h"
 
 namespace tunovka {
 namespace {
@@ -52,31 +51,6 @@ TEST(SaveDialog, cancellingGivesNothing) {
     const Answering answering(form.handle(),
                               [](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
     EXPECT_EQ(askSavePath(form, {.title = L"t", .filter = L"a|*.a", .name = L"not:a|name"}), L"");
-}
-
-TEST(SaveDialog, asksBeforeAFileIsReplaced) {
-    const ScratchFolder folder;
-    const std::wstring path = folder.file(L"stary.m3u");
-    PlainForm form(L"frmtest");
-    int questions = 0;
-    HWND question = nullptr;
-    Timer refusing;
-    refusing.onTick = [&] {
-        const HWND dialog = dialogOf(form.handle());
-        question = dialog ? dialogOf(dialog) : nullptr;
-        if (!question) return;
-        // No the first time, so that the dialog stays; then yes.
-        PostMessageW(question, WM_COMMAND, ++questions == 1 ? IDNO : IDYES, 0);
-        if (questions == 1) PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-    };
-    const Answering answering(form.handle(), [&](HWND dialog) {
-        SetDlgItemTextW(dialog, kNameBox, L"stary.m3u");
-        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-        refusing.setInterval(50);
-    });
-    EXPECT_EQ(askSavePath(form, {.title = L"t", .filter = L"m|*.m3u", .folder = folder.path()}),
-              path);
-    EXPECT_GE(questions, 2);
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <random>
 #include <set>
 
 #include "editor/texts.h"
@@ -182,27 +180,6 @@ TEST_F(EditorDocumentTest, duplicatesAreLaterRowsOfTheSamePath) {
     EXPECT_EQ(numbers(), (std::vector<int>{1, 6, 7}));
     document.restoreLoadOrder(exists());
     EXPECT_EQ(document.loadOrder().size(), 3u);
-}
-
-TEST_F(EditorDocumentTest, duplicatesAgreeWithComparingEveryPair) {
-    std::mt19937 random(3);
-    const wchar_t* const lines[] = {L"a.mp3\n",      L"\\pl\\a.mp3\n", L"b.wav\n",
-                                    L"File=b.wav\n", L"nie.mp3\n",     L"D:\\x.mp3\n"};
-    for (int round = 0; round < 200; ++round) {
-        std::wstring text = L"c.wma\n";
-        for (unsigned i = random() % 12; i > 0; --i) text += lines[random() % std::size(lines)];
-        load(text);
-        std::set<std::wstring> expected;
-        for (std::size_t i = 0; i < document.entries().size(); ++i)
-            for (std::size_t j = i + 1; j < document.entries().size(); ++j) {
-                const std::wstring path = document.resolve(i, exists());
-                if (!path.empty() && path == document.resolve(j, exists()))
-                    expected.insert(keyAt(j));
-            }
-        const auto found = document.duplicates(exists());
-        ASSERT_EQ(std::set(found->begin(), found->end()), expected);
-        ASSERT_EQ(found->size(), expected.size());
-    }
 }
 
 TEST_F(EditorDocumentTest, savesWhatExistsInDisplayOrder) {

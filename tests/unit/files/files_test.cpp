@@ -19,17 +19,6 @@ TEST(Rename, cleansTheNameAndKeepsTheExtension) {
     EXPECT_EQ(nameWithoutExtension(L"songmp3"), 7u);
 }
 
-TEST(Rename, refusesTheOldNameAndNamesInUse) {
-    const FileExistsTest exists = [](const std::wstring& path) { return path == L"C:\\b.mp3"; };
-    EXPECT_EQ(judgeRename(L"C:\\a.mp3", L"C:\\a.mp3", exists), RenameVerdict::SameName);
-    EXPECT_EQ(judgeRename(L"C:\\b.mp3", L"C:\\a.mp3", exists), RenameVerdict::NameInUse);
-    EXPECT_EQ(judgeRename(L"C:\\c.mp3", L"C:\\a.mp3", exists), RenameVerdict::Rename);
-    EXPECT_EQ(renameRefusal(RenameVerdict::SameName).text,
-              L"Názov súbor sa zhoduje s pôvodným názvom !");
-    EXPECT_EQ(renameRefusal(RenameVerdict::NameInUse).text,
-              L"Tento názov súboru sa už používa ! Zmeň ho, alebo odstráň súbor s týmto názvom.");
-}
-
 TEST(InfoTexts, sizesAreCutNotRounded) {
     EXPECT_EQ(sizeText(0, L","), L"0 kB (  0 bajtov)");
     EXPECT_EQ(sizeText(1'536, L","), L"1,5 kB ( 1 536 bajtov)");
@@ -63,17 +52,6 @@ TEST(Transfers, foldersEndInOneBackslash) {
     EXPECT_EQ(normalizedFolder(L"C:\\x"), L"C:\\x\\");
     EXPECT_EQ(normalizedFolder(L"C:\\"), L"C:\\");
     EXPECT_EQ(normalizedFolder(L"C:\\\\"), L"C:\\");
-}
-
-TEST(Transfers, messagesNameTheFile) {
-    EXPECT_EQ(copyToFolderQuestion(L"C:\\a.mp3", L"D:\\x\\").text,
-              L"Chceš prekopírovať súbor 'C:\\a.mp3' do adresára D:\\x\\ ?");
-    EXPECT_EQ(copyToContentsQuestion(L"C:\\a.mp3", L"D:\\x\\").text,
-              L"Naozaj chceš prekopírovať súbor 'C:\\a.mp3' do adresára 'D:\\x\\' ?");
-    EXPECT_EQ(deleteQuestion(L"C:\\a.mp3").text,
-              L"Naozaj chceš nenávratne odstrániť súbor 'C:\\a.mp3' ?");
-    EXPECT_EQ(transferFailure(70, L"Permission denied").text,
-              L"Došlo k neočakávanej chybe (č. 70)\rVýpis správy chyby:\rPermission denied");
 }
 
 }  // namespace

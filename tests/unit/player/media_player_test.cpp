@@ -1,23 +1,12 @@
-#include "player/media_player.h"
-
 #include <gtest/gtest.h>
 
 #include <deque>
 
 #include "player/playback_reporter.h"
+#include "support/notifications.h"
 
 namespace tunovka {
 namespace {
-
-using Kind = MediaNotification::Kind;
-using Notifications = std::vector<MediaNotification>;
-
-constexpr MediaNotification kNewStream{Kind::NewStream};
-constexpr MediaNotification kError{Kind::Error};
-constexpr MediaNotification kEnd{Kind::EndOfStream, kPlayedToEnd};
-constexpr MediaNotification change(int from, int to) {
-    return {Kind::PlayStateChange, from, to};
-}
 
 class Reporter : public testing::Test {
   protected:
@@ -124,10 +113,7 @@ class Player : public testing::Test {
             loop_.push_back(std::move(routine));
         };
         player_ = std::make_unique<MediaPlayer>(engine, post);
-        player_->NewStream = [this] { told_.push_back(kNewStream); };
-        player_->Error = [this] { told_.push_back(kError); };
-        player_->EndOfStream = [this](int result) { told_.push_back({Kind::EndOfStream, result}); };
-        player_->PlayStateChange = [this](int from, int to) { told_.push_back(change(from, to)); };
+        listen(*player_, told_);
     }
 
     Notifications runLoop() {

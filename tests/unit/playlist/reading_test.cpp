@@ -4,38 +4,11 @@
 
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
-#include "playlist/line_reader.h"
 #include "playlist/resolve.h"
 #include "support/error_of.h"
 
 namespace tunovka {
 namespace {
-
-std::vector<std::string> linesOf(std::string_view text) {
-    std::vector<std::string> lines;
-    LineReader reader(text);
-    for (std::string_view line; reader.next(line);) lines.emplace_back(line);
-    return lines;
-}
-
-TEST(LineReader, endsLinesAtLineFeeds) {
-    using Lines = std::vector<std::string>;
-    EXPECT_EQ(linesOf(""), Lines{});
-    EXPECT_EQ(linesOf("a\r\nb\nc"), (Lines{"a", "b", "c"}));
-    EXPECT_EQ(linesOf("a\r\n"), Lines{"a"});
-    EXPECT_EQ(linesOf("\n\r\n"), (Lines{"", ""}));
-    EXPECT_EQ(linesOf("a\rb\r\r\nc\r"), (Lines{"a\rb\r", "c\r"}));
-    EXPECT_EQ(linesOf(std::string_view("\0x\n\0", 4)), (Lines{std::string("\0x", 2), {'\0'}}));
-}
-
-TEST(LineGrammar, editorWantsTheDotAndLowerCase) {
-    for (const wchar_t* line :
-         {L"C:\\Hudba\\A.mp3", L".wav", L"#EXTINF:215,Interpret - Titul.mp3", L"file1=a.wma"})
-        EXPECT_TRUE(isPlaylistEntryLine(line));
-    for (const wchar_t* line : {L"C:\\Hudba\\A.MP3", L"songmp3", L"", L"[playlist]", L"a.mp3 ",
-                                L"<ref href=\"C:\\b.wma\">"})
-        EXPECT_FALSE(isPlaylistEntryLine(line));
-}
 
 TEST(LineGrammar, explorerWantsThreeLettersAndReadsReferences) {
     EXPECT_EQ(explorerEntryText(L"C:\\x\\songmp3"), L"C:\\x\\songmp3");
@@ -102,31 +75,14 @@ TEST(EntryKey, oddKeysRaiseErrors) {
     EXPECT_EQ(errorOf([] { entryNumberOf(L"položka:32768súbor=x"); }), kOverflow);
 }
 
-class Files {
-  public:
-    std::set<std::wstring> paths;
-    FileExistsTest test() const {
-        return [this](const std::wstring& path) { return paths.contains(path); };
-    }
-};
-
-TEST(Resolve, editorEntries) {
-    const Files files{{L"C:\\pl\\skladba.mp3", L"C:\\pl\\..\\a.mp3", L"D:\\b.wav"}};
-    const auto resolved = [&](std::wstring_view text) {
-        return resolveEntryPath(entryKey(1, text), L"C:\\pl\\", files.test());
-    };
-    EXPECT_EQ(resolved(L"File1=skladba.mp3"), L"C:\\pl\\skladba.mp3");
-    EXPECT_EQ(resolved(L"file1=skladba.mp3"), L"");
-    EXPECT_EQ(resolved(L"..\\a.mp3"), L"C:\\pl\\..\\a.mp3");
-    EXPECT_EQ(resolved(L"\\pl\\skladba.mp3"), L"C:\\pl\\skladba.mp3");
-    EXPECT_EQ(resolved(L"D:\\b.wav"), L"D:\\b.wav");
-    EXPECT_EQ(resolved(L"nie.mp3"), L"");
+FileExistsTest only(std::set<std::wstring> paths) {
+    return [paths](const std::wstring& path) { return paths.contains(path); };
 }
 
 TEST(Resolve, explorerNodes) {
-    const Files files{{L"E:\\h\\a.mp3", L"E:\\x\\b.wma", L"E:\\h\\pl=x.mp3"}};
+    const auto files = only({L"E:\\h\\a.mp3", L"E:\\x\\b.wma", L"E:\\h\\pl=x.mp3"});
     const auto resolved = [&](std::wstring_view key) {
-        return resolveNodeKey(key, L"E:\\h\\", files.test());
+        return resolveNodeKey(key, L"E:\\h\\", files);
     };
     EXPECT_EQ(resolved(L"a.mp3"), L"E:\\h\\a.mp3");
     EXPECT_EQ(resolved(L"b.mp3"), L"");
@@ -139,10 +95,9 @@ TEST(Resolve, explorerNodes) {
 TEST(Resolve, nodeKeysGrowPastThreeDigitsAndSurviveOddNames) {
     EXPECT_EQ(playlistNodeKey(L"L.M3U", 7, L"a.mp3"), L"pl=L.M3U007id=a.mp3");
     EXPECT_EQ(playlistNodeKey(L"L.M3U", 1000, L"a.mp3"), L"pl=L.M3U1000id=a.mp3");
-    const Files files{{L"E:\\id=a.mp3"}};
-    EXPECT_EQ(
-        resolveNodeKey(playlistNodeKey(L"covid=x.m3u", 1, L"id=a.mp3"), L"E:\\", files.test()),
-        L"E:\\id=a.mp3");
+    const auto files = only({L"E:\\id=a.mp3"});
+    EXPECT_EQ(resolveNodeKey(playlistNodeKey(L"covid=x.m3u", 1, L"id=a.mp3"), L"E:\\", files),
+              L"E:\\id=a.mp3");
 }
 
 }  // namespace

@@ -34,32 +34,10 @@ TEST(SortingOut, countsReadAsTheirCasesSay) {
     EXPECT_EQ(sortedOutText(collectedText(2, true), 0), L"  2 - prerušené, z toho hudobné:   0");
 }
 
-TEST(Export, asksOnlyWherePlaylistsAre) {
-    const auto contents = exportContents({L"a.asx", L"b.MP3", L""});
-    EXPECT_FALSE(contents.music || contents.playlists);
-    EXPECT_FALSE(exportQuestion(contents));
-    EXPECT_EQ(includesPlaylists(contents, 0), false);
-
-    const auto only = exportContents({L"a.pls", L"b.asx"});
-    EXPECT_EQ(
-        exportQuestion(only)->text,
-        L"Zoznam obsahuje len playlisty, chceš i napriek tomu zostaviť z nich nový playlist ?");
-    EXPECT_EQ(includesPlaylists(only, 1), true);
-    EXPECT_EQ(includesPlaylists(only, 2), std::nullopt);
-    EXPECT_EQ(includesPlaylists(only, 0), std::nullopt);
-
-    const auto both = exportContents({L"a.m3u", L"b.wav"});
-    EXPECT_EQ(exportQuestion(both)->text,
-              L"Zoznam obsahuje aj playlisty, chceš ich pridať do novovytvoreného playlistu ?");
-    EXPECT_EQ(includesPlaylists(both, 1), true);
-    EXPECT_EQ(includesPlaylists(both, 0), false);
-}
-
 TEST(Export, writesPathsAndAlwaysAsx) {
     const Texts paths{L"b.mp3", L"l.pls", L"l.asx", L"L.M3U", L""};
     EXPECT_EQ(exportLines(paths, false), (Texts{L"b.mp3", L"l.asx", L"L.M3U"}));
     EXPECT_EQ(exportLines(paths, true), (Texts{L"b.mp3", L"l.pls", L"l.asx", L"L.M3U"}));
-    EXPECT_EQ(exportedNotice(L"C:\\x.m3u").text, L"Playlist 'C:\\x.m3u' bol vytvorený.");
 }
 
 }  // namespace
