@@ -219,12 +219,6 @@ TEST(RozneApi, FollowsLinksEachTargetOnce) {
     EXPECT_EQ(count(L"vonku.mp3"), 1);
 }
 
-TEST(RozneApi, FindsNoProgramForAnUnknownKind) {
-    ScratchFolder scratch;
-    EXPECT_EQ(RozneApi::FindAssociatedProgram(scratch.file(L"a.nikto")), L"");
-    EXPECT_EQ(RozneApi::FindAssociatedProgram(scratch / L"nie je.mp3"), L"");
-}
-
 TEST(Register, TakesEmptyAndForeignValuesForNone) {
     const auto found = [](DWORD type, const void* data, std::size_t size) {
         const TestKey key(HKEY_CURRENT_USER, L"Software\\winamp", nullptr, type, data, size);

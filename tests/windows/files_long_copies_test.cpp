@@ -68,6 +68,7 @@ TEST_F(LongCopies, ShowProgressAndRefuseOtherFileCommands) {
 
 TEST_F(LongCopies, ThatAreStoppedLeaveNoHalfFile) {
     const auto stopping = [&](std::function<void(Form&)> how) {
+        if (HasFailure()) return;  // the dialog would ask about the copy that was not stopped
         shown = false;
         copy(std::move(how));
         EXPECT_TRUE(shown);
