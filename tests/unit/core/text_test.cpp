@@ -16,7 +16,8 @@ TEST(Like, matchesTheWholeTextCaseSensitively) {
              {L"ab", L"a[]b"},
              {L"File1=x", L"File*=*"},
              {L"a5c", L"a#c"},
-             {L"b", L"[a-c]"},
+             {L"c", L"[a-c]"},
+             {L"axc", L"a?c"},
              {L"-", L"[-a]"},
              {L"-", L"[a-]"},
              {L"!", L"[!]"},
@@ -31,9 +32,10 @@ TEST(Like, matchesTheWholeTextCaseSensitively) {
     for (const auto& [text, pattern] : std::vector<std::pair<std::wstring, std::wstring>>{
              {L"a.MP3", L"*.mp3"},
              {L"a.mp3 ", L"*.mp3"},
-             {L"ac", L"a#c"},
+             {L"axc", L"a#c"},
              {L"d", L"[a-c]"},
              {L"b", L"[!a-c]"},
+             {L"a", L"[!]"},
              {L"file1=x", L"File*=*"},
          })
         EXPECT_FALSE(like(text, pattern))
