@@ -1,6 +1,7 @@
 #include "playlist/entry_key.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 #include "core/counter16.h"
@@ -14,29 +15,20 @@ constexpr std::wstring_view kNumberMark = L"položka:";
 constexpr std::wstring_view kTextMark = L"súbor=";
 constexpr std::size_t kNone = std::wstring_view::npos;
 
-// A number in decimal; std::to_wstring prints through a format, which a long list pays for.
-class Decimal {
-  public:
-    explicit Decimal(std::int16_t number)
-        : end_(std::to_chars(digits_, digits_ + sizeof digits_, number).ptr) {}
-    std::size_t size() const { return end_ - digits_; }
-    void appendTo(std::wstring& text) const {
-        for (const char* digit = digits_; digit != end_; ++digit) text += *digit;
-    }
-
-  private:
-    char digits_[8];
-    const char* end_;
-};
+// std::to_wstring prints through a format, which a long list pays for.
+std::wstring decimal(std::int16_t number) {
+    std::array<char, 8> digits{};
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    return std::wstring(digits.data(), end);
+}
 
 }  // namespace
 
 std::wstring entryKey(std::int16_t number, std::wstring_view entryText) {
-    const Decimal digits(number);
+    const std::wstring digits = decimal(number);
     std::wstring key;
     key.reserve(kNumberMark.size() + digits.size() + kTextMark.size() + entryText.size());
-    digits.appendTo(key.append(kNumberMark));
-    return key.append(kTextMark).append(entryText);
+    return key.append(kNumberMark).append(digits).append(kTextMark).append(entryText);
 }
 
 std::wstring_view entryTextOf(std::wstring_view key) {
@@ -69,8 +61,8 @@ std::wstring playlistNodeKey(std::wstring_view shortName, std::int16_t number,
     // An 8.3 name holds no "=", a long name standing in for it may: the first "id=" must remain
     // the one before the entry text.
     for (std::size_t at = 3; (at = key.find(L"id=", at)) != std::wstring::npos;) key[at + 2] = L'_';
-    const Decimal digits(number);
-    digits.appendTo(key.append(digits.size() < 3 ? 3 - digits.size() : 0, L'0'));
+    const std::wstring digits = decimal(number);
+    key.append(digits.size() < 3 ? 3 - digits.size() : 0, L'0').append(digits);
     return key.append(L"id=").append(entryText);
 }
 
