@@ -65,9 +65,6 @@ template <typename T>
 struct Gdi : NullIsNone<T> {
     static void close(T object) { DeleteObject(object); }
 };
-struct MemoryDc : NullIsNone<HDC> {
-    static void close(HDC dc) { DeleteDC(dc); }
-};
 struct Icon : NullIsNone<HICON> {
     static void close(HICON icon) { DestroyIcon(icon); }
 };
@@ -102,7 +99,6 @@ using Brush = Handle<handle_kinds::Gdi<HBRUSH>>;
 using Font = Handle<handle_kinds::Gdi<HFONT>>;
 using Pen = Handle<handle_kinds::Gdi<HPEN>>;
 using Region = Handle<handle_kinds::Gdi<HRGN>>;
-using MemoryDc = Handle<handle_kinds::MemoryDc>;
 using Icon = Handle<handle_kinds::Icon>;
 using MenuHandle = Handle<handle_kinds::Menu>;
 using Hook = Handle<handle_kinds::Hook>;

@@ -1,31 +1,48 @@
 #include "ui/painting.h"
 
+#include <vector>
+
 namespace tunovka {
+
+namespace {
+
+std::vector<HDC>& spareDcs() {
+    static std::vector<HDC> spare;
+    return spare;
+}
+
+}  // namespace
+
+MemoryDc::MemoryDc() {
+    std::vector<HDC>& spare = spareDcs();
+    if (spare.empty()) {
+        dc_ = CreateCompatibleDC(nullptr);
+    } else {
+        dc_ = spare.back();
+        spare.pop_back();
+    }
+    state_ = SaveDC(dc_);
+}
+
+MemoryDc::~MemoryDc() {
+    if (!dc_) return;
+    RestoreDC(dc_, state_);
+    spareDcs().push_back(dc_);
+}
 
 PaintDc::PaintDc(HWND window) : window_(window) {
     const HDC screen = BeginPaint(window, &paint_);
     RECT area{};
     GetClientRect(window, &area);
-    memory_ = CreateCompatibleDC(screen);
-    bitmap_ = CreateCompatibleBitmap(screen, area.right, area.bottom);
-    if (!memory_ || !bitmap_) {
-        if (memory_) DeleteDC(memory_);
-        if (bitmap_) DeleteObject(bitmap_);
-        memory_ = nullptr;
-        bitmap_ = nullptr;
-        return;
-    }
-    before_ = SelectObject(memory_, bitmap_);
+    bitmap_.reset(CreateCompatibleBitmap(screen, area.right, area.bottom));
+    if (memory_.get() && bitmap_) selected_.emplace(memory_.get(), bitmap_.get());
 }
 
 PaintDc::~PaintDc() {
-    if (memory_) {
+    if (selected_) {
         const RECT& dirty = paint_.rcPaint;
         BitBlt(paint_.hdc, dirty.left, dirty.top, dirty.right - dirty.left,
-               dirty.bottom - dirty.top, memory_, dirty.left, dirty.top, SRCCOPY);
-        SelectObject(memory_, before_);
-        DeleteObject(bitmap_);
-        DeleteDC(memory_);
+               dirty.bottom - dirty.top, memory_.get(), dirty.left, dirty.top, SRCCOPY);
     }
     EndPaint(window_, &paint_);
 }
@@ -66,14 +83,12 @@ void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT fo
 }
 
 Size measureText(const std::wstring& text, HFONT font, int width) {
-    const HDC screen = GetDC(nullptr);
-    const HGDIOBJ before = SelectObject(screen, font);
+    const MemoryDc dc;
+    const Selected selected(dc.get(), font);
     RECT area{0, 0, width, 0};
     DrawTextW(
-        screen, text.c_str(), static_cast<int>(text.size()), &area,
+        dc.get(), text.c_str(), static_cast<int>(text.size()), &area,
         DT_CALCRECT | DT_NOPREFIX | (width > 0 ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE));
-    SelectObject(screen, before);
-    ReleaseDC(nullptr, screen);
     return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
 }
 

@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
+#include "core/handle.h"
 #include "ui/colors.h"
 #include "ui/geometry.h"
 
@@ -22,6 +24,22 @@ class SavedDc {
     int state_;
 };
 
+// A device context in memory. They are kept and used again, because making one takes longer than
+// most of what is painted through it.
+class MemoryDc {
+  public:
+    MemoryDc();
+    ~MemoryDc();
+    MemoryDc(const MemoryDc&) = delete;
+    MemoryDc& operator=(const MemoryDc&) = delete;
+
+    HDC get() const { return dc_; }
+
+  private:
+    HDC dc_;
+    int state_ = 0;  // what it had when it was new: the next one finds nothing of this one
+};
+
 // Answers WM_PAINT through a bitmap in memory, which reaches the screen in one step: no flicker.
 class PaintDc {
   public:
@@ -30,14 +48,14 @@ class PaintDc {
     PaintDc(const PaintDc&) = delete;
     PaintDc& operator=(const PaintDc&) = delete;
 
-    HDC dc() const { return memory_ ? memory_ : paint_.hdc; }
+    HDC dc() const { return selected_ ? memory_.get() : paint_.hdc; }
 
   private:
     HWND window_;
     PAINTSTRUCT paint_{};
-    HDC memory_ = nullptr;
-    HBITMAP bitmap_ = nullptr;
-    HGDIOBJ before_ = nullptr;
+    MemoryDc memory_;
+    Bitmap bitmap_;
+    std::optional<Selected> selected_;
 };
 
 void fillRect(HDC dc, const RECT& area, Color color);

@@ -15,10 +15,10 @@ namespace tunovka {
 namespace Skin {
 namespace {
 
-// A picture ready for AlphaBlend, selected into a device context of its own.
-class Bitmap {
+// A picture ready for AlphaBlend.
+class Drawn {
   public:
-    explicit Bitmap(const Picture& picture) : size_{picture.width, picture.height} {
+    explicit Drawn(const Picture& picture) : size_{picture.width, picture.height} {
         BITMAPINFO info{};
         info.bmiHeader.biSize = sizeof info.bmiHeader;
         info.bmiHeader.biWidth = picture.width;
@@ -26,33 +26,23 @@ class Bitmap {
         info.bmiHeader.biPlanes = 1;
         info.bmiHeader.biBitCount = 32;
         void* bits = nullptr;
-        dc_ = CreateCompatibleDC(nullptr);
-        bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        if (!bitmap_) return;
-        std::memcpy(bits, picture.pixels.data(), picture.pixels.size() * 4);
-        before_ = SelectObject(dc_, bitmap_);
+        bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+        if (bitmap_) std::memcpy(bits, picture.pixels.data(), picture.pixels.size() * 4);
     }
-    ~Bitmap() {
-        if (before_) SelectObject(dc_, before_);
-        if (bitmap_) DeleteObject(bitmap_);
-        if (dc_) DeleteDC(dc_);
-    }
-    Bitmap(const Bitmap&) = delete;
-    Bitmap& operator=(const Bitmap&) = delete;
 
     Size size() const { return size_; }
     void draw(HDC target, Point place) const {
-        if (!before_) return;
+        if (!bitmap_) return;
+        const MemoryDc source;
+        const Selected selected(source.get(), bitmap_.get());
         const BLENDFUNCTION over{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-        GdiAlphaBlend(target, place.x, place.y, size_.width, size_.height, dc_, 0, 0, size_.width,
-                      size_.height, over);
+        GdiAlphaBlend(target, place.x, place.y, size_.width, size_.height, source.get(), 0, 0,
+                      size_.width, size_.height, over);
     }
 
   private:
     Size size_;
-    HDC dc_ = nullptr;
-    HBITMAP bitmap_ = nullptr;
-    HGDIOBJ before_ = nullptr;
+    Bitmap bitmap_;
 };
 
 const PictureTable& pack() {
@@ -76,7 +66,7 @@ const Picture* pictureAt(const std::wstring& key, int dpi) {
 }
 
 // Pictures by key, dpi and size, at the sizes that windows use.
-using Bitmaps = std::map<std::tuple<std::wstring, int, int, int>, Bitmap>;
+using Bitmaps = std::map<std::tuple<std::wstring, int, int, int>, Drawn>;
 
 Bitmaps& keptBitmaps() {
     static Bitmaps bitmaps;
@@ -84,7 +74,7 @@ Bitmaps& keptBitmaps() {
 }
 
 // A window that is being resized asks for many widths: when there are too many of them, all go.
-const Bitmap* bitmapAt(const std::wstring& key, int dpi, Size size) {
+const Drawn* drawnAt(const std::wstring& key, int dpi, Size size) {
     Bitmaps& bitmaps = keptBitmaps();
     const auto wanted = std::tuple{key, dpi, size.width, size.height};
     const auto known = bitmaps.find(wanted);
@@ -119,13 +109,13 @@ Size pictureSize(const std::wstring& key, int dpi) {
 }
 
 void draw(HDC dc, const std::wstring& key, Point place, int dpi) {
-    if (const Bitmap* bitmap = bitmapAt(key, dpi, pictureSize(key, dpi))) bitmap->draw(dc, place);
+    if (const Drawn* picture = drawnAt(key, dpi, pictureSize(key, dpi))) picture->draw(dc, place);
 }
 
 void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi) {
     if (area.width < 1 || area.height < 1) return;
-    if (const Bitmap* bitmap = bitmapAt(key, dpi, {area.width, area.height}))
-        bitmap->draw(dc, {area.x, area.y});
+    if (const Drawn* picture = drawnAt(key, dpi, {area.width, area.height}))
+        picture->draw(dc, {area.x, area.y});
 }
 
 void forgetBitmaps() {
