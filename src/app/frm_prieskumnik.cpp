@@ -84,6 +84,7 @@ frmPrieskumnik::frmPrieskumnik()
 }
 
 void frmPrieskumnik::load() {
+    const Depth alive(this);  // it may be closed meanwhile
     show();
     yieldNow();
     if (isClosing()) return;

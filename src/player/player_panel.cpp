@@ -90,12 +90,11 @@ void PlayerPanel::layout(const Rect& area) {
         x += size.width + gap;
     }
     const int volumeWidth = form_.scaled(kVolumeWidth);
-    PicHlas.setBounds({area.right() - volumeWidth, area.y, volumeWidth, area.height});
-
     const int left = x + gap;
     const int width = std::max(0, area.right() - volumeWidth - 2 * gap - left);
     const int progress = form_.scaled(kProgressHeight);
     PicProgres.setBounds({left, area.bottom() - progress, width, progress});
+    PicHlas.setBounds({area.right() - volumeWidth, area.y, volumeWidth, area.height});
     const Rect display{left, area.y, width, area.height - progress - gap};
     PicČas.setBounds(display);
 

@@ -36,13 +36,14 @@ Form::Form(const FormArgs& args) : args_(args) {
     window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (args.resizable ? WS_MINIMIZEBOX : 0);
     window.exStyle = WS_EX_CONTROLPARENT | (args.taskbar ? WS_EX_APPWINDOW : 0);
     window.owner = args.owner;
-    // On the owner's screen from the start, which tells the dpi.
-    if (RECT beside; args.owner && GetWindowRect(args.owner, &beside))
-        window.bounds = {static_cast<int>(beside.left), static_cast<int>(beside.top), 0, 0};
+    const auto place = [&](int dpi) {
+        dpi_ = dpi;
+        return centred({scaled(args.size.width), scaled(args.size.height)}, args.owner);
+    };
+    // At its place from the start: moving it there afterwards takes longer.
+    window.bounds = place(dpiOf(args.owner));
     create(window);
-    dpi_ = dpiOf(handle());
-    setClientSize({scaled(args.size.width), scaled(args.size.height)});
-    centre(args.owner);
+    setBounds(place(dpiOf(handle())));  // where that screen's dpi is another one after all
 }
 
 Form::~Form() {
@@ -105,21 +106,25 @@ void Form::offerTip(const Window& control, const std::wstring& tip, WPARAM keys,
     tips_->pointerOver(control, tip, keys, place);
 }
 
-void Form::centre(HWND beside) {
+Rect Form::centred(Size size, HWND beside) {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
     GetMonitorInfoW(MonitorFromWindow(beside, MONITOR_DEFAULTTOPRIMARY), &monitor);
     RECT area = monitor.rcWork;
     if (beside && IsWindowVisible(beside) && !IsIconic(beside)) GetWindowRect(beside, &area);
-    const Rect own = bounds();
     const auto placed = [](LONG low, LONG high, int size, LONG least, LONG most) {
         const int middle = (low + high - size) / 2;
         return std::max<int>(least, std::min<int>(middle, most - size));
     };
     const RECT& work = monitor.rcWork;
-    SetWindowPos(handle(), nullptr, placed(area.left, area.right, own.width, work.left, work.right),
-                 placed(area.top, area.bottom, own.height, work.top, work.bottom), 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    return {placed(area.left, area.right, size.width, work.left, work.right),
+            placed(area.top, area.bottom, size.height, work.top, work.bottom), size.width,
+            size.height};
+}
+
+void Form::centre(HWND beside) {
+    const Rect own = bounds();
+    setBounds(centred({own.width, own.height}, beside));
 }
 
 void Form::setClientSize(Size size) {

@@ -121,6 +121,7 @@ class Form : public Window {
     friend class Forms;
     friend class Window;
     friend bool filterMessage(MSG& message);
+    static Rect centred(Size size, HWND beside);
     std::optional<LRESULT> hitTestBorder(Point screen) const;
     void paintFocus(HDC dc) const;
     void limitSize(MINMAXINFO& limits) const;

@@ -11,11 +11,12 @@
 namespace tunovka {
 
 Image::Image(const ImageArgs& args)
-    : Window(Args{
-          .name = args.name,
-          .text = args.text,
-          .style = WS_CHILD | (args.visible ? WS_VISIBLE : 0u) | (args.tabStop ? WS_TABSTOP : 0u),
-          .parent = args.parent}),
+    : Window(Args{.name = args.name,
+                  .text = args.text,
+                  .style = WS_CHILD | (args.visible ? WS_VISIBLE : 0u) |
+                           (args.tabStop ? WS_TABSTOP : 0u),
+                  .parent = args.parent},
+             Creation::WhenPlaced),
       normalKey_(args.normal),
       pressedKey_(args.pressed),
       caption_(args.caption) {

@@ -25,7 +25,8 @@ PictureBox::PictureBox(const PictureBoxArgs& args)
                   .style = WS_CHILD | WS_CLIPCHILDREN | (args.visible ? WS_VISIBLE : 0u) |
                            (args.tabStop ? WS_TABSTOP : 0u),
                   .exStyle = args.container ? DWORD{WS_EX_CONTROLPARENT} : 0u,
-                  .parent = args.parent}),
+                  .parent = args.parent},
+             Creation::WhenPlaced),
       role_(args.role),
       rising_(args.rising) {}
 

@@ -67,7 +67,7 @@ MouseButton buttonOf(UINT message) {
     }
 }
 
-Window::Window(const Args& args, Creation creation) {
+Window::Window(const Args& args, Creation creation) : creation_(creation) {
     if (creation == Creation::Now) {
         create(args);
         return;
@@ -80,12 +80,21 @@ Window::Window(const Args& args, Creation creation) {
 void Window::appear() {
     if (!putOff_) return;
     const std::unique_ptr<Args> args = std::move(putOff_);
+    if (args->parent) args->parent->appear();
     create(*args);
     onCreated();
 }
 
+void Window::appearWhenDue() {
+    if (creation_ == Creation::PutOff) return;
+    if (creation_ == Creation::WithText && putOff_->text.empty()) return;
+    if (putOff_->bounds.width > 0 && putOff_->bounds.height > 0) appear();
+}
+
 Window::Window(Window&& other) noexcept
     : handle_(std::exchange(other.handle_, nullptr)),
+      putOff_(std::move(other.putOff_)),
+      creation_(other.creation_),
       form_(other.form_),
       original_(other.original_),
       name_(std::move(other.name_)),
@@ -98,6 +107,8 @@ Window& Window::operator=(Window&& other) noexcept {
     if (this != &other) {
         destroy();
         handle_ = std::exchange(other.handle_, nullptr);
+        putOff_ = std::move(other.putOff_);
+        creation_ = other.creation_;
         form_ = other.form_;
         original_ = other.original_;
         name_ = std::move(other.name_);
@@ -234,20 +245,23 @@ Size Window::clientSize() const {
 }
 
 void Window::setBounds(const Rect& bounds) {
-    if (bounds == this->bounds()) return;
     if (putOff_) {
         putOff_->bounds = bounds;
-        return;
+        return appearWhenDue();
     }
+    if (bounds == this->bounds()) return;
     SetWindowPos(handle_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Window::setVisible(bool visible) {
-    ShowWindow(handle_, visible ? SW_SHOWNA : SW_HIDE);
+    if (putOff_)
+        putOff_->style = visible ? putOff_->style | WS_VISIBLE : putOff_->style & ~WS_VISIBLE;
+    else
+        ShowWindow(handle_, visible ? SW_SHOWNA : SW_HIDE);
 }
 bool Window::isVisible() const {
-    return GetWindowLongW(handle_, GWL_STYLE) & WS_VISIBLE;
+    return (putOff_ ? putOff_->style : GetWindowLongW(handle_, GWL_STYLE)) & WS_VISIBLE;
 }
 void Window::setEnabled(bool enabled) {
     EnableWindow(handle_, enabled);
@@ -256,7 +270,7 @@ bool Window::isEnabled() const {
     return IsWindowEnabled(handle_);
 }
 void Window::focus() {
-    SetFocus(handle_);
+    if (handle_) SetFocus(handle_);
 }
 void Window::setTabPlace(HWND after) {
     const bool isThere = after == HWND_BOTTOM ? !GetWindow(handle_, GW_HWNDNEXT)
@@ -265,10 +279,11 @@ void Window::setTabPlace(HWND after) {
     SetWindowPos(handle_, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 void Window::invalidate() {
-    InvalidateRect(handle_, nullptr, FALSE);
+    if (handle_) InvalidateRect(handle_, nullptr, FALSE);
 }
 
 std::wstring Window::text() const {
+    if (putOff_) return putOff_->text;
     std::wstring text(GetWindowTextLengthW(handle_), L'\0');
     if (!text.empty()) {
         const int length = GetWindowTextW(handle_, text.data(), static_cast<int>(text.size()) + 1);
@@ -278,7 +293,12 @@ std::wstring Window::text() const {
 }
 
 void Window::setText(const std::wstring& text) {
-    SetWindowTextW(handle_, text.c_str());
+    if (!putOff_) {
+        SetWindowTextW(handle_, text.c_str());
+        return;
+    }
+    putOff_->text = text;
+    appearWhenDue();
 }
 
 int Window::dpi() const {

@@ -44,8 +44,8 @@ class Window {
 
     HWND handle() const { return handle_; }
 
-    // Creates a window that was put off; nothing when it is there. Until then it has a place and
-    // nothing else: what is asked of it does nothing.
+    // Creates a window that was put off, and its parent; nothing when it is there. Until then it
+    // has its arguments and nothing else: what else is asked of it does nothing.
     void appear();
     const std::wstring& name() const { return name_; }
 
@@ -59,7 +59,7 @@ class Window {
     bool isVisible() const;  // its own flag, also while a parent is hidden
     void setEnabled(bool enabled);
     bool isEnabled() const;
-    bool hasFocus() const { return GetFocus() == handle_; }
+    bool hasFocus() const { return handle_ && GetFocus() == handle_; }
     void focus();
     // Its turn for the Tab key: after a sibling, or first or last (HWND_TOP, HWND_BOTTOM).
     void setTabPlace(HWND after);
@@ -87,7 +87,9 @@ class Window {
     Point fromScreen(Point point) const;
 
   protected:
-    enum class Creation { Now, PutOff };
+    // When the system window comes into being: at once; with the first setBounds(), so that it need
+    // not be moved there, of a text not before there is one; or by appear().
+    enum class Creation { Now, WhenPlaced, WithText, PutOff };
 
     explicit Window(const Args& args, Creation creation = Creation::Now);
     Window() = default;
@@ -119,9 +121,11 @@ class Window {
     bool answer(LRESULT& answer, UINT message, WPARAM wparam, LPARAM lparam);
     std::optional<LRESULT> reflect(UINT message, WPARAM wparam, LPARAM lparam);
     void bind();
+    void appearWhenDue();
 
     HWND handle_ = nullptr;
     std::unique_ptr<Args> putOff_;
+    Creation creation_ = Creation::Now;
     Form* form_ = nullptr;
     WNDPROC original_ = DefWindowProcW;  // of a system control its own
     std::wstring name_, accessibleName_, tip_;

@@ -43,12 +43,12 @@ def along(control, across, down):
 def journey(app):
     contents = app.control("Tview")
     play, stop, pause, previous, following = [app.control(f"Image{i}") for i in range(1, 6)]
-    elapsed, length = app.control("lblušielčas"), app.control("lblčas")
 
     # A double click plays, at the right pitch.
     app.click(along(app.control("PicHlas"), 0.5, 0.0))
     contents.item("skok.wav", 10).double_click()
     hears(app, 440)
+    elapsed, length = app.control("lblušielčas"), app.control("lblčas")
     wait_until(lambda: length.text == "0:40 min", 5, "the length")
 
     # The volume strip: 4,000 hundredths of a decibel from top to bottom.
