@@ -10,6 +10,7 @@ FOLDER = driver.collection("keys")
 
 def focus_on(app, name, key="Tab"):
     """Presses a key until the focus is there."""
+    wait_until(app.focused, 5, "the focus back from a window that has closed")
     for _ in range(20):
         if app.focused().name == name:
             return
