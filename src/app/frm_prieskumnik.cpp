@@ -21,7 +21,7 @@ constexpr Size kSize{900, 620};
 constexpr Size kMinimum{620, 400};
 constexpr int kMargin = 8;
 constexpr int kSplitter = 8;
-constexpr int kDriveHeight = 21;
+constexpr int kDriveHeight = 21;  // until the list is there
 constexpr int kStatusHeight = 20;
 constexpr int kLeastTree = 7;  // a tree never gets narrower: 100 twips
 
@@ -310,7 +310,9 @@ void frmPrieskumnik::onLayout() {
     const int least = scaled(kLeastTree);
     const int left =
         std::clamp(MulDiv(width, leftShare_, 1000), least, std::max(least, width - least));
-    const int driveHeight = std::max(scaled(kDriveHeight), folders.Drive1.bounds().height);
+    // As high as its font makes it: more than that would show the text above the middle.
+    const int driveHeight =
+        folders.Drive1.handle() ? folders.Drive1.bounds().height : scaled(kDriveHeight);
     folders.Drive1.setBounds({margin, top, left, driveHeight});
     const int stromTop = top + driveHeight + scaled(4);
     folders.strom.setBounds({margin, stromTop, left, treesBottom - stromTop});
