@@ -16,6 +16,16 @@ as_root() {
     fi
 }
 
+# keep_awake: until this script ends, the processors wait for work without falling asleep, where the
+# system lets us ask for that. Under Wine programs and its server wake each other all the time, and a
+# virtual machine's processor takes longer to wake than what they do then.
+keep_awake() {
+    [ -w /dev/cpu_dma_latency ] || return 0
+    ( exec >/dev/cpu_dma_latency 2>/dev/null </dev/null
+      printf '\0\0\0\0'  # microseconds, as long as this stays open
+      exec tail --pid=$$ -f /dev/null ) &
+}
+
 # with_lock FILE COMMAND...: one at a time over every script on this machine that uses FILE.
 # What the command leaves running must not keep the lock: it closes LOCK_FD. A command that fails
 # half-way goes on after with_lock (the shell's -e does not reach inside): it ends by die.
