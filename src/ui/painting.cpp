@@ -21,13 +21,10 @@ MemoryDc::MemoryDc() {
         dc_ = spare.back();
         spare.pop_back();
     }
-    state_ = SaveDC(dc_);
 }
 
 MemoryDc::~MemoryDc() {
-    if (!dc_) return;
-    RestoreDC(dc_, state_);
-    spareDcs().push_back(dc_);
+    if (dc_) spareDcs().push_back(dc_);
 }
 
 PaintDc::PaintDc(HWND window) : window_(window) {
@@ -35,11 +32,13 @@ PaintDc::PaintDc(HWND window) : window_(window) {
     RECT area{};
     GetClientRect(window, &area);
     bitmap_.reset(CreateCompatibleBitmap(screen, area.right, area.bottom));
-    if (memory_.get() && bitmap_) selected_.emplace(memory_.get(), bitmap_.get());
+    if (!memory_.get() || !bitmap_) return;
+    saved_.emplace(memory_.get());
+    SelectObject(memory_.get(), bitmap_.get());
 }
 
 PaintDc::~PaintDc() {
-    if (selected_) {
+    if (saved_) {
         const RECT& dirty = paint_.rcPaint;
         BitBlt(paint_.hdc, dirty.left, dirty.top, dirty.right - dirty.left,
                dirty.bottom - dirty.top, memory_.get(), dirty.left, dirty.top, SRCCOPY);

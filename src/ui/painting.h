@@ -25,7 +25,7 @@ class SavedDc {
 };
 
 // A device context in memory. They are kept and used again, because making one takes longer than
-// most of what is painted through it.
+// most of what is painted through it: give it back as it was (Selected, SavedDc).
 class MemoryDc {
   public:
     MemoryDc();
@@ -37,7 +37,6 @@ class MemoryDc {
 
   private:
     HDC dc_;
-    int state_ = 0;  // what it had when it was new: the next one finds nothing of this one
 };
 
 // Answers WM_PAINT through a bitmap in memory, which reaches the screen in one step: no flicker.
@@ -48,14 +47,14 @@ class PaintDc {
     PaintDc(const PaintDc&) = delete;
     PaintDc& operator=(const PaintDc&) = delete;
 
-    HDC dc() const { return selected_ ? memory_.get() : paint_.hdc; }
+    HDC dc() const { return saved_ ? memory_.get() : paint_.hdc; }
 
   private:
     HWND window_;
     PAINTSTRUCT paint_{};
     MemoryDc memory_;
     Bitmap bitmap_;
-    std::optional<Selected> selected_;
+    std::optional<SavedDc> saved_;  // without what is painted through it, the bitmap included
 };
 
 void fillRect(HDC dc, const RECT& area, Color color);

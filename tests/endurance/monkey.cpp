@@ -7,6 +7,7 @@
 
 #include "endurance/program.h"
 #include "support/dialog_answers.h"
+#include "support/window_names.h"
 
 namespace tunovka {
 namespace {
@@ -21,21 +22,6 @@ LRESULT ask(HWND window, UINT message, WPARAM wparam = 0, LPARAM lparam = 0) {
         GetLastError() == ERROR_TIMEOUT)
         throw Hangs();
     return static_cast<LRESULT>(answer);
-}
-
-std::wstring className(HWND window) {
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, 64);
-    return name;
-}
-
-// The control's name in the program's code; "" for a window that has none.
-std::wstring codeName(HWND window) {
-    const auto atom =
-        static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(window, L"Tunovka.name")));
-    wchar_t name[64] = L"";
-    if (atom) GlobalGetAtomNameW(atom, name, 64);
-    return name;
 }
 
 std::wstring textOf(HWND window) {

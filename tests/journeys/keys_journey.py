@@ -10,13 +10,13 @@ FOLDER = driver.collection("keys")
 
 def focus_on(app, name, key="Tab"):
     """Presses a key until the focus is there."""
-    wait_until(app.focused, 5, "the focus back from a window that has closed")
+    at = wait_until(app.focused, 5, "the focus back from a window that has closed").name
     for _ in range(20):
-        if app.focused().name == name:
+        if at == name:
             return
-        before = app.focused().name
         app.key(key)
-        wait_until(lambda: app.focused() and app.focused().name != before, 5, "the focus moved")
+        at = wait_until(lambda: (now := app.focused()) and now.name != at and now, 5,
+                        "the focus moved").name
     raise driver.Failed(f"{key} never reaches {name}")
 
 

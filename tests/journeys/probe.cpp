@@ -15,27 +15,13 @@
 
 #include "journeys/json.h"
 #include "journeys/remote.h"
+#include "support/window_names.h"
 
 namespace tunovka {
 namespace {
 
 std::wstring windowText(HWND window) {
     return remoteText(window, WM_GETTEXTLENGTH, 0, WM_GETTEXT);
-}
-
-std::wstring className(HWND window) {
-    wchar_t name[256] = L"";
-    GetClassNameW(window, name, 256);
-    return name;
-}
-
-// The control's name in the program's code; "" for a window that has none.
-std::wstring codeName(HWND window) {
-    const auto atom =
-        static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(window, L"Tunovka.name")));
-    wchar_t name[256] = L"";
-    if (atom) GlobalGetAtomNameW(atom, name, 256);
-    return name;
 }
 
 RECT onScreen(HWND window, RECT rect) {

@@ -11,6 +11,7 @@
 #include "support/editor_stage.h"
 #include "support/scratch_folder.h"
 #include "support/screen_reader.h"
+#include "support/window_names.h"
 #include "ui/box.h"
 #include "ui/colors.h"
 #include "ui/frm_box.h"
@@ -23,10 +24,9 @@ namespace {
 using Names = std::vector<std::wstring>;
 
 bool isSystemControl(HWND window) {
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, std::size(name));
+    const std::wstring name = className(window);
     for (const wchar_t* known : {WC_TREEVIEWW, WC_LISTVIEWW, WC_COMBOBOXW, L"Edit"})
-        if (lstrcmpiW(name, known) == 0) return true;
+        if (lstrcmpiW(name.c_str(), known) == 0) return true;
     return false;
 }
 

@@ -17,6 +17,7 @@ NAME = "org.atheme.audacious"
 
 
 def wait_until(condition):
+    """Polls without a pause, because it is timed."""
     end = time.monotonic() + 30
     while not condition():
         if time.monotonic() > end:
