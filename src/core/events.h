@@ -16,7 +16,9 @@ bool yieldToEvents();
 // Lets waiting messages run now, whenever the last look was.
 void yieldNow();
 
-// Calls `routine` from the message loop, after what runs now has returned.
+// Calls `routine` from the message loop, after what runs now has returned. Another thread than that
+// of the windows may call it too, once that one has called prepareLoop().
+void prepareLoop();
 void postToLoop(std::function<void()> routine);
 
 }  // namespace tunovka

@@ -1,6 +1,7 @@
 #include "core/events_windows.h"
 
 #include <deque>
+#include <mutex>
 
 #include "core/errors.h"
 #include "core/handle.h"
@@ -17,6 +18,7 @@ constexpr DWORD kLongestLook = 50;  // ms after which the work goes on even if m
 struct Loop {
     std::function<bool(MSG&)> filter;
     std::function<void(std::exception_ptr)> unhandled;
+    std::mutex postedLock;
     std::deque<std::function<void()>> posted;
     DWORD lastLook = GetTickCount();
     HWND window = nullptr;  // lives as long as the thread; the system destroys it at its end
@@ -27,13 +29,20 @@ Loop& loop() {
     return only;
 }
 
+std::function<void()> takeFirstPosted() {
+    Loop& own = loop();
+    const std::scoped_lock lock(own.postedLock);
+    if (own.posted.empty()) return {};
+    std::function<void()> routine = std::move(own.posted.front());
+    own.posted.pop_front();
+    return routine;
+}
+
 void runFirstPosted() noexcept {
     Loop& own = loop();
-    if (own.posted.empty()) return;
-    const std::function<void()> routine = std::move(own.posted.front());
-    own.posted.pop_front();
+    const std::function<void()> routine = takeFirstPosted();
     try {
-        routine();
+        if (routine) routine();
     } catch (...) {
         if (own.unhandled) own.unhandled(std::current_exception());
     }
@@ -45,9 +54,11 @@ LRESULT CALLBACK loopProcedure(HWND window, UINT message, WPARAM wparam, LPARAM 
     return 0;
 }
 
-HWND loopWindow() {
+}  // namespace
+
+void prepareLoop() {
     Loop& own = loop();
-    if (own.window) return own.window;
+    if (own.window) return;
     WNDCLASSW kind{};
     kind.lpfnWndProc = loopProcedure;
     kind.hInstance = GetModuleHandleW(nullptr);
@@ -55,10 +66,7 @@ HWND loopWindow() {
     RegisterClassW(&kind);
     own.window = CreateWindowExW(0, kind.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                  kind.hInstance, nullptr);
-    return own.window;
 }
-
-}  // namespace
 
 void setMessageFilter(std::function<bool(MSG&)> filter) {
     loop().filter = std::move(filter);
@@ -93,8 +101,10 @@ void yieldNow() {
 
 void postToLoop(std::function<void()> routine) {
     Loop& own = loop();
+    if (!own.window) prepareLoop();
+    const std::scoped_lock lock(own.postedLock);
     own.posted.push_back(std::move(routine));
-    if (PostMessageW(loopWindow(), WM_APP, 0, 0)) return;
+    if (PostMessageW(own.window, WM_APP, 0, 0)) return;
     own.posted.pop_back();
     throw RuntimeError(kInvalidCall);
 }
