@@ -17,10 +17,6 @@ namespace tunovka {
 
 using namespace MultiMedialny;
 
-std::wstring EntryDisplayName(const std::wstring& text) {
-    return afterLastBackslash(text);
-}
-
 ContentsTree::ContentsTree(Form& form, TextBox& txtPath, bool putOff)
     : Tview({.name = L"Tview", .text = L"Obsah priečinka", .parent = &form, .putOff = putOff}),
       txtPath_(txtPath) {}
@@ -58,11 +54,7 @@ void ContentsTree::list(const std::wstring& path) {
 }
 
 void ContentsTree::addMusic(const std::wstring& name) {
-    Tview.add({.key = name,
-               .text = name,
-               .imageKey = IconKeyByExtension(mediaKind(name)),
-               .foreground = palette().NodeForeColor,
-               .background = palette().NodeBackColor});
+    Tview.add({.key = name, .text = name, .imageKey = IconKeyByExtension(mediaKind(name))});
 }
 
 void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& file,
@@ -72,7 +64,6 @@ void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
                .text = name,
                .imageKey = IconKeyByExtension(mediaKind(name)),
                .foreground = palette().PlaylistNodeColor,
-               .background = palette().NodeBackColor,
                .bold = true});
     const std::wstring content = fromAnsi(FileSystemObject::readAll(folder + file.name));
     const std::wstring& shortName = file.shortName.empty() ? file.name : file.shortName;
@@ -86,10 +77,9 @@ void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
         const bool missing = resolveNodeKey(key, folder, exists).empty();
         Tview.add({.parentKey = name,
                    .key = key,
-                   .text = EntryDisplayName(*text),
+                   .text = afterLastBackslash(*text),
                    .imageKey = IconKeyByExtension(mediaKind(*text)),
-                   .foreground = missing ? palette().MissingEntryColor : palette().NodeForeColor,
-                   .background = palette().NodeBackColor});
+                   .foreground = missing ? palette().MissingEntryColor : palette().NodeForeColor});
     }
 }
 

@@ -37,7 +37,4 @@ class ContentsTree {
     TextBox& txtPath_;
 };
 
-// The text after the last "\" (the whole text when it has none).
-std::wstring EntryDisplayName(const std::wstring& text);
-
 }  // namespace tunovka

@@ -25,11 +25,6 @@ std::wstring hintFor(DriveType type) {
     }
 }
 
-// The letter and colon at the start of a drive's text.
-std::wstring letterOf(const std::wstring& drive) {
-    return drive.substr(0, drive.find(L':') + 1);
-}
-
 std::wstring programFolder() {
     std::wstring path(MAX_PATH, L'\0');
     DWORD length = 0;
@@ -50,14 +45,16 @@ FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
       LblBar_(LblBar),
       txtPath_(txtPath),
       listFolder_(std::move(listFolder)) {
-    Drive1.onChange = [this] {
-        driveChanged_ = true;
-        FillTreeForDrive();
-    };
-    strom.onExpand = [this](const std::wstring& key) { expanded(key); };
-    strom.onClick = [this] { clicked(); };
-    strom.onNodeClick = [this](const std::wstring& key) { nodeClicked(key); };
-    strom.onSelectionByKey = [this] { nodeClicked(strom.selectedKey()); };
+    Drive1.onChange = [this] { Drive1_Change(); };
+    strom.onExpand = [this](const std::wstring& key) { strom_Expand(key); };
+    strom.onClick = [this] { strom_Click(); };
+    strom.onNodeClick = [this](const std::wstring& key) { strom_NodeClick(key); };
+    strom.onSelectionByKey = [this] { strom_NodeClick(strom.selectedKey()); };
+}
+
+void FolderTree::Drive1_Change() {
+    driveChanged_ = true;
+    FillTreeForDrive();
 }
 
 void FolderTree::chooseStartDrive() {
@@ -86,19 +83,14 @@ void FolderTree::FillTreeForDrive() {
 }
 
 void FolderTree::fill() {
-    const std::wstring letter = letterOf(Drive1.drive());
-    if (!FileSystemObject::IsDriveReady(letter)) throw RuntimeError(kPathNotFound);
-    const std::wstring first = strom.firstRoot();
-    if (!first.empty() && withBackslash(upperCased(letter)) == upperCased(first)) return;
+    if (!FileSystemObject::IsDriveReady(Drive1.letter())) throw RuntimeError(kPathNotFound);
+    const std::wstring key = Drive1.letter() + L"\\";
+    if (strom.firstRoot() == key) return;
 
     filling_ = true;
     strom.clear();
-    const std::wstring key = upperCased(Drive1.drive().substr(0, 2) + L"\\");
     LblBar_.setText(key);
-    strom.add({.key = key,
-               .text = upperCased(Drive1.drive()),
-               .foreground = MultiMedialny::palette().NodeForeColor,
-               .background = MultiMedialny::palette().NodeBackColor});
+    strom.add({.key = key, .text = upperCased(Drive1.drive())});
     ExpandFolder(key);
     if (strom.contains(key)) {
         strom.select(key);
@@ -110,7 +102,7 @@ void FolderTree::fill() {
 
 void FolderTree::report(const RuntimeError& error) {
     if (error.number == kPathNotFound) {
-        const std::wstring letter = letterOf(Drive1.drive());
+        const std::wstring letter = Drive1.letter();
         ask(L"CHYBA",
             L"Zariadenie \"" + letter + L"\" nie je pripravené !\r\n" +
                 hintFor(FileSystemObject::driveType(letter)),
@@ -136,11 +128,7 @@ void FolderTree::add(const std::wstring& parentKey, const std::wstring& key,
                      const std::wstring& text) {
     // Names that differ in letter case alone are one folder to Windows.
     if (strom.contains(key) || !strom.contains(parentKey)) return;
-    strom.add({.parentKey = parentKey,
-               .key = key,
-               .text = text,
-               .foreground = MultiMedialny::palette().NodeForeColor,
-               .background = MultiMedialny::palette().NodeBackColor});
+    strom.add({.parentKey = parentKey, .key = key, .text = text});
 }
 
 // A window that closes takes no more folders.
@@ -170,7 +158,7 @@ void FolderTree::ExpandFolder(const std::wstring& key) {
     SetCursor(pointer);
 }
 
-void FolderTree::expanded(const std::wstring& key) {
+void FolderTree::strom_Expand(const std::wstring& key) {
     if (filling_ || expanding_ > 0) return;
     const std::wstring child = strom.firstChild(key);
     if (!child.empty() && like(child, L"*[_*.?]")) {
@@ -180,18 +168,21 @@ void FolderTree::expanded(const std::wstring& key) {
         strom.expand(key);
     }
     strom.select(key);
-    clicked();
+    strom_Click();
 }
 
-void FolderTree::clicked() {
-    const std::wstring key = strom.selectedKey();
-    if (!key.empty() && key != txtPath_.text()) listFolder_(key);
+void FolderTree::strom_Click() {
+    listUnlessShown(strom.selectedKey());
 }
 
-void FolderTree::nodeClicked(const std::wstring& key) {
-    if (!key.empty() && key != txtPath_.text()) listFolder_(key);
+void FolderTree::strom_NodeClick(const std::wstring& key) {
+    listUnlessShown(key);
     const std::wstring selected = strom.selectedKey();
     if (!selected.empty()) LblBar_.setText(selected);
+}
+
+void FolderTree::listUnlessShown(const std::wstring& key) {
+    if (!key.empty() && key != txtPath_.text()) listFolder_(key);
 }
 
 }  // namespace tunovka

@@ -39,20 +39,23 @@ class FolderTree : private RozneApi::FolderNodes {
              const std::wstring& text) override;
     bool hasNode(const std::wstring& key) const override;
 
+    void Drive1_Change();
+    void strom_Expand(const std::wstring& key);
+    void strom_Click();
+    void strom_NodeClick(const std::wstring& key);
+
     void fill();
     void report(const struct RuntimeError& error);
     void returnToShownDrive();
-    void expanded(const std::wstring& key);
-    void clicked();
-    void nodeClicked(const std::wstring& key);
+    void listUnlessShown(const std::wstring& key);
 
     Form& form_;
     Label& LblBar_;
     const TextBox& txtPath_;
     std::function<void(const std::wstring&)> listFolder_;
-    bool filling_ = false;
-    bool driveChanged_ = false;
-    int expanding_ = 0;
+    bool driveChanged_ = false;  // since chooseStartDrive()
+    bool filling_ = false;       // the tree is built anew for a drive
+    int expanding_ = 0;          // folders that are listed right now
 };
 
 }  // namespace tunovka

@@ -41,11 +41,13 @@ frmOprograme::frmOprograme(HWND owner)
                  .font = Skin::Font::Bold}) {
     RozneApi::ShowTitleBar(*this, false);
     PicLogo.onPaint = [this](HDC dc, Size) { Skin::draw(dc, kLogo, {0, 0}, dpi()); };
-    Tlacitko.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) unload();
-    };
+    Tlacitko.onRelease = [this](MouseButton button) { Tlacitko_MouseUp(button); };
     layout();
     centre(owner);
+}
+
+void frmOprograme::Tlacitko_MouseUp(MouseButton button) {
+    if (button == MouseButton::Left) unload();
 }
 
 void frmOprograme::onLayout() {

@@ -24,6 +24,8 @@ class frmOprograme : public Form {
     void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
+    void Tlacitko_MouseUp(MouseButton button);
+
     RECT card_{};
 };
 

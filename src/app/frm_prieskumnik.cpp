@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "app/explorer_menus.h"
 #include "app/frm_o_programe.h"
 #include "core/events.h"
 #include "core/file_system.h"
@@ -47,14 +46,15 @@ frmPrieskumnik::frmPrieskumnik()
               .parent = this,
               .format = DT_PATH_ELLIPSIS,
               .status = true}),
-      folders(*this, LblBar, txtPath, [this](const std::wstring& folder) { listFolder(folder); }),
+      folders(*this, LblBar, txtPath,
+              [this](const std::wstring& folder) { contents.ListFolderContents(folder); }),
       contents(*this, txtPath, true),
       splitter(*this),
       player(*this, {.selectedPath = [this]() -> std::optional<std::wstring> {
                          if (contents.Tview.selectedKey().empty()) return std::nullopt;
                          return contents.selectedPath();
                      },
-                     .playElsewhere = [this] { playing.playInDefaultProgram(); }}),
+                     .playElsewhere = [this] { playing.prehraťvprog_Click(); }}),
       prehrat(contentsMenu()),
       menuprestrom(folderMenu()),
       tri(titleMenu()),
@@ -68,19 +68,37 @@ frmPrieskumnik::frmPrieskumnik()
              .menuprestrom = menuprestrom,
              .selectedPath = [this] { return contents.selectedPath(); },
              .letGo = [this](const std::wstring& path) { player.letGo(path); },
-             .selectionChanged = [this] { prepareContents(); }}),
+             .selectionChanged = [this] { selectionChanged(); }}),
       playing(prehrat, contents, player) {
     RozneApi::ShowTitleBar(*this, false);
+    bindHandlers();
+}
+
+void frmPrieskumnik::bindHandlers() {
+    TreeView &strom = folders.strom, &Tview = contents.Tview;
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
-    splitter.onMoved = [this](int left) {
-        const int width = clientSize().width - 2 * scaled(kMargin) - scaled(kSplitter);
-        if (width > 0) leftShare_ = MulDiv(left - scaled(kMargin), 1000, width);
-        layout();
-    };
-    bindTitle();
-    bindFolders();
-    bindContents();
-    bindMenus();
+    Zahlavie.onRightUp = [this] { Zahlavie_MouseUp(); };
+    Ikoniec.onRelease = [this](MouseButton button) { Ikoniec_MouseUp(button); };
+    Iminim.onRelease = [this](MouseButton button) { Iminim_MouseUp(button); };
+    splitter.onMoved = [this](int left) { Medzera_Moved(left); };
+
+    strom.onMouseUp = [this](MouseButton button, Point at) { strom_MouseUp(button, at); };
+    strom.onContextMenu = [this](Point screen) { strom_ContextMenu(screen); };
+
+    Tview.onMouseUp = [this](MouseButton button, Point at) { Tview_MouseUp(button, at); };
+    Tview.onSelectionByKey = [this] { selectionChanged(); };
+    Tview.onContextMenu = [this](Point screen) { Tview_ContextMenu(screen); };
+    Tview.onDoubleClick = [this] { Tview_DblClick(); };
+    Tview.onBeginDrag = [this](const std::wstring&) { Tview_OLEStartDrag(); };
+    Tview.onKeyDown = [this](WORD key) { return Tview_KeyDown(key); };
+
+    tri.onClick(L"miminalizovat") = [this] { minimize(); };
+    tri.onClick(L"zavri") = [this] { unload(); };
+    tri.onClick(L"o_programe") = [this] { o_programe_Click(); };
+    prehrat.onClick(L"info_o_subore") = [this] { info_o_subore_Click(); };
+    prehrat.onClick(L"editovat_playlist") = [this] { editovat_playlist_Click(); };
+    menuprestrom.onClick(L"prehladaj_adresar") = [this] { prehladaj_adresar_Click(); };
+    menuprestrom.onClick(L"novy_plalist") = [this] { openEditor(L"nový playlist"); };
 }
 
 void frmPrieskumnik::load() {
@@ -94,59 +112,70 @@ void frmPrieskumnik::load() {
     playing.findPlayers();
 }
 
-void frmPrieskumnik::bindTitle() {
-    Ikoniec.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) unload();
-    };
-    Iminim.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) minimize();
-    };
-    Zahlavie.onRightUp = [this] {
-        POINT at{};
-        GetCursorPos(&at);
-        tri.show(*this, {static_cast<int>(at.x), static_cast<int>(at.y)});
-    };
+void frmPrieskumnik::Ikoniec_MouseUp(MouseButton button) {
+    if (button == MouseButton::Left) unload();
 }
 
-void frmPrieskumnik::bindFolders() {
-    folders.strom.onMouseUp = [this](MouseButton button, Point at) {
-        if (button != MouseButton::Left && !folders.selectedFolder().empty())
-            showFolderMenu(folders.strom.toScreen(at));
-    };
-    folders.strom.onContextMenu = [this](Point screen) { showFolderMenu(screen); };
+void frmPrieskumnik::Iminim_MouseUp(MouseButton button) {
+    if (button == MouseButton::Left) minimize();
 }
 
-void frmPrieskumnik::bindContents() {
-    TreeView& Tview = contents.Tview;
-    Tview.onMouseUp = [this](MouseButton button, Point at) {
-        if (contents.Tview.selectedKey().empty()) return;
-        prepareContents();
-        if (button != MouseButton::Left) showContentsMenu(contents.Tview.toScreen(at));
-    };
-    Tview.onSelectionByKey = [this] { prepareContents(); };
-    Tview.onContextMenu = [this](Point screen) {
-        prepareContents();
-        showContentsMenu(screen);
-    };
-    Tview.onDoubleClick = [this] {
-        if (!contents.Tview.selectedKey().empty()) playing.PlaySelected(L"tu");
-    };
-    Tview.onBeginDrag = [this](const std::wstring&) { Tview_BeginDrag(); };
-    Tview.onKeyDown = [this](WORD key) {
-        return !contents.Tview.selectedKey().empty() && Tview_KeyDown(key);
-    };
+void frmPrieskumnik::Zahlavie_MouseUp() {
+    POINT at{};
+    GetCursorPos(&at);
+    tri.show(*this, {static_cast<int>(at.x), static_cast<int>(at.y)});
+}
+
+void frmPrieskumnik::Medzera_Moved(int left) {
+    const int width = clientSize().width - 2 * scaled(kMargin) - scaled(kSplitter);
+    if (width > 0) leftShare_ = MulDiv(left - scaled(kMargin), 1000, width);
+    layout();
+}
+
+void frmPrieskumnik::strom_MouseUp(MouseButton button, Point at) {
+    if (button != MouseButton::Left && !folders.selectedFolder().empty())
+        strom_ContextMenu(folders.strom.toScreen(at));
+}
+
+void frmPrieskumnik::strom_ContextMenu(Point screen) {
+    menuprestrom.setEnabled(L"strom_vloz_subor", !txtsubor.text().empty() && !isBusy());
+    menuprestrom.show(*this, screen);
+}
+
+void frmPrieskumnik::Tview_MouseUp(MouseButton button, Point at) {
+    if (contents.Tview.selectedKey().empty()) return;
+    if (button == MouseButton::Left)
+        selectionChanged();
+    else
+        Tview_ContextMenu(contents.Tview.toScreen(at));
+}
+
+void frmPrieskumnik::Tview_ContextMenu(Point screen) {
+    selectionChanged();
+    prehrat.show(*this, screen);
+}
+
+void frmPrieskumnik::Tview_DblClick() {
+    if (!contents.Tview.selectedKey().empty()) playing.PlaySelected(kHere);
+}
+
+void frmPrieskumnik::Tview_OLEStartDrag() {
+    const std::wstring key = contents.Tview.selectedKey();
+    const std::wstring path = contents.selectedPath();
+    if (!path.empty()) dragText(path, {.source = L"Tview", .key = key});
 }
 
 bool frmPrieskumnik::Tview_KeyDown(WORD key) {
+    if (contents.Tview.selectedKey().empty()) return false;
     switch (key) {
         case VK_RETURN:
-            playing.PlaySelected(L"tu");
+            playing.PlaySelected(kHere);
             return true;
         case VK_DELETE:  // takes an entry's file too, which the menu refuses
             files.removeSelected();
             return true;
         case VK_F2:
-            prepareContents();
+            selectionChanged();
             prehrat.choose(L"premenovat_subor");
             return true;
         default:
@@ -154,29 +183,25 @@ bool frmPrieskumnik::Tview_KeyDown(WORD key) {
     }
 }
 
-void frmPrieskumnik::bindMenus() {
-    tri.onClick(L"miminalizovat") = [this] { minimize(); };
-    tri.onClick(L"zavri") = [this] { unload(); };
-    tri.onClick(L"o_programe") = [this] { Forms::load<frmOprograme>(handle()).showModal(); };
-    prehrat.onClick(L"info_o_subore") = [this] {
-        const std::wstring path = contents.selectedPath();
-        showInformation(path.empty() ? L"chyba" : path);
-    };
-    menuprestrom.onClick(L"prehladaj_adresar") = [this] {
-        const std::wstring folder = folders.selectedFolder();
-        if (folder.empty()) return;
-        txtPrehladavaj.setText(folder);
-        frmhladanie::open(*this);
-    };
-    prehrat.onClick(L"editovat_playlist") = [this] {
-        const std::wstring path = contents.selectedPath();
-        if (!path.empty()) openEditor(path);
-    };
-    menuprestrom.onClick(L"novy_plalist") = [this] { openEditor(L"nový playlist"); };
+void frmPrieskumnik::o_programe_Click() {
+    Forms::load<frmOprograme>(handle()).showModal();
 }
 
-void frmPrieskumnik::listFolder(const std::wstring& folder) {
-    contents.ListFolderContents(folder);
+void frmPrieskumnik::info_o_subore_Click() {
+    const std::wstring path = contents.selectedPath();
+    showInformation(path.empty() ? L"chyba" : path);
+}
+
+void frmPrieskumnik::editovat_playlist_Click() {
+    const std::wstring path = contents.selectedPath();
+    if (!path.empty()) openEditor(path);
+}
+
+void frmPrieskumnik::prehladaj_adresar_Click() {
+    const std::wstring folder = folders.selectedFolder();
+    if (folder.empty()) return;
+    txtPrehladavaj.setText(folder);
+    frmhladanie::open(*this);
 }
 
 void frmPrieskumnik::txtodkaz_Change() {
@@ -184,17 +209,21 @@ void frmPrieskumnik::txtodkaz_Change() {
     if (command.empty()) return;
     txtodkaz.setText(L"");
     if (command == kRefreshCommand) {
-        const std::wstring folder = folders.selectedFolder();
-        if (!folder.empty()) listFolder(folder);
+        refreshFolder();
     } else if (like(command, std::wstring(kPlayCommand) + L"*")) {
         const std::wstring path = command.substr(std::size(kPlayCommand) - 1);
         if (FileSystemObject::FileExists(path)) player.play(path);
     }
 }
 
+void frmPrieskumnik::refreshFolder() {
+    const std::wstring folder = folders.selectedFolder();
+    if (!folder.empty()) contents.ListFolderContents(folder);
+}
+
 // What the menus offer for the selected node, and the status line; the same whether the mouse or
 // the keyboard asks.
-void frmPrieskumnik::prepareContents() {
+void frmPrieskumnik::selectionChanged() {
     const std::wstring key = contents.Tview.selectedKey();
     if (key.empty()) return;
     const std::wstring path = contents.PathFromNodeKey(key);
@@ -205,21 +234,6 @@ void frmPrieskumnik::prepareContents() {
     // entry as well.
     prehrat.setEnabled(L"operacie_so_suborom", !like(key, L"pl*") && !isBusy());
     prehrat.setEnabled(L"vlozit_subor", !txtsubor.text().empty());
-}
-
-void frmPrieskumnik::showContentsMenu(Point screen) {
-    prehrat.show(*this, screen);
-}
-
-void frmPrieskumnik::showFolderMenu(Point screen) {
-    menuprestrom.setEnabled(L"strom_vloz_subor", !txtsubor.text().empty() && !isBusy());
-    menuprestrom.show(*this, screen);
-}
-
-void frmPrieskumnik::Tview_BeginDrag() {
-    const std::wstring key = contents.Tview.selectedKey();
-    const std::wstring path = contents.selectedPath();
-    if (!path.empty()) dragText(path, {.source = L"Tview", .key = key});
 }
 
 void frmPrieskumnik::openEditor(const std::wstring& command) {
@@ -253,7 +267,7 @@ void frmPrieskumnik::onUnload() {
     Forms::unloadAll();
 }
 
-void frmPrieskumnik::dpiChanged() {
+void frmPrieskumnik::applyDpi() {
     if (fontDpi_ == dpi()) return;
     fontDpi_ = dpi();
     const auto font = reinterpret_cast<WPARAM>(Skin::font(fontDpi_));
@@ -293,7 +307,7 @@ void frmPrieskumnik::setTreePictures() {
 }
 
 void frmPrieskumnik::onLayout() {
-    dpiChanged();
+    applyDpi();
     const int margin = scaled(kMargin);
     const Size size = clientSize();
     const int top = layoutTitle(*this, Zahlavie, &Ikoniec, &Iminim) + margin;

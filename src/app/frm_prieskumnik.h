@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "app/contents_tree.h"
+#include "app/explorer_menus.h"
 #include "app/folder_tree.h"
-#include "app/play_menu.h"
 #include "app/splitter.h"
 #include "files/file_commands.h"
 #include "player/player_panel.h"
@@ -57,19 +57,28 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void openEditor(const std::wstring& command) override;
     void showInformation(const std::wstring& command) override;
 
-    void bindTitle();
-    void bindFolders();
-    void bindContents();
-    void bindMenus();
+    void bindHandlers();
     void txtodkaz_Change();
-    void listFolder(const std::wstring& folder);
-    void prepareContents();
-    void showContentsMenu(Point screen);
-    void showFolderMenu(Point screen);
-    void Tview_BeginDrag();
+    void Zahlavie_MouseUp();
+    void Ikoniec_MouseUp(MouseButton button);
+    void Iminim_MouseUp(MouseButton button);
+    void Medzera_Moved(int left);
+    void strom_MouseUp(MouseButton button, Point at);
+    void strom_ContextMenu(Point screen);
+    void Tview_MouseUp(MouseButton button, Point at);
+    void Tview_ContextMenu(Point screen);
+    void Tview_DblClick();
+    void Tview_OLEStartDrag();
     bool Tview_KeyDown(WORD key);
-    void dpiChanged();
+    void o_programe_Click();
+    void info_o_subore_Click();
+    void editovat_playlist_Click();
+    void prehladaj_adresar_Click();
+
+    void refreshFolder();
+    void selectionChanged();
     void createTrees();
+    void applyDpi();
     void setTreePictures();
 
     int fontDpi_ = 0;

@@ -19,49 +19,53 @@ Splitter::Splitter(Form& form)
                .role = ROLE_SYSTEM_SEPARATOR,
                .tabStop = true}),
       Obdlznik({.name = L"Obdlznik", .text = L"", .parent = &form, .visible = false}) {
-    Medzera.onPaint = [this](HDC dc, Size size) {
-        const int dot = Medzera.scaled(2);
-        for (int i = -2; i <= 2; ++i) {
-            const int x = (size.width - dot) / 2, y = size.height / 2 + i * 3 * dot;
-            fillRect(dc, {x, y, x + dot, y + dot}, colors().edge);
-        }
-    };
+    Medzera.onPaint = [this](HDC dc, Size size) { Medzera_Paint(dc, size); };
+    Medzera.onMove = [this](StripMove move) { Medzera_Move(move); };
+    Medzera.onMouseDown = [this](MouseButton button, Point at) { Medzera_MouseDown(button, at); };
+    Medzera.onMouseMove = [this](MouseButton held, Point at) { Medzera_MouseMove(held, at); };
+    Medzera.onMouseUp = [this](MouseButton button, Point) { Medzera_MouseUp(button); };
+    Medzera.cursor = IDC_SIZEWE;
     Obdlznik.onPaint = [](HDC dc, Size size) {
         fillRect(dc, {0, 0, size.width, size.height}, colors().rim);
     };
-    Medzera.onMove = [this](StripMove move) { moveBy(move); };
-    Medzera.cursor = IDC_SIZEWE;
-    Medzera.onMouseDown = [this](MouseButton button, Point at) {
-        if (button != MouseButton::Left) return;
-        pressedAt_ = at.x;
-        Obdlznik.setBounds(Medzera.bounds());
-        SetWindowPos(Obdlznik.handle(), HWND_TOP, 0, 0, 0, 0,
-                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
-    };
-    Medzera.onMouseMove = [this](MouseButton held, Point at) {
-        if (held != MouseButton::Left || pressedAt_ < 0) return;
-        Rect frame = Medzera.bounds();
-        frame.x = dragged(at.x);
-        if (frame.x > leftLimit_ && frame.x < rightLimit_) Obdlznik.setBounds(frame);
-    };
-    Medzera.onMouseUp = [this](MouseButton button, Point) {
-        if (button != MouseButton::Left || pressedAt_ < 0) return;
-        pressedAt_ = -1;
-        Obdlznik.setVisible(false);
-        if (onMoved) onMoved(Obdlznik.bounds().x);
-    };
 }
 
-void Splitter::moveBy(StripMove move) {
+void Splitter::Medzera_Paint(HDC dc, Size size) const {
+    const int dot = Medzera.scaled(2);
+    for (int i = -2; i <= 2; ++i) {
+        const int x = (size.width - dot) / 2, y = size.height / 2 + i * 3 * dot;
+        fillRect(dc, {x, y, x + dot, y + dot}, colors().edge);
+    }
+}
+
+void Splitter::Medzera_MouseDown(MouseButton button, Point at) {
+    if (button != MouseButton::Left) return;
+    pressedAt_ = at.x;
+    Obdlznik.setBounds(Medzera.bounds());
+    SetWindowPos(Obdlznik.handle(), HWND_TOP, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+}
+
+void Splitter::Medzera_MouseMove(MouseButton held, Point at) {
+    if (held != MouseButton::Left || pressedAt_ < 0) return;
+    Rect frame = Medzera.bounds();
+    frame.x += at.x - pressedAt_;
+    if (frame.x > leftLimit_ && frame.x < rightLimit_) Obdlznik.setBounds(frame);
+}
+
+void Splitter::Medzera_MouseUp(MouseButton button) {
+    if (button != MouseButton::Left || pressedAt_ < 0) return;
+    pressedAt_ = -1;
+    Obdlznik.setVisible(false);
+    if (onMoved) onMoved(Obdlznik.bounds().x);
+}
+
+void Splitter::Medzera_Move(StripMove move) {
     const StripSteps steps{.line = static_cast<double>(Medzera.scaled(kLine)),
                            .page = static_cast<double>(Medzera.scaled(kPage)),
                            .least = leftLimit_ + 1.0,
                            .most = rightLimit_ - 1.0};
     if (onMoved) onMoved(static_cast<int>(moved(move, Medzera.bounds().x, steps)));
-}
-
-int Splitter::dragged(int pointerX) const {
-    return Medzera.bounds().x + pointerX - pressedAt_;
 }
 
 void Splitter::setBounds(const Rect& bounds, int leftLimit, int rightLimit) {

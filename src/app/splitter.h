@@ -21,11 +21,14 @@ class Splitter {
     PictureBox Obdlznik;
 
   private:
-    void moveBy(StripMove move);
-    int dragged(int pointerX) const;
+    void Medzera_Paint(HDC dc, Size size) const;
+    void Medzera_Move(StripMove move);
+    void Medzera_MouseDown(MouseButton button, Point at);
+    void Medzera_MouseMove(MouseButton held, Point at);
+    void Medzera_MouseUp(MouseButton button);
 
     int leftLimit_ = 0, rightLimit_ = 0;
-    int pressedAt_ = -1;
+    int pressedAt_ = -1;  // from the left edge; -1 while nobody drags
 };
 
 }  // namespace tunovka

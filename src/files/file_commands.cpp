@@ -4,8 +4,7 @@
 #include "core/file_system.h"
 #include "core/paths.h"
 #include "core/text.h"
-#include "files/copy_watch.h"
-#include "files/rename_rules.h"
+#include "files/frm_kopirovanie.h"
 #include "ui/box.h"
 #include "ui/folder_picker.h"
 #include "ui/input_box.h"
@@ -25,8 +24,14 @@ FileCommands::FileCommands(Parts parts)
               },
           .letGo = [this](const std::wstring& path) { parts_.letGo(path); },
           .watchCopy = [this](const std::wstring& path) { return watchedBy(parts_.form, path); }},
-      stromDrops_(parts_.strom, dropsOnFolders()),
-      TviewDrops_(parts_.Tview, dropsOnContents()) {
+      stromDrops_(parts_.strom, {.over = [this](Point at) { return strom_OLEDragOver(at); },
+                                 .leave = [this] { parts_.strom.setDropHighlight(L""); },
+                                 .drop = [this](const std::wstring& path, Point,
+                                                const DragState&) { strom_OLEDragDrop(path); }}),
+      TviewDrops_(parts_.Tview, {.over = [this](Point) { return Tview_OLEDragOver(); },
+                                 .leave = {},
+                                 .drop = [this](const std::wstring& path, Point,
+                                                const DragState&) { Tview_OLEDragDrop(path); }}) {
     const auto on = [this](PopupMenu& menu, const wchar_t* entry, std::function<void()> command) {
         menu.onClick(entry) = [this, command = std::move(command)] { alone(command); };
     };
@@ -36,9 +41,9 @@ FileCommands::FileCommands(Parts parts)
     on(prehrat, L"kopirovat_do", [this] { runOnSelected(kCopyIntoFolder); });
     on(prehrat, L"preunut_do", [this] { runOnSelected(kMoveIntoFolder); });
     on(prehrat, L"zmazat_subor", [this] { runOnSelected(kDelete); });
-    on(prehrat, L"premenovat_subor", [this] { rename(); });
-    on(prehrat, L"vlozit_subor", [this] { paste(); });
-    on(parts_.menuprestrom, L"strom_vloz_subor", [this] { paste(); });
+    on(prehrat, L"premenovat_subor", [this] { premenovat_subor_Click(); });
+    on(prehrat, L"vlozit_subor", [this] { vlozit_subor_Click(); });
+    on(parts_.menuprestrom, L"strom_vloz_subor", [this] { vlozit_subor_Click(); });
 }
 
 void FileCommands::removeSelected() {
@@ -55,7 +60,7 @@ void FileCommands::runOnSelected(int operation) {
     FSOakcie::carryOut(explorer_, operation, parts_.selectedPath());
 }
 
-void FileCommands::paste() {
+void FileCommands::vlozit_subor_Click() {
     const std::wstring source = clipboardPath(parts_.txtsubor.text());
     if (source.empty()) return;
     const std::wstring destination = askSavePath(parts_.form, {.title = std::wstring(kPasteTitle),
@@ -65,7 +70,7 @@ void FileCommands::paste() {
     if (!destination.empty()) FSOakcie::carryOut(explorer_, kTransfer, source, destination);
 }
 
-void FileCommands::rename() {
+void FileCommands::premenovat_subor_Click() {
     const std::wstring key = parts_.Tview.selectedKey();
     const std::wstring path = parts_.selectedPath();
     if (path.empty()) return;
@@ -109,33 +114,27 @@ void FileCommands::takeDrops() {
     TviewDrops_.attach();
 }
 
-TextDropTarget::Events FileCommands::dropsOnFolders() {
-    return {.over =
-                [this](Point at) {
-                    TreeView& strom = parts_.strom;
-                    dropFolder_ = parts_.form.isBusy() ? std::wstring() : strom.nodeAt(at);
-                    strom.setDropHighlight(dropFolder_);
-                    strom.scrollNearEdge(at);
-                    return !dropFolder_.empty();
-                },
-            .leave = [this] { parts_.strom.setDropHighlight(L""); },
-            .drop =
-                [this](const std::wstring& path, Point, const DragState&) {
-                    const std::wstring folder = dropFolder_;
-                    copyDropped(path, folder, copyToFolderQuestion(path, folder));
-                }};
+bool FileCommands::strom_OLEDragOver(Point at) {
+    TreeView& strom = parts_.strom;
+    dropFolder_ = parts_.form.isBusy() ? std::wstring() : strom.nodeAt(at);
+    strom.setDropHighlight(dropFolder_);
+    strom.scrollNearEdge(at);
+    return !dropFolder_.empty();
 }
 
-TextDropTarget::Events FileCommands::dropsOnContents() {
-    return {
-        .over = [this](Point) { return !parts_.form.isBusy() && !parts_.txtPath.text().empty(); },
-        .leave = {},
-        .drop =
-            [this](const std::wstring& path, Point, const DragState&) {
-                const std::wstring folder = parts_.txtPath.text();
-                if (FileSystemObject::FileExists(path))
-                    copyDropped(path, folder, copyToContentsQuestion(path, folder));
-            }};
+void FileCommands::strom_OLEDragDrop(const std::wstring& path) {
+    const std::wstring folder = dropFolder_;
+    copyDropped(path, folder, copyToFolderQuestion(path, folder));
+}
+
+bool FileCommands::Tview_OLEDragOver() const {
+    return !parts_.form.isBusy() && !parts_.txtPath.text().empty();
+}
+
+void FileCommands::Tview_OLEDragDrop(const std::wstring& path) {
+    const std::wstring folder = parts_.txtPath.text();
+    if (FileSystemObject::FileExists(path))
+        copyDropped(path, folder, copyToContentsQuestion(path, folder));
 }
 
 void FileCommands::copyDropped(const std::wstring& path, const std::wstring& folder,

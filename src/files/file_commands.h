@@ -43,13 +43,16 @@ class FileCommands {
     void removeSelected();
 
   private:
-    TextDropTarget::Events dropsOnFolders();
-    TextDropTarget::Events dropsOnContents();
+    void premenovat_subor_Click();
+    void vlozit_subor_Click();
+    bool strom_OLEDragOver(Point at);
+    void strom_OLEDragDrop(const std::wstring& path);
+    bool Tview_OLEDragOver() const;
+    void Tview_OLEDragDrop(const std::wstring& path);
+
     // Runs a command unless another one of the explorer is under way.
     void alone(const std::function<void()>& command);
     void runOnSelected(int operation);
-    void paste();
-    void rename();
     void renameNode(const std::wstring& key, const std::wstring& name);
     void copyDropped(const std::wstring& path, const std::wstring& folder,
                      const BoxRequest& question);

@@ -75,9 +75,7 @@ frminfo::frminfo(HWND owner)
     tag_.push_back(row(L"Poznámka:", lblpoznamka));
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
     Timer1.onTick = [this] { Timer1_Tick(); };
-    Tlacitko.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) unload();
-    };
+    Tlacitko.onRelease = [this](MouseButton button) { Tlacitko_MouseUp(button); };
 }
 
 frminfo::Row frminfo::row(const wchar_t* caption, ReadOnlyText& value) {
@@ -85,6 +83,10 @@ frminfo::Row frminfo::row(const wchar_t* caption, ReadOnlyText& value) {
     return {std::make_unique<Label>(Label::LabelArgs{
                 .name = value.name() + L"_nadpis", .caption = caption, .parent = this}),
             &value};
+}
+
+void frminfo::Tlacitko_MouseUp(MouseButton button) {
+    if (button == MouseButton::Left) unload();
 }
 
 void frminfo::txtodkaz_Change() {

@@ -49,6 +49,7 @@ class frminfo : public Form {
     };
     Row row(const wchar_t* caption, ReadOnlyText& value);
 
+    void Tlacitko_MouseUp(MouseButton button);
     void txtodkaz_Change();
     void Timer1_Tick();
     void clear();

@@ -2,6 +2,10 @@
 
 #include <oleacc.h>
 
+#include <utility>
+
+#include "core/events.h"
+#include "core/paths.h"
 #include "ui/chrome.h"
 #include "ui/painting.h"
 
@@ -16,6 +20,8 @@ constexpr int kPercentWidth = 44;
 constexpr int kStripHeight = 14;
 constexpr int kButtonWidth = 88;
 constexpr int kButtonHeight = 26;
+
+constexpr DWORD kShortCopy = 400;  // milliseconds that a copy may take without a window
 
 constexpr wchar_t kTitle[] = L"Kopírovanie súboru";
 
@@ -42,10 +48,8 @@ frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
                  .caption = L"Zastaviť"}) {
     RozneApi::ShowTitleBar(*this, false);
     PicProgres.value = [this] { return lblpercenta.text(); };
-    PicProgres.onPaint = [this](HDC dc, Size size) { paintProgress(dc, size); };
-    Izastavit.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) stopped_ = true;
-    };
+    PicProgres.onPaint = [this](HDC dc, Size size) { PicProgres_Paint(dc, size); };
+    Izastavit.onRelease = [this](MouseButton button) { Izastavit_MouseUp(button); };
     layout();
     centre(owner.handle());
     Izastavit.focus();
@@ -64,8 +68,12 @@ bool frmkopirovanie::queryUnload() {
     return false;
 }
 
-void frmkopirovanie::paintProgress(HDC dc, Size size) const {
+void frmkopirovanie::PicProgres_Paint(HDC dc, Size size) const {
     paintStrip(dc, size, {0, 0, MulDiv(size.width, percent_, 100), size.height});
+}
+
+void frmkopirovanie::Izastavit_MouseUp(MouseButton button) {
+    if (button == MouseButton::Left) stopped_ = true;
 }
 
 void frmkopirovanie::onLayout() {
@@ -88,6 +96,26 @@ void frmkopirovanie::onLayout() {
 
 void frmkopirovanie::onPaintGround(HDC dc, const RECT& area) const {
     paintRim(dc, area);
+}
+
+CopyWatch::CopyWatch(Form& form, std::wstring path) : form_(form), path_(std::move(path)) {}
+
+CopyWatch::~CopyWatch() = default;
+
+bool CopyWatch::step(std::uint64_t done, std::uint64_t total) {
+    if (!window_ && done < total && GetTickCount() - start_ > kShortCopy) {
+        window_ = std::make_unique<frmkopirovanie>(form_, fileName(path_));
+        window_->showProgress(done, total);
+        window_->show();
+    }
+    if (window_) window_->showProgress(done, total);
+    yieldToEvents();
+    return !form_.isClosing() && !(window_ && window_->isStopped());
+}
+
+CopyProgress watchedBy(Form& form, const std::wstring& path) {
+    const auto watch = std::make_shared<CopyWatch>(form, path);
+    return [watch](std::uint64_t done, std::uint64_t total) { return watch->step(done, total); };
 }
 
 }  // namespace tunovka

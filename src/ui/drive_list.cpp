@@ -13,6 +13,7 @@
 namespace tunovka {
 namespace {
 
+// "E:" for a drive's text or a path on it.
 std::wstring letterOf(const std::wstring& drive) {
     return upperCased(drive.substr(0, 2));
 }
@@ -85,6 +86,10 @@ void DriveList::refresh() {
     if (first) chooseFirst();
     fill();
     choose(-1);
+}
+
+std::wstring DriveList::letter() const {
+    return letterOf(drive_);
 }
 
 void DriveList::setDrive(const std::wstring& drive) {

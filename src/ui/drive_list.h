@@ -20,6 +20,7 @@ class DriveList : public Window {
     void refresh();
 
     const std::wstring& drive() const { return drive_; }
+    std::wstring letter() const;  // of that drive: "E:"
     // Chooses a drive by its letter and colon, letter case aside; onChange runs when it is another
     // than before. Raises kDeviceUnavailable for a drive that is not in the list.
     void setDrive(const std::wstring& drive);

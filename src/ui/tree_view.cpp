@@ -22,29 +22,11 @@ TreeView::TreeView(const TreeArgs& args)
                            TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
                   .parent = args.parent},
              args.putOff ? Creation::PutOff : Creation::Now),
-      mouse_(*this, {.press = [this](MouseButton button, Point point) { pressed(button, point); },
-                     .release =
-                         [this](MouseButton button, Point point) {
-                             if (onMouseUp) onMouseUp(button, point);
-                             if (button != MouseButton::Left) return;
-                             if (onClick) onClick();
-                             const std::wstring key = nodeAt(point);
-                             if (!key.empty() && onNodeClick) onNodeClick(key);
-                         },
-                     .doubleClick =
-                         [this](Point point) {
-                             if (toggled_) return;
-                             const std::wstring key = nodeAt(point);
-                             if (!key.empty())
-                                 send(TVM_EXPAND, TVE_TOGGLE,
-                                      reinterpret_cast<LPARAM>(itemOf(key)));
-                             if (onDoubleClick) onDoubleClick();
-                         },
-                     .drag =
-                         [this](Point from) {
-                             const std::wstring key = nodeAt(from);
-                             if (!key.empty() && !toggled_ && onBeginDrag) onBeginDrag(key);
-                         }}) {
+      mouse_(*this,
+             {.press = [this](MouseButton button, Point point) { pressed(button, point); },
+              .release = [this](MouseButton button, Point point) { released(button, point); },
+              .doubleClick = [this](Point point) { doubleClicked(point); },
+              .drag = [this](Point from) { dragged(from); }}) {
     setAccessibleName(args.text);
     if (!args.putOff) onCreated();
 }
@@ -67,8 +49,7 @@ void TreeView::setDefaultImage(const std::wstring& imageKey) {
 void TreeView::add(const NodeArgs& args) {
     if (args.key.empty()) throw RuntimeError(kInvalidCall);
     if (contains(args.key)) throw RuntimeError(kKeyNotUnique, args.key);
-    auto node = std::make_unique<Node>(
-        Node{args.key, nullptr, args.foreground, args.background, args.bold});
+    auto node = std::make_unique<Node>(Node{args.key, nullptr, args.foreground});
     // Nobody reads more of a node, and painting a text of megabytes stands still.
     const std::wstring text = args.text.substr(0, kLongestText);
     const int image = args.imageKey.empty() ? defaultImage_ : images_.index(args.imageKey);
@@ -130,10 +111,6 @@ const TreeView::Node& TreeView::at(const std::wstring& key) const {
     return *found->second;
 }
 
-TreeView::Node& TreeView::at(const std::wstring& key) {
-    return const_cast<Node&>(static_cast<const TreeView*>(this)->at(key));
-}
-
 HTREEITEM TreeView::itemOf(const std::wstring& key) const {
     return at(key).item;
 }
@@ -168,14 +145,10 @@ std::wstring TreeView::text(const std::wstring& key) const {
     return item.pszText;
 }
 
-void TreeView::setForeground(const std::wstring& key, Color color) {
-    at(key).foreground = color;
-    if (!redrawOff_) invalidate();
-}
-
 std::wstring TreeView::selectedKey() const {
     return keyOf(related(nullptr, TVGN_CARET));
 }
+
 std::wstring TreeView::firstRoot() const {
     return keyOf(related(nullptr, TVGN_ROOT));
 }
@@ -186,10 +159,6 @@ std::wstring TreeView::firstChild(const std::wstring& key) const {
 
 std::wstring TreeView::nextSibling(const std::wstring& key) const {
     return keyOf(related(itemOf(key), TVGN_NEXT));
-}
-
-std::wstring TreeView::parentOf(const std::wstring& key) const {
-    return keyOf(related(itemOf(key), TVGN_PARENT));
 }
 
 std::wstring TreeView::nodeAt(Point point) const {
@@ -217,15 +186,6 @@ void TreeView::select(const std::wstring& key) {
 
 void TreeView::expand(const std::wstring& key) {
     send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(itemOf(key)));
-}
-
-void TreeView::collapse(const std::wstring& key) {
-    send(TVM_EXPAND, TVE_COLLAPSE, reinterpret_cast<LPARAM>(itemOf(key)));
-}
-
-bool TreeView::isExpanded(const std::wstring& key) const {
-    return send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(itemOf(key)), TVIS_EXPANDED) &
-           TVIS_EXPANDED;
 }
 
 void TreeView::sortChildren(const std::wstring& key) {
@@ -276,6 +236,26 @@ void TreeView::pressed(MouseButton button, Point point) {
     if (onMouseDown) onMouseDown(button, point);
 }
 
+void TreeView::released(MouseButton button, Point point) {
+    if (onMouseUp) onMouseUp(button, point);
+    if (button != MouseButton::Left) return;
+    if (onClick) onClick();
+    const std::wstring key = nodeAt(point);
+    if (!key.empty() && onNodeClick) onNodeClick(key);
+}
+
+void TreeView::doubleClicked(Point point) {
+    if (toggled_) return;
+    const std::wstring key = nodeAt(point);
+    if (!key.empty()) send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(itemOf(key)));
+    if (onDoubleClick) onDoubleClick();
+}
+
+void TreeView::dragged(Point from) {
+    const std::wstring key = nodeAt(from);
+    if (!key.empty() && !toggled_ && onBeginDrag) onBeginDrag(key);
+}
+
 std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     if (mouse_.take(message, wparam, lparam)) return 0;
     switch (message) {
@@ -283,20 +263,11 @@ std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM l
             if (wparam == VK_RETURN && onKeyDown)
                 return defaultProcedure(message, wparam, lparam) | DLGC_WANTMESSAGE;
             return std::nullopt;
-        case WM_KEYDOWN: {
+        case WM_KEYDOWN:
             if (onKeyDown && onKeyDown(static_cast<WORD>(wparam))) return 0;
-            byKeyboard_ = true;
-            const LRESULT answer = defaultProcedure(message, wparam, lparam);
-            byKeyboard_ = false;
-            return answer;
-        }
-        case WM_CHAR: {  // typing finds a node
-            if (wparam == VK_RETURN) return 0;
-            byKeyboard_ = true;
-            const LRESULT answer = defaultProcedure(message, wparam, lparam);
-            byKeyboard_ = false;
-            return answer;
-        }
+            return byKeyboard(message, wparam, lparam);
+        case WM_CHAR:  // typing finds a node
+            return wparam == VK_RETURN ? 0 : byKeyboard(message, wparam, lparam);
         case WM_SYSKEYDOWN:  // Wine's tree keeps Shift+F10 to itself
             return DefWindowProcW(handle(), message, wparam, lparam);
         case WM_CONTEXTMENU:
@@ -305,6 +276,13 @@ std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM l
         default:
             return std::nullopt;
     }
+}
+
+LRESULT TreeView::byKeyboard(UINT message, WPARAM wparam, LPARAM lparam) {
+    byKeyboard_ = true;
+    const LRESULT answer = defaultProcedure(message, wparam, lparam);
+    byKeyboard_ = false;
+    return answer;
 }
 
 void TreeView::keyboardMenu() {
@@ -342,7 +320,7 @@ LRESULT TreeView::customDraw(NMTVCUSTOMDRAW& draw) const {
         related(nullptr, TVGN_DROPHILITE) == reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec);
     if (node && !marked) {
         draw.clrText = shownText(node->foreground);
-        draw.clrTextBk = colors().plain ? colors().field : node->background;
+        draw.clrTextBk = colors().field;
     } else if (node && !hasFocus()) {  // still to be seen when the focus is elsewhere
         const RowColors row = rowColors(node->foreground, RowState::SelectedElsewhere);
         draw.clrText = row.text;

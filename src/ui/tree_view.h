@@ -29,17 +29,15 @@ class TreeView : public Window {
         std::wstring key;
         std::wstring text;
         std::wstring imageKey;  // "" for no picture
-        Color foreground = 0;
-        Color background = 0xFFFFFF;
+        Color foreground = MultiMedialny::palette().NodeForeColor;
         bool bold = false;
     };
 
     explicit TreeView(const TreeArgs& args);
     ~TreeView() override;
 
-    // Shares a list of pictures; `selectedImageKey` replaces a node's picture while it is selected
-    // when the node has none of its own.
     void setImages(ImageList images);
+    // The picture of nodes that are added without one of their own.
     void setDefaultImage(const std::wstring& imageKey);
 
     void add(const NodeArgs& node);
@@ -49,32 +47,23 @@ class TreeView : public Window {
     void rename(const std::wstring& key, const std::wstring& newKey, const std::wstring& text);
 
     bool contains(const std::wstring& key) const { return nodes_.contains(key); }
-    std::size_t count() const { return nodes_.size(); }
     std::wstring text(const std::wstring& key) const;
-    Color foreground(const std::wstring& key) const { return at(key).foreground; }
-    void setForeground(const std::wstring& key, Color color);
-    bool isBold(const std::wstring& key) const { return at(key).bold; }
 
     // "" where there is none.
     std::wstring selectedKey() const;
     std::wstring firstRoot() const;
     std::wstring firstChild(const std::wstring& key) const;
-    std::wstring nextSibling(const std::wstring& key) const;
-    std::wstring parentOf(const std::wstring& key) const;
     std::wstring nodeAt(Point point) const;
     // Area of a node's text in pixels; empty when it is not in view.
     Rect nodeArea(const std::wstring& key) const;
 
     void select(const std::wstring& key);
     void expand(const std::wstring& key);
-    void collapse(const std::wstring& key);
-    bool isExpanded(const std::wstring& key) const;
     void sortChildren(const std::wstring& key);
     void ensureVisible(const std::wstring& key);
 
     // Marks the node under a drag; "" marks none.
     void setDropHighlight(const std::wstring& key);
-    std::wstring dropHighlight() const;
     // Scrolls by a line when a drag's pointer is near the upper or lower edge.
     void scrollNearEdge(Point point);
 
@@ -101,6 +90,12 @@ class TreeView : public Window {
     std::function<bool(WORD key)> onKeyDown;          // true when used up
     std::function<void(Point screen)> onContextMenu;  // asked by the keyboard
 
+    // Asked by tests and benchmarks alone.
+    std::size_t count() const { return nodes_.size(); }
+    Color foreground(const std::wstring& key) const { return at(key).foreground; }
+    std::wstring nextSibling(const std::wstring& key) const;
+    std::wstring dropHighlight() const;
+
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     std::optional<LRESULT> onNotify(NMHDR& header) override;
@@ -110,18 +105,20 @@ class TreeView : public Window {
     struct Node {
         std::wstring key;
         HTREEITEM item;
-        Color foreground, background;
-        bool bold;
+        Color foreground;
     };
     const Node& at(const std::wstring& key) const;
-    Node& at(const std::wstring& key);
     HTREEITEM itemOf(const std::wstring& key) const;
     std::wstring keyOf(HTREEITEM item) const;
     Node* nodeOf(HTREEITEM item) const;
     HTREEITEM related(HTREEITEM item, UINT relation) const;
     void forget(HTREEITEM item);
     void pressed(MouseButton button, Point point);
+    void released(MouseButton button, Point point);
+    void doubleClicked(Point point);
+    void dragged(Point from);
     LRESULT customDraw(NMTVCUSTOMDRAW& draw) const;
+    LRESULT byKeyboard(UINT message, WPARAM wparam, LPARAM lparam);
     void keyboardMenu();
 
     std::unordered_map<std::wstring_view, std::unique_ptr<Node>> nodes_;

@@ -60,7 +60,6 @@ TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
     EXPECT_EQ(shown,
               (std::vector<std::wstring>{L"xmp3", L"zoznam.m3u", L"žaba.mp3", L"日本語 π.mp3"}));
     const TreeView& tree = stage.tree.Tview;
-    EXPECT_TRUE(tree.isBold(L"zoznam.m3u"));
     EXPECT_EQ(tree.foreground(L"zoznam.m3u"), MultiMedialny::palette().PlaylistNodeColor);
     EXPECT_EQ(tree.selectedKey(), tree.firstRoot());
     for (const wchar_t* key : {L"žaba.mp3", L"日本語 π.mp3"})

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "files/info_texts.h"
-#include "files/rename_rules.h"
 #include "files/transfer_rules.h"
 
 namespace tunovka {
