@@ -10,10 +10,8 @@
 #include "endurance/program.h"
 #include "endurance/resources.h"
 #include "search/frm_hladanie.h"
-#include "support/dialog_answers.h"
 #include "support/last_words.h"
-#include "support/save_answers.h"
-#include "support/typing.h"
+#include "support/person.h"
 
 namespace tunovka {
 namespace {
@@ -24,20 +22,6 @@ Window* opened() {
         if (auto* window = dynamic_cast<Window*>(form)) return window;
     return nullptr;
 }
-
-// Closes the next form of that name as soon as it is open.
-class Closing {
-  public:
-    explicit Closing(const std::wstring& name) {
-        timer_.onTick = [this, name] {
-            if (Form* form = openForm(name)) timer_.setInterval(0), form->unload();
-        };
-        timer_.setInterval(10);
-    }
-
-  private:
-    Timer timer_;
-};
 
 class LongUse : public testing::Test {
   protected:
@@ -94,36 +78,29 @@ class LongUse : public testing::Test {
         EXPECT_TRUE(window.unload());
     }
     void inform() {
-        const Closing information(L"frminfo");
+        person.closeForms(L"frminfo");
         choose(L"čerešňový sad.mp3", L"info_o_subore");
     }
     void save() {
         frmplejlist& window = openEditor();
         person.answer({1, 1});  // relative links, the notice
-        const SaveAnswers saving(window.handle(), {ground.path() + L"uložený.m3u"});
+        person.saveAs({ground.path() + L"uložený.m3u"});
         window.menu1.choose(L"ulozit_ako_plejlist");
         EXPECT_TRUE(window.unload());
     }
     void careForFiles() {
         choose(L"a.wav", L"kopirovat_subor");
-        {
-            const Answering saving(explorer.handle(), [&](HWND dialog) {
-                SetDlgItemTextW(dialog, kNameBox, (ground.path() + L"kópia.wav").c_str());
-                PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-            });
-            choose(L"a.wav", L"vlozit_subor");
-        }
-        {
-            const Typing name(L"nová");
-            choose(L"kópia.wav", L"premenovat_subor");
-        }
+        person.saveAs({ground.path() + L"kópia.wav"});
+        choose(L"a.wav", L"vlozit_subor");
+        person.type({L"nová"});
+        choose(L"kópia.wav", L"premenovat_subor");
         person.answer({1});
         choose(L"nová.wav", L"zmazat_subor");
         EXPECT_FALSE(explorer.contents.Tview.contains(L"nová.wav"));
     }
 
     Ground ground;
-    BoxAnswers person;
+    Person person;
     frmPrieskumnik& explorer = startProgram(ground.path());
 };
 
@@ -136,8 +113,10 @@ TEST_F(LongUse, LeavesEverythingWhereItWas) {
         play();
         save();
         careForFiles();
-        runUntil([] { return false; }, 50);
+        settle();
         person.seen = {};
+        person.dialogs = {};
+        person.inputs = {};
     };
     const int times = setting("TUNOVKA_LONG_USE", 3);
     for (int i = 0; i < 2; ++i) use();  // brings what is made once
@@ -147,7 +126,7 @@ TEST_F(LongUse, LeavesEverythingWhereItWas) {
     EXPECT_FALSE(after.exceeds(before, 0)) << before << "\n" << after;
     std::cout << times << " times: " << before << " -> " << after << std::endl;
     ground.check(true);
-    EXPECT_EQ(ground.faults(), std::vector<std::string>());
+    EXPECT_EQ(ground.faults, std::vector<std::wstring>());
 }
 
 }  // namespace

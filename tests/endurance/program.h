@@ -30,11 +30,4 @@ inline int setting(const char* name, int otherwise) {
     return text ? std::atoi(text) : otherwise;
 }
 
-// For a test's output: what is not ASCII becomes "?".
-inline std::string narrow(const std::wstring& text) {
-    std::string result;
-    for (const wchar_t letter : text) result += letter < 128 ? static_cast<char>(letter) : '?';
-    return result;
-}
-
 }  // namespace tunovka

@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "core/handle.h"
-#include "support/samples.h"
+#include "support/scratch_folder.h"
 
 namespace tunovka {
 namespace {

@@ -10,6 +10,7 @@
 #include "core/errors.h"
 #include "core/file_system.h"
 #include "core/handle.h"
+#include "support/scratch_folder.h"
 
 // Operations on the disk that are cut short.
 
@@ -117,11 +118,6 @@ void meetEachTrouble(int least, Meets meets) {
     }
     testing::Test::RecordProperty("faults", faultsInjected - start);
     std::printf("%d faults injected here, %d so far\n", faultsInjected - start, faultsInjected);
-}
-
-// "" for a file that is not there.
-inline std::string contentOf(const std::wstring& path) {
-    return FileSystemObject::FileExists(path) ? FileSystemObject::readAll(path) : "";
 }
 
 // A folder on another volume than the temporary one, "" when there is none to be had.

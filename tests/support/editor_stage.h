@@ -8,7 +8,7 @@
 
 #include "core/multimedialny.h"
 #include "editor/frm_plejlist.h"
-#include "support/box_answers.h"
+#include "support/person.h"
 #include "support/scratch_folder.h"
 
 namespace tunovka {
@@ -28,19 +28,6 @@ class EditorStage : public testing::Test {
 
         std::wstring folder;
         Texts told, informed;
-    };
-
-    // Answers the message boxes that a step of a test opens.
-    class Person {
-      public:
-        void expect(std::deque<int> answers) {
-            answers_.reset();
-            answers_ = std::make_unique<BoxAnswers>(std::move(answers));
-        }
-        const std::vector<BoxRequest>& seen() const { return answers_->seen; }
-
-      private:
-        std::unique_ptr<BoxAnswers> answers_ = std::make_unique<BoxAnswers>();
     };
 
     EditorStage() {
@@ -75,6 +62,11 @@ class EditorStage : public testing::Test {
         return rows;
     }
 
+    // Begins a step in which the person answers like this.
+    void expect(std::deque<int> answers) {
+        person.seen.clear();
+        person.answer(std::move(answers));
+    }
     void drop(const std::wstring& text, std::optional<std::size_t> target = {},
               const DragState& drag = {}) {
         window->Lview_Drop(text, target, drag);
@@ -82,11 +74,9 @@ class EditorStage : public testing::Test {
     void choose(const wchar_t* entry) { window->menu1.choose(entry); }
     void pressKey(WORD key) { SendMessageW(view().Lview.handle(), WM_KEYDOWN, key, 0); }
 
-    // Opens the list's menu by the right button beside the rows, and closes it again.
+    // Opens the list's menu by the right button beside the rows; the person closes it again.
     void openMenu() {
-        Timer closer;
-        closer.onTick = [] { EndMenu(); };
-        closer.setInterval(20);
+        person.closeMenus();
         pressAndRelease(view().Lview, WM_RBUTTONDOWN, WM_RBUTTONUP);
     }
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "app/frm_prieskumnik.h"
-#include "support/box_answers.h"
+#include "support/person.h"
 #include "support/scratch_folder.h"
 #include "ui/text_data.h"
 
@@ -79,7 +79,7 @@ class FileMenus : public testing::Test {
 
     ScratchFolder folder{L"E:\\"};
     ScratchFolder other{L"E:\\"};
-    BoxAnswers person;
+    Person person;
     std::unique_ptr<frmPrieskumnik> explorer;
 };
 

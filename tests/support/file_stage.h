@@ -7,7 +7,7 @@
 
 #include "core/file_system.h"
 #include "files/fsoakcie.h"
-#include "support/box_answers.h"
+#include "support/person.h"
 #include "support/scratch_folder.h"
 
 namespace tunovka {
@@ -19,7 +19,7 @@ struct FileStage {
     std::wstring chosenFolder;
     CopyProgress progress;
     std::vector<std::wstring> prompts, letGo, commands;
-    BoxAnswers person;
+    Person person;
 
     FSOakcie::Explorer explorer{
         .txtsubor = txtsubor,
@@ -43,13 +43,5 @@ struct FileStage {
     }
     const std::wstring& command() const { return txtodkaz.text(); }
 };
-
-inline bool isReadOnly(const std::wstring& path) {
-    return FileSystemObject::attributes(path) & FILE_ATTRIBUTE_READONLY;
-}
-
-inline void makeReadOnly(const std::wstring& path) {
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-}
 
 }  // namespace tunovka

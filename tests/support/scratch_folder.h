@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,46 @@
 #include "support/machine.h"
 
 namespace tunovka {
+
+// Read without the code under test, by any thread; "" for a file that is not there.
+inline std::string contentOf(const std::wstring& path) {
+    const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                                      nullptr));
+    std::string content(file ? GetFileSize(file.get(), nullptr) : 0, '\0');
+    DWORD read = 0;
+    ReadFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &read, nullptr);
+    return content;
+}
+
+inline bool isReadOnly(const std::wstring& path) {
+    return GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_READONLY;
+}
+
+inline void makeReadOnly(const std::wstring& path) {
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+}
+
+// Opens a file so that nobody else may do what is not shared.
+inline FileHandle locked(const std::wstring& path, DWORD share = 0) {
+    return FileHandle(
+        CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+// The project's small music collection, found upwards from where the test program lies; ends in
+// "\".
+inline std::wstring samplesFolder() {
+    wchar_t program[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    std::wstring folder = program;
+    for (auto cut = folder.rfind(L'\\'); cut != folder.npos; cut = folder.rfind(L'\\')) {
+        folder.resize(cut);
+        const std::wstring samples = folder + L"\\samples\\";
+        if (GetFileAttributesW((samples + L"Vitajte.m3u").c_str()) != INVALID_FILE_ATTRIBUTES)
+            return samples;
+    }
+    throw std::runtime_error("the samples are not above the test program");
+}
 
 // A folder of a test's own, gone with everything in it at the test's end.
 class ScratchFolder {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "core/events.h"
-#include "support/box_answers.h"
 #include "support/notifications.h"
+#include "support/person.h"
 
 namespace tunovka {
 

@@ -5,7 +5,7 @@
 
 #include "app/contents_tree.h"
 #include "core/ansi.h"
-#include "support/box_answers.h"
+#include "support/person.h"
 #include "support/scratch_folder.h"
 
 namespace tunovka {
@@ -42,7 +42,7 @@ class Contents : public testing::Test {
 
     ScratchFolder folder;
     Stage stage;
-    BoxAnswers person{{1, 1, 1}};
+    Person person{{1, 1, 1}};
 };
 
 TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {

@@ -7,11 +7,10 @@
 #include "files/frm_info.h"
 #include "files/frm_kopirovanie.h"
 #include "search/frm_hladanie.h"
-#include "support/box_answers.h"
 #include "support/editor_stage.h"
+#include "support/person.h"
 #include "support/scratch_folder.h"
 #include "support/screen_reader.h"
-#include "support/window_names.h"
 #include "ui/box.h"
 #include "ui/colors.h"
 #include "ui/frm_box.h"
@@ -24,9 +23,10 @@ namespace {
 using Names = std::vector<std::wstring>;
 
 bool isSystemControl(HWND window) {
-    const std::wstring name = className(window);
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
     for (const wchar_t* known : {WC_TREEVIEWW, WC_LISTVIEWW, WC_COMBOBOXW, L"Edit"})
-        if (lstrcmpiW(name.c_str(), known) == 0) return true;
+        if (lstrcmpiW(name, known) == 0) return true;
     return false;
 }
 

@@ -7,7 +7,7 @@
 #include "support/beside_program.h"
 #include "support/error_of.h"
 #include "support/file_menus.h"
-#include "support/test_key.h"
+#include "support/machine.h"
 
 namespace tunovka {
 namespace {

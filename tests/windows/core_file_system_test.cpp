@@ -19,15 +19,6 @@ namespace fso = FileSystemObject;
 
 const std::wstring kForeign = L"песня 歌 ľščťžýáíé.mp3";  // no code page holds all of it
 
-FileHandle locked(const std::wstring& path, DWORD share) {
-    return FileHandle(
-        CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
-}
-
-void setReadOnly(const std::wstring& path) {
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-}
-
 TEST(FileSystemObject, TellsFilesFromFoldersAndFromNothing) {
     ScratchFolder scratch;
     const std::wstring file = scratch.file(L"pieseň.mp3");
@@ -51,7 +42,7 @@ TEST(FileSystemObject, TellsFilesFromFoldersAndFromNothing) {
 TEST(FileSystemObject, SeesAFileThatIsLockedAgainstEverything) {
     ScratchFolder scratch;
     const std::wstring file = scratch.file(L"a.mp3");
-    const FileHandle lock = locked(file, 0);
+    const FileHandle lock = locked(file);
     EXPECT_TRUE(fso::FileExists(file));
     EXPECT_EQ(errorOf([&] { fso::readAll(file); }), kPermissionDenied);
     EXPECT_EQ(errorOf([&] { fso::writeWhole(file, "new"); }), kPermissionDenied);
@@ -107,7 +98,7 @@ TEST(FileSystemObject, WritesAFileWholeAndKeepsWhatItWas) {
     EXPECT_EQ(fso::readAll(file), std::string(600000, 'n'));
     EXPECT_TRUE(fso::attributes(file) & FILE_ATTRIBUTE_HIDDEN);
 
-    setReadOnly(file);
+    makeReadOnly(file);
     EXPECT_EQ(errorOf([&] { fso::writeWhole(file, "x"); }), kPermissionDenied);
     EXPECT_EQ(errorOf([&] { fso::writeWhole(scratch.folder(L"f"), "x"); }), kPermissionDenied);
     EXPECT_EQ(errorOf([&] { fso::writeWhole(scratch / L"none\\x", "x"); }), kPathNotFound);
@@ -161,7 +152,7 @@ TEST(FileSystemObject, CopiesAndReplacesButNeverOntoItself) {
     EXPECT_EQ(errorOf([&] { fso::copyFile(scratch / L"none", scratch / L"x"); }), kFileNotFound);
     EXPECT_EQ(errorOf([&] { fso::copyFile(scratch / L"to", scratch / L"x"); }), kFileNotFound);
     EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / L"none\\x"); }), kPathNotFound);
-    setReadOnly(scratch / L"to\\song.mp3");
+    makeReadOnly(scratch / L"to\\song.mp3");
     EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / L"to\\"); }), kPermissionDenied);
     EXPECT_EQ(fso::readAll(song), "new");
     EXPECT_EQ(scratch.names().size(), 2u);
@@ -202,7 +193,7 @@ TEST(FileSystemObject, MovesOnlyOntoNothingUnlessToldSo) {
     EXPECT_TRUE(fso::moveFile(song, to, true));
     EXPECT_EQ(fso::readAll(to), "new");
     EXPECT_FALSE(fso::FileExists(song));
-    setReadOnly(to);
+    makeReadOnly(to);
     EXPECT_TRUE(fso::moveFile(to, song));
     EXPECT_EQ(scratch.names(), std::vector<std::wstring>{L"song.mp3"});
 }
@@ -210,7 +201,7 @@ TEST(FileSystemObject, MovesOnlyOntoNothingUnlessToldSo) {
 TEST(FileSystemObject, DeletesReadOnlyFilesOnlyByForce) {
     ScratchFolder scratch;
     const std::wstring song = scratch.file(L"song.mp3");
-    setReadOnly(song);
+    makeReadOnly(song);
     EXPECT_EQ(errorOf([&] { fso::deleteFile(song); }), kPermissionDenied);
     EXPECT_EQ(errorOf([&] { fso::deleteFile(scratch / L"none"); }), kFileNotFound);
     EXPECT_EQ(errorOf([&] { fso::deleteFile(scratch.path(), true); }), kFileNotFound);

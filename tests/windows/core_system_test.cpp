@@ -14,7 +14,6 @@
 #include "support/error_of.h"
 #include "support/machine.h"
 #include "support/scratch_folder.h"
-#include "support/test_key.h"
 
 namespace tunovka {
 namespace {

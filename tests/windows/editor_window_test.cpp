@@ -7,9 +7,9 @@
 #include "core/file_system.h"
 #include "editor/frm_plejlist.h"
 #include "editor/texts.h"
-#include "support/box_answers.h"
 #include "support/editor_stage.h"
 #include "support/error_of.h"
+#include "support/person.h"
 
 namespace tunovka {
 namespace {
@@ -62,7 +62,7 @@ TEST_F(EditorWindow, EachIsNumberedByTheOthersThatAreOpen) {
     EXPECT_EQ(errorOf([&] { frmplejlist::open(program, folder / L"nie.m3u"); }), kFileNotFound);
     EXPECT_EQ(Forms::loaded().size(), 3u);  // no window is left of what could not be read
 
-    person.expect({3, 2});
+    expect({3, 2});
     third->Lview_Drop(folder / L"a.mp3", {}, {});
     EXPECT_FALSE(Forms::unloadTagged(L"vrtilkofrm*"));
     EXPECT_FALSE(third->isClosing());
@@ -116,13 +116,13 @@ TEST_F(EditorWindow, DroppedFilesAreCheckedInOrder) {
     open(L"a.mp3\r\n");
     folder.file(L"A.MP3");
     folder.file(L"obraz.png");
-    person.expect({1, 1, 0, 2, 1});
+    expect({1, 1, 0, 2, 1});
     drop(L"\"" + (folder / L"b.wav") + L"\"");
     drop((folder / L"b.wav") + L"\r\n");
     drop(folder / L"nikde.png");
     drop(L"");
     drop(folder.path());
-    EXPECT_EQ(person.seen().size(), 0u);
+    EXPECT_EQ(person.seen.size(), 0u);
     drop(folder / L"obraz.png");
     drop(folder / L"A.MP3");
     drop(folder / L"a.mp3");
@@ -135,24 +135,24 @@ TEST_F(EditorWindow, DroppedFilesAreCheckedInOrder) {
     EXPECT_EQ(view().Lview.selected(), 2u);
     EXPECT_EQ(view().lblbar.text(), folder / L"b.wav");
     EXPECT_TRUE(editor().document.changed());
-    ASSERT_EQ(person.seen().size(), 5u);
-    EXPECT_EQ(person.seen()[0].title, L" Neplatný typ");
-    EXPECT_EQ(person.seen()[2].text, addDuplicateQuestion(folder / L"a.mp3").text);
+    ASSERT_EQ(person.seen.size(), 5u);
+    EXPECT_EQ(person.seen[0].title, L" Neplatný typ");
+    EXPECT_EQ(person.seen[2].text, addDuplicateQuestion(folder / L"a.mp3").text);
 }
 
 TEST_F(EditorWindow, ADroppedPlaylistIsMergedWhenAgreed) {
     open(L"a.mp3\r\n");
     const std::wstring other = folder.file(L"other.pls", "file1=b.wav\r\nFile2=nie.mp3\r\n");
-    person.expect({2, 1, 1});
+    expect({2, 1, 1});
     drop(other);
     EXPECT_FALSE(editor().document.changed());
     drop(other);
     EXPECT_EQ(rows(), (Texts{L"a.mp3", L"b.wav", L"-nie.mp3"}));
     EXPECT_EQ(view().Lview.selected(), 2u);
     EXPECT_TRUE(editor().document.changed());
-    ASSERT_EQ(person.seen().size(), 3u);
-    EXPECT_EQ(person.seen()[0].buttons, L" ÁNO ;Zrušiť");
-    EXPECT_EQ(person.seen()[2].text, mergedNotice(2, 1).text);
+    ASSERT_EQ(person.seen.size(), 3u);
+    EXPECT_EQ(person.seen[0].buttons, L" ÁNO ;Zrušiť");
+    EXPECT_EQ(person.seen[2].text, mergedNotice(2, 1).text);
 }
 
 TEST_F(EditorWindow, RowsMoveWithTheirSelection) {
@@ -167,24 +167,24 @@ TEST_F(EditorWindow, RowsMoveWithTheirSelection) {
 
 TEST_F(EditorWindow, RemovalsAskOrReport) {
     open(L"a.mp3\r\na.mp3\r\n.\\a.mp3\r\n");
-    person.expect({2, 1, 1});
+    expect({2, 1, 1});
     for (const std::size_t left : {3u, 2u, 2u}) {  // "." makes it another path
         choose(L"odstranit_duplicitu");
         EXPECT_EQ(rows().size(), left);
     }
-    ASSERT_EQ(person.seen().size(), 3u);
-    EXPECT_EQ(person.seen()[1].text, duplicatesBox(1).text);
-    EXPECT_EQ(person.seen()[2].text, duplicatesBox(0).text);
+    ASSERT_EQ(person.seen.size(), 3u);
+    EXPECT_EQ(person.seen[1].text, duplicatesBox(1).text);
+    EXPECT_EQ(person.seen[2].text, duplicatesBox(0).text);
 
     open(L"a.mp3\r\n1.mp3\r\n2.mp3\r\n3.mp3\r\n4.mp3\r\n5.mp3\r\n");
     folder.file(L"5.mp3");  // its row is red, its file is there by now
-    person.expect({1});
+    expect({1});
     choose(L"odstranit_neplatne_odkazy");
     EXPECT_EQ(rows(), (Texts{L"a.mp3", L"-5.mp3"}));
     EXPECT_EQ(view().Lview.selected(), 0u);
     EXPECT_TRUE(editor().document.changed());
-    ASSERT_EQ(person.seen().size(), 1u);
-    EXPECT_EQ(person.seen()[0].text, invalidLinksNotice(4).text);
+    ASSERT_EQ(person.seen.size(), 1u);
+    EXPECT_EQ(person.seen[0].text, invalidLinksNotice(4).text);
 }
 
 TEST_F(EditorWindow, DeleteSelectsTheRowThatFollows) {

@@ -1,56 +1,52 @@
-// The explorer's file commands: menus and keys, the system's dialogs, the clipboard, the player.
+// The explorer's file commands: menus and keys, the system's dialogs, the input box, the clipboard,
+// the player.
 #include <gtest/gtest.h>
 
-#include "support/dialog_answers.h"
-#include "support/disk_faults.h"
+#include "core/errors.h"
+#include "files/transfer_rules.h"
 #include "support/file_menus.h"
-#include "support/samples.h"
-#include "support/typing.h"
 #include "ui/folder_picker.h"
 
 namespace tunovka {
 namespace {
 
-TEST_F(FileMenus, TheFolderPickerStartsAtTheSelectedFolder) {
+class FileCommands : public FileMenus {
+  protected:
+    // Renames the selected file through the input box; nullopt gives up.
+    void rename(std::optional<std::wstring> name) {
+        person.type({std::move(name)});
+        choose(L"premenovat_subor");
+    }
+};
+
+TEST_F(FileCommands, TheFolderPickerStartsAtTheSelectedFolder) {
     show(L"");
     const std::wstring start = folder.path().substr(0, folder.path().size() - 1);
-    {
-        const Answering accepting(explorer->handle(),
-                                  [](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDOK, 0); });
-        EXPECT_EQ(pickFolder(*explorer, L"Kam ?", start), start);
-    }
-    const Answering cancelling(explorer->handle(),
-                               [](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
+    person.saveAs({Person::kAsOffered, L""});
+    EXPECT_EQ(pickFolder(*explorer, L"Kam ?", start), start);
     EXPECT_EQ(pickFolder(*explorer, L"Kam ?", L""), L"");
+    EXPECT_EQ(person.dialogs.size(), 2u);
     EXPECT_TRUE(explorer->isEnabled());
 }
 
-TEST_F(FileMenus, ACutFileIsPastedIntoTheSelectedFolder) {
+TEST_F(FileCommands, ACutFileIsPastedIntoTheSelectedFolder) {
     other.file(L"a.mp3", "song");
     explorer->txtsubor.setText(L"cut:" + (other / L"a.mp3"));
     show(L"");
-    {
-        const Answering cancelling(
-            explorer->handle(), [](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
-        explorer->menuprestrom.setEnabled(L"strom_vloz_subor", true);
-        explorer->menuprestrom.choose(L"strom_vloz_subor");
-    }
-    EXPECT_EQ(clipboard(), L"cut:" + (other / L"a.mp3"));
-    const Answering answering(explorer->handle(),
-                              [](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDOK, 0); });
+    person.saveAs({L"", Person::kAsOffered});
+    explorer->menuprestrom.setEnabled(L"strom_vloz_subor", true);
     explorer->menuprestrom.choose(L"strom_vloz_subor");
+    EXPECT_EQ(clipboard(), L"cut:" + (other / L"a.mp3"));
+    explorer->menuprestrom.choose(L"strom_vloz_subor");
+    EXPECT_EQ(person.dialogs.size(), 2u);
     EXPECT_EQ(contentOf(folder / L"a.mp3"), "song");
     EXPECT_TRUE(other.names().empty());
     EXPECT_TRUE(Tview().contains(L"a.mp3"));
 }
 
-TEST_F(FileMenus, DeleteTakesAnEntrysFileWhileMenuAndF2RefuseIt) {
+TEST_F(FileCommands, DeleteTakesAnEntrysFileWhileMenuAndF2RefuseIt) {
     const std::wstring song = other.file(L"a.mp3");
-    folder.file(L"zoznam.m3u", "x.mp3\r\n");
-    {
-        const std::string line(song.begin(), song.end());
-        folder.file(L"zoznam.m3u", line + "\r\nnie je.mp3\r\n");
-    }
+    folder.file(L"zoznam.m3u", std::string(song.begin(), song.end()) + "\r\nnie je.mp3\r\n");
     folder.file(L"plavba.mp3");
     show(L"");
     const std::wstring entry = Tview().firstChild(L"zoznam.m3u");
@@ -64,7 +60,7 @@ TEST_F(FileMenus, DeleteTakesAnEntrysFileWhileMenuAndF2RefuseIt) {
     }
     select(missing);
     press(VK_DELETE);
-    EXPECT_TRUE(person.seen.empty());
+    EXPECT_TRUE(person.seen.empty() && person.inputs.empty());
     EXPECT_EQ(clipboard(), L"");
 
     person.answer({1});
@@ -77,8 +73,8 @@ TEST_F(FileMenus, DeleteTakesAnEntrysFileWhileMenuAndF2RefuseIt) {
               MultiMedialny::palette().MissingEntryColor);
 }
 
-TEST_F(FileMenus, ThePlayerLetsGoOfWhatIsRenamedMovedOrDeleted) {
-    const std::string tone = FileSystemObject::readAll(samplesFolder() + L"Ľudové\\Tancovačka.wav");
+TEST_F(FileCommands, ThePlayerLetsGoOfWhatIsRenamedMovedOrDeleted) {
+    const std::string tone = contentOf(samplesFolder() + L"Ľudové\\Tancovačka.wav");
     folder.file(L"a.wav", tone);
     folder.file(L"b.wav", tone);
     folder.file(L"zoznam.m3u", "b.wav\r\n");
@@ -89,10 +85,7 @@ TEST_F(FileMenus, ThePlayerLetsGoOfWhatIsRenamedMovedOrDeleted) {
         return runUntil([&] { return mp.CurrentPosition() > 0.05; });
     };
     ASSERT_TRUE(play(L"a.wav"));
-    {
-        const Typing typing(L"c");
-        choose(L"premenovat_subor");
-    }
+    rename(L"c");
     EXPECT_TRUE(FileSystemObject::FileExists(folder / L"c.wav"));
     EXPECT_EQ(mp.FileName(), L"");
     EXPECT_FALSE(explorer->player.isPlaying());
@@ -106,6 +99,79 @@ TEST_F(FileMenus, ThePlayerLetsGoOfWhatIsRenamedMovedOrDeleted) {
     press(VK_DELETE);
     EXPECT_EQ(mp.FileName(), L"");
     EXPECT_FALSE(FileSystemObject::FileExists(folder / L"b.wav"));
+}
+
+TEST_F(FileCommands, RenamingChangesTheNodeInPlace) {
+    folder.file(L"Stará.mp3", "song");
+    folder.file(L"zoznam.m3u", "nie je.mp3\r\n");
+    show(L"stará.mp3");
+    person.type({L"Nová:verzia"});
+    press(VK_F2);
+    ASSERT_EQ(person.inputs.size(), 1u);
+    const Person::Input& input = person.inputs[0];
+    EXPECT_EQ(input.title, L" Premenovať súbor");
+    EXPECT_EQ(input.offered, L"stará.mp3");
+    EXPECT_EQ(input.from, 0u);
+    EXPECT_EQ(input.to, 5u);  // the extension is left
+    EXPECT_TRUE(input.hadFocus);
+    EXPECT_EQ(contentOf(folder / L"Nová_verzia.mp3"), "song");
+    EXPECT_EQ(folder.names().size(), 2u);
+    ASSERT_TRUE(Tview().contains(L"nová_verzia.mp3"));
+    EXPECT_EQ(Tview().text(L"nová_verzia.mp3"), L"Nová_verzia.mp3");
+    EXPECT_EQ(Tview().selectedKey(), L"nová_verzia.mp3");
+    EXPECT_EQ(explorer->LblBar.text(), folder / L"nová_verzia.mp3");
+
+    const std::wstring entry = Tview().firstChild(L"zoznam.m3u");
+    Tview().select(L"zoznam.m3u");
+    rename(L"iný");
+    EXPECT_EQ(Tview().firstChild(L"iný.m3u"), entry);
+    EXPECT_TRUE(person.seen.empty());
+}
+
+TEST_F(FileCommands, RenamingRefusesNamesThatCannotBe) {
+    folder.file(L"a.mp3", "a");
+    folder.file(L"b.mp3", "b");
+    show(L"a.mp3");
+    const std::wstring same = L"Názov súbor sa zhoduje s pôvodným názvom !",
+                       used =
+                           L"Tento názov súboru sa už používa ! Zmeň ho, alebo odstráň súbor s "
+                           L"týmto názvom.",
+                       bad = transferFailure(kBadFileName, errorDescription(kBadFileName)).text;
+    for (const auto& [name, told] :
+         std::vector<std::pair<std::wstring, std::wstring>>{{L"a", same},
+                                                            {L"a.mp3", same},
+                                                            {L"b", used},
+                                                            {L"B", used},
+                                                            {L"A", used},
+                                                            {std::wstring(300, L'x'), bad},
+                                                            {L"<a|b>", bad}}) {
+        person.seen.clear();
+        rename(name);
+        ASSERT_EQ(person.seen.size(), 1u) << name;
+        EXPECT_EQ(person.seen[0].text, told);
+    }
+    person.seen.clear();
+    rename(std::nullopt);
+    rename(L"");
+    EXPECT_TRUE(person.seen.empty());
+    EXPECT_EQ(contentOf(folder / L"a.mp3"), "a");
+    EXPECT_EQ(contentOf(folder / L"b.mp3"), "b");
+    EXPECT_EQ(folder.names().size(), 2u);
+}
+
+TEST_F(FileCommands, OddNamesKeepTheExtensionAndReplaceANodeWithoutItsFile) {
+    folder.file(L"a.mp3", "song");
+    const std::wstring gone = folder.file(L"b.mp3");
+    show(L"a.mp3");
+    DeleteFileW(gone.c_str());
+    for (const wchar_t* name : {L"   ", L"...", L". .", L"B"}) {
+        rename(name);
+        EXPECT_EQ(contentOf(folder / std::wstring(name) + L".mp3"), "song");
+    }
+    EXPECT_EQ(folder.names().size(), 1u);
+    EXPECT_EQ(Tview().count(), 1u);
+    EXPECT_EQ(Tview().selectedKey(), L"b.mp3");
+    EXPECT_TRUE(person.seen.empty());
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // Files dropped onto the explorer's trees.
 #include <gtest/gtest.h>
 
-#include "support/disk_faults.h"
 #include "support/file_menus.h"
 
 namespace tunovka {

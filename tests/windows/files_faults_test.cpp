@@ -6,8 +6,6 @@
 #include "support/disk_faults.h"
 #include "support/file_menus.h"
 #include "support/file_stage.h"
-#include "support/save_answers.h"
-#include "support/typing.h"
 
 namespace tunovka {
 namespace {
@@ -180,7 +178,7 @@ TEST_F(ExplorerFaults, OfPastingLeaveTheFilesAndTheClipboard) {
     source = other / L"a.mp3";
     mark = L"cut:";
     meet(target, {"song", "old"}, {"", "song"}, [&] {
-        const SaveAnswers dialog(explorer->handle(), {target});
+        person.saveAs({target});
         choose(L"vlozit_subor");
     });
 }
@@ -198,7 +196,7 @@ TEST_F(ExplorerFaults, OfDroppingLeaveTheFilesAndTheClipboard) {
 TEST_F(ExplorerFaults, OfRenamingLeaveTheFile) {
     meet(source, {"song", ""}, {"", "song"}, [&] {
         select(L"a.mp3");
-        const Typing typing(L"b");
+        person.type({L"b"});
         press(VK_F2);
     });
 }

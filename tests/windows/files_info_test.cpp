@@ -8,8 +8,8 @@
 #include "core/file_system.h"
 #include "core/id3v1.h"
 #include "files/frm_info.h"
-#include "support/box_answers.h"
 #include "support/error_of.h"
+#include "support/person.h"
 #include "support/scratch_folder.h"
 
 namespace tunovka {
@@ -47,7 +47,7 @@ class InfoWindow : public testing::Test {
     }
 
     ScratchFolder scratch;
-    BoxAnswers person;
+    Person person;
 
   private:
     std::vector<std::unique_ptr<frminfo>> windows_;

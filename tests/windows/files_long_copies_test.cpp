@@ -1,9 +1,8 @@
 // A copy that takes its time: its window, stopping it, and what the explorer does meanwhile.
 #include <gtest/gtest.h>
 
+#include "core/errors.h"
 #include "core/events_windows.h"
-#include "support/dialog_answers.h"
-#include "support/disk_faults.h"
 #include "support/file_menus.h"
 #include "ui/modal.h"
 
@@ -33,10 +32,7 @@ class LongCopies : public FileMenus {
             during(*window);
         };
         timer.setInterval(10);
-        const Answering answering(explorer->handle(), [&](HWND dialog) {
-            SetDlgItemTextW(dialog, kNameBox, L"kopia.mp3");
-            PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-        });
+        person.saveAs({L"kopia.mp3"});
         choose(L"kopirovat_subor");
         choose(L"vlozit_subor");
     }

@@ -3,7 +3,6 @@
 
 #include "core/errors.h"
 #include "core/paths.h"
-#include "support/disk_faults.h"
 #include "support/error_of.h"
 #include "support/file_stage.h"
 

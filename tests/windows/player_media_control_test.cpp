@@ -9,8 +9,8 @@
 #include "player/directshow_engine.h"
 #include "player/media_control_engine.h"
 #include "support/beside_program.h"
+#include "support/machine.h"
 #include "support/scratch_folder.h"
-#include "support/test_key.h"
 #include "support/watched_player.h"
 #include "windows/fake_control/fake_control.h"
 

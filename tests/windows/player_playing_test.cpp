@@ -8,7 +8,6 @@
 
 #include "core/handle.h"
 #include "player/directshow_engine.h"
-#include "support/samples.h"
 #include "support/scratch_folder.h"
 #include "support/watched_player.h"
 

@@ -5,10 +5,8 @@
 #include "core/events.h"
 #include "core/file_system.h"
 #include "search/frm_hladanie.h"
-#include "support/box_answers.h"
-#include "support/disk_faults.h"
 #include "support/machine.h"
-#include "support/save_answers.h"
+#include "support/person.h"
 #include "support/scratch_folder.h"
 #include "ui/boundary.h"
 #include "ui/box.h"
@@ -97,18 +95,20 @@ class Search : public testing::Test {
     // Runs the export: a name for the save dialog, then one answer for each box that follows. What
     // the boxes showed.
     Texts exported(const std::wstring& name, std::deque<int> answers) {
-        BoxAnswers boxes(std::move(answers));
-        const SaveAnswers saving(window->handle(), {name});
+        person.seen.clear();
+        person.answer(std::move(answers));
+        person.saveAs({name});
         guarded([&] { window->menu1.choose(L"uloz_playlist"); });
-        EXPECT_TRUE(runUntil([&] { return boxes.unanswered() == 0; }));
+        EXPECT_TRUE(runUntil([&] { return person.unanswered() == 0; }));
         Texts titles;
-        for (const BoxRequest& box : boxes.seen) titles.push_back(box.title + L"|" + box.text);
+        for (const BoxRequest& box : person.seen) titles.push_back(box.title + L"|" + box.text);
         return titles;
     }
 
     static constexpr int kFolders = 300;
     static constexpr wchar_t kCollecting[] = L"Prebieha prehľadávanie adresára";
     ScratchFolder folder;
+    Person person;
     Explorer* explorer;
     frmhladanie* window;
 
@@ -189,7 +189,6 @@ TEST_F(Search, AnotherFolderTakesOverFromTheRunningSearch) {
 }
 
 TEST_F(Search, LeavesOutFoldersThatVanishOrMayNotBeListed) {
-    BoxAnswers boxes;
     const std::wstring there = large().path().substr(0, large().path().size() - 1);
     const std::wstring elsewhere = folder / L"elsewhere";
     duringCollecting([&] { EXPECT_TRUE(MoveFileW(there.c_str(), elsewhere.c_str())); });
@@ -204,18 +203,17 @@ TEST_F(Search, LeavesOutFoldersThatVanishOrMayNotBeListed) {
     const ClosedFolder closed(folder / L"closed");
     scan(folder.path());
     EXPECT_EQ(window->Lview.count(), closed.closed() ? 2u : 3u);
-    EXPECT_TRUE(boxes.seen.empty());
+    EXPECT_TRUE(person.seen.empty());
 }
 
 TEST_F(Search, ClosingDuringASearchEndsItQuietly) {
-    BoxAnswers boxes;
     bool closed = false;
     duringCollecting([&] { closed = window->unload(); });
     choose(large().path());
     ASSERT_TRUE(runUntil([&] { return closed; }));
     runUntil([&] { return false; }, 200);
     EXPECT_FALSE(Forms::find(L"frmhladanie"));
-    EXPECT_TRUE(boxes.seen.empty());
+    EXPECT_TRUE(person.seen.empty());
 }
 
 TEST_F(Search, TheExplorersEndDuringASearchEndsTheProgram) {
@@ -252,10 +250,7 @@ TEST_F(Search, CommandsReachTheirWindows) {
         SendMessageW(list.handle(), down, 0, at);
         SendMessageW(list.handle(), up, 0, at);
     };
-    Timer closing;  // the menu that the right button opens
-    closing.onTick = [] { EndMenu(); };
-    closing.setInterval(20);
-
+    person.closeMenus();
     press(1, WM_LBUTTONDOWN, WM_LBUTTONUP);
     EXPECT_EQ(window->lblbar.text(), folder / L"b.pls");
     press(1, WM_RBUTTONDOWN, WM_RBUTTONUP);
@@ -315,23 +310,17 @@ TEST_F(Search, AFailedExportLeavesTheOldFileAndSaysSo) {
     const std::wstring a = folder.file(L"a.mp3"), b = folder.file(L"b.mp3");
     const std::wstring old = folder / L"old.m3u.bak";
     scan(folder.path());
-    meetEachTrouble(5, [&](const Fault& fault) {
-        ScratchFolder::write(a, "x");
-        ScratchFolder::write(old, "old");
-        TroubleAt at(fault, {a, folder.path(), old});
-        const std::wstring told = exported(L"old.m3u.bak", {1}).at(0);
-        at.makeGood();
-        if (at.wasMet() && fault.trouble != Trouble::SourceGone) {
-            EXPECT_EQ(contentOf(old), "old");
-            EXPECT_TRUE(told.starts_with(L" CHYBA|Chyba č. ") && told.ends_with(L": " + old));
-            EXPECT_TRUE(!fault.raises() ||
-                        told.find(errorDescription(fault.number())) != told.npos);
-        } else {
-            EXPECT_EQ(told, L" Hotovo|Playlist '" + old + L"' bol vytvorený.");
-            EXPECT_EQ(contentOf(old), toAnsi(a + L"\r\n" + b + L"\r\n"));
-        }
-        return at.wasMet();
-    });
+    folder.file(L"old.m3u.bak", "old");
+    {
+        const FileHandle lock = locked(old, FILE_SHARE_READ);
+        EXPECT_EQ(
+            exported(L"old.m3u.bak", {1}),
+            Texts{L" CHYBA|Chyba č. 70: " + errorDescription(kPermissionDenied) + L": " + old});
+    }
+    EXPECT_EQ(contentOf(old), "old");
+    EXPECT_EQ(exported(L"old.m3u.bak", {1}),
+              Texts{L" Hotovo|Playlist '" + old + L"' bol vytvorený."});
+    EXPECT_EQ(contentOf(old), toAnsi(a + L"\r\n" + b + L"\r\n"));
     folder.file(L"日本.mp3");
     folder.folder(L"sub");
     scan(folder / L"sub\\..\\");

@@ -3,7 +3,7 @@
 
 #include "core/errors.h"
 #include "core/events.h"
-#include "support/box_answers.h"
+#include "support/person.h"
 #include "ui/boundary.h"
 #include "ui/box.h"
 #include "ui/frm_box.h"
@@ -12,7 +12,7 @@ namespace tunovka {
 namespace {
 
 TEST(Box, ReportsTheButtonAndShowsTheRequest) {
-    BoxAnswers person({2, 3, 1, 0});
+    Person person({2, 3, 1, 0});
     EXPECT_EQ(ask(L"  Uložiť zmeny ?", L"Otázka", L"ÁNO;NIE;STORNO"), 2);
     EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE;STORNO"), 3);
     EXPECT_EQ(ask(L"T", L"Otázka", L" ÁNO ;Zrušiť"), 1);
@@ -71,7 +71,7 @@ TEST(Box, GrowsWithItsTextButNeverPastTheScreen) {
 
 TEST(Box, AFailureThatNobodyHandledBecomesANoticeAfterTheOpenBox) {
     installFailureNotice();
-    BoxAnswers person({1, 1});
+    Person person({1, 1});
     guarded([] { throw RuntimeError(kOverflow); });
     EXPECT_EQ(ask(L"Prvá", L"Otázka", L"ÁNO;NIE"), 1);
     ASSERT_TRUE(runUntil([&] { return person.seen.size() == 2; }));
@@ -80,14 +80,14 @@ TEST(Box, AFailureThatNobodyHandledBecomesANoticeAfterTheOpenBox) {
 }
 
 TEST(Box, ABoxOverAnotherNeverAnswersForIt) {
-    std::unique_ptr<BoxAnswers> person;
+    std::unique_ptr<Person> person;
     int inner = -1;
     Timer opener;  // something that opens a second box while the first one waits
     opener.onTick = [&] {
         opener.setInterval(0);
-        BoxAnswers second({2});
+        Person second({2});
         inner = ask(L"Druhá", L"?", L"ÁNO;NIE");
-        person = std::make_unique<BoxAnswers>();
+        person = std::make_unique<Person>();
     };
     opener.setInterval(1);
     EXPECT_EQ(ask(L"Prvá", L"?", L"ÁNO;NIE"), 0);

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "core/errors.h"
-#include "support/box_answers.h"
 #include "support/error_of.h"
+#include "support/person.h"
 #include "ui/image_scroller.h"
 
 namespace tunovka {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/dialog_answers.h"
+#include "support/person.h"
 #include "support/scratch_folder.h"
 #include "ui/form.h"
 
@@ -22,17 +22,9 @@ TEST(SaveDialog, showsWhatItWasGivenAndReturnsTheNameAsTyped) {
     PlainForm form(L"frmtest"), other(L"frmother");
     wchar_t before[MAX_PATH], after[MAX_PATH];
     GetCurrentDirectoryW(MAX_PATH, before);
-    const Answering answering(form.handle(), [&](HWND dialog) {
-        EXPECT_EQ(itemText(dialog, kNameBox), L"mix");
-        EXPECT_EQ(SendDlgItemMessageW(dialog, kFilterBox, CB_GETCURSEL, 0, 0), 1);
-        wchar_t title[64] = L"";
-        GetWindowTextW(dialog, title, 64);
-        EXPECT_STREQ(title, L"Uložiť ako playlist...");
-        EXPECT_FALSE(form.isEnabled());
-        EXPECT_FALSE(other.isEnabled());
-        SetDlgItemTextW(dialog, kNameBox, L"ďalší zoznam");
-        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-    });
+    Person person;
+    person.onDialog = [&](HWND) { EXPECT_FALSE(form.isEnabled() || other.isEnabled()); };
+    person.saveAs({L"ďalší zoznam", L""});
     const std::wstring path =
         askSavePath(form, {.title = L"Uložiť ako playlist...",
                            .filter = L"playlist Winampu (*.m3u)|*.m3u|Textový súbor (*.txt)|*.txt",
@@ -40,17 +32,14 @@ TEST(SaveDialog, showsWhatItWasGivenAndReturnsTheNameAsTyped) {
                            .folder = folder.path(),
                            .name = L"mix"});
     EXPECT_EQ(path, folder / L"ďalší zoznam");
+    EXPECT_EQ(askSavePath(form, {.title = L"t", .filter = L"a|*.a", .name = L"not:a|name"}), L"");
+    ASSERT_EQ(person.dialogs.size(), 2u);
+    EXPECT_EQ(person.dialogs[0].title, L"Uložiť ako playlist...");
+    EXPECT_EQ(person.dialogs[0].name, L"mix");
+    EXPECT_EQ(person.dialogs[0].filter, 2);
     GetCurrentDirectoryW(MAX_PATH, after);
     EXPECT_STREQ(before, after);
-    EXPECT_TRUE(form.isEnabled());
-    EXPECT_TRUE(other.isEnabled());
-}
-
-TEST(SaveDialog, cancellingGivesNothing) {
-    PlainForm form(L"frmtest");
-    const Answering answering(form.handle(),
-                              [](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
-    EXPECT_EQ(askSavePath(form, {.title = L"t", .filter = L"a|*.a", .name = L"not:a|name"}), L"");
+    EXPECT_TRUE(form.isEnabled() && other.isEnabled());
 }
 
 }  // namespace

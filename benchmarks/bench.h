@@ -1,0 +1,89 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ui/program_links.h"
+
+// The frame of the benchmark program: each *_bench.cpp adds its benchmarks with BENCH and reports
+// figures; nothing else has to know them.
+
+namespace tunovka::bench {
+
+// One line of the output. With a bare value the limit is one of the ratio value / bare, without it
+// one of the value itself.
+struct Figure {
+    std::string name;
+    double value;
+    const char* unit;
+    std::optional<double> bare = {};
+    std::optional<double> limit = {};
+};
+
+void report(const Figure& figure);
+
+// Milliseconds, fine enough for microseconds.
+double now();
+double median(std::vector<double> values);
+
+// Reports the median time of some work, each run after a `prepare`.
+using Work = std::function<void()>;
+void reportTime(
+    const std::string& name, int runs, std::optional<double> limit, const Work& work,
+    const Work& prepare = [] {});
+
+// The same beside bare work; both are done in turns, so that they meet the same machine.
+void reportCompared(
+    const std::string& name, int runs, double limit, const Work& own, const Work& bare,
+    const Work& prepare = [] {});
+
+// Reports as "NAME_answer" the longest time that a window of the program waits for its turn while
+// the work runs: the median of several runs.
+void reportAnswer(
+    const std::string& name, int runs, const Work& work, const Work& prepare = [] {});
+
+// The folder of that name for test data (ends in "\"), made once by `make` and kept for the next
+// runs.
+std::wstring data(const std::wstring& name, const std::function<void(const std::wstring&)>& make);
+
+// For data: makes a folder with `count` files named `name(0)`, `name(1)` and so on.
+void makeFolder(const std::wstring& folder, int count,
+                const std::function<std::wstring(int)>& name);
+void writeFile(const std::wstring& path, const std::string& content);
+
+// 100,000 files in 2,000 folders, 30,000 of them music.
+std::wstring deepTree();
+
+// 3,000 files in 300 folders, and 30,000 entries that never stay in a folder in a list mixed.m3u:
+// each file ten times, but one in ten is missing.
+std::wstring mixedCollection();
+
+// All files below a folder, breadth first, by nothing but the system's enumeration.
+std::vector<std::wstring> bareCollect(const std::wstring& root);
+
+// A program around a window that hears nothing and has a folder to search.
+struct Program : ProgramLinks {
+    void tellExplorer(const std::wstring&) override {}
+    std::wstring shownFolder() const override { return {}; }
+    std::wstring folderToSearch() const override { return folder; }
+    void openEditor(const std::wstring&) override {}
+    void showInformation(const std::wstring&) override {}
+
+    std::wstring folder;
+};
+
+struct Registration {
+    Registration(const std::wstring& name, void (*run)());
+};
+
+}  // namespace tunovka::bench
+
+// A benchmark; its name selects it on the command line.
+#define BENCH(name)                                                                           \
+    static void bench_##name();                                                               \
+    static const ::tunovka::bench::Registration registration_##name(L## #name, bench_##name); \
+    static void bench_##name()

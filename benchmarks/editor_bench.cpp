@@ -1,0 +1,60 @@
+#include <windows.h>
+
+#include "benchmarks/bench.h"
+#include "core/file_system.h"
+#include "editor/frm_plejlist.h"
+
+namespace tunovka::bench {
+namespace {
+
+struct Window {
+    explicit Window(const std::wstring& playlist = {}) {
+        MultiMedialny::InitSharedTables();
+        form.emplace(program);
+        form->show();
+        if (!playlist.empty()) form->txtodkaz.setText(playlist);
+    }
+    void painted() { UpdateWindow(form->editor.view.Lview.handle()); }
+
+    Program program;
+    std::optional<frmplejlist> form;
+};
+
+// A command on a fresh window with the list.
+void reportCommand(const std::string& name, const std::function<void(Editor&)>& command) {
+    std::optional<Window> window;
+    const auto prepare = [&] { window.emplace(mixedCollection() + L"mixed.m3u"); };
+    const auto run = [&] {
+        const Form::Busy busy(*window->form);
+        command(window->form->editor);
+        window->painted();
+    };
+    reportTime(name, 7, 200, run, prepare);
+    reportAnswer(name, 5, run, prepare);
+}
+
+}  // namespace
+
+BENCH(editor_open) {
+    const std::wstring root = mixedCollection(), list = root + L"mixed.m3u";
+    std::optional<Window> window;
+    const auto prepare = [&] { window.emplace(); };
+    const auto open = [&] { window->form->txtodkaz.setText(list), window->painted(); };
+    const auto bare = [&] { FileSystemObject::readAll(list), bareCollect(root); };
+    reportCompared("editor_open", 9, 1.5, open, bare, prepare);
+    reportAnswer("editor_open", 5, open, prepare);
+    // What a person waits for: the window is made as well.
+    reportTime("editor_open_window", 9, {}, [&] { Window(list).painted(); });
+}
+
+BENCH(editor_commands) {
+    const std::wstring root = mixedCollection(), saved = root + L"saved.txt";
+    const auto resolved = [](const std::wstring&) { return true; };
+    reportCommand("editor_duplicates", [&](Editor& it) { it.document.duplicates(resolved); });
+    reportCommand("editor_remove_invalid", dropInvalidLinks);
+    reportCommand("editor_sort", [](Editor& it) { sortRows(it, SortOrder::Ascending); });
+    reportCommand("editor_restore", restoreLoadOrder);
+    reportCommand("editor_save", [&](Editor& it) { writeList(it, saved, true); });
+}
+
+}  // namespace tunovka::bench

@@ -1,0 +1,62 @@
+#include "benchmarks/bench.h"
+#include "core/events.h"
+#include "search/frm_hladanie.h"
+
+namespace tunovka::bench {
+namespace {
+
+// Stands for the explorer, without which nothing is searched.
+struct Explorer : Form, Program {
+    Explorer() : Form({.name = L"frmPrieskumnik", .caption = L"", .size = {100, 100}}) {}
+};
+
+struct Stage {
+    Stage() {
+        MultiMedialny::InitSharedTables();
+        explorer = &Forms::load<Explorer>();
+        frmhladanie::open(*explorer);
+        window = static_cast<frmhladanie*>(Forms::find(L"frmhladanie"));
+        yieldNow();
+    }
+    ~Stage() {
+        Forms::unloadAll();
+        MSG message;
+        while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+    }
+
+    // From the window's activation to the painted list. Each search needs another spelling of the
+    // folder than the last one.
+    void search(const std::wstring& root) {
+        std::wstring& folder = explorer->folder;
+        folder = folder == root ? root + L"\\" : root;
+        SendMessageW(window->handle(), WM_ACTIVATE, WA_ACTIVE, 0);
+        MSG message;
+        while (window->lbladresar.text() != folder || window->lblpočet.text().empty() ||
+               window->isBusy()) {
+            if (GetMessageW(&message, nullptr, 0, 0) <= 0) return;
+            DispatchMessageW(&message);
+        }
+        UpdateWindow(window->Lview.handle());
+    }
+
+    Explorer* explorer;
+    frmhladanie* window;
+};
+
+}  // namespace
+
+BENCH(search_scan) {
+    const std::wstring root = deepTree();
+    std::optional<Stage> stage(std::in_place);
+    const auto search = [&] { stage->search(root); };
+    reportCompared("search_scan", 7, 1.3, search, [&] { bareCollect(root); });
+    report({"search_scan_rows", static_cast<double>(stage->window->Lview.count()), "rows", 30000});
+    reportAnswer("search_scan", 5, search);
+    const auto sort = [&] { stage->window->menu1.choose(L"vzostupne"); };
+    reportTime("search_sort_first", 5, 100, sort,
+               [&] { stage.reset(), stage.emplace(), search(); });
+    reportTime("search_sort_again", 5, 100, sort,
+               [&] { stage->window->menu1.choose(L"zostupne"); });
+}
+
+}  // namespace tunovka::bench

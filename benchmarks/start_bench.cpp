@@ -1,0 +1,107 @@
+#include <windows.h>
+// windows.h first: this needs its types.
+#include <psapi.h>
+
+#include "benchmarks/bench.h"
+#include "core/handle.h"
+#include "core/paths.h"
+
+namespace tunovka::bench {
+namespace {
+
+constexpr DWORD kLongestStart = 20000;  // ms
+
+// A program of the build, found from this one's place in it.
+std::wstring built(const wchar_t* relative) {
+    wchar_t self[MAX_PATH];
+    GetModuleFileNameW(nullptr, self, MAX_PATH);
+    return parentFolder(self) + L"\\" + relative;
+}
+
+// A program that runs from construction to destruction.
+class Started {
+  public:
+    explicit Started(const std::wstring& path) {
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        std::wstring line = L"\"" + path + L"\"";
+        PROCESS_INFORMATION process{};
+        CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                       &process);
+        thread_.reset(process.hThread);
+        process_.reset(process.hProcess);
+        id_ = process.dwThreadId;
+    }
+    ~Started() {
+        if (const HWND window = shown()) PostMessageW(window, WM_CLOSE, 0, 0);
+        if (WaitForSingleObject(process_.get(), 5000) != WAIT_OBJECT_0)
+            TerminateProcess(process_.get(), 1);
+    }
+
+    // Until a visible window has answered: both programs paint before they look for messages.
+    void waitUntilPainted() const {
+        const DWORD start = GetTickCount();
+        while (!shown() && GetTickCount() - start < kLongestStart) Sleep(2);
+        SendMessageTimeoutW(shown(), WM_NULL, 0, 0, SMTO_NORMAL, kLongestStart, nullptr);
+    }
+
+    // Until it waits for the person: the first drive and folder are listed.
+    void waitUntilReady() const { WaitForInputIdle(process_.get(), kLongestStart); }
+
+    // Megabytes of the machine's memory that it holds.
+    double memory() const {
+        PROCESS_MEMORY_COUNTERS counters{};
+        GetProcessMemoryInfo(process_.get(), &counters, sizeof counters);
+        return static_cast<double>(counters.WorkingSetSize) / (1024 * 1024);
+    }
+
+  private:
+    static BOOL CALLBACK takeShown(HWND window, LPARAM found) {
+        if (IsWindowVisible(window)) *reinterpret_cast<HWND*>(found) = window;
+        return !IsWindowVisible(window);
+    }
+    HWND shown() const {
+        HWND found = nullptr;
+        EnumThreadWindows(id_, takeShown, reinterpret_cast<LPARAM>(&found));
+        return found;
+    }
+
+    KernelHandle process_, thread_;
+    DWORD id_ = 0;
+};
+
+struct Start {
+    double painted, ready, memory;  // ms and MB
+
+    explicit Start(const std::wstring& path) {
+        const double start = now();
+        const Started program(path);
+        program.waitUntilPainted();
+        painted = now() - start;
+        program.waitUntilReady();
+        ready = now() - start;
+        Sleep(500);  // what the start posted for later is done
+        memory = program.memory();
+    }
+};
+
+}  // namespace
+
+BENCH(start) {
+    std::vector<double> own, ready, memory, bare, bareMemory;
+    for (int run = 0; run < 10; ++run) {
+        const Start product(built(L"..\\src\\app\\tunovka.exe")), least(built(L"bench_bare.exe"));
+        if (run == 0) continue;  // it warmed the caches
+        own.push_back(product.painted);
+        ready.push_back(product.ready);
+        memory.push_back(product.memory);
+        bare.push_back(least.painted);
+        bareMemory.push_back(least.memory);
+    }
+    report({"start", median(own), "ms", median(bare), 1.5});
+    report({"start_ready", median(ready), "ms"});
+    report({"memory", median(memory), "MB", median(bareMemory)});
+    report({"memory_above_bare", median(memory) - median(bareMemory), "MB", {}, 12});
+}
+
+}  // namespace tunovka::bench

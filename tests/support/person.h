@@ -1,0 +1,243 @@
+#pragma once
+
+#include <windows.h>
+// windows.h first: it needs its types.
+#include <commctrl.h>
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ui/box_request.h"
+#include "ui/form.h"
+#include "ui/image.h"
+#include "ui/timer.h"
+
+// The person in front of the program: finding what is on the screen, waiting, and answering.
+
+namespace tunovka {
+
+// What the system enumerates, in its order.
+class WindowList {
+  public:
+    static std::vector<HWND> below(HWND parent) {
+        std::vector<HWND> found;
+        EnumChildWindows(parent, take, reinterpret_cast<LPARAM>(&found));
+        return found;
+    }
+    static std::vector<HWND> ofThisThread() {
+        std::vector<HWND> found;
+        EnumThreadWindows(GetCurrentThreadId(), take, reinterpret_cast<LPARAM>(&found));
+        return found;
+    }
+
+  private:
+    static BOOL CALLBACK take(HWND window, LPARAM found) {
+        reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
+        return TRUE;
+    }
+};
+
+// A control of a form by its name in the code, nullptr when there is none. Hidden ones count.
+inline Window* controlNamed(const Form& form, const std::wstring& name) {
+    for (const HWND handle : WindowList::below(form.handle())) {
+        Window* const window = windowOf(handle);
+        if (window && window->name() == name) return window;
+    }
+    return nullptr;
+}
+
+// The form of that name that is open in front of the person, nullptr when there is none.
+inline Form* openForm(const std::wstring& name) {
+    for (const HWND handle : WindowList::ofThisThread()) {
+        auto* const form = dynamic_cast<Form*>(windowOf(handle));
+        if (form && form->name() == name && !form->isClosing() && IsWindowVisible(handle) &&
+            IsWindowEnabled(handle))
+            return form;
+    }
+    return nullptr;
+}
+
+// Presses and releases a control in its middle, as the mouse does.
+inline void pressAndRelease(Window& control, UINT down = WM_LBUTTONDOWN, UINT up = WM_LBUTTONUP) {
+    const Size size = control.clientSize();
+    const LPARAM middle = MAKELPARAM(size.width / 2, size.height / 2);
+    const HWND handle = control.handle();
+    SendMessageW(handle, down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, middle);
+    SendMessageW(handle, up, 0, middle);
+}
+
+// Whether this thread has a pop-up menu open.
+inline GUITHREADINFO stateOfThread() {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    GetGUIThreadInfo(GetCurrentThreadId(), &state);
+    return state;
+}
+
+// Lets the message loop run until a condition holds; false when it does not within the time.
+template <typename Condition>
+bool runUntil(Condition condition, DWORD milliseconds = 30000) {
+    const DWORD start = GetTickCount();
+    const UINT_PTR heartbeat = SetTimer(nullptr, 0, 10, nullptr);
+    bool holds = condition();
+    MSG message;
+    while (!holds && GetTickCount() - start < milliseconds &&
+           GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+        holds = condition();
+    }
+    KillTimer(nullptr, heartbeat);
+    return holds;
+}
+
+// Lets everything run that has been sent or posted so far: a timer comes after every message.
+inline void settle() {
+    Timer timer;
+    int ticks = 0;
+    timer.onTick = [&] { ++ticks; };
+    timer.setInterval(10);
+    runUntil([&] { return ticks >= 3; });
+}
+
+// Answers by a script what opens in front of it, by mouse and keys, and remembers what was shown.
+// Past the script's end everything is refused, so that a test never hangs.
+class Person {
+  public:
+    struct Dialog {
+        std::wstring title, name;
+        int filter = 0;  // 1 is the first
+    };
+    struct Input {
+        std::wstring title, prompt, offered;
+        DWORD from, to;  // the selection
+        bool hadFocus;
+    };
+
+    explicit Person(std::deque<int> answers = {}) : answers_(std::move(answers)) {
+        timer_.onTick = [this] { look(); };
+        timer_.setInterval(10);
+    }
+
+    // Buttons for the next message boxes, in place of those that are left; 0 is the close picture.
+    void answer(std::deque<int> answers) { answers_ = std::move(answers); }
+    // Names for the system's next dialogs, "" cancels; agrees to replace files. A folder dialog is
+    // accepted as it opens whatever the name.
+    void saveAs(std::deque<std::wstring> names) { names_ = std::move(names); }
+    static constexpr wchar_t kAsOffered[] = L"?";
+    // Texts for the next input boxes; none presses Escape.
+    void type(std::deque<std::optional<std::wstring>> texts) { texts_ = std::move(texts); }
+    // Forms of this name are closed, and so are pop-up menus.
+    void closeForms(const std::wstring& name) { closed_ = name; }
+    void closeMenus() { closesMenus_ = true; }
+
+    std::vector<BoxRequest> seen;  // message boxes
+    std::vector<Dialog> dialogs;
+    std::vector<Input> inputs;
+    int replaced = 0;  // how often the system asked whether to replace a file
+
+    std::function<void(const BoxRequest& box, int answer)> onBox;  // before it is answered
+    std::function<void(HWND dialog)> onDialog;                     // before it is answered
+
+    std::size_t unanswered() const { return answers_.size(); }
+
+  private:
+    static constexpr int kNameBox = 0x47C, kFilterBox = 0x470, kFolderTree = 14145;
+
+    template <typename Answer>
+    static Answer next(std::deque<Answer>& script) {
+        Answer answer{};
+        if (!script.empty()) {
+            answer = std::move(script.front());
+            script.pop_front();
+        }
+        return answer;
+    }
+
+    void look() {
+        if (closesMenus_ && stateOfThread().flags & GUI_INMENUMODE) EndMenu();
+        if (Form* const form = closed_.empty() ? nullptr : openForm(closed_))
+            PostMessageW(form->handle(), WM_CLOSE, 0, 0);
+        if (Form* const box = openForm(L"frmBox")) return answerBox(*box);
+        if (Form* const input = openForm(L"frmVstup")) return answerInput(*input);
+        for (const HWND window : WindowList::ofThisThread()) {
+            wchar_t kind[16] = L"";
+            GetClassNameW(window, kind, 16);
+            if (std::wstring(kind) == L"#32770" && IsWindowVisible(window) &&
+                IsWindowEnabled(window))
+                return answerDialog(window);
+        }
+        answered_.clear();
+        patience_ = 0;
+    }
+
+    void answerBox(Form& box) {
+        BoxRequest shown{controlNamed(box, L"PicZahlavie")->text(),
+                         controlNamed(box, L"lblotazka")->text(), L""};
+        for (int i = 1; Window* button = controlNamed(box, L"Itlačítko" + std::to_wstring(i)); ++i)
+            shown.buttons += (i > 1 ? L";" : L"") + button->text();
+        seen.push_back(shown);
+        const int answer = next(answers_);
+        if (onBox) onBox(shown, answer);
+        Window* button = controlNamed(box, L"Itlačítko" + std::to_wstring(answer));
+        pressAndRelease(button ? *button : *controlNamed(box, L"IZavri"));
+    }
+
+    void answerInput(Form& input) {
+        if (!answered_.insert(input.handle()).second) return;
+        Window& field = *controlNamed(input, L"txtodpoved");
+        Input shown{controlNamed(input, L"PicZahlavie")->text(),
+                    controlNamed(input, L"lblotazka")->text(),
+                    field.text(),
+                    9,
+                    9,
+                    field.hasFocus()};
+        SendMessageW(field.handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&shown.from),
+                     reinterpret_cast<LPARAM>(&shown.to));
+        inputs.push_back(shown);
+        const std::optional<std::wstring> text = next(texts_);
+        if (text) field.setText(*text);
+        PostMessageW(field.handle(), WM_KEYDOWN, text ? VK_RETURN : VK_ESCAPE, 0);
+    }
+
+    void answerDialog(HWND dialog) {
+        const bool again = !answered_.insert(dialog).second;
+        if (again && ++patience_ < 20) return;
+        patience_ = 0;
+        if (GetDlgItem(dialog, IDYES)) {
+            replaced += !again;
+            PostMessageW(dialog, WM_COMMAND, IDYES, 0);
+        } else if (again || !(GetDlgItem(dialog, kNameBox) || GetDlgItem(dialog, kFolderTree))) {
+            PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);  // it did not take the answer
+        } else {
+            const auto textOf = [&](HWND window) {
+                wchar_t text[512] = L"";
+                SendMessageW(window, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
+                return std::wstring(text);
+            };
+            const HWND field = GetDlgItem(dialog, kNameBox);
+            const auto filter = SendDlgItemMessageW(dialog, kFilterBox, CB_GETCURSEL, 0, 0);
+            dialogs.push_back({textOf(dialog), textOf(field), static_cast<int>(filter) + 1});
+            if (onDialog) onDialog(dialog);
+            const std::wstring name = next(names_);
+            if (field && name != kAsOffered) SetWindowTextW(field, name.c_str());
+            PostMessageW(dialog, WM_COMMAND, name.empty() ? IDCANCEL : IDOK, 0);
+        }
+    }
+
+    std::deque<int> answers_;
+    std::deque<std::wstring> names_;
+    std::deque<std::optional<std::wstring>> texts_;
+    std::wstring closed_;
+    bool closesMenus_ = false;
+    std::set<HWND> answered_;  // input boxes and dialogs that are open
+    int patience_ = 0;         // looks at a dialog that stays
+    Timer timer_;
+};
+
+}  // namespace tunovka
