@@ -1,24 +1,15 @@
 """Drives the finished program from outside, the way a person does: real mouse and keys on a virtual
 display, ears on a sound sink that nobody hears. Coordinates are the screen's pixels.
-
-A journey is a function that takes an App:
-
-    import driver
-
-    def journey(app):
-        app.control("Tview").item("Vitajte.m3u").double_click()
-        driver.wait_until(lambda: app.control("lblnapis").text != "", 5, "a song's name")
-
-    driver.main(journey)
+A journey is a function that takes an App; its script ends with driver.main(journey).
 """
 
-import json
 import os
 import shutil
 import subprocess
 import sys
 import time
 import traceback
+from contextlib import contextmanager
 from pathlib import Path
 
 TOP = Path(__file__).resolve().parents[2]
@@ -55,20 +46,17 @@ class Probe:
     """The helper inside Wine; see probe.cpp for what it can be asked."""
 
     def __init__(self, path, env):
-        self._process = subprocess.Popen([TOP / "tools/wine-run", path], env=env,
-                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.process = subprocess.Popen([TOP / "tools/wine-run", path], env=env,
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)
 
-    def ask(self, *words):
-        self._process.stdin.write(("\t".join(map(str, words)) + "\n").encode())
-        self._process.stdin.flush()
-        line = self._process.stdout.readline()
+    def ask(self, command, word=""):
+        """Rows of fields."""
+        self.process.stdin.write(f"{command}\t{word}\n".encode())
+        self.process.stdin.flush()
+        line = self.process.stdout.readline().decode()
         if not line:
             raise Failed("the probe has ended")
-        return json.loads(line)
-
-    def close(self):
-        self._process.stdin.close()
-        self._process.wait(10)
+        return [row.split("\t") for row in line.rstrip("\n").split("\x1e") if line != "\n"]
 
 
 class Place:
@@ -89,35 +77,31 @@ class Place:
 
 
 class Item(Place):
-    """A node of a tree or a row of a list, as it was when it was asked for. `data` is the probe's
-    answer."""
+    """A node of a tree or a row of a list, as it was when it was asked for; without a rectangle it
+    lies in a collapsed node."""
 
-    def __init__(self, app, data):
-        super().__init__(app, data["rect"])
-        self.data = data
-        self.text = data["text"] if "text" in data else data["texts"][0]
-        self.selected = data["selected"]
-        self.expanded = data.get("expanded", False)
-        self.level = data.get("level", 0)
+    def __init__(self, app, row):
+        self.text, numbers = row[0], [int(field) for field in row[1:]]
+        self.selected, self.level, self.expanded, self.has_children = numbers[:4]
+        super().__init__(app, numbers[4:])
 
 
 class Control(Place):
-    """A window of the program; `data` is the probe's answer, from when it was asked for."""
+    """A window of the program, as it was when it was asked for."""
 
-    def __init__(self, app, data):
-        super().__init__(app, data["rect"])
-        self.data, self.hwnd, self.name = data, data["hwnd"], data["name"]
-        self.visible, self.enabled = data["visible"], data["enabled"]
+    def __init__(self, app, row):
+        super().__init__(app, [int(field) for field in row[6:]])
+        self.hwnd, self.parent, self.kind, self.name = int(row[0]), int(row[1]), row[2], row[3]
+        self.visible, self.enabled = row[4] != "0", row[5] != "0"
 
     @property
     def text(self):
         """The window's text now."""
-        return self.app.probe.ask("text", self.hwnd)
+        return (self.app.probe.ask("text", self.hwnd) or [[""]])[0][0]
 
     def items(self):
         """All nodes of a tree in their order, or all rows of a list, now."""
-        kind = "tree" if "TreeView" in self.data["class"] else "list"
-        return [Item(self.app, data) for data in self.app.probe.ask(kind, self.hwnd) or []]
+        return [Item(self.app, row) for row in self.app.probe.ask("items", self.hwnd)]
 
     def find(self, text):
         """The first node or row of that text, or None."""
@@ -135,10 +119,6 @@ class Control(Place):
             item.click()
             self.app.key("Right")
         wait_until(lambda: self.item(text).expanded, 10, f"{text!r} expanded")
-
-    def combo(self):
-        """The entries of a combo box and the selected one's index."""
-        return self.app.probe.ask("combo", self.hwnd)
 
 
 class App:
@@ -160,12 +140,12 @@ class App:
 
     def windows(self):
         """All windows of the program, the front ones first, each followed by its children."""
-        return [Control(self, data) for data in self.probe.ask("windows", self.program.name)]
+        return [Control(self, row) for row in self.probe.ask("windows", self.program.name)]
 
     def find(self, name, visible=True, within=None):
         """The first window of that code name, or None. `within`: a child of that control."""
         windows = self.windows()
-        parents = {w.hwnd: w.data["parent"] for w in windows}
+        parents = {w.hwnd: w.parent for w in windows}
 
         def is_within(hwnd):
             while hwnd and hwnd != within.hwnd:
@@ -182,14 +162,14 @@ class App:
 
     def top_windows(self):
         """Visible windows that are nobody's child: forms, menus, dialogs; front ones first."""
-        return [w for w in self.windows() if w.visible and not w.data["parent"]]
+        return [w for w in self.windows() if w.visible and not w.parent]
 
     def wait_gone(self, name, seconds=5):
         wait_until(lambda: not self.find(name), seconds, f"{name!r} gone")
 
     def focused(self):
         """The control that has the keyboard, or None when it is another program's."""
-        hwnd = self.probe.ask("focus")["focus"]
+        hwnd = int(self.probe.ask("focus")[0][0])
         return next((w for w in self.windows() if w.hwnd == hwnd), None)
 
     # Mouse and keys
@@ -216,7 +196,7 @@ class App:
         x, y = start
         self.xdotool("mousemove", x, y, "mousedown", 1, "mousemove", x + 1, y)
         try:
-            wait_until(lambda: self.probe.ask("focus")["moving"], 5, "the window being drawn")
+            wait_until(lambda: self.probe.ask("focus")[0][1] != "0", 5, "the window being drawn")
             self.xdotool(*self._steps((x + 1, y), (end[0] + 1, end[1])))
             wait_until(arrived, 5, "the window in its place")
         finally:
@@ -238,10 +218,10 @@ class App:
 
     def type(self, text):
         """Types exactly these letters into what has the focus."""
-        check(self.probe.ask("type", text), "typing was refused")
+        check(self.probe.ask("type", text) == [["1"]], "typing was refused")
 
     def _menus(self):
-        return len([w for w in self.top_windows() if w.data["class"] == "#32768"])
+        return len([w for w in self.top_windows() if w.kind == "#32768"])
 
     def mark(self, *numbers):
         """Marks an entry of the open pop-up menu by keys: the entry's number, then that in its
@@ -284,7 +264,7 @@ class App:
 
     def close_main(self):
         """Asks the first window to close and gives back the program's exit code."""
-        self.probe.ask("post", self.control("frmPrieskumnik", visible=False).hwnd, 0x10, 0, 0)
+        self.probe.ask("close", self.control("frmPrieskumnik", visible=False).hwnd)
         return self.wait_end()
 
     def wait_end(self, seconds=10):
@@ -293,17 +273,10 @@ class App:
 
     def stop(self):
         """Ends everything that this object started, whatever its state."""
-        for process in (self._process, self.probe._process):
+        for process in (self._process, self.probe.process):
             if process.poll() is None:
                 process.kill()
                 process.wait()
-
-
-def pixel(picture, point):
-    """The colour of a point of a screenshot as (red, green, blue)."""
-    x, y = point
-    words = ["convert", picture, "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"]
-    return tuple(subprocess.run(words, check=True, stdout=subprocess.PIPE).stdout[:3])
 
 
 def collection(name):
@@ -312,6 +285,24 @@ def collection(name):
     shutil.rmtree(folder, ignore_errors=True)
     shutil.copytree(TOP / "samples", folder)
     return folder
+
+
+@contextmanager
+def registered(drive, keys):
+    """Default values of registry keys that are there meanwhile and gone afterwards. `drive`: what
+    the program will have as drive E:, for the server that this starts knows it from then on."""
+    def reg(*words):
+        env = dict(os.environ, TUNOVKA_DRIVE_E=str(drive))
+        subprocess.run([TOP / "tools/wine-run", "reg", *words], env=env, check=True,
+                       stdout=subprocess.DEVNULL)
+
+    try:
+        for key, text in keys.items():
+            reg("add", key, "/ve", "/d", text, "/f")
+        yield
+    finally:
+        for key in keys:
+            reg("delete", key, "/f")
 
 
 def main(journey, folder=None):

@@ -3,12 +3,12 @@
 from driver import Failed, check, wait_until
 
 # Entries of the pop-up menus by their numbers; separators do not count.
-NEW_PLAYLIST, PASTE_HERE, SEARCH = range(1, 4)              # of a folder
-INFORMATION, EDIT, PLAY, OPERATIONS = range(1, 5)           # of a file
-COPY, PASTE, COPY_TO, MOVE_TO, RENAME, CUT, DELETE = range(1, 8)  # of a file's operations
-HERE, DEFAULT, CHOSEN, WINAMP, WMP, MP2 = range(1, 7)       # of its ways to be played
-ABOUT = 3                                                   # of the title strip
-INFORMATION_ROW, SAVE, PLAY_ROW, REMOVE, SORT = range(1, 6)  # of an editor's row
+NEW_PLAYLIST, SEARCH = 1, 3                 # of a folder
+INFORMATION, EDIT, PLAY, OPERATIONS = range(1, 5)  # of a file
+COPY, PASTE = 1, 2                          # of a file's operations
+WINAMP = 4                                  # of its ways to be played
+ABOUT = 3                                   # of the title strip
+SAVE = 2                                    # of an editor's row
 
 
 def menu(app, place, *numbers):
@@ -60,7 +60,7 @@ def answer(app, button, *texts):
 
 
 def find_dialog(app):
-    return next((w for w in app.top_windows() if w.data["class"] == "#32770"), None)
+    return next((w for w in app.top_windows() if w.kind == "#32770"), None)
 
 
 def dialog(app, title):
@@ -70,19 +70,15 @@ def dialog(app, title):
     return window
 
 
-def no_dialog(app):
-    wait_until(lambda: not find_dialog(app), 5, "the dialog gone")
-
-
 def save_as(app, title, name, offered=None):
     """Takes the save dialog of that title, which is to offer a name, and saves under another."""
     dialog(app, title)
-    fields = lambda: [w.text for w in app.windows() if w.data["class"] == "Edit" and w.visible]
+    fields = lambda: [w.text for w in app.windows() if w.kind == "Edit" and w.visible]
     wait_until(lambda: offered in fields() if offered else fields(), 5, f"{offered!r} offered")
     app.key("ctrl+a")
     app.type(name)
     app.key("Return")
-    no_dialog(app)
+    wait_until(lambda: not find_dialog(app), 5, "the dialog gone")
 
 
 class Editor:
@@ -93,7 +89,7 @@ class Editor:
         title = f" Editor playlistov {number}"
         strip = wait_until(lambda: next((w for w in app.windows() if w.name == "PicZahlavie" and
                                          w.text == title), None), 10, f"a title {title!r}")
-        self.window = next(w for w in app.windows() if w.hwnd == strip.data["parent"])
+        self.window = next(w for w in app.windows() if w.hwnd == strip.parent)
         wait_until(lambda: any(w.hwnd == self.window.hwnd for w in app.top_windows()), 10,
                    "the editor shown")
         self.window = move_window(app, self.window, left, top)
@@ -112,9 +108,3 @@ class Editor:
 
     def menu(self, *numbers):
         menu(self.app, self.items()[0], *numbers)
-
-    def save(self, path, relative):
-        """Saves under a path and answers the question about links; what follows stays open."""
-        self.menu(SAVE)
-        save_as(self.app, "Uložiť playlist", path)
-        answer(self.app, 1 if relative else 2, "relatívne odkazy")

@@ -1,8 +1,9 @@
 // The journeys' eyes inside Windows: reads commands from standard input, one a line, words
-// separated by tabs, and answers each with one line of JSON, all in UTF-8. What people see and do
-// goes through the screen; this tells where on the screen things are and what they say.
+// separated by tabs, and answers each with one line of rows separated by "\x1e", the fields of a
+// row separated by tabs, all in UTF-8. What people see and do goes through the screen; this tells
+// where on the screen things are and what they say.
 #include <windows.h>
-
+// windows.h first: these need its types.
 #include <commctrl.h>
 #include <tlhelp32.h>
 
@@ -13,60 +14,110 @@
 #include <string>
 #include <vector>
 
-#include "journeys/json.h"
-#include "journeys/remote.h"
-#include "support/window_names.h"
-
-namespace tunovka {
 namespace {
 
-std::wstring windowText(HWND window) {
-    return remoteText(window, WM_GETTEXTLENGTH, 0, WM_GETTEXT);
+using Row = std::vector<std::wstring>;
+using Rows = std::vector<Row>;
+
+std::wstring number(LONG_PTR value) {
+    return std::to_wstring(static_cast<long long>(value));
 }
 
-RECT onScreen(HWND window, RECT rect) {
-    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&rect), 2);
-    return rect;
+void addRect(Row& row, const RECT& rect) {
+    for (const LONG edge : {rect.left, rect.top, rect.right, rect.bottom})
+        row.push_back(number(edge));
 }
 
-Json describe(HWND window) {
-    RECT rect{}, client{};
+// Sends a message to another program's window; 0 when it does not answer within five seconds.
+LRESULT ask(HWND window, UINT message, WPARAM wparam = 0, LPARAM lparam = 0) {
+    DWORD_PTR result = 0;
+    SendMessageTimeoutW(window, message, wparam, lparam, SMTO_ABORTIFHUNG, 5000, &result);
+    return static_cast<LRESULT>(result);
+}
+
+std::wstring textOf(HWND window) {
+    const auto size = std::max<LRESULT>(ask(window, WM_GETTEXTLENGTH), 0);
+    std::wstring text(static_cast<size_t>(size) + 1, L'\0');
+    ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    return text.c_str();
+}
+
+// A page in the memory of the program that owns a control, for the messages whose structures the
+// system does not carry.
+class RemoteMemory {
+  public:
+    explicit RemoteMemory(HWND window) : window_(window) {
+        DWORD id = 0;
+        GetWindowThreadProcessId(window, &id);
+        process_ =
+            OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+        page_ = static_cast<char*>(
+            VirtualAllocEx(process_, nullptr, 16384, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    }
+    ~RemoteMemory() {
+        VirtualFreeEx(process_, page_, 0, MEM_RELEASE);
+        CloseHandle(process_);
+    }
+    RemoteMemory(const RemoteMemory&) = delete;
+    RemoteMemory& operator=(const RemoteMemory&) = delete;
+
+    // Sends the message with a copy of the structure over there, and brings the copy back.
+    template <class T>
+    LRESULT exchange(UINT message, WPARAM wparam, T& structure) {
+        const wchar_t empty = L'\0';
+        WriteProcessMemory(process_, textPlace(), &empty, sizeof empty, nullptr);
+        WriteProcessMemory(process_, page_, &structure, sizeof structure, nullptr);
+        const LRESULT result = ask(window_, message, wparam, reinterpret_cast<LPARAM>(page_));
+        ReadProcessMemory(process_, page_, &structure, sizeof structure, nullptr);
+        return result;
+    }
+    // For the structure's text, and what has come there.
+    static constexpr int kTextSize = 4096;
+    wchar_t* textPlace() const { return reinterpret_cast<wchar_t*>(page_ + 1024); }
+    std::wstring text() const {
+        std::wstring result(kTextSize, L'\0');
+        ReadProcessMemory(process_, textPlace(), result.data(), kTextSize * sizeof(wchar_t),
+                          nullptr);
+        return result.c_str();
+    }
+    void addPlace(Row& row, RECT rect) const {
+        MapWindowPoints(window_, nullptr, reinterpret_cast<POINT*>(&rect), 2);
+        addRect(row, rect);
+    }
+
+  private:
+    HWND window_;
+    HANDLE process_;
+    char* page_;
+};
+
+// Handle, parent, class, code name, visible, enabled, rectangle.
+Row describe(HWND window) {
+    wchar_t kind[256] = L"", name[256] = L"";
+    GetClassNameW(window, kind, 256);
+    const auto atom =
+        static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(window, L"Tunovka.name")));
+    if (atom) GlobalGetAtomNameW(atom, name, 256);
+    const HWND parent = GetWindowLongW(window, GWL_STYLE) & WS_CHILD ? GetParent(window) : nullptr;
+    Row row{number(reinterpret_cast<LONG_PTR>(window)),
+            number(reinterpret_cast<LONG_PTR>(parent)),
+            kind,
+            name,
+            number(IsWindowVisible(window)),
+            number(IsWindowEnabled(window))};
+    RECT rect{};
     GetWindowRect(window, &rect);
-    GetClientRect(window, &client);
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    const LONG style = GetWindowLongW(window, GWL_STYLE);
-    return Json::object({{"hwnd", Json::of(window)},
-                         {"parent", Json::of(style & WS_CHILD ? GetParent(window) : nullptr)},
-                         {"owner", Json::of(GetWindow(window, GW_OWNER))},
-                         {"pid", Json::of(static_cast<long long>(process))},
-                         {"class", Json::of(className(window))},
-                         {"name", Json::of(codeName(window))},
-                         {"visible", Json::of(IsWindowVisible(window) != FALSE)},
-                         {"enabled", Json::of(IsWindowEnabled(window) != FALSE)},
-                         {"minimized", Json::of(IsIconic(window) != FALSE)},
-                         {"rect", Json::of(rect)},
-                         {"client", Json::of(onScreen(window, client))}});
-}
-
-std::vector<DWORD> processes(const std::wstring& program) {
-    std::vector<DWORD> found;
-    const HANDLE list = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Process32FirstW(list, &entry); more; more = Process32NextW(list, &entry))
-        if (_wcsicmp(entry.szExeFile, program.c_str()) == 0) found.push_back(entry.th32ProcessID);
-    CloseHandle(list);
-    return found;
+    addRect(row, rect);
+    return row;
 }
 
 struct Search {
     std::vector<DWORD> of;
-    std::vector<HWND> found;
+    Rows found;
 };
 
 BOOL CALLBACK collectChild(HWND window, LPARAM search) {
-    reinterpret_cast<Search*>(search)->found.push_back(window);
+    reinterpret_cast<Search*>(search)->found.push_back(describe(window));
     return TRUE;
 }
 
@@ -75,102 +126,87 @@ BOOL CALLBACK collect(HWND window, LPARAM parameter) {
     Search& search = *reinterpret_cast<Search*>(parameter);
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
-    for (const DWORD wanted : search.of)
-        if (wanted == process) {
-            search.found.push_back(window);
-            EnumChildWindows(window, collectChild, parameter);
-        }
+    if (std::ranges::count(search.of, process) == 0) return TRUE;
+    search.found.push_back(describe(window));
+    EnumChildWindows(window, collectChild, parameter);
     return TRUE;
 }
 
 // All windows of the program, top windows in front first, each followed by its children.
-Json windows(const std::wstring& program) {
-    Search search{processes(program), {}};
+Rows windows(const std::wstring& program) {
+    Search search;
+    const HANDLE list = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(list, &entry); more; more = Process32NextW(list, &entry))
+        if (_wcsicmp(entry.szExeFile, program.c_str()) == 0)
+            search.of.push_back(entry.th32ProcessID);
+    CloseHandle(list);
     EnumWindows(collect, reinterpret_cast<LPARAM>(&search));
-    Json result = Json::array();
-    for (const HWND window : search.found) result.add(describe(window));
-    return result;
+    return search.found;
 }
 
-Json treeItems(HWND tree) {
-    Json result = Json::array();
-    RemoteMemory memory(tree);
+void addNodes(HWND tree, RemoteMemory& memory, HTREEITEM item, int level, Rows& rows) {
     const auto next = [&](WPARAM relation, HTREEITEM from) {
         return reinterpret_cast<HTREEITEM>(
             ask(tree, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(from)));
     };
-    std::vector<HTREEITEM> ancestors;
-    HTREEITEM item = next(TVGN_ROOT, nullptr);
-    while (item) {
-        const TreeItem read = memory.treeItem(item);
-        const HTREEITEM parent = ancestors.empty() ? nullptr : ancestors.back();
-        result.add(Json::object(
-            {{"item", Json::of(item)},
-             {"parent", Json::of(parent)},
-             {"level", Json::of(static_cast<long long>(ancestors.size()))},
-             {"text", Json::of(read.text)},
-             {"image", Json::of(static_cast<long long>(read.image))},
-             {"expanded", Json::of((read.state & TVIS_EXPANDED) != 0)},
-             {"selected", Json::of((read.state & TVIS_SELECTED) != 0)},
-             {"has_children", Json::of(read.children != 0)},
-             {"rect", read.shown ? Json::of(onScreen(tree, read.rect)) : Json::null()}}));
-        if (const HTREEITEM child = next(TVGN_CHILD, item)) {
-            ancestors.push_back(item);
-            item = child;
-            continue;
-        }
-        HTREEITEM following = next(TVGN_NEXT, item);
-        while (!following && !ancestors.empty()) {
-            following = next(TVGN_NEXT, ancestors.back());
-            ancestors.pop_back();
-        }
-        item = following;
+    for (; item; item = next(TVGN_NEXT, item)) {
+        TVITEMW read{};
+        read.mask = TVIF_TEXT | TVIF_STATE | TVIF_CHILDREN;
+        read.hItem = item;
+        read.stateMask = ~0u;
+        read.pszText = memory.textPlace();
+        read.cchTextMax = RemoteMemory::kTextSize;
+        memory.exchange(TVM_GETITEMW, 0, read);
+        Row row{memory.text(), number((read.state & TVIS_SELECTED) != 0), number(level),
+                number((read.state & TVIS_EXPANDED) != 0), number(read.cChildren)};
+        // The message takes the item where it leaves the rectangle; none inside a collapsed node.
+        RECT rect{};
+        rect.left = static_cast<LONG>(reinterpret_cast<LONG_PTR>(item));
+        if (memory.exchange(TVM_GETITEMRECT, TRUE, rect)) memory.addPlace(row, rect);
+        rows.push_back(row);
+        addNodes(tree, memory, next(TVGN_CHILD, item), level + 1, rows);
     }
-    return result;
 }
 
-Json listRows(HWND list) {
-    Json result = Json::array();
-    RemoteMemory memory(list);
-    const HWND header = reinterpret_cast<HWND>(ask(list, LVM_GETHEADER, 0, 0));
-    const int columns = header ? static_cast<int>(ask(header, HDM_GETITEMCOUNT, 0, 0)) : 1;
-    const int rows = static_cast<int>(ask(list, LVM_GETITEMCOUNT, 0, 0));
-    for (int row = 0; row < rows; ++row) {
-        Json texts = Json::array();
-        for (int column = 0; column < std::max(columns, 1); ++column)
-            texts.add(Json::of(memory.listText(row, column)));
-        const auto state = ask(list, LVM_GETITEMSTATE, row, LVIS_SELECTED | LVIS_FOCUSED);
-        result.add(Json::object({{"row", Json::of(static_cast<long long>(row))},
-                                 {"texts", std::move(texts)},
-                                 {"selected", Json::of((state & LVIS_SELECTED) != 0)},
-                                 {"focused", Json::of((state & LVIS_FOCUSED) != 0)},
-                                 {"rect", Json::of(onScreen(list, memory.listRect(row)))}}));
+// Text, selected, level, expanded, has children and the rectangle, of rows the first two and that.
+Rows items(HWND control) {
+    Rows rows;
+    RemoteMemory memory(control);
+    if (describe(control)[2] == WC_TREEVIEWW) {
+        const auto root = reinterpret_cast<HTREEITEM>(ask(control, TVM_GETNEXTITEM, TVGN_ROOT));
+        addNodes(control, memory, root, 0, rows);
+        return rows;
     }
-    return result;
+    const int count = static_cast<int>(ask(control, LVM_GETITEMCOUNT));
+    for (int at = 0; at < count; ++at) {
+        LVITEMW read{};
+        read.pszText = memory.textPlace();
+        read.cchTextMax = RemoteMemory::kTextSize;
+        memory.exchange(LVM_GETITEMTEXTW, static_cast<WPARAM>(at), read);
+        const auto state = ask(control, LVM_GETITEMSTATE, static_cast<WPARAM>(at), LVIS_SELECTED);
+        Row row{memory.text(), number(state != 0), L"0", L"0", L"0"};
+        RECT rect{};
+        rect.left = LVIR_BOUNDS;
+        memory.exchange(LVM_GETITEMRECT, static_cast<WPARAM>(at), rect);
+        memory.addPlace(row, rect);
+        rows.push_back(row);
+    }
+    return rows;
 }
 
-Json comboItems(HWND combo) {
-    Json items = Json::array();
-    const auto count = static_cast<int>(ask(combo, CB_GETCOUNT, 0, 0));
-    for (int i = 0; i < count; ++i)
-        items.add(Json::of(remoteText(combo, CB_GETLBTEXTLEN, i, CB_GETLBTEXT)));
-    return Json::object({{"items", std::move(items)},
-                         {"selected", Json::of(static_cast<long long>(
-                                          static_cast<int>(ask(combo, CB_GETCURSEL, 0, 0))))}});
-}
-
-Json focus() {
-    const HWND front = GetForegroundWindow();
+// The window with the keyboard, and whether a window is being moved.
+Row focus() {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(front, nullptr), &info);
-    return Json::object({{"foreground", Json::of(front)},
-                         {"focus", Json::of(info.hwndFocus)},
-                         {"moving", Json::of((info.flags & GUI_INMOVESIZE) != 0)}});
+    GetGUIThreadInfo(GetWindowThreadProcessId(GetForegroundWindow(), nullptr), &info);
+    return {number(reinterpret_cast<LONG_PTR>(info.hwndFocus)),
+            number((info.flags & GUI_INMOVESIZE) != 0)};
 }
 
 // Types the very letters, whatever keyboard the display believes in.
-Json type(const std::wstring& text) {
+Row type(const std::wstring& text) {
     std::vector<INPUT> keys;
     for (const wchar_t letter : text)
         for (const DWORD up : {0ul, static_cast<DWORD>(KEYEVENTF_KEYUP)}) {
@@ -181,57 +217,55 @@ Json type(const std::wstring& text) {
             keys.push_back(key);
         }
     const UINT sent = SendInput(static_cast<UINT>(keys.size()), keys.data(), sizeof(INPUT));
-    return Json::of(sent == keys.size());
+    return {number(sent == keys.size())};
 }
 
-HWND handle(const std::wstring& word) {
-    return reinterpret_cast<HWND>(static_cast<UINT_PTR>(_wtoi64(word.c_str())));
+Rows answer(const std::wstring& command, const std::wstring& word) {
+    if (command == L"focus") return {focus()};
+    if (command == L"windows") return windows(word);
+    if (command == L"type") return {type(word)};
+    const auto window = reinterpret_cast<HWND>(static_cast<UINT_PTR>(_wtoi64(word.c_str())));
+    if (!IsWindow(window)) return {};
+    if (command == L"text") return {{textOf(window)}};
+    if (command == L"items") return items(window);
+    // Posted, so that a window that opens a modal one does not hold up the journey.
+    if (command == L"close") return {{number(PostMessageW(window, WM_CLOSE, 0, 0))}};
+    return {};
 }
 
-// Posted, so that a window that opens a modal one does not hold up the journey.
-Json post(const std::vector<std::wstring>& words) {
-    return Json::of(PostMessageW(handle(words[1]), static_cast<UINT>(_wtoi64(words[2].c_str())),
-                                 static_cast<WPARAM>(_wtoi64(words[3].c_str())),
-                                 static_cast<LPARAM>(_wtoi64(words[4].c_str()))) != FALSE);
-}
-
-Json answer(const std::vector<std::wstring>& words) {
-    const std::wstring& command = words[0];
-    if (command == L"focus") return focus();
-    if (command == L"post" && words.size() == 5) return post(words);
-    if (words.size() != 2) return Json::null();
-    if (command == L"windows") return windows(words[1]);
-    if (command == L"type") return type(words[1]);
-    const HWND window = handle(words[1]);
-    if (!IsWindow(window)) return Json::null();
-    if (command == L"text") return Json::of(windowText(window));
-    if (command == L"tree") return treeItems(window);
-    if (command == L"list") return listRows(window);
-    if (command == L"combo") return comboItems(window);
-    return Json::null();
-}
-
-std::vector<std::wstring> split(const std::wstring& line) {
-    std::vector<std::wstring> words(1);
-    for (const wchar_t letter : line) {
-        if (letter == L'\t')
-            words.emplace_back();
-        else if (letter != L'\n' && letter != L'\r')
-            words.back() += letter;
+std::string inUtf8(const Rows& rows) {
+    std::wstring all;
+    for (const Row& row : rows) {
+        if (&row != &rows.front()) all += L'\x1e';
+        for (const std::wstring& field : row) {
+            if (&field != &row.front()) all += L'\t';
+            for (const wchar_t letter : field) all += letter < L' ' ? L' ' : letter;
+        }
     }
-    return words;
+    std::string result(all.size() * 3, '\0');
+    result.resize(WideCharToMultiByte(CP_UTF8, 0, all.data(), static_cast<int>(all.size()),
+                                      result.data(), static_cast<int>(result.size()), nullptr,
+                                      nullptr));
+    return result;
 }
 
 }  // namespace
-}  // namespace tunovka
 
 int wmain() {
-    using namespace tunovka;
     SetProcessDPIAware();  // coordinates as on the screen
     _setmode(_fileno(stdout), _O_BINARY);
-    std::vector<char> line(1 << 16);
-    while (std::fgets(line.data(), static_cast<int>(line.size()), stdin)) {
-        std::fprintf(stdout, "%s\n", answer(split(fromUtf8(line.data()))).text().c_str());
+    std::vector<char> bytes(1 << 16);
+    std::vector<wchar_t> line(1 << 16);
+    while (std::fgets(bytes.data(), static_cast<int>(bytes.size()), stdin)) {
+        MultiByteToWideChar(CP_UTF8, 0, bytes.data(), -1, line.data(),
+                            static_cast<int>(line.size()));
+        std::wstring command = line.data(), word;
+        command.resize(std::min(command.find_first_of(L"\r\n"), command.size()));
+        if (const auto tab = command.find(L'\t'); tab != command.npos) {
+            word = command.substr(tab + 1);
+            command.resize(tab);
+        }
+        std::fprintf(stdout, "%s\n", inUtf8(answer(command, word)).c_str());
         std::fflush(stdout);
     }
     return 0;
