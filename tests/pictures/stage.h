@@ -1,0 +1,164 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <cstring>
+#include <deque>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/frm_prieskumnik.h"
+#include "core/events_windows.h"
+#include "core/multimedialny.h"
+#include "pictures/album.h"
+#include "support/person.h"
+#include "ui/modal.h"
+
+namespace tunovka {
+
+// The whole program over drive E:, and what a person does with it from outside.
+class Stage : public testing::Test {
+  protected:
+    Stage() {
+        SetCursorPos(0, 0);  // no tip, no marked entry
+        explorer.load();
+        person_.onTick = [this] { look(); };
+        person_.setInterval(10);
+    }
+    ~Stage() override {
+        explorer.unload();
+        Forms::unloadAll();
+        Forms::run();
+    }
+
+    // A control of an open window; both are waited for.
+    static HWND control(const std::wstring& form, const std::wstring& name) {
+        Window* found = nullptr;
+        runUntil([&] {
+            const Form* const open = openForm(form);
+            return open && (found = controlNamed(*open, name));
+        });
+        return found->handle();
+    }
+    HWND control(const std::wstring& name) { return control(L"frmPrieskumnik", name); }
+
+    static Picture picture(const std::wstring& form) {
+        const Form* const found = openForm(form);
+        if (!found) return {};
+        HideCaret(GetFocus());
+        return Picture::of({found->handle()});
+    }
+    static void hold(const std::string& name, const std::wstring& form = L"frmPrieskumnik") {
+        Album::hold(name, [&] { return picture(form); });
+    }
+
+    static void click(HWND window, POINT at) {
+        PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+        PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+        settle();
+    }
+    static void press(HWND window, WPARAM key) {
+        SendMessageW(window, WM_KEYDOWN, key, 1);
+        SendMessageW(window, WM_KEYUP, key, 1);
+        settle();
+    }
+    static void press(HWND button) {
+        pressAndRelease(*windowOf(button));
+        settle();
+    }
+    // Clicks a node of a tree, which is to be in sight.
+    static void choose(HWND tree, const std::wstring& text) {
+        auto node = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
+        for (; node;
+             node = reinterpret_cast<HTREEITEM>(SendMessageW(
+                 tree, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(node)))) {
+            wchar_t shown[260] = L"";
+            TVITEMW item{.mask = TVIF_TEXT, .hItem = node, .pszText = shown, .cchTextMax = 260};
+            SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+            if (text != shown) continue;
+            RECT area{};
+            std::memcpy(&area, &node, sizeof node);
+            SendMessageW(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area));
+            return click(tree, {area.left + 5, area.top + 5});
+        }
+        FAIL() << "no node " << text;
+    }
+    void open(const std::wstring& folder, const std::wstring& file) {
+        choose(control(L"strom"), folder);
+        choose(control(L"Tview"), file);
+    }
+
+    // The next window of that name that opens is pictured and left by one of its controls.
+    struct Stop {
+        std::wstring form;
+        std::string picture;
+        std::wstring leave;
+    };
+    std::deque<Stop> stops;
+    std::wstring saveAs;  // what the next save dialog is told
+
+    // A menu that a window opens by the menu key, after some keys; `below` lies behind it.
+    static void holdMenu(const std::string& name, HWND window, std::vector<WPARAM> keys,
+                         std::vector<HWND> below = {}) {
+        Timer person;
+        bool waited = false;
+        person.onTick = [&] {
+            const std::vector<HWND> menus = shown(L"#32768");
+            if (menus.empty()) return;
+            std::vector<HWND> windows = below;
+            windows.insert(windows.end(), menus.rbegin(), menus.rend());
+            const HWND form = GetAncestor(window, GA_ROOT);
+            for (const WPARAM key : std::exchange(keys, {})) PostMessageW(form, WM_KEYDOWN, key, 1);
+            // The keys are taken before the next tick comes.
+            if (!std::exchange(waited, true)) return;
+            person.setInterval(0);
+            Album::hold(name, [&] { return Picture::of(windows); });
+            EndMenu();
+        };
+        person.setInterval(10);
+        SendMessageW(window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window), -1);
+    }
+
+    frmPrieskumnik& explorer = start();
+
+  private:
+    static frmPrieskumnik& start() {
+        setMessageFilter(filterMessage);
+        MultiMedialny::InitSharedTables();
+        return Forms::load<frmPrieskumnik>();
+    }
+    void look() {
+        const std::vector<HWND> dialogs = shown(L"#32770");
+        if (!dialogs.empty() && !saveAs.empty()) {
+            constexpr int kNameBox = 0x47C;
+            SetDlgItemTextW(dialogs[0], kNameBox, std::exchange(saveAs, {}).c_str());
+            PostMessageW(dialogs[0], WM_COMMAND, IDOK, 0);
+        }
+        if (stops.empty() || !openForm(stops.front().form)) return;
+        const Stop stop = stops.front();
+        stops.pop_front();
+        person_.setInterval(0);
+        if (!stop.picture.empty()) hold(stop.picture, stop.form);
+        person_.setInterval(10);
+        press(control(stop.form, stop.leave));
+    }
+
+    // The windows of that class that are on the screen, the front one first.
+    static std::vector<HWND> shown(const std::wstring& kind) {
+        std::vector<HWND> windows = WindowList::ofThisThread();
+        std::erase_if(windows, [&](HWND window) {
+            wchar_t name[32] = L"";
+            GetClassNameW(window, name, 32);
+            return kind != name || !IsWindowVisible(window);
+        });
+        return windows;
+    }
+
+    Timer person_;
+};
+
+}  // namespace tunovka
