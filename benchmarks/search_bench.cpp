@@ -1,5 +1,5 @@
 #include "benchmarks/bench.h"
-#include "core/events.h"
+#include "core/loop.h"
 #include "search/frm_hladanie.h"
 
 namespace tunovka::bench {

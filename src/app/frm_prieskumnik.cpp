@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "app/frm_o_programe.h"
-#include "core/events.h"
 #include "core/file_system.h"
+#include "core/loop.h"
 #include "core/text.h"
 #include "editor/frm_plejlist.h"
 #include "files/frm_info.h"

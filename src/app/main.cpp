@@ -3,11 +3,9 @@
 #include <ole2.h>
 
 #include "app/frm_prieskumnik.h"
-#include "core/events_windows.h"
+#include "core/loop.h"
 #include "core/multimedialny.h"
-#include "ui/boundary.h"
 #include "ui/box.h"
-#include "ui/modal.h"
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     using namespace tunovka;
@@ -16,10 +14,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     OleInitialize(nullptr);
 
     installFailureNotice();
-    setMessageFilter(filterMessage);
     MultiMedialny::InitSharedTables();
     guarded([] { Forms::load<frmPrieskumnik>().load(); });
-    Forms::run();
+    runLoop();
 
     OleUninitialize();
     return 0;

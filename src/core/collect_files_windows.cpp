@@ -2,8 +2,8 @@
 
 #include <unordered_set>
 
-#include "core/events.h"
 #include "core/handle.h"
+#include "core/loop.h"
 #include "core/paths.h"
 #include "core/rozneapi.h"
 #include "core/system_windows.h"

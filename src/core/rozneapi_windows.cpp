@@ -5,9 +5,9 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-#include "core/events.h"
 #include "core/handle.h"
 #include "core/late_function.h"
+#include "core/loop.h"
 #include "core/paths.h"
 #include "core/system_windows.h"
 #include "core/text.h"

@@ -8,7 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "core/loop_hooks.h"
+#include "core/loop.h"
 #include "playlist/resolve.h"
 #include "ui/sort_order.h"
 

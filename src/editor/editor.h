@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/events.h"
 #include "core/existing_files.h"
+#include "core/loop.h"
 #include "editor/document.h"
 #include "editor/editor_view.h"
 #include "ui/drag_drop.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/events.h"
+#include "core/loop.h"
 #include "core/text.h"
 #include "editor/texts.h"
 #include "ui/box.h"

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "core/events.h"
+#include "core/loop.h"
 #include "core/paths.h"
 #include "ui/chrome.h"
 #include "ui/painting.h"

@@ -17,8 +17,7 @@ constexpr DWORD kLongestWait = 1000;  // ms
 // What a thread gets: the opening, shared with whoever waits for it, and whom to tell.
 struct Work {
     std::shared_ptr<Opening> opening;
-    HWND window;
-    UINT message;
+    LoopSignal::Address ended;
 };
 
 HRESULT openClip(Opening& opening, const PlaylistClip& clip) {
@@ -61,7 +60,7 @@ DWORD WINAPI workOnThread(void* parameter) {
     openNoThrow(*work->opening);
     // Nobody takes a cancelled one: its file is let go here.
     if (work->opening->cancelled) work->opening->graph = SoundGraph();
-    PostMessageW(work->window, work->message, work->opening->number, 0);
+    work->ended.raise(work->opening->number);
     work->opening.reset();  // while COM is still there
     return 0;
 }
@@ -79,17 +78,17 @@ void ClipOpener::start(std::wstring file, const ClipList& list, PlaylistStepper:
     current_->list = list;
     current_->step = step;
     current_->number = ++lastNumber_;
-    auto work = std::make_unique<Work>(Work{current_, window_, message_});
+    auto work = std::make_unique<Work>(Work{current_, ended_});
     current_->thread = KernelHandle(CreateThread(nullptr, 0, workOnThread, work.get(), 0, nullptr));
     if (current_->thread) {
         static_cast<void>(work.release());  // it is the thread's now
     } else {
         current_->error = playbackErrorText(HRESULT_FROM_WIN32(GetLastError()));
-        PostMessageW(window_, message_, current_->number, 0);
+        ended_.raise(current_->number);
     }
 }
 
-std::shared_ptr<Opening> ClipOpener::take(WPARAM number) {
+std::shared_ptr<Opening> ClipOpener::take(std::uintptr_t number) {
     if (current_ && current_->number == number) return std::exchange(current_, nullptr);
     // It was cancelled when it had opened its file already.
     std::erase_if(cancelled_, [number](const auto& opening) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/handle.h"
+#include "core/loop.h"
 #include "player/clip_details.h"
 #include "player/playlist_clips.h"
 #include "player/playlist_stepper.h"
@@ -32,7 +33,7 @@ struct Opening {
     ClipDetails details;  // of the opened clip
     std::wstring error;   // of a failure, for the person
 
-    WPARAM number = 0;
+    std::uintptr_t number = 0;
     std::atomic<bool> cancelled = false;
     KernelHandle thread;
 };
@@ -41,8 +42,8 @@ struct Opening {
 // windows. Used by one thread; at most one opening counts at a time.
 class ClipOpener {
   public:
-    // The window gets the message when an opening has ended; take() then gives it out.
-    ClipOpener(HWND window, UINT message) : window_(window), message_(message) {}
+    // The signal is raised with an opening's number when it has ended; take() then gives it out.
+    explicit ClipOpener(const LoopSignal& ended) : ended_(ended.address()) {}
     ~ClipOpener();
 
     // Starts an opening in place of the one that runs.
@@ -50,9 +51,9 @@ class ClipOpener {
 
     bool busy() const { return current_ != nullptr; }
 
-    // The ended opening whose number came with the message (wParam); null for one that was
+    // The ended opening whose number came with the signal; null for one that was
     // cancelled meanwhile.
-    std::shared_ptr<Opening> take(WPARAM number);
+    std::shared_ptr<Opening> take(std::uintptr_t number);
 
     // Gives up the opening that runs. It may hold its file open for a moment longer.
     void cancel();
@@ -61,9 +62,8 @@ class ClipOpener {
     void awaitCancelled();
 
   private:
-    HWND window_;
-    UINT message_;
-    WPARAM lastNumber_ = 0;
+    LoopSignal::Address ended_;
+    std::uintptr_t lastNumber_ = 0;
     std::shared_ptr<Opening> current_;
     std::vector<std::shared_ptr<Opening>> cancelled_;
 };

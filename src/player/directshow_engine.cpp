@@ -5,27 +5,20 @@
 #include "player/playback_errors.h"
 
 namespace tunovka {
-namespace {
-
-constexpr UINT kOpened = WM_APP;  // wParam: the opening's number
-constexpr UINT kGraphEvent = WM_APP + 1;
-
-}  // namespace
 
 DirectShowEngine::DirectShowEngine(MediaListener listener)
     : reporter_(std::move(listener)),
-      window_([this](UINT message, WPARAM wparam, LPARAM) { handleMessage(message, wparam); }),
-      opener_(window_.handle(), kOpened) {}
+      opened_([this](std::uintptr_t number) { takeOpening(number); }),
+      graphEvent_([this](std::uintptr_t) { takeGraphEvents(); }),
+      opener_(opened_) {}
 
-void DirectShowEngine::handleMessage(UINT message, WPARAM wparam) {
-    if (message == kGraphEvent) {
-        takeGraphEvents();
-    } else if (const auto opening = opener_.take(wparam)) {
-        if (opening->graph)
-            entryOpened(*opening);
-        else
-            entryNotOpened(*opening);
-    }
+void DirectShowEngine::takeOpening(std::uintptr_t number) {
+    const auto opening = opener_.take(number);
+    if (!opening) return;
+    if (opening->graph)
+        entryOpened(*opening);
+    else
+        entryNotOpened(*opening);
 }
 
 void DirectShowEngine::open(const std::wstring& file) {
@@ -60,7 +53,7 @@ void DirectShowEngine::openEntry(Step step) {
 // The former clip stays until the next one is there: when none can be opened, it is still the one.
 void DirectShowEngine::entryOpened(Opening& opening) {
     graph_ = std::move(opening.graph);
-    graph_.notify(window_.handle(), kGraphEvent);
+    graph_.notify(graphEvent_);
     graph_.setVolume(volume_);
     list_ = opening.list;
     details_ = std::move(opening.details);

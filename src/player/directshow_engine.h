@@ -3,10 +3,10 @@
 #include <deque>
 #include <string>
 
+#include "core/loop.h"
 #include "player/clip_opener.h"
 #include "player/com_apartment.h"
 #include "player/media_engine.h"
-#include "player/message_window.h"
 #include "player/playback_reporter.h"
 #include "player/sound_graph.h"
 
@@ -35,7 +35,7 @@ class DirectShowEngine final : public MediaEngine {
   private:
     using Step = PlaylistStepper::Step;
 
-    void handleMessage(UINT message, WPARAM wparam);
+    void takeOpening(std::uintptr_t number);
     void forget();
     void openEntry(Step step);
     void step(Step step);
@@ -49,7 +49,7 @@ class DirectShowEngine final : public MediaEngine {
 
     ComApartment apartment_;
     PlaybackReporter reporter_;
-    MessageWindow window_;
+    LoopSignal opened_, graphEvent_;
     ClipOpener opener_;
     SoundGraph graph_;  // the clip that plays
 

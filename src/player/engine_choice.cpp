@@ -1,4 +1,4 @@
-#include "core/events.h"
+#include "core/loop.h"
 #include "player/directshow_engine.h"
 #include "player/media_control_engine.h"
 #include "player/media_player.h"

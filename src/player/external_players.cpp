@@ -1,7 +1,7 @@
 #include "player/external_players.h"
 
 #include "core/errors.h"
-#include "core/events.h"
+#include "core/loop.h"
 #include "core/process_windows.h"
 #include "core/register_windows.h"
 

@@ -7,8 +7,8 @@
 
 #include "core/ansi.h"
 #include "core/errors.h"
-#include "core/events.h"
 #include "core/file_system.h"
+#include "core/loop.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "player/now_playing.h"

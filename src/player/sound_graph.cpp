@@ -143,8 +143,10 @@ HRESULT SoundGraph::open(const std::wstring& file, SoundGraph& result) {
     return S_OK;
 }
 
-void SoundGraph::notify(HWND window, UINT message) {
-    events_->SetNotifyWindow(reinterpret_cast<OAHWND>(window), static_cast<long>(message), 0);
+void SoundGraph::notify(const LoopSignal& signal) {
+    const LoopSignal::Address& address = signal.address();
+    events_->SetNotifyWindow(reinterpret_cast<OAHWND>(address.window),
+                             static_cast<long>(address.message), address.number);
 }
 
 std::optional<SoundGraph::Event> SoundGraph::takeEvent() {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "core/handle.h"
+#include "core/loop.h"
 
 namespace tunovka {
 
@@ -25,8 +26,8 @@ class SoundGraph {
 
     explicit operator bool() const { return static_cast<bool>(graph_); }
 
-    // From now on the window gets this message whenever takeEvent() has something.
-    void notify(HWND window, UINT message);
+    // From now on the signal is raised whenever takeEvent() has something.
+    void notify(const LoopSignal& signal);
 
     struct Event {
         enum class Kind { Ended, Failed } kind{};

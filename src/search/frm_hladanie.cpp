@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "core/ansi.h"
-#include "core/events.h"
 #include "core/file_system.h"
+#include "core/loop.h"
 #include "core/paths.h"
 #include "core/rozneapi.h"
 #include "search/export.h"
@@ -28,8 +28,6 @@ constexpr std::size_t kBite = 4000;  // rows that the list takes at once: some m
 constexpr wchar_t kName[] = L"frmhladanie";
 constexpr wchar_t kTag[] = L"hladanie";
 constexpr wchar_t kNothingFound[] = L"neboli nájdené žiadne súbory";
-
-const UINT kStartScan = WM_APP + 2;
 
 PopupMenu resultMenu() {
     return PopupMenu({
@@ -76,7 +74,8 @@ frmhladanie::frmhladanie(ProgramLinks& links)
       scroller(*this, Lview, rowsPerPageRounded),
       panel(*this),
       menu1(resultMenu()),
-      links_(links) {
+      links_(links),
+      startScan_([this](std::uintptr_t) { startScan(); }) {
     RozneApi::ShowTitleBar(*this, false);
     tag = kTag;
     Tlacitko.onRelease = [this](MouseButton button) {
@@ -125,17 +124,11 @@ void frmhladanie::onActivated() {
     Lview.clear();
     scroller.hide();
     wanted_ = true;
-    PostMessageW(handle(), kStartScan, 0, 0);
+    startScan_.raise();
 }
 
 void frmhladanie::onAccept() {
     if (Lview.hasFocus()) prehrat_Click();
-}
-
-std::optional<LRESULT> frmhladanie::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message != kStartScan) return Form::onMessage(message, wparam, lparam);
-    startScan();
-    return 0;
 }
 
 // A search that runs already gives up at its next look and then starts the one that waits.
@@ -147,10 +140,10 @@ void frmhladanie::startScan() {
         ScanFolder(lbladresar.text());
     } catch (...) {
         panel.end();
-        PostMessageW(handle(), kStartScan, 0, 0);
+        startScan_.raise();
         throw;
     }
-    PostMessageW(handle(), kStartScan, 0, 0);
+    startScan_.raise();
 }
 
 void frmhladanie::ScanFolder(const std::wstring& folder) {

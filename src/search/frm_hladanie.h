@@ -34,7 +34,6 @@ class frmhladanie : public Form {
     void onActivated() override;
     void onAccept() override;
     void onPaintGround(HDC dc, const RECT& area) const override;
-    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
   private:
     void bindList();
@@ -55,6 +54,7 @@ class frmhladanie : public Form {
 
     ProgramLinks& links_;
     bool wanted_ = false;  // a folder waits to be searched
+    LoopSignal startScan_;
 };
 
 }  // namespace tunovka

@@ -1,7 +1,7 @@
 #include "search/scan_panel.h"
 
 #include "core/counter16.h"
-#include "core/events.h"
+#include "core/loop.h"
 #include "core/text.h"
 #include "search/sorting_out.h"
 #include "ui/form.h"

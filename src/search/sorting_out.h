@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/loop_hooks.h"
+#include "core/loop.h"
 
 namespace tunovka {
 

@@ -7,9 +7,8 @@
 
 #include "core/com_object.h"
 #include "core/errors.h"
-#include "core/events.h"
+#include "core/loop.h"
 #include "core/text.h"
-#include "ui/boundary.h"
 #include "ui/text_data.h"
 
 namespace tunovka {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "core/events.h"
+#include "core/loop.h"
 #include "core/text.h"
 #include "ui/accessible.h"
 #include "ui/dpi.h"
@@ -18,8 +18,6 @@ namespace {
 
 constexpr int kBorder = 5;  // how far inside the edge a resizable form is still grasped
 
-const UINT kBecameActive = WM_APP + 1;
-
 // The system tells top-level windows alone.
 BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
     SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
@@ -28,7 +26,12 @@ BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
 
 }  // namespace
 
-Form::Form(const FormArgs& args) : args_(args) {
+Form::Form(const FormArgs& args)
+    : args_(args), becameActive_([this](std::uintptr_t) {
+          const Depth alive(this);
+          if (!closing_) onActivated();
+      }) {
+    setMessageFilter(filterMessage);
     form_ = this;
     Args window;
     window.name = args.name;
@@ -274,7 +277,7 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
                 if (const HWND focus = GetFocus(); focus && IsChild(handle(), focus))
                     lastFocus_ = focus;
             } else {
-                PostMessageW(handle(), kBecameActive, 0, 0);
+                becameActive_.raise();
             }
             return std::nullopt;
         case WM_SETFOCUS:
@@ -284,10 +287,6 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
                 SetFocus(first);
             return 0;
         default:
-            if (message == kBecameActive) {
-                if (!closing_) onActivated();
-                return 0;
-            }
             return std::nullopt;
     }
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/loop.h"
 #include "ui/window.h"
 
 namespace tunovka {
@@ -135,6 +136,7 @@ class Form : public Window {
     bool closing_ = false;
     bool owned_ = false;  // by Forms, which destroys it
     HWND lastFocus_ = nullptr;
+    LoopSignal becameActive_;
     std::unique_ptr<class ModalState> modal_;
     std::unique_ptr<class ToolTip> tips_;
 };
@@ -143,7 +145,8 @@ class Form : public Window {
 // nullptr when there is none.
 HWND activeForm();
 
-// The program's loaded windows, in the order in which they were loaded.
+// The program's loaded windows, in the order in which they were loaded. When the last one is
+// destroyed, the program is asked to quit.
 class Forms {
   public:
     // Takes a new form into its care until it is unloaded.
@@ -163,9 +166,6 @@ class Forms {
 
     // Unloads all that is left.
     static void unloadAll();
-
-    // Runs the program until its last form is destroyed.
-    static void run();
 
   private:
     friend class Form;

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "core/events.h"
+#include "core/loop.h"
 #include "core/text.h"
 #include "ui/form.h"
 #include "ui/modal.h"
@@ -63,16 +63,6 @@ void Forms::unloadAll() {
     for (Form* form : loaded()) {
         const auto now = loaded();
         if (std::find(now.begin(), now.end(), form) != now.end()) form->close();
-    }
-}
-
-void Forms::run() {
-    bool running = true;
-    MSG message{};
-    while (running && GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (filterMessage(message)) continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
     }
 }
 

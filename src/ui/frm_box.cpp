@@ -4,9 +4,8 @@
 #include <deque>
 
 #include "core/errors.h"
-#include "core/events_windows.h"
+#include "core/loop.h"
 #include "core/text.h"
-#include "ui/boundary.h"
 #include "ui/box.h"
 #include "ui/box_layout.h"
 #include "ui/chrome.h"
@@ -89,8 +88,7 @@ void installFailureNotice() {
         }
         notifyLater(L"CHYBA", text, L"Rozumiem ...");
     };
-    setUnhandledReporter(report);
-    setUnhandledHandler(report);
+    setFailureHandler(report);
 }
 
 frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,

@@ -1,6 +1,6 @@
 #include "ui/modal.h"
 
-#include "ui/boundary.h"
+#include "core/loop.h"
 #include "ui/form.h"
 
 namespace tunovka {
@@ -55,20 +55,6 @@ bool filterMessage(MSG& message) {
         if (used) return true;
     }
     return IsDialogMessageW(top, &message);
-}
-
-void runLoopWhile(const std::function<bool()>& condition) {
-    MSG message{};
-    while (condition()) {
-        const BOOL got = GetMessageW(&message, nullptr, 0, 0);
-        if (got <= 0) {
-            if (got == 0) PostQuitMessage(static_cast<int>(message.wParam));
-            return;
-        }
-        if (filterMessage(message)) continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
 }
 
 }  // namespace tunovka

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <vector>
 
 namespace tunovka {
@@ -22,9 +21,5 @@ class ModalState {
 // What comes before a message reaches its window: shortcuts of the form, Tab, Enter and Escape,
 // which end here (true), and the wheel, which is sent to the window under the pointer.
 bool filterMessage(MSG& message);
-
-// Runs the message loop for as long as the condition holds. A request to quit is passed on to the
-// outer loop.
-void runLoopWhile(const std::function<bool()>& condition);
 
 }  // namespace tunovka

@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include "ui/boundary.h"
+#include "core/loop.h"
 
 namespace tunovka {
 namespace {

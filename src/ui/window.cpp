@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "core/errors.h"
+#include "core/loop.h"
 #include "ui/accessible.h"
-#include "ui/boundary.h"
 #include "ui/common_controls.h"
 #include "ui/dpi.h"
 #include "ui/form.h"

@@ -27,7 +27,7 @@ class LongUse : public testing::Test {
   protected:
     ~LongUse() override {
         Forms::unloadAll();
-        Forms::run();
+        runLoop();
     }
 
     void select(const wchar_t* key) {

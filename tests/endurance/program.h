@@ -4,18 +4,15 @@
 #include <string>
 
 #include "app/frm_prieskumnik.h"
-#include "core/events_windows.h"
+#include "core/loop.h"
 #include "core/multimedialny.h"
-#include "ui/boundary.h"
 #include "ui/box.h"
-#include "ui/modal.h"
 
 namespace tunovka {
 
 // Opens the explorer on a folder, as the program's start does.
 inline frmPrieskumnik& startProgram(const std::wstring& folder) {
     installFailureNotice();
-    setMessageFilter(filterMessage);
     MultiMedialny::InitSharedTables();
     frmPrieskumnik& explorer = Forms::load<frmPrieskumnik>();
     explorer.load();

@@ -124,7 +124,7 @@ TEST(RandomHands, LoseNoFile) {
     for (RandomHands hands(ground, static_cast<unsigned>(seed), steps); !hands.done();) {
         LastWords::goesOn();
         startProgram(ground.path());
-        Forms::run();
+        runLoop();
     }
     ground.check(true);
     EXPECT_EQ(ground.faults, std::vector<std::wstring>());

@@ -12,11 +12,10 @@
 #include <vector>
 
 #include "app/frm_prieskumnik.h"
-#include "core/events_windows.h"
+#include "core/loop.h"
 #include "core/multimedialny.h"
 #include "pictures/album.h"
 #include "support/person.h"
-#include "ui/modal.h"
 
 namespace tunovka {
 
@@ -32,7 +31,7 @@ class Stage : public testing::Test {
     ~Stage() override {
         explorer.unload();
         Forms::unloadAll();
-        Forms::run();
+        runLoop();
     }
 
     // A control of an open window; both are waited for.
@@ -127,7 +126,6 @@ class Stage : public testing::Test {
 
   private:
     static frmPrieskumnik& start() {
-        setMessageFilter(filterMessage);
         MultiMedialny::InitSharedTables();
         return Forms::load<frmPrieskumnik>();
     }

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "core/events.h"
+#include "core/loop.h"
 #include "support/notifications.h"
 #include "support/person.h"
 

@@ -2,13 +2,16 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <memory>
+#include <thread>
+#include <vector>
 
 #include "core/ansi.h"
 #include "core/errors.h"
-#include "core/events_windows.h"
 #include "core/existing_files.h"
 #include "core/file_system.h"
 #include "core/handle.h"
+#include "core/loop.h"
 #include "core/register_windows.h"
 #include "core/rozneapi.h"
 #include "support/error_of.h"
@@ -103,7 +106,7 @@ class Events : public testing::Test {
   protected:
     void TearDown() override {
         setMessageFilter({});
-        setUnhandledHandler({});
+        setFailureHandler({});
         while (PeekMessageW(&message_, nullptr, 0, 0, PM_REMOVE)) {
         }
     }
@@ -131,7 +134,7 @@ TEST_F(Events, RunsPostedRoutinesLaterAndInOrder) {
 
 TEST_F(Events, LetsNoErrorReachTheSystem) {
     int number = 0;
-    setUnhandledHandler([&](std::exception_ptr failure) {
+    setFailureHandler([&](std::exception_ptr failure) {
         number = errorOf([&] { std::rethrow_exception(failure); });
     });
     bool later = false;
@@ -165,6 +168,56 @@ TEST_F(Events, AsksTheFilterFirst) {
     setMessageFilter([&](MSG& message) { return message.message == WM_APP + 5 && ++asked; });
     yieldNow();
     EXPECT_EQ(asked, 1);
+}
+
+// A worker's end, waited for while a person clicks, types and timers tick.
+TEST_F(Events, WaitsForAWorkerWithHandsHeldBackOrNot) {
+    const KernelHandle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    std::vector<UINT> seen;
+    setMessageFilter([&](MSG& message) {
+        if (message.message == WM_TIMER && seen.size() < 2) {
+            seen.push_back(WM_TIMER);
+            if (seen.size() == 2) SetEvent(done.get());
+        }
+        if (message.message == WM_CHAR) seen.push_back(WM_CHAR);
+        return false;
+    });
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, nullptr);
+    const DWORD self = GetCurrentThreadId();
+    PostThreadMessageW(self, WM_CHAR, L'a', 0);
+    EXPECT_TRUE(waitForObject(done.get(), Meanwhile::PaintingOnly));
+    EXPECT_EQ(seen, (std::vector<UINT>{WM_TIMER, WM_TIMER}));
+    yieldNow();
+    EXPECT_EQ(seen.back(), static_cast<UINT>(WM_CHAR));
+
+    ResetEvent(done.get());
+    PostThreadMessageW(self, WM_KEYDOWN, VK_ESCAPE, 0);
+    EXPECT_FALSE(waitForObject(done.get(), Meanwhile::PaintingOnly));
+    EXPECT_FALSE(PeekMessageW(&message_, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE));
+
+    postToLoop([&] { SetEvent(done.get()); });
+    EXPECT_TRUE(waitForObject(done.get(), Meanwhile::AllEvents));
+    ResetEvent(done.get());
+    PostQuitMessage(0);
+    EXPECT_FALSE(waitForObject(done.get(), Meanwhile::AllEvents));
+    KillTimer(nullptr, timer);
+}
+
+// What another thread raises, and what nobody hears any more.
+TEST_F(Events, RunsASignalOnTheLoopsThreadWhileItLives) {
+    std::vector<std::uintptr_t> values;
+    std::unique_ptr<LoopSignal> signal;
+    signal = std::make_unique<LoopSignal>([&](std::uintptr_t value) {
+        values.push_back(value);
+        if (value == 2) signal.reset();  // from within its own routine
+    });
+    const LoopSignal::Address address = signal->address();
+    std::thread([&] {
+        for (std::uintptr_t value : {1, 2, 3}) address.raise(value);
+    }).join();
+    EXPECT_TRUE(values.empty());
+    yieldNow();
+    EXPECT_EQ(values, (std::vector<std::uintptr_t>{1, 2}));
 }
 
 TEST(RozneApi, CollectsLevelByLevel) {

@@ -4,9 +4,9 @@
 #include "core/ansi.h"
 #include "core/counter16.h"
 #include "core/file_system.h"
+#include "core/loop.h"
 #include "support/editor_stage.h"
 #include "support/error_of.h"
-#include "ui/boundary.h"
 #include "ui/box.h"
 
 namespace tunovka {

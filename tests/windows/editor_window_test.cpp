@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "core/counter16.h"
-#include "core/events.h"
 #include "core/file_system.h"
+#include "core/loop.h"
 #include "editor/frm_plejlist.h"
 #include "editor/texts.h"
 #include "support/editor_stage.h"

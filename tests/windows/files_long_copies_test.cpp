@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "core/errors.h"
-#include "core/events_windows.h"
+#include "core/loop.h"
 #include "support/file_menus.h"
-#include "ui/modal.h"
 
 namespace tunovka {
 namespace {
@@ -12,13 +11,11 @@ namespace {
 class LongCopies : public FileMenus {
   protected:
     LongCopies() {
-        setMessageFilter(filterMessage);  // as the program does
         song = folder.file(L"a.mp3", std::string(12 << 20, 's'));
         FileSystemObject::setFault([](DiskStep step, const std::wstring&) {
             if (step == DiskStep::Copy) Sleep(30);  // a slow disk
         });
     }
-    ~LongCopies() override { setMessageFilter({}); }
 
     // Starts copying the file; `during` is called once when the window has come.
     void copy(std::function<void(Form& window)> during) {

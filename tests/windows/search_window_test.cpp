@@ -2,13 +2,12 @@
 #include <gtest/gtest.h>
 
 #include "core/ansi.h"
-#include "core/events.h"
 #include "core/file_system.h"
+#include "core/loop.h"
 #include "search/frm_hladanie.h"
 #include "support/machine.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/boundary.h"
 #include "ui/box.h"
 
 namespace tunovka {

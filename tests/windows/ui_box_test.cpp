@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "core/errors.h"
-#include "core/events.h"
+#include "core/loop.h"
 #include "support/person.h"
-#include "ui/boundary.h"
 #include "ui/box.h"
 #include "ui/frm_box.h"
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/errors.h"
-#include "core/events.h"
+#include "core/loop.h"
 #include "support/error_of.h"
 #include "ui/form.h"
 

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <utility>
+
+struct HWND__;
+struct tagMSG;
+
+// The one message loop of the program: what runs, waits, posts and reports failures goes through
+// it. Everything here belongs to the thread of the windows, but
+// posting and raising.
+
+namespace tunovka {
+
+// ---- Long loops -------------------------------------------------------------------------------
+
+// The program-wide 16-bit flag that a stop button raises; kTrue16 is -1.
+extern std::int16_t StopRequested;
+
+// Lets waiting messages run, but looks for them only when 15 ms have passed since it last did, so
+// that a loop may call it per item. Returns true when it looked. Inside it any window, item or
+// file that the caller knows may go: look up again by key afterwards.
+bool yieldToEvents();
+
+// Lets waiting messages run now, whenever the last look was.
+void yieldNow();
+
+// What a long loop calls once per item. Both may be empty. While events run the user may close the
+// window or press other buttons, so a loop holds no references into data that commands change.
+struct LoopHooks {
+    std::function<void()> letEventsRun{};
+    std::function<bool()> cancelled{};
+
+    // Lets events run; false when the loop is to end.
+    bool next() const {
+        if (letEventsRun) letEventsRun();
+        return !cancelled || !cancelled();
+    }
+};
+
+// ---- Running and waiting ----------------------------------------------------------------------
+
+// Runs the program until somebody asks it to quit.
+void runLoop();
+
+// Runs events for as long as the condition holds, which is asked after each of them: a modal
+// window. A request to quit ends it and is passed on to the outer loop.
+void runLoopWhile(const std::function<bool()>& condition);
+
+// What runs while a wait lasts: every event, or only painting and timers. In the second case
+// clicks and keys stay in their queue until the wait is over, and the person gives it up by Escape.
+enum class Meanwhile { AllEvents, PaintingOnly };
+
+// Waits until an object of the system (a worker's thread, an event) is signalled. False when it was
+// not: the person gave up, or the program is to quit.
+bool waitForObject(void* object, Meanwhile meanwhile);
+
+// ---- Posting ----------------------------------------------------------------------------------
+
+// Calls `routine` from the message loop, after what runs now has returned. Routines keep their
+// order. Another thread than that of the windows may call it too, once that one has called
+// prepareLoop().
+void postToLoop(std::function<void()> routine);
+void prepareLoop();
+
+// Calls a routine from the message loop each time that it is raised, as long as it lives: for what
+// other threads and components have to tell, and for what a window posts to itself.
+class LoopSignal {
+  public:
+    explicit LoopSignal(std::function<void(std::uintptr_t value)> routine);
+    ~LoopSignal();
+    LoopSignal(const LoopSignal&) = delete;
+    LoopSignal& operator=(const LoopSignal&) = delete;
+
+    // Where it is reached, also by who may outlive it: another thread, or a component that tells a
+    // window and posts this message with `number` as its lParam.
+    struct Address {
+        HWND__* window;
+        unsigned message;
+        std::intptr_t number;
+
+        // From any thread; the value is handed on.
+        void raise(std::uintptr_t value = 0) const;
+    };
+    const Address& address() const { return address_; }
+    void raise(std::uintptr_t value = 0) const { address_.raise(value); }
+
+  private:
+    friend class LoopWindow;
+    std::function<void(std::uintptr_t)> routine_;
+    Address address_;
+};
+
+// Asked for every message before it is dispatched; true when it was dealt with (keyboard moves
+// between controls, short cuts).
+void setMessageFilter(std::function<bool(tagMSG&)> filter);
+
+// ---- Failures ---------------------------------------------------------------------------------
+
+// Takes what nobody handled: the program shows a notice.
+void setFailureHandler(std::function<void(std::exception_ptr)> handler);
+
+void reportFailure(std::exception_ptr failure) noexcept;
+
+// Runs a routine at the border to the system: nothing thrown passes, it is reported.
+template <typename Routine>
+void guarded(Routine&& routine) noexcept {
+    try {
+        std::forward<Routine>(routine)();
+    } catch (...) {
+        reportFailure(std::current_exception());
+    }
+}
+
+}  // namespace tunovka

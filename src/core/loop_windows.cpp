@@ -1,0 +1,251 @@
+#include <windows.h>
+
+#include <deque>
+#include <map>
+#include <mutex>
+
+#include "core/errors.h"
+#include "core/loop.h"
+
+namespace tunovka {
+
+std::int16_t StopRequested = 0;
+
+namespace {
+
+constexpr DWORD kPause = 15;        // ms between two looks at the messages
+constexpr DWORD kLongestLook = 50;  // ms after which the work goes on even if messages never end
+
+constexpr UINT kRunPosted = WM_APP;
+constexpr UINT kRunSignal = WM_APP + 1;  // wParam: the value, lParam: the signal's number
+
+struct Handlers {
+    std::function<bool(MSG&)> filter;
+    std::function<void(std::exception_ptr)> failure;
+};
+
+Handlers& handlers() {
+    static Handlers only;
+    return only;
+}
+
+DWORD& lastLook() {
+    static DWORD time = GetTickCount();
+    return time;
+}
+
+}  // namespace
+
+// The window that nobody sees, which brings what is posted and raised into the loop, whoever runs
+// it: a menu's or a drag's own loop as well.
+class LoopWindow {
+  public:
+    static LoopWindow& get() {
+        static LoopWindow only;
+        return only;
+    }
+
+    HWND handle() const { return handle_; }
+
+    void post(std::function<void()> routine) {
+        const std::scoped_lock lock(postedLock_);
+        posted_.push_back(std::move(routine));
+        if (PostMessageW(handle_, kRunPosted, 0, 0)) return;
+        posted_.pop_back();
+        throw RuntimeError(kInvalidCall);
+    }
+
+    std::intptr_t add(LoopSignal& signal) {
+        signals_[++lastNumber_] = &signal;
+        return lastNumber_;
+    }
+    void remove(std::intptr_t number) { signals_.erase(number); }
+
+  private:
+    // It lives as long as the thread; the system destroys it at its end.
+    LoopWindow() {
+        WNDCLASSW kind{};
+        kind.lpfnWndProc = procedure;
+        kind.hInstance = GetModuleHandleW(nullptr);
+        kind.lpszClassName = L"Tunovka.loop";
+        RegisterClassW(&kind);
+        handle_ = CreateWindowExW(0, kind.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                  kind.hInstance, nullptr);
+    }
+
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+        if (message == kRunPosted)
+            get().runFirstPosted();
+        else if (message == kRunSignal)
+            get().runSignal(wparam, lparam);
+        else
+            return DefWindowProcW(window, message, wparam, lparam);
+        return 0;
+    }
+
+    std::function<void()> takeFirstPosted() {
+        const std::scoped_lock lock(postedLock_);
+        std::function<void()> routine = std::move(posted_.front());
+        posted_.pop_front();
+        return routine;
+    }
+
+    // A message stands for each routine.
+    void runFirstPosted() {
+        guarded([&] { takeFirstPosted()(); });
+    }
+
+    void runSignal(WPARAM value, LPARAM number) {
+        const auto found = signals_.find(number);
+        if (found == signals_.end()) return;           // it has gone since it was raised
+        const auto routine = found->second->routine_;  // which may destroy the signal
+        guarded([&] { routine(value); });
+    }
+
+    HWND handle_ = nullptr;
+    std::mutex postedLock_;
+    std::deque<std::function<void()>> posted_;
+    std::map<std::intptr_t, LoopSignal*> signals_;
+    std::intptr_t lastNumber_ = 0;
+};
+
+namespace {
+
+// The next message that may run now. A request to quit comes last and is not taken out: it is
+// the main loop's.
+bool takeMessage(MSG& message, Meanwhile meanwhile) {
+    if (meanwhile == Meanwhile::PaintingOnly)
+        return PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE) ||
+               PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE);
+    return PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);
+}
+
+void dispatch(MSG& message) {
+    if (handlers().filter && handlers().filter(message)) return;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
+// Runs what waits until the condition fails or nothing waits any more. False when the program is to
+// quit, which is asked for again for the outer loop.
+bool runWaiting(const std::function<bool()>& condition, Meanwhile meanwhile) {
+    MSG message;
+    while (condition() && takeMessage(message, meanwhile)) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return false;
+        }
+        dispatch(message);
+    }
+    return true;
+}
+
+// Escape, while the messages of the keyboard stay in their queue.
+class EscapeWatch {
+  public:
+    // A new press; one that is held from before does not count.
+    bool pressed() {
+        const bool down = isDown();
+        const bool isNew = down && !wasDown_;
+        wasDown_ = down;
+        MSG key;
+        return isNew || (PeekMessageW(&key, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE) &&
+                         key.wParam == VK_ESCAPE);
+    }
+
+    // What was typed up to the Escape is given up with what it was typed for.
+    static void dropKeys() {
+        MSG key;
+        while (PeekMessageW(&key, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE))
+            if (key.message == WM_KEYDOWN && key.wParam == VK_ESCAPE) return;
+    }
+
+  private:
+    static bool isDown() {
+        const DWORD inFront = GetWindowThreadProcessId(GetForegroundWindow(), nullptr);
+        return inFront == GetCurrentThreadId() && GetAsyncKeyState(VK_ESCAPE) < 0;
+    }
+
+    bool wasDown_ = isDown();
+};
+
+}  // namespace
+
+bool yieldToEvents() {
+    if (GetTickCount() - lastLook() < kPause) return false;
+    yieldNow();
+    return true;
+}
+
+void yieldNow() {
+    const DWORD start = GetTickCount();
+    runWaiting([&] { return GetTickCount() - start < kLongestLook; }, Meanwhile::AllEvents);
+    lastLook() = GetTickCount();
+}
+
+void runLoopWhile(const std::function<bool()>& condition) {
+    while (condition()) {
+        if (!runWaiting(condition, Meanwhile::AllEvents)) return;
+        if (condition()) WaitMessage();
+    }
+}
+
+void runLoop() {
+    runLoopWhile([] { return true; });
+    MSG quit;
+    PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+}
+
+bool waitForObject(void* object, Meanwhile meanwhile) {
+    const auto waits = [&] { return WaitForSingleObject(object, 0) == WAIT_TIMEOUT; };
+    EscapeWatch escape;
+    while (waits()) {
+        // What stays in the queue must not end the wait below: only what is new from here on does.
+        GetQueueStatus(QS_ALLINPUT);
+        if (!runWaiting(waits, meanwhile)) return false;
+        if (meanwhile == Meanwhile::PaintingOnly && escape.pressed()) {
+            EscapeWatch::dropKeys();
+            return false;
+        }
+        MsgWaitForMultipleObjects(1, &object, FALSE, INFINITE, QS_ALLINPUT);
+    }
+    return true;
+}
+
+void prepareLoop() {
+    LoopWindow::get();
+}
+
+void postToLoop(std::function<void()> routine) {
+    LoopWindow::get().post(std::move(routine));
+}
+
+LoopSignal::LoopSignal(std::function<void(std::uintptr_t)> routine)
+    : routine_(std::move(routine)),
+      address_{LoopWindow::get().handle(), kRunSignal, LoopWindow::get().add(*this)} {}
+
+LoopSignal::~LoopSignal() {
+    LoopWindow::get().remove(address_.number);
+}
+
+void LoopSignal::Address::raise(std::uintptr_t value) const {
+    PostMessageW(window, message, value, number);
+}
+
+void setMessageFilter(std::function<bool(MSG&)> filter) {
+    handlers().filter = std::move(filter);
+}
+
+void setFailureHandler(std::function<void(std::exception_ptr)> handler) {
+    handlers().failure = std::move(handler);
+}
+
+void reportFailure(std::exception_ptr failure) noexcept {
+    try {
+        if (handlers().failure) handlers().failure(std::move(failure));
+    } catch (...) {
+        // A report that fails has nobody left to tell.
+    }
+}
+
+}  // namespace tunovka
