@@ -129,8 +129,8 @@ void Window::create(const Args& args) {
     if (args.parent) form_ = args.parent->form_;
     registerOwnClass(ownProcedure);
     handle_ = CreateWindowExW(args.exStyle, args.className ? args.className : kClassName,
-                              args.text.c_str(), args.style | WS_CLIPSIBLINGS, args.bounds.x, args.bounds.y,
-                              args.bounds.width, args.bounds.height,
+                              args.text.c_str(), args.style | WS_CLIPSIBLINGS, args.bounds.x,
+                              args.bounds.y, args.bounds.width, args.bounds.height,
                               args.parent ? args.parent->handle() : args.owner, nullptr,
                               GetModuleHandleW(nullptr), nullptr);
     if (!handle_) throw RuntimeError(kOutOfMemory);

@@ -12,10 +12,13 @@
 #include <vector>
 
 #include "app/frm_prieskumnik.h"
+#include "core/ansi.h"
 #include "core/loop.h"
 #include "core/multimedialny.h"
+#include "editor/frm_plejlist.h"
 #include "pictures/album.h"
 #include "support/person.h"
+#include "support/scratch_folder.h"
 
 namespace tunovka {
 
@@ -55,6 +58,35 @@ class Stage : public testing::Test {
         Album::hold(name, [&] { return picture(form); });
     }
 
+    // One control below the other, each with the focus or held down by the mouse.
+    enum class Held { Focused, Pressed };
+    static Picture controls(const std::wstring& form, Held held) {
+        Picture sheet;
+        const HWND before = GetFocus();
+        for (const HWND control : WindowList::below(openForm(form)->handle())) {
+            const bool isButton = dynamic_cast<Image*>(windowOf(control));
+            if (!IsWindowVisible(control) ||
+                !(isButton || dynamic_cast<PictureBox*>(windowOf(control))))
+                continue;
+            if (held == Held::Pressed && isButton) {
+                SendMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+            } else if (held == Held::Focused && GetWindowLongW(control, GWL_STYLE) & WS_TABSTOP) {
+                SetFocus(control);
+            } else {
+                continue;
+            }
+            sheet.append(picture(form).part(windowOf(control)->name(), 2));
+            ReleaseCapture();
+            SetFocus(before);
+        }
+        return sheet;
+    }
+    static void holdControls(const std::string& name,
+                             const std::wstring& form = L"frmPrieskumnik") {
+        Album::hold(name + "-pressed", [&] { return controls(form, Held::Pressed); });
+        Album::hold(name + "-focused", [&] { return controls(form, Held::Focused); });
+    }
+
     static void click(HWND window, POINT at) {
         PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
         PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
@@ -91,11 +123,12 @@ class Stage : public testing::Test {
         choose(control(L"Tview"), file);
     }
 
-    // The next window of that name that opens is pictured and left by one of its controls.
+    // The next window of that name that opens is pictured, once a control that blinks is seen, and
+    // left by another one.
     struct Stop {
         std::wstring form;
         std::string picture;
-        std::wstring leave;
+        std::wstring leave, blinks;
     };
     std::deque<Stop> stops;
     std::wstring saveAs;  // what the next save dialog is told
@@ -122,6 +155,19 @@ class Stage : public testing::Test {
         SendMessageW(window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window), -1);
     }
 
+    // Opens an editor on a list of that many lines, made for it in drive E:.
+    frmplejlist& edit(const std::wstring& name, int lines) {
+        std::string content;
+        for (int i = 1; i <= lines; ++i)
+            content += i % 3 ? toAnsi(L"\\Čerešňový sad.mp3\r\n") : std::to_string(i) + ".mp3\r\n";
+        ScratchFolder::write(L"E:\\" + name, content);
+        explorer.contents.ListFolderContents(L"E:\\");
+        choose(control(L"Tview"), name);
+        explorer.prehrat.choose(L"editovat_playlist");
+        DeleteFileW((L"E:\\" + name).c_str());
+        return dynamic_cast<frmplejlist&>(windowOf(control(L"frmplejlist", L"Lview"))->form());
+    }
+
     frmPrieskumnik& explorer = start();
 
   private:
@@ -140,6 +186,8 @@ class Stage : public testing::Test {
         const Stop stop = stops.front();
         stops.pop_front();
         person_.setInterval(0);
+        if (!stop.blinks.empty())
+            runUntil([&] { return IsWindowVisible(control(stop.form, stop.blinks)); });
         if (!stop.picture.empty()) hold(stop.picture, stop.form);
         person_.setInterval(10);
         press(control(stop.form, stop.leave));

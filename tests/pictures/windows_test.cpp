@@ -1,8 +1,8 @@
 // Every window as a person sees it.
-#include "editor/frm_plejlist.h"
 #include "files/frm_kopirovanie.h"
 #include "pictures/stage.h"
 #include "ui/box.h"
+#include "ui/colors.h"
 
 namespace tunovka {
 namespace {
@@ -30,6 +30,28 @@ TEST_F(Pictures, Explorer) {
     choose(control(L"Tview"), kList);
     press(control(L"Tview"), VK_RIGHT);
     hold("playlist");
+    choose(control(L"Tview"), L"File6=Odzemok.mp3");
+    stops = {{L"frminfo", "no-file", L"Tlacitko", L"lblvystraha"}};
+    explorer.prehrat.choose(L"info_o_subore");
+}
+
+TEST_F(Pictures, ExplorersControls) {
+    const HWND boundary = control(L"Medzera");
+    SendMessageW(boundary, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 9));
+    SendMessageW(boundary, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(102, 9));
+    hold("boundary-dragged");
+    SendMessageW(boundary, WM_LBUTTONUP, 0, MAKELPARAM(102, 9));
+    explorer.folders.strom.setDropHighlight(kFolder);
+    explorer.setClientSize({explorer.scaled(620), explorer.scaled(400)});
+    hold("smallest");
+
+    explorer.contents.Tview.clear();  // without a selection, play does nothing
+    holdControls("explorer");
+    const HWND volume = control(L"PicHlas");
+    press(volume, VK_HOME);
+    Album::hold("silent", [] { return picture(L"frmPrieskumnik").part(L"PicHlas"); });
+    press(volume, VK_END);
+    Album::hold("loud", [] { return picture(L"frmPrieskumnik").part(L"PicHlas"); });
 }
 
 TEST_F(Pictures, Player) {
@@ -56,6 +78,29 @@ TEST_F(Pictures, Search) {
                !IsWindowVisible(control(L"frmhladanie", L"PicInfo"));
     }));
     hold("search", L"frmhladanie");
+    holdMenu("search-menu", control(L"frmhladanie", L"Lview"), {VK_UP, VK_RIGHT});
+    holdControls("search", L"frmhladanie");
+}
+
+TEST_F(Pictures, RunningSearch) {
+    explorer.folders.Drive1.setDrive(L"z:");  // takes longer than one may wait
+    Timer person;
+    person.onTick = [&] {
+        const Form* const window = openForm(L"frmhladanie");
+        const Window* const folder = window ? controlNamed(*window, L"lblpriebeh") : nullptr;
+        if (!folder || folder->text().empty()) return;
+        person.setInterval(0);
+        Album::hold("searching", [] {
+            return picture(L"frmhladanie").blank(L"lblpriebeh").blank(L"lblnajdene");
+        });
+        press(control(L"frmhladanie", L"Istop"));
+    };
+    person.setInterval(10);
+    explorer.menuprestrom.choose(L"prehladaj_adresar");
+    ASSERT_TRUE(runUntil([&] {
+        return person.interval() == 0 &&
+               !windowOf(control(L"frmhladanie", L"Lview"))->form().isBusy();
+    }));
 }
 
 TEST_F(Pictures, Editor) {
@@ -79,6 +124,29 @@ TEST_F(Pictures, Editor) {
     press(control(L"Tview"), VK_RIGHT);
     hold("saved");
     DeleteFileW((kFolder + L"Môj výber.m3u").c_str());
+}
+
+TEST_F(Pictures, LongList) {
+    edit(L"dlhý.m3u", 100);
+    const HWND thumb = control(L"frmplejlist", L"Iposuv");
+    hold("list-start", L"frmplejlist");
+    for (int i = 0; i < 2; ++i) press(thumb, VK_NEXT);
+    hold("list-middle", L"frmplejlist");
+    press(thumb, VK_END);
+    hold("list-end", L"frmplejlist");
+    holdMenu("editor-menu", control(L"frmplejlist", L"Lview"), {VK_UP, VK_RIGHT});
+    holdControls("list", L"frmplejlist");
+}
+
+TEST_F(Pictures, HighContrast) {
+    chooseColors(true);
+    edit(L"krátky.m3u", 3);
+    RedrawWindow(explorer.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+    stops = {{L"frmBox", "contrast-box", L"Itlačítko1"}};
+    ask(L"CHYBA", L"Text", L"ÁNO;NIE");
+    hold("contrast-editor", L"frmplejlist");
+    hold("contrast-explorer");
+    chooseColors(false);
 }
 
 // Noon: the same day wherever this runs.
@@ -107,6 +175,11 @@ TEST_F(Pictures, Files) {
     setDates(kFolder + kSong);
     stops = {{L"frminfo", "information", L"Tlacitko"}};
     explorer.prehrat.choose(L"info_o_subore");
+    setDates(kFolder + kSong);
+    SetFileAttributesW((kFolder + kSong).c_str(), FILE_ATTRIBUTE_READONLY);
+    stops = {{L"frminfo", "read-only", L"Tlacitko"}};
+    explorer.prehrat.choose(L"info_o_subore");
+    SetFileAttributesW((kFolder + kSong).c_str(), FILE_ATTRIBUTE_NORMAL);
     stops = {{L"frmVstup", "rename", L"Izrusit"}};
     explorer.prehrat.choose(L"premenovat_subor");
     stops = {{L"frmBox", "delete", L"Itlačítko2"}};
@@ -118,6 +191,7 @@ TEST_F(Pictures, Files) {
     copying.showProgress(37, 100);
     copying.show();
     hold("copying", L"frmkopirovanie");
+    holdControls("copying", L"frmkopirovanie");
 }
 
 TEST_F(Pictures, Boxes) {
