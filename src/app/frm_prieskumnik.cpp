@@ -302,7 +302,8 @@ void frmPrieskumnik::setTreePictures() {
     folders.strom.setImages(ImageList({L"adresar1"}, scaled(16)));
     folders.strom.setDefaultImage(L"adresar1");
     std::vector<std::wstring> icons;
-    for (const auto& [kind, icon] : MultiMedialny::iconKeyRows()) icons.push_back(icon);
+    for (const MultiMedialny::Kind& kind : MultiMedialny::kinds())
+        if (!kind.iconKey.empty()) icons.emplace_back(kind.iconKey);
     contents.Tview.setImages(ImageList(icons, scaled(16)));
 }
 

@@ -3,28 +3,37 @@
 #include <algorithm>
 
 #include "core/errors.h"
-#include "core/text.h"
 
 namespace tunovka::MultiMedialny {
 namespace {
 
-struct SharedTables {
-    std::vector<std::pair<std::wstring, std::wstring>> iconKeys;
-    SkinPalette palette{};
+constexpr Kind kKinds[] = {
+    {.ending = L"mp3", .iconKey = L"winamp1", .music = true},
+    {.ending = L"wav", .iconKey = L"winamp5", .music = true},
+    {.ending = L"m3u", .iconKey = L"winamp6", .format = L"Playlist Winampu"},
+    {.ending = L"pls", .iconKey = L"winamp10", .format = L"Playlist PLS"},
+    {.ending = L"wma", .iconKey = L"winamp4", .music = true},
+    {.ending = L"asx", .iconKey = L"winamp12"},
+    {.ending = L"txt", .format = L"textový súbor"},
 };
 
-SharedTables& tables() {
-    static SharedTables shared;
+SkinPalette& sharedPalette() {
+    static SkinPalette shared;
     return shared;
+}
+
+// The kind of a name that ends in a dot and the kind's ending.
+const Kind* kindOfName(std::wstring_view name) {
+    const std::wstring_view ending = mediaKind(name);
+    const bool hasDot =
+        name.size() > ending.size() && name[name.size() - ending.size() - 1] == L'.';
+    return hasDot ? kindOf(ending) : nullptr;
 }
 
 }  // namespace
 
 void InitSharedTables() {
-    if (tables().iconKeys.empty())
-        tables().iconKeys = {{L"mp3", L"winamp1"},  {L"wav", L"winamp5"}, {L"m3u", L"winamp6"},
-                             {L"pls", L"winamp10"}, {L"wma", L"winamp4"}, {L"asx", L"winamp12"}};
-    tables().palette = {
+    sharedPalette() = {
         .FormBackColor = rgb(87, 153, 222),
         .LabelForeColor = 0x800000,
         .TitleColor = rgb(0, 84, 186),
@@ -42,17 +51,22 @@ void InitSharedTables() {
 }
 
 const SkinPalette& palette() {
-    return tables().palette;
+    return sharedPalette();
 }
 
-const std::vector<std::pair<std::wstring, std::wstring>>& iconKeyRows() {
-    return tables().iconKeys;
+std::span<const Kind> kinds() {
+    return kKinds;
 }
 
-std::wstring IconKeyByExtension(std::wstring_view kind) {
-    for (const auto& [rowKind, iconKey] : tables().iconKeys)
-        if (rowKind == kind) return iconKey;
-    throw RuntimeError(kInvalidCall, kind);
+const Kind* kindOf(std::wstring_view ending) {
+    const auto found = std::ranges::find(kKinds, ending, &Kind::ending);
+    return found == std::end(kKinds) ? nullptr : found;
+}
+
+std::wstring IconKeyByExtension(std::wstring_view ending) {
+    const Kind* const kind = kindOf(ending);
+    if (!kind || kind->iconKey.empty()) throw RuntimeError(kInvalidCall, ending);
+    return std::wstring(kind->iconKey);
 }
 
 std::wstring_view mediaKind(std::wstring_view text) {
@@ -60,12 +74,23 @@ std::wstring_view mediaKind(std::wstring_view text) {
 }
 
 bool IsPlayableMedia(std::wstring_view text) {
-    const std::wstring_view kind = mediaKind(text);
-    return kind == L"mp3" || kind == L"wav" || kind == L"wma";
+    const Kind* const kind = kindOf(mediaKind(text));
+    return kind && kind->music;
+}
+
+bool isMusicName(std::wstring_view name) {
+    const Kind* const kind = kindOfName(name);
+    return kind && kind->music;
 }
 
 bool isPlaylistName(std::wstring_view name) {
-    return like(name, L"*.pls") || like(name, L"*.m3u") || like(name, L"*.asx");
+    const Kind* const kind = kindOfName(name);
+    return kind && kind->isPlaylist();
+}
+
+bool isWritablePlaylistName(std::wstring_view name) {
+    const Kind* const kind = kindOfName(name);
+    return kind && kind->isPlaylist() && kind->isWritten();
 }
 
 }  // namespace tunovka::MultiMedialny

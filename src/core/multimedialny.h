@@ -1,11 +1,9 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace tunovka::MultiMedialny {
 
@@ -33,27 +31,45 @@ struct SkinPalette {
     Color AuxColor3;
 };
 
-// Fills the icon-key table if it is empty and sets every colour of the palette. Harmless when
-// called again. The explorer's load calls it before any window uses a colour or an icon key.
+// Sets every colour of the palette. Harmless when called again. The explorer's load calls it before
+// any window uses a colour.
 void InitSharedTables();
 
 const SkinPalette& palette();
 
-// The rows of the icon-key table in their order: kind ("mp3"), icon key ("winamp1").
-const std::vector<std::pair<std::wstring, std::wstring>>& iconKeyRows();
+// A kind of file that the program knows.
+struct Kind {
+    std::wstring_view ending;     // three lower-case letters: "mp3"
+    std::wstring_view iconKey{};  // "winamp1"; "" for a kind that is not listed
+    bool music = false;           // can be played, and be an entry of a playlist
+    std::wstring_view format{};   // what a save dialog calls it; "" for a kind that is not written
+
+    bool isPlaylist() const { return !music && !iconKey.empty(); }
+    bool isWritten() const { return !format.empty(); }
+};
+
+// All kinds, those with an icon in the order of their icons.
+std::span<const Kind> kinds();
+
+// The kind of that ending, in exactly this case; nullptr when it is none.
+const Kind* kindOf(std::wstring_view ending);
 
 // The icon key of a kind, given as the last three characters of a lower-cased name. Raises
 // kInvalidCall for an unknown kind.
-std::wstring IconKeyByExtension(std::wstring_view kind);
+std::wstring IconKeyByExtension(std::wstring_view ending);
 
 // The last three characters of the text, the whole text when it is shorter.
 std::wstring_view mediaKind(std::wstring_view text);
 
-// True when the last three characters are "mp3", "wav" or "wma": exact case, no dot required.
+// True when the last three characters are those of music: exact case, no dot required.
 bool IsPlayableMedia(std::wstring_view text);
 
-// True when a lower-cased name matches "*.pls", "*.m3u" or "*.asx".
+// True for "*.mp3", "*.wav" and "*.wma", exact case.
+bool isMusicName(std::wstring_view name);
+// True for "*.m3u", "*.pls" and "*.asx", exact case.
 bool isPlaylistName(std::wstring_view name);
+// The same without those that the program reads only, "*.asx".
+bool isWritablePlaylistName(std::wstring_view name);
 
 // The fixed 128-byte record at the end of an MP3 file. Fields keep their padding.
 struct Id3v1Tag {

@@ -19,10 +19,7 @@ void moveRow(Editor& editor, const std::wstring& key, std::optional<std::size_t>
         ask(movedWhileSortedNotice());
         return;
     }
-    const auto from = editor.document.positionOf(key);
-    if (!from || !target || !editor.document.move(key, *target)) return;
-    editor.view.showMoved(*from, *target);
-    editor.view.select(*target);
+    if (target && editor.document.move(key, *target)) editor.view.select(*target);
 }
 
 void addFile(Editor& editor, const std::wstring& path) {
@@ -30,10 +27,7 @@ void addFile(Editor& editor, const std::wstring& path) {
     if (!isThere) return;
     if (*isThere && ask(addDuplicateQuestion(path)) != 1) return;
     if (editor.form.isClosing()) return;
-    const auto position = editor.document.add(path);
-    if (!position) return;
-    editor.view.showAdded(*position);
-    editor.view.select(*position);
+    if (const auto position = editor.document.add(path)) editor.view.select(*position);
 }
 
 void mergeDroppedPlaylist(Editor& editor, const std::wstring& path) {
@@ -43,12 +37,10 @@ void mergeDroppedPlaylist(Editor& editor, const std::wstring& path) {
     try {
         report = editor.document.merge(path, text, editor.files.anew(), editor.hooks());
     } catch (...) {
-        editor.view.showRows();  // what was read before the error stays
-        showLastRow(editor.view);
+        showLastRow(editor.view);  // of what was read before the error
         throw;
     }
     if (!report) return;
-    editor.view.showRows();
     showLastRow(editor.view);
     ask(mergedNotice(report->added, report->invalid));
 }

@@ -1,6 +1,5 @@
 // Commands that take rows out of an editor's list or bring them into another order.
 
-#include "core/text.h"
 #include "editor/editor.h"
 #include "editor/texts.h"
 #include "ui/box.h"
@@ -8,16 +7,9 @@
 namespace tunovka {
 namespace {
 
-void showFromTop(Editor& editor) {
+void selectFirst(Editor& editor) {
     yieldToEvents();  // what the document did in one piece is over
-    if (editor.form.isClosing()) return;
-    editor.view.showRows();
-    editor.view.select(0);
-}
-
-void removeRows(Editor& editor, const std::vector<std::wstring>& keys) {
-    editor.document.remove(keys);
-    showFromTop(editor);
+    if (!editor.form.isClosing()) editor.view.select(0);
 }
 
 }  // namespace
@@ -25,8 +17,7 @@ void removeRows(Editor& editor, const std::vector<std::wstring>& keys) {
 void removeCurrent(Editor& editor) {
     const auto position = editor.view.Lview.selected();
     if (!position || !editor.document.removeAt(*position)) return;
-    editor.view.showRemoved(*position);
-    const std::size_t left = editor.document.entries().size();
+    const std::size_t left = editor.document.count();
     editor.view.select(left == 0 ? 0 : std::min(*position, left - 1));
 }
 
@@ -34,13 +25,14 @@ void removeDuplicates(Editor& editor) {
     const auto keys = editor.document.duplicates(editor.files.anew(), editor.hooks());
     if (!keys) return;
     const bool agreed = ask(duplicatesBox(keys->size())) == 1;
-    if (agreed && !keys->empty() && !editor.form.isClosing()) removeRows(editor, *keys);
+    if (agreed && !editor.form.isClosing() && editor.document.remove(*keys) > 0)
+        selectFirst(editor);
 }
 
 std::optional<std::size_t> dropInvalidLinks(Editor& editor) {
     const auto keys = editor.document.invalidLinks(editor.files.anew(), editor.hooks());
     if (!keys) return std::nullopt;
-    if (!keys->empty()) removeRows(editor, *keys);
+    if (editor.document.remove(*keys) > 0) selectFirst(editor);
     return keys->size();
 }
 
@@ -49,12 +41,12 @@ void removeInvalidLinks(Editor& editor) {
 }
 
 void sortRows(Editor& editor, SortOrder order) {
-    if (editor.document.sort(order, sortKey, editor.hooks())) showFromTop(editor);
+    if (editor.document.sort(order, editor.hooks())) selectFirst(editor);
 }
 
 void restoreLoadOrder(Editor& editor) {
     editor.document.restoreLoadOrder(editor.files.anew(), editor.hooks());
-    showFromTop(editor);
+    selectFirst(editor);
 }
 
 }  // namespace tunovka

@@ -1,24 +1,20 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
-#include "core/loop.h"
 #include "playlist/resolve.h"
-#include "ui/sort_order.h"
+#include "ui/list_model.h"
 
 namespace tunovka {
 
 // One row of an editor's list.
-struct EditorEntry {
-    std::wstring key;       // entry key; "" for the row that says that nothing was found
-    bool missing = false;   // no file was there when the row was made: shown in red
-    std::string sortKey{};  // made the first time that the row is sorted
+struct PlaylistEntry {
+    std::wstring key;      // holds number and text; "" for the row that says that nothing was found
+    bool missing = false;  // no file was there when the row was made: shown in red
 
     std::wstring name() const;  // what the list shows
 };
@@ -29,16 +25,16 @@ struct MergeReport {
 };
 
 // What a playlist editor holds, without its window: rows in display order, the load order list,
-// the changed flag, the sort state and the numbers given so far.
+// the changed flag, the sort state and the numbers given so far. Its list view shows what a command
+// has done when that is whole.
 //
 // Every existence test is passed in and should serve one command. Long commands let events run
 // between rows; until they return the document is busy and refuses every command that changes it,
 // by doing nothing and returning nullopt or false. A command whose loop is cancelled keeps what it
 // has done whole; see each one.
-class EditorDocument {
+class EditorDocument : public ListRows<PlaylistEntry> {
   public:
-    // Turns a name into bytes whose order is the order of the list.
-    using SortKeyOf = std::function<std::string(std::wstring_view name)>;
+    ListRow row(std::size_t position) const override;
 
     // Keeps the document busy while it lives; commands nest it.
     class Busy {
@@ -54,24 +50,25 @@ class EditorDocument {
 
     bool busy() const { return busy_ > 0; }
 
-    const std::vector<EditorEntry>& entries() const { return entries_; }
     // The entries in the order in which they were read or added, each by the number in its key,
     // which is never given twice. Removed rows stay in it until the order is restored.
     const std::vector<std::int16_t>& loadOrder() const { return loadOrder_; }
-    std::optional<std::size_t> positionOf(std::wstring_view key) const;  // "" is never found
     bool changed() const { return changed_; }
-    SortOrder sortOrder() const { return sortOrder_; }
 
     // The playlist's path, or kNewPlaylist. Saving leaves it as it is.
     const std::wstring& playlistPath() const { return playlistPath_; }
     std::wstring folder() const;  // of the playlist, ending in "\"
 
-    // False while a playlist is being read, and for one that held no entry or was cut short by an
-    // error or a cancellation: saving would then write less than the file holds.
-    bool mayBeSaved() const { return mayBeSaved_; }
+    // False while a playlist is being read and for one that was cut short by an error or a
+    // cancellation, because saving would write less than the file holds; for one that held no
+    // entry, until it gets one.
+    bool mayBeSaved() const { return whole_ && !empty_; }
 
     // The path of the row's file, "" when it is missing now.
     std::wstring resolve(std::size_t position, const FileExistsTest& exists) const;
+
+    // Drops all rows; a playlist is about to be read.
+    bool clear(std::wstring_view path);
 
     // Starts with no rows. `text` is what the command channel received.
     bool openNew(std::wstring_view text);
@@ -110,12 +107,12 @@ class EditorDocument {
     std::optional<std::vector<std::wstring>> invalidLinks(const FileExistsTest& exists,
                                                           const LoopHooks& hooks = {});
 
-    // Removes the rows of those keys, as far as they are still there; returns how many it were.
+    // Removes the rows of those keys, as far as they are still there; returns how many there were.
     std::size_t remove(const std::vector<std::wstring>& keys);
 
     // Sorts by name and keeps the list sorted until the load order is restored. Rows of equal
     // names stay in the order they have. A cancellation leaves the rows as they were.
-    bool sort(SortOrder order, SortKeyOf keyOf, const LoopHooks& hooks = {});
+    bool sort(SortOrder order, const LoopHooks& hooks = {});
 
     // Ends the sorting and puts the rows into the order of the load order list, which loses those
     // without a row. A cancellation leaves rows and load order as they were.
@@ -131,22 +128,20 @@ class EditorDocument {
   private:
     void reset(std::wstring_view playlistPath);
     std::int16_t largestNumber() const;
-    void append(std::int16_t number, std::wstring_view entryText, bool missing);
-    void place();
+    void appendEntry(std::int16_t number, std::wstring_view entryText, bool missing);
+    bool readLines(std::wstring_view text, const FileExistsTest& exists, const LoopHooks& hooks);
     bool mergeLines(std::wstring_view droppedFolder, std::wstring_view text,
                     const FileExistsTest& exists, const LoopHooks& hooks, MergeReport& report);
     template <class Take>
     bool forEachRow(const LoopHooks& hooks, Take take);
 
-    std::vector<EditorEntry> entries_;
     std::vector<std::int16_t> loadOrder_;
     std::wstring playlistPath_;
-    SortOrder sortOrder_ = SortOrder::None;
-    SortKeyOf sortKeyOf_;
     std::int16_t highestNumber_ = 0;  // ever given: a number is not used again
     int busy_ = 0;
     bool changed_ = false;
-    bool mayBeSaved_ = false;
+    bool whole_ = false;  // the playlist was read to its end
+    bool empty_ = true;   // no entry was read or added
 };
 
 }  // namespace tunovka

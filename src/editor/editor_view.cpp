@@ -6,18 +6,7 @@
 #include "ui/form.h"
 
 namespace tunovka {
-namespace {
-
-ListItem row(const EditorEntry& entry) {
-    const MultiMedialny::SkinPalette& colors = MultiMedialny::palette();
-    return {.key = entry.key,
-            .text = entry.name(),
-            .foreground = entry.missing ? colors.MissingEntryColor : colors.NodeForeColor};
-}
-
-}  // namespace
-
-EditorView::EditorView(Form& form, const EditorDocument& document)
+EditorView::EditorView(Form& form, EditorDocument& document)
     : lblpočet({.name = L"lblpočet", .caption = std::wstring(kInitialCountLabel), .parent = &form}),
       lblplejlist(
           {.name = L"lblplejlist", .caption = L"", .parent = &form, .format = DT_PATH_ELLIPSIS}),
@@ -26,30 +15,10 @@ EditorView::EditorView(Form& form, const EditorDocument& document)
               .parent = &form,
               .format = DT_PATH_ELLIPSIS,
               .status = true}),
-      Lview({.name = L"Lview", .text = L"Položky playlistu", .parent = &form}),
+      Lview({.name = L"Lview", .text = L"Položky playlistu", .parent = &form}, document),
       scroller(form, Lview, rowsPerPageCut),
-      document_(document) {}
-
-void EditorView::showRows() {
-    std::vector<ListItem> rows;
-    rows.reserve(document_.entries().size());
-    for (const EditorEntry& entry : document_.entries()) rows.push_back(row(entry));
-    Lview.setAll(std::move(rows));
-    updateCountLabel();
-}
-
-void EditorView::showAdded(std::size_t position) {
-    Lview.insert(position, row(document_.entries().at(position)));
-    updateCountLabel();
-}
-
-void EditorView::showRemoved(std::size_t position) {
-    Lview.removeAt(position);
-    updateCountLabel();
-}
-
-void EditorView::showMoved(std::size_t from, std::size_t to) {
-    Lview.move(from, to);
+      document_(document) {
+    Lview.onRowsChange = [this] { updateCountLabel(); };
 }
 
 void EditorView::select(std::size_t position) {

@@ -135,12 +135,11 @@ void frmplejlist::txtodkaz_Change() {
     if (command.empty()) return;
     run([&](Editor& own) {
         own.view.lblplejlist.setText(command);
-        own.view.Lview.clear();
+        own.document.clear(command);
         yieldNow();
         if (isClosing()) return;
         if (!asksForNewPlaylist(command)) return loadPlaylistFile(own, command);
         own.document.openNew(command);
-        own.view.showRows();
     });
 }
 
@@ -150,7 +149,7 @@ void frmplejlist::open(ProgramLinks& links, const std::wstring& command) {
     try {
         opened.txtodkaz.setText(command);
     } catch (...) {
-        if (opened.editor.document.entries().empty())
+        if (opened.editor.document.count() == 0)
             opened.unload();
         else
             opened.show();
@@ -181,8 +180,8 @@ void frmplejlist::Lview_BeginDrag() {
 
 void frmplejlist::prepareMenu() {
     const auto selected = editor.view.Lview.selected();
-    const std::size_t rows = editor.document.entries().size();
-    const bool isThere = selected && !editor.document.entries()[*selected].missing;
+    const std::size_t rows = editor.document.count();
+    const bool isThere = selected && !editor.document.rows()[*selected].missing;
     menu1.setEnabled(L"info_o_subore", isThere);
     menu1.setEnabled(L"prehrat", isThere);
     menu1.setEnabled(L"odstranit_polozku", selected.has_value());

@@ -8,14 +8,8 @@ namespace tunovka {
 
 void loadPlaylistFile(Editor& editor, const std::wstring& path) {
     const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
-    try {
-        editor.document.load(path, text, editor.files.anew(), editor.hooks());
-    } catch (...) {
-        editor.view.showRows();  // what was read before the error
-        throw;
-    }
+    editor.document.load(path, text, editor.files.anew(), editor.hooks());
     if (editor.form.isClosing()) return;
-    editor.view.showRows();
     if (editor.document.mayBeSaved()) editor.view.select(0);
 }
 

@@ -15,7 +15,7 @@ std::wstring chosenTarget(const Editor& editor) {
     const SaveSuggestion suggestion =
         saveSuggestion(editor.document.playlistPath(), editor.links.shownFolder());
     return askSavePath(editor.form, {.title = std::wstring(kSaveTitle),
-                                     .filter = std::wstring(kSaveFilter),
+                                     .filter = saveFilter(),
                                      .filterIndex = suggestion.filterIndex,
                                      .folder = suggestion.folder,
                                      .name = suggestion.fileName});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/multimedialny.h"
 #include "core/paths.h"
 #include "core/text.h"
 
@@ -42,12 +43,10 @@ std::wstring countLabel(std::size_t rows) {
 }
 
 DroppedKind droppedKind(std::wstring_view path) {
-    const std::wstring extension = fileExtension(path);
-    if (extension == L"mp3" || extension == L"wav" || extension == L"wma")
-        return DroppedKind::Media;
-    if (extension == L"m3u" || extension == L"pls" || extension == L"txt")
-        return DroppedKind::Playlist;
-    return DroppedKind::Other;
+    const MultiMedialny::Kind* const kind = MultiMedialny::kindOf(fileExtension(path));
+    if (!kind) return DroppedKind::Other;
+    if (kind->music) return DroppedKind::Media;
+    return kind->isWritten() ? DroppedKind::Playlist : DroppedKind::Other;
 }
 
 BoxRequest saveChangesQuestion() {
@@ -123,9 +122,23 @@ SaveSuggestion saveSuggestion(std::wstring_view playlistPath, std::wstring_view 
     if (!like(playlistPath, L"*:\\*")) return {std::wstring(explorerFolder), {}, 1};
     std::wstring name = fileName(playlistPath);
     name.resize(name.size() - std::min<std::size_t>(name.size(), 4));
-    const std::wstring extension = fileExtension(playlistPath);
-    const int filter = extension == L"pls" ? 2 : extension == L"txt" ? 3 : 1;
+    int filter = 1, number = 0;
+    for (const MultiMedialny::Kind& kind : MultiMedialny::kinds()) {
+        number += kind.isWritten();
+        if (kind.isWritten() && kind.ending == fileExtension(playlistPath)) filter = number;
+    }
     return {parentFolder(playlistPath), name, filter};
+}
+
+std::wstring saveFilter() {
+    std::wstring filter;
+    for (const MultiMedialny::Kind& kind : MultiMedialny::kinds()) {
+        if (!kind.isWritten()) continue;
+        const std::wstring pattern = L"*." + std::wstring(kind.ending);
+        if (!filter.empty()) filter += L'|';
+        filter.append(kind.format).append(L" (" + pattern + L")|" + pattern);
+    }
+    return filter;
 }
 
 bool savedIntoFolder(std::wstring_view chosenPath, std::wstring_view explorerFolder) {

@@ -9,7 +9,6 @@
 namespace tunovka {
 
 inline constexpr std::wstring_view kNewPlaylist = L"nový playlist";
-inline constexpr std::wstring_view kNothingFound = L"neboli nájdené žiadne súbory";
 inline constexpr std::wstring_view kInitialCountLabel = L"Počet  odkazov v playliste:";
 inline constexpr std::wstring_view kMissingFileStatus = L"Odkaz na neexistujúci súbor";
 
@@ -43,8 +42,7 @@ struct SaveSuggestion {
 };
 
 inline constexpr std::wstring_view kSaveTitle = L"Uložiť playlist";
-inline constexpr std::wstring_view kSaveFilter =
-    L"Playlist Winampu (*.m3u)|*.m3u|Playlist PLS (*.pls)|*.pls|textový súbor (*.txt)|*.txt";
+std::wstring saveFilter();  // one part for each kind that is written
 // The dialog of the close prompt, whose answer is not used.
 inline constexpr std::wstring_view kCloseSaveFilter =
     L"Playlist Winampu (*.m3u)|*.m3u|Textový súbor (*.txt)|*.txt";

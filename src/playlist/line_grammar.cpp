@@ -32,7 +32,7 @@ std::wstring_view betweenQuotes(std::wstring_view line) {
 }  // namespace
 
 bool isPlaylistEntryLine(std::wstring_view line) {
-    return line.ends_with(L".wav") || line.ends_with(L".mp3") || line.ends_with(L".wma");
+    return MultiMedialny::isMusicName(line);
 }
 
 std::optional<std::wstring> explorerEntryText(std::wstring_view line) {

@@ -1,15 +1,10 @@
 #include "search/frm_hladanie.h"
 
-#include <iterator>
-#include <utility>
-
 #include "core/ansi.h"
 #include "core/file_system.h"
 #include "core/loop.h"
-#include "core/paths.h"
 #include "core/rozneapi.h"
-#include "search/export.h"
-#include "search/sorting_out.h"
+#include "playlist/write.h"
 #include "ui/box.h"
 #include "ui/chrome.h"
 #include "ui/drag_drop.h"
@@ -23,11 +18,10 @@ constexpr Size kSize{520, 460};
 constexpr Size kMinimum{380, 300};
 constexpr int kMargin = 8;
 constexpr int kLine = 20;
-constexpr std::size_t kBite = 4000;  // rows that the list takes at once: some milliseconds
 
 constexpr wchar_t kName[] = L"frmhladanie";
 constexpr wchar_t kTag[] = L"hladanie";
-constexpr wchar_t kNothingFound[] = L"neboli nájdené žiadne súbory";
+constexpr wchar_t kExportFilter[] = L"playlist Winampu (*.m3u)|*.m3u|Textový súbor (*.txt)|*.txt";
 
 PopupMenu resultMenu() {
     return PopupMenu({
@@ -70,7 +64,8 @@ frmhladanie::frmhladanie(ProgramLinks& links)
              .text = L"Nájdené súbory",
              .parent = this,
              .header = L"Nájdené súbory",
-             .visible = false}),
+             .visible = false},
+            result),
       scroller(*this, Lview, rowsPerPageRounded),
       panel(*this),
       menu1(resultMenu()),
@@ -121,7 +116,7 @@ void frmhladanie::onActivated() {
     lbladresar.setText(folder);
     lblpočet.setText(L"");
     lblbar.setText(L"");
-    Lview.clear();
+    result.clear();
     scroller.hide();
     wanted_ = true;
     startScan_.raise();
@@ -175,43 +170,29 @@ void frmhladanie::ScanFolder(const std::wstring& folder) {
 
 // The second and third phase. A stop there leaves what was looked at so far.
 void frmhladanie::listFiles(std::vector<std::wstring> files) {
-    const auto goesOn = [this] { return !StopRequested && !isAbandoned(); };
+    const LoopHooks hooks{[] { yieldToEvents(); },
+                          [this] { return StopRequested || isAbandoned(); }};
     panel.setPhase(kSortingOutPhase);
     yieldNow();
-    keepMusicAndPlaylists(
-        files, {.letEventsRun = [] { yieldToEvents(); }, .cancelled = [&] { return !goesOn(); }});
+    keepMusicAndPlaylists(files, hooks);
     if (isAbandoned()) return;
     lblpočet.setText(sortedOutText(lblpočet.text(), files.size()));
 
     StopRequested = 0;
     panel.setPhase(kListingPhase);
-    std::vector<ListItem> bite;
-    for (std::wstring& path : files) {
-        std::wstring name = afterLastBackslash(path);
-        std::wstring icon = MultiMedialny::IconKeyByExtension(MultiMedialny::mediaKind(path));
-        bite.push_back({std::move(path), std::move(name), std::move(icon)});
-        if (bite.size() == kBite) Lview.addAll(std::exchange(bite, {}));
-        yieldToEvents();
-        if (!goesOn()) break;
-    }
-    if (isAbandoned()) return;
-    Lview.addAll(std::move(bite));
+    result.list(std::move(files), hooks);
     yieldNow();  // showing the list takes a while of its own
     if (isAbandoned()) return;
     showResult();
 }
 
 void frmhladanie::showResult() {
-    if (Lview.count() == 0) {
-        Lview.add({.text = kNothingFound});
-        Lview.setVisible(true);
-        return panel.end();
-    }
+    Lview.setVisible(true);
+    if (result.isEmpty()) return panel.end();
     Lview.ensureVisible(0);
     Lview.select(0);
     menu1.setEnabled(L"info_o_subore", true);
     menu1.setEnabled(L"uloz_playlist", true);
-    Lview.setVisible(true);
     panel.end();
     if (GetActiveWindow() == handle()) Lview.focus();
     Lview_ItemClick();
@@ -239,33 +220,22 @@ void frmhladanie::prehrat_Click() {
 }
 
 void frmhladanie::sortBy(SortOrder order) {
-    Lview.sort(order);
+    result.sort(order);
     if (Lview.count() == 0) return;
     Lview.select(Lview.firstVisible());
     Lview_ItemClick();
 }
 
-std::vector<std::wstring> frmhladanie::listedPaths() const {
-    std::vector<std::wstring> paths;
-    for (std::size_t i = 0; i < Lview.count(); ++i) paths.push_back(Lview.items().at(i).key);
-    return paths;
-}
-
 void frmhladanie::uloz_playlist_Click() {
     const std::wstring target = askSavePath(*this, {.title = std::wstring(kExportTitle),
-                                                    .filter = std::wstring(kExportFilter),
+                                                    .filter = kExportFilter,
                                                     .folder = lbladresar.text()});
     if (target.empty()) return;
-    const std::vector<std::wstring> paths = listedPaths();
-    const ExportContents contents = exportContents(paths);
-    const auto question = exportQuestion(contents);
-    const auto withPlaylists = includesPlaylists(contents, question ? ask(*question) : 0);
-    if (!withPlaylists || isClosing()) return;
-
-    std::string content;
-    for (const std::wstring& line : exportLines(paths, *withPlaylists))
-        content += toAnsi(line) + "\r\n";
-    FileSystemObject::writeWhole(target, content);
+    const auto question = result.exportQuestion();
+    const int answer = question ? ask(*question) : 0;
+    const auto lines = result.exportLines(answer);
+    if (!lines || isClosing()) return;
+    FileSystemObject::writeWhole(target, playlistBytes(*lines, toAnsi));
     ask(exportedNotice(target));
 }
 

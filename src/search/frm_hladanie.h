@@ -1,6 +1,7 @@
 #pragma once
 
 #include "search/scan_panel.h"
+#include "search/search_result.h"
 #include "ui/form.h"
 #include "ui/image_scroller.h"
 #include "ui/list_view.h"
@@ -24,6 +25,7 @@ class frmhladanie : public Form {
     Label lbladresar;  // the folder, also the memory of the last one searched
     Label Label3, lblpočet;
     Label lblbar;  // path of the selected row
+    SearchResult result;
     ListView Lview;
     ImageScroller scroller;
     ScanPanel panel;
@@ -50,7 +52,6 @@ class frmhladanie : public Form {
     void prehrat_Click();
     void uloz_playlist_Click();
     void sortBy(SortOrder order);
-    std::vector<std::wstring> listedPaths() const;
 
     ProgramLinks& links_;
     bool wanted_ = false;  // a folder waits to be searched

@@ -3,7 +3,6 @@
 #include "core/counter16.h"
 #include "core/loop.h"
 #include "core/text.h"
-#include "search/sorting_out.h"
 #include "ui/form.h"
 #include "ui/painting.h"
 

@@ -6,6 +6,11 @@
 
 namespace tunovka {
 
+// The phases of a search as its panel names them.
+inline constexpr std::wstring_view kCollectingPhase = L"Prebieha prehľadávanie adresára";
+inline constexpr std::wstring_view kSortingOutPhase = L"Prebieha spracovanie súborov";
+inline constexpr std::wstring_view kListingPhase = L"Prebieha výpis súborov";
+
 // The panel over the result list that a running search shows: its phase, how far it is, and the
 // button that stops it.
 class ScanPanel {

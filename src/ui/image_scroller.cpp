@@ -45,7 +45,7 @@ ImageScroller::ImageScroller(Window& parent, ListView& list, RowsPerPage rowsPer
         fillRect(dc, area, colors().track);
         frameRect(dc, area, colors().edge);
     };
-    PicPosuv.onWheel = [this](int notches) { list_.turnWheel(notches); };
+    PicPosuv.onWheel = [this](int notches) { list_.turnWheel(notches * WHEEL_DELTA); };
     Iposuv.onMove = [this](StripMove move) { moveBy(move); };
     Iposuv.value = [this] { return std::to_wstring(math_.percent()) + L" %"; };
     Iposuv.onPaint = [this](HDC dc, Size size) {
@@ -171,7 +171,7 @@ void ImageScroller::moveBy(StripMove move) {
 void ImageScroller::scrollList(ScrollDirection direction) {
     if (!active_) return;
     const std::size_t row = math_.targetRow(direction);
-    if (row == 0 || row > list_.count() || list_.items().at(row - 1).key.empty()) return;
+    if (row == 0 || row > list_.count() || list_.model().row(row - 1).key.empty()) return;
     list_.ensureVisible(row - 1);
 }
 

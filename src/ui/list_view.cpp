@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/text.h"
+#include "core/errors.h"
 #include "ui/common_controls.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
@@ -27,13 +27,13 @@ DWORD listStyle(const ListView::ListArgs& args) {
 
 }  // namespace
 
-ListView::ListView(const ListArgs& args)
+ListView::ListView(const ListArgs& args, ListModel& model)
     : Window(Args{.name = args.name,
                   .className = WC_LISTVIEWW,
                   .text = args.text,
                   .style = listStyle(args),
                   .parent = args.parent}),
-      items_(sortKey),
+      model_(model),
       mouse_(*this,
              {.press = [this](MouseButton button, Point point) { pressed(button, point); },
               .release =
@@ -59,6 +59,12 @@ ListView::ListView(const ListArgs& args)
     column.pszText = const_cast<wchar_t*>(args.header.c_str());
     send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
     applyScale();
+    model_.onChange = [this](const ListChange& change) { show(change); };
+    show({});
+}
+
+ListView::~ListView() {
+    model_.onChange = nullptr;
 }
 
 void ListView::applyScale() {
@@ -84,82 +90,22 @@ HWND ListView::header() const {
     return reinterpret_cast<HWND>(send(LVM_GETHEADER));
 }
 
-ListView::Batch::Batch(ListView& list) : list_(list) {
-    if (list_.batches_++ == 0) list_.items_.setMark(list_.selected());
-}
-
-ListView::Batch::~Batch() {
-    if (--list_.batches_ == 0) list_.sync();
-}
-
 // The system learns how many rows there are now and which one is the selected one.
-void ListView::sync() {
+void ListView::show(const ListChange& change) {
     dropHighlight_.reset();
-    const std::optional<std::size_t> before = selected(), now = items_.mark();
+    const std::optional<std::size_t> before = selected();
+    std::optional<std::size_t> now;
+    if (before && change.newPosition) now = change.newPosition(*before);
     if (before && before != now) setSelected(*before, false);
-    send(LVM_SETITEMCOUNT, items_.count(), LVSICF_NOSCROLL);
+    shown_ = model_.count();
+    send(LVM_SETITEMCOUNT, shown_, LVSICF_NOSCROLL);
     if (now && before != now) setSelected(*now, true);
     invalidate();
-}
-
-void ListView::add(ListItem item) {
-    const Batch batch(*this);
-    items_.add(std::move(item));
-}
-
-void ListView::insert(std::size_t position, ListItem item) {
-    const Batch batch(*this);
-    items_.insert(position, std::move(item));
-}
-
-void ListView::addAll(std::vector<ListItem> items) {
-    const Batch batch(*this);
-    items_.addAll(std::move(items));
-}
-
-void ListView::setAll(std::vector<ListItem> items) {
-    const Batch batch(*this);
-    items_.setAll(std::move(items));
-}
-
-void ListView::removeAt(std::size_t position) {
-    const Batch batch(*this);
-    items_.removeAt(position);
-}
-
-std::size_t ListView::remove(const std::vector<std::wstring>& keys) {
-    const Batch batch(*this);
-    return items_.remove(keys);
-}
-
-void ListView::clear() {
-    const Batch batch(*this);
-    items_.clear();
-}
-
-void ListView::rename(const std::wstring& key, const std::wstring& newKey,
-                      const std::wstring& text) {
-    const Batch batch(*this);
-    items_.rename(key, newKey, text);
-}
-
-void ListView::setForeground(std::size_t position, Color color) {
-    const Batch batch(*this);
-    items_.setForeground(position, color);
-}
-
-void ListView::move(std::size_t from, std::size_t to) {
-    const Batch batch(*this);
-    items_.move(from, to);
-}
-
-void ListView::sort(SortOrder order) {
-    const Batch batch(*this);
-    items_.sort(order);
+    if (onRowsChange) onRowsChange();
 }
 
 void ListView::select(std::size_t position) {
-    items_.at(position);
+    if (position >= shown_) throw RuntimeError(kSubscriptOutOfRange);
     // Left to itself, the system may ask every row of the list whether it was the selected one.
     const std::optional<std::size_t> before = selected();
     if (before && before != position) setSelected(*before, false);
@@ -175,14 +121,14 @@ void ListView::setSelected(std::size_t position, bool isSelected) {
 
 std::optional<std::size_t> ListView::selected() const {
     const LRESULT focused = send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
-    if (focused < 0 || focused >= static_cast<LRESULT>(items_.count())) return std::nullopt;
+    if (focused < 0 || focused >= static_cast<LRESULT>(shown_)) return std::nullopt;
     if (!send(LVM_GETITEMSTATE, focused, LVIS_SELECTED)) return std::nullopt;
     return focused;
 }
 
 std::wstring ListView::selectedKey() const {
     const auto position = selected();
-    return position ? items_.at(*position).key : std::wstring();
+    return position ? std::wstring(model_.row(*position).key) : std::wstring();
 }
 
 std::size_t ListView::firstVisible() const {
@@ -208,7 +154,7 @@ Rect ListView::rowArea(std::size_t position) const {
 }
 
 double ListView::rowHeight() const {
-    return items_.count() ? rowArea(0).height : 0;
+    return shown_ > 0 ? rowArea(0).height : 0;
 }
 
 double ListView::rowsInView() const {
@@ -223,7 +169,7 @@ std::optional<std::size_t> ListView::itemAt(Point point) const {
         point.x >= clientSize().width)
         return std::nullopt;
     const std::size_t position = firstVisible() + inRows / row;
-    if (position >= items_.count()) return std::nullopt;
+    if (position >= shown_) return std::nullopt;
     return position;
 }
 
@@ -243,8 +189,16 @@ void ListView::scrollNearEdge(Point point) {
     scrolled(WM_VSCROLL, up ? SB_LINEUP : SB_LINEDOWN, 0);
 }
 
-void ListView::turnWheel(int notches) {
-    send(WM_MOUSEWHEEL, MAKEWPARAM(0, notches * WHEEL_DELTA), 0);
+// The system's list may ignore the wheel where it has no scroll bar of its own.
+void ListView::turnWheel(int turn) {
+    UINT linesPerNotch = 3;
+    SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &linesPerNotch, 0);
+    const int most = std::max(static_cast<int>(rowsInView()), 1);  // "a page" is a huge number
+    if ((turn > 0) != (turned_ > 0)) turned_ = 0;
+    turned_ += turn * static_cast<int>(std::min<UINT>(linesPerNotch, most));
+    const int rows = turned_ / WHEEL_DELTA;
+    turned_ -= rows * WHEEL_DELTA;
+    if (rows != 0) scrolled(LVM_SCROLL, 0, -rows * static_cast<int>(rowHeight()));
 }
 
 void ListView::pressed(MouseButton button, Point point) {
@@ -295,6 +249,8 @@ std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM l
         case WM_CHAR:  // typing finds a row
             return wparam == VK_RETURN ? 0 : byKeyboard(message, wparam, lparam);
         case WM_MOUSEWHEEL:
+            turnWheel(GET_WHEEL_DELTA_WPARAM(wparam));
+            return 0;
         case WM_VSCROLL:
             return scrolled(message, wparam, lparam);
         case WM_SETFOCUS:
@@ -325,9 +281,12 @@ std::optional<LRESULT> ListView::onNotify(NMHDR& header) {
             return 0;
         case LVN_ODFINDITEMW: {
             const auto& wanted = reinterpret_cast<const NMLVFINDITEMW&>(header);
-            if (!(wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !wanted.lvfi.psz) return -1;
-            const auto found = items_.findText(wanted.lvfi.psz, std::max(wanted.iStart, 0),
-                                               !(wanted.lvfi.flags & LVFI_PARTIAL));
+            constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, another name of LVFI_PARTIAL
+            constexpr UINT kBeginning = LVFI_PARTIAL | kSubstring;
+            const UINT flags = wanted.lvfi.flags;
+            if (!(flags & (LVFI_STRING | kBeginning)) || !wanted.lvfi.psz) return -1;
+            const auto found =
+                model_.findName(wanted.lvfi.psz, std::max(wanted.iStart, 0), !(flags & kBeginning));
             return found ? static_cast<LRESULT>(*found) : -1;
         }
         case LVN_ITEMCHANGED: {
@@ -347,34 +306,34 @@ std::optional<LRESULT> ListView::onNotify(NMHDR& header) {
 void ListView::tellText(NMLVDISPINFOW& info) const {
     const std::size_t position = info.item.iItem;
     if (!(info.item.mask & LVIF_TEXT) || info.item.cchTextMax <= 0) return;
-    const std::wstring text = position < items_.count() ? items_.at(position).text : std::wstring();
+    const std::wstring text = position < shown_ ? model_.row(position).name : std::wstring();
     lstrcpynW(info.item.pszText, text.c_str(), info.item.cchTextMax);
 }
 
 LRESULT ListView::customDraw(const NMLVCUSTOMDRAW& draw) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-    if (draw.nmcd.dwItemSpec < items_.count()) drawRow(draw.nmcd.hdc, draw.nmcd.dwItemSpec);
+    if (draw.nmcd.dwItemSpec < shown_) drawRow(draw.nmcd.hdc, draw.nmcd.dwItemSpec);
     return CDRF_SKIPDEFAULT;
 }
 
 void ListView::drawRow(HDC dc, std::size_t position) const {
-    const ListItem& item = items_.at(position);
+    const ListRow shown = model_.row(position);
     const Rect area = rowArea(position);
     RowState state = RowState::Plain;
     if (send(LVM_GETITEMSTATE, position, LVIS_SELECTED))
         state = hasFocus() ? RowState::Selected : RowState::SelectedElsewhere;
     if (dropHighlight_ == position) state = RowState::DropTarget;
-    const RowColors row = rowColors(item.foreground, state);
+    const RowColors row = rowColors(shown.color, state);
     fillRect(dc, toRECT(area), row.ground);
     if (state == RowState::DropTarget) frameRect(dc, toRECT(area), colors().title);
     int left = scaled(kMargin);
-    if (!item.imageKey.empty()) {
+    if (!shown.picture.empty()) {
         const int side = scaled(kPicture);
-        Skin::draw(dc, item.imageKey, {left, area.y + (area.height - side) / 2}, dpi());
+        Skin::draw(dc, shown.picture, {left, area.y + (area.height - side) / 2}, dpi());
         left += side + scaled(kMargin);
     }
-    drawText(dc, item.text.substr(0, kLongestText),
+    drawText(dc, shown.name.substr(0, kLongestText),
              {left, area.y, area.right() - scaled(kMargin), area.bottom()}, kTextFormat,
              Skin::font(dpi()), row.text);
 }

@@ -7,20 +7,19 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "core/handle.h"
 #include "ui/item_mouse.h"
-#include "ui/list_items.h"
+#include "ui/list_model.h"
 #include "ui/window.h"
 
 namespace tunovka {
 
-// The system's report list with one column over rows of its own (see ListItems for keys, sorting
-// and errors). The system asks only for the rows in view, so that tens of thousands stay
-// immediate. It scrolls by wheel and keyboard and shows no scroll bar: a picture scroll bar stands
-// beside it. Positions count from 0. Anything that lets events run may remove rows: look up by key
-// again afterwards.
+// The system's report list with one column over a model, which it asks for the rows in view alone,
+// so that tens of thousands stay immediate, and which tells it of every change: the selection stays
+// with its row, and the view where it is. It scrolls by wheel and keyboard and shows no scroll bar:
+// a picture scroll bar stands beside it. Anything that lets events run may remove rows: look up by
+// key again afterwards.
 class ListView : public Window {
   public:
     struct ListArgs {
@@ -31,24 +30,11 @@ class ListView : public Window {
         bool visible = true;
     };
 
-    explicit ListView(const ListArgs& args);
+    ListView(const ListArgs& args, ListModel& model);
+    ~ListView() override;
 
-    // The content. The selection stays with its row, and the view where it is.
-    void add(ListItem item);
-    void insert(std::size_t position, ListItem item);
-    void addAll(std::vector<ListItem> items);
-    void setAll(std::vector<ListItem> items);
-    void removeAt(std::size_t position);
-    std::size_t remove(const std::vector<std::wstring>& keys);
-    void clear();
-    void rename(const std::wstring& key, const std::wstring& newKey, const std::wstring& text);
-    void setForeground(std::size_t position, Color color);
-    void move(std::size_t from, std::size_t to);
-    void sort(SortOrder order);
-
-    const ListItems& items() const { return items_; }
-    std::size_t count() const { return items_.count(); }
-    std::optional<std::size_t> find(const std::wstring& key) const { return items_.find(key); }
+    const ListModel& model() const { return model_; }
+    std::size_t count() const { return shown_; }  // without what the model has not told yet
 
     // Selecting gives the row the keyboard's place too; it scrolls nothing.
     void select(std::size_t position);
@@ -61,8 +47,8 @@ class ListView : public Window {
     double rowHeight() const;   // pixels; 0 while the list is empty
     double rowsInView() const;  // height of the rows' area in rows, with its fraction; 0 likewise
 
-    // Scrolls as the mouse wheel does; away from the person is positive.
-    void turnWheel(int notches);
+    // Scrolls as the mouse wheel does, by 120ths of a notch; away from the person is positive.
+    void turnWheel(int turn);
     // Takes the fonts and row height of its screen, after the dpi has changed.
     void applyScale();
 
@@ -72,18 +58,6 @@ class ListView : public Window {
     // Scrolls by a row when a drag's pointer is near the upper or lower edge.
     void scrollNearEdge(Point point);
 
-    // Tells the system of changed rows once, at its end.
-    class Batch {
-      public:
-        explicit Batch(ListView& list);
-        ~Batch();
-        Batch(const Batch&) = delete;
-        Batch& operator=(const Batch&) = delete;
-
-      private:
-        ListView& list_;
-    };
-
     std::function<void(MouseButton, Point)> onMouseDown;  // the row under it is selected already
     std::function<void(MouseButton, Point)> onMouseUp;
     std::function<void()> onItemClick;       // left button, on a row, which is the selected one
@@ -92,6 +66,7 @@ class ListView : public Window {
     std::function<void(std::size_t position)> onBeginDrag;
     std::function<bool(WORD key)> onKeyDown;          // true when used up
     std::function<void(Point screen)> onContextMenu;  // asked by the keyboard
+    std::function<void()> onRowsChange;               // after the model has told of a change
     std::function<void()> onScroll;  // the first row in view changed by wheel, key or drag
 
   protected:
@@ -100,7 +75,7 @@ class ListView : public Window {
 
   private:
     void pressed(MouseButton button, Point point);
-    void sync();
+    void show(const ListChange& change);
     void setSelected(std::size_t position, bool isSelected);
     LRESULT byKeyboard(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT scrolled(UINT message, WPARAM wparam, LPARAM lparam);
@@ -113,13 +88,14 @@ class ListView : public Window {
     void drawRow(HDC dc, std::size_t position) const;
     LRESULT drawHeader(const NMCUSTOMDRAW& draw) const;
 
-    ListItems items_;
+    ListModel& model_;
+    std::size_t shown_ = 0;
     ItemMouse mouse_;
     std::optional<std::size_t> dropHighlight_;
     DWORD lastEdgeScroll_ = 0;
+    int turned_ = 0;  // 120ths of a row that the wheel was turned and the list not scrolled yet
     Font headerFont_;
     int scale_ = 0;  // dpi that font and pictures are made for
-    int batches_ = 0;
 };
 
 }  // namespace tunovka

@@ -152,7 +152,9 @@ TEST_F(Dpi, AnEditorFollows) {
 TEST_F(Dpi, TheSearchWindowFollowsWithItsPanelAndWithItsResult) {
     frmhladanie search(program);
     search.lblpočet.setText(L" 32 767 - prerušené, z toho hudobné:  32 767");
-    for (int i = 0; i < 40; ++i) search.Lview.add({.key = std::to_wstring(i), .text = L"á.mp3"});
+    std::vector<std::wstring> paths;
+    for (int i = 0; i < 40; ++i) paths.push_back(std::to_wstring(i) + L"\\á.mp3");
+    search.result.list(std::move(paths));
     search.show();
     search.panel.begin();
     search.panel.progress(L"E:\\Ľudové\\", 1'234'567);

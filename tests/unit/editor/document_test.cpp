@@ -25,26 +25,19 @@ class EditorDocumentTest : public testing::Test {
     void load(std::wstring_view text) {
         ASSERT_TRUE(document.load(L"C:\\pl\\list.m3u", text, exists()));
     }
-    bool sort(SortOrder order, const LoopHooks& hooks = {}) {
-        const auto keyOf = [](std::wstring_view name) {
-            std::string key;
-            for (const wchar_t letter : name) key += static_cast<char>(letter);
-            return key;
-        };
-        return document.sort(order, keyOf, hooks);
-    }
+    bool sort(SortOrder order, const LoopHooks& hooks = {}) { return document.sort(order, hooks); }
     Texts names() const {
         Texts result;
-        for (const EditorEntry& entry : document.entries()) result.push_back(entry.name());
+        for (const PlaylistEntry& entry : document.rows()) result.push_back(entry.name());
         return result;
     }
     std::vector<int> numbers() const {
         std::vector<int> result;
-        for (const EditorEntry& entry : document.entries())
+        for (const PlaylistEntry& entry : document.rows())
             result.push_back(entryNumberOf(entry.key));
         return result;
     }
-    std::wstring keyAt(std::size_t position) const { return document.entries()[position].key; }
+    std::wstring keyAt(std::size_t position) const { return document.rows()[position].key; }
 };
 
 TEST_F(EditorDocumentTest, readsEntriesAsWrittenAndMarksTheMissing) {
@@ -52,7 +45,7 @@ TEST_F(EditorDocumentTest, readsEntriesAsWrittenAndMarksTheMissing) {
     EXPECT_EQ(names(), (Texts{L"a.mp3", L"File1=b.wav", L"file2=c.wma", L"x.mp3", L"nie.mp3"}));
     EXPECT_EQ(keyAt(4), L"položka:5súbor=..\\nie.mp3");
     std::vector<bool> missing;
-    for (const EditorEntry& entry : document.entries()) missing.push_back(entry.missing);
+    for (const PlaylistEntry& entry : document.rows()) missing.push_back(entry.missing);
     EXPECT_EQ(missing, (std::vector<bool>{false, false, true, false, true}));
     EXPECT_EQ(document.loadOrder().size(), 5u);
     EXPECT_EQ(document.resolve(1, exists()), L"C:\\pl\\b.wav");
@@ -64,20 +57,22 @@ TEST_F(EditorDocumentTest, readsEntriesAsWrittenAndMarksTheMissing) {
 TEST_F(EditorDocumentTest, aPlaylistWithoutEntriesShowsTheKeylessRow) {
     load(L"[playlist]\r\nNumberOfEntries=0\r\n");
     EXPECT_EQ(names(), Texts{std::wstring(kNothingFound)});
-    EXPECT_EQ(countLabel(document.entries().size()), L"Počet odkazov v playliste: 1");
+    EXPECT_EQ(countLabel(document.rows().size()), L"Počet odkazov v playliste: 1");
     EXPECT_FALSE(document.mayBeSaved());
     EXPECT_TRUE(document.loadOrder().empty());
     EXPECT_EQ(errorOf([&] { document.holds(L"D:\\x.mp3"); }), kInvalidCall);
     EXPECT_EQ(errorOf([&] { document.add(L"D:\\x.mp3"); }), kInvalidCall);
     EXPECT_EQ(errorOf([&] { document.merge(L"C:\\pl\\o.m3u", L"a.mp3", exists()); }), kInvalidCall);
-    EXPECT_EQ(document.entries().size(), 1u);
+    EXPECT_EQ(document.rows().size(), 1u);
     EXPECT_FALSE(document.changed());
     EXPECT_EQ(document.duplicates(exists()), Texts{});
     EXPECT_EQ(document.invalidLinks(exists()), Texts{});
     document.restoreLoadOrder(exists());
-    EXPECT_EQ(document.entries().size(), 1u);
+    EXPECT_EQ(document.rows().size(), 1u);
     EXPECT_TRUE(document.removeAt(0));
+    EXPECT_FALSE(document.mayBeSaved());
     EXPECT_EQ(document.add(L"D:\\x.mp3"), 0u);
+    EXPECT_TRUE(document.mayBeSaved());
 }
 
 TEST_F(EditorDocumentTest, aNewPlaylistTakesFiles) {
@@ -119,7 +114,7 @@ TEST_F(EditorDocumentTest, mergeMakesPathsAbsoluteAndCounts) {
     EXPECT_EQ(report->invalid, 1);
     EXPECT_EQ(keyAt(1), L"položka:2súbor=D:\\\\c.mp3");
     EXPECT_EQ(keyAt(2), L"položka:3súbor=D:\\a\\b\\z.mp3");
-    EXPECT_TRUE(document.entries()[3].missing);
+    EXPECT_TRUE(document.rows()[3].missing);
     EXPECT_EQ(document.loadOrder(), (std::vector<std::int16_t>{1, 2, 3, 4}));
 }
 
@@ -160,7 +155,7 @@ TEST_F(EditorDocumentTest, movingRewritesTheLoadOrder) {
     document.restoreLoadOrder(exists());
     EXPECT_EQ(numbers(), (std::vector<int>{4, 3, 1}));
     EXPECT_EQ(document.loadOrder().size(), 3u);
-    EXPECT_TRUE(document.entries()[0].missing);  // found out anew
+    EXPECT_TRUE(document.rows()[0].missing);  // found out anew
 }
 
 TEST_F(EditorDocumentTest, duplicatesAreLaterRowsOfTheSamePath) {
@@ -186,7 +181,7 @@ TEST_F(EditorDocumentTest, savesWhatExistsInDisplayOrder) {
     load(L"c.wma\nnie.mp3\na.mp3\nFile1=b.wav");
     sort(SortOrder::Descending);
     EXPECT_EQ(document.pathsToSave(exists()),
-              (Texts{L"C:\\pl\\c.wma", L"C:\\pl\\a.mp3", L"C:\\pl\\b.wav"}));
+              (Texts{L"C:\\pl\\b.wav", L"C:\\pl\\c.wma", L"C:\\pl\\a.mp3"}));
 }
 
 TEST_F(EditorDocumentTest, refusesCommandsWhileBusy) {
@@ -198,10 +193,11 @@ TEST_F(EditorDocumentTest, refusesCommandsWhileBusy) {
         const auto rows = names();
         EXPECT_FALSE(document.load(L"C:\\o.m3u", L"x.mp3", exists()));
         EXPECT_FALSE(document.openNew(kNewPlaylist));
+        EXPECT_FALSE(document.clear(L"C:\\o.m3u"));
         EXPECT_FALSE(document.add(L"D:\\x.mp3"));
         EXPECT_FALSE(document.holds(L"D:\\x.mp3"));
         EXPECT_FALSE(document.merge(L"C:\\o.m3u", L"x.mp3", exists()));
-        EXPECT_FALSE(document.move(keyAt(0), document.entries().size() - 1));
+        EXPECT_FALSE(document.move(keyAt(0), document.rows().size() - 1));
         EXPECT_FALSE(document.removeAt(0));
         EXPECT_EQ(document.remove({keyAt(0)}), 0u);
         EXPECT_FALSE(document.duplicates(exists()));
@@ -238,7 +234,7 @@ TEST_F(EditorDocumentTest, aCancelledCommandKeepsWhatIsWhole) {
     left = 1;
     EXPECT_FALSE(document.merge(L"C:\\pl\\o.m3u", L"#\na.mp3\nb.wav", exists(), hooks));
     EXPECT_TRUE(document.changed());
-    EXPECT_EQ(document.entries().size(), 3u);
+    EXPECT_EQ(document.rows().size(), 3u);
 
     sort(SortOrder::Descending);
     const auto rows = names();
@@ -263,7 +259,7 @@ TEST_F(EditorDocumentTest, numbersEndAt32767AndWhatWasReadStays) {
     for (int i = 0; i < 32'768; ++i) text += L"a.mp3\n";
     const auto everything = [](const std::wstring&) { return true; };
     EXPECT_EQ(errorOf([&] { document.load(L"C:\\pl\\l.m3u", text, everything); }), kOverflow);
-    EXPECT_EQ(document.entries().size(), 32'767u);
+    EXPECT_EQ(document.rows().size(), 32'767u);
     EXPECT_FALSE(document.mayBeSaved());
     EXPECT_FALSE(document.busy());
 
@@ -272,7 +268,7 @@ TEST_F(EditorDocumentTest, numbersEndAt32767AndWhatWasReadStays) {
     document.markSaved();
     EXPECT_EQ(errorOf([&] { document.add(L"D:\\x.mp3"); }), kOverflow);
     EXPECT_EQ(errorOf([&] { document.merge(L"C:\\o.m3u", L"a.mp3", everything); }), kOverflow);
-    EXPECT_EQ(document.entries().size(), 1u);
+    EXPECT_EQ(document.rows().size(), 1u);
     EXPECT_FALSE(document.changed());
 
     load(L"a.mp3");
@@ -283,7 +279,7 @@ TEST_F(EditorDocumentTest, numbersEndAt32767AndWhatWasReadStays) {
     EXPECT_EQ(errorOf([&] { document.merge(L"C:\\o.m3u", text + L"b.mp3\nc.mp3", everything); }),
               kOverflow);
     EXPECT_TRUE(document.changed());
-    EXPECT_EQ(document.entries().size(), 32'767u);
+    EXPECT_EQ(document.rows().size(), 32'767u);
 }
 
 }  // namespace

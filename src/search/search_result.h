@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/box_request.h"
+#include "ui/list_model.h"
+
+namespace tunovka {
+
+// The counts label after collecting: "  5", or "  5 - prerušené" when the collecting was stopped.
+std::wstring collectedText(std::uint64_t allFiles, bool stopped);
+
+// The label once the files are sorted out: ", z toho hudobné: " and the count are appended.
+std::wstring sortedOutText(std::wstring collected, std::uint64_t keptFiles);
+
+// A tree that holds a single file is treated like an empty one: it is not sorted out, and the list
+// stays hidden.
+bool isWorthListing(std::uint64_t allFiles);
+
+// Leaves only music and playlists, by their endings in lower case, in their order, and lets events
+// run per path. When cancelled, only what was looked at so far can remain.
+void keepMusicAndPlaylists(std::vector<std::wstring>& paths, const LoopHooks& hooks = {});
+
+// One row of a search's list.
+struct FoundFile {
+    std::wstring key;  // the file's path; "" for the row that says that nothing was found
+
+    std::wstring name() const;  // of the file
+};
+
+// The files that a search has found. The sorting stays from one search to the next.
+class SearchResult : public ListRows<FoundFile> {
+  public:
+    ListRow row(std::size_t position) const override;
+
+    // Replaces the rows by these paths, each once, or by the row kNothingFound. Lets events run per
+    // path; a cancellation leaves out what was not looked at.
+    void list(std::vector<std::wstring> paths, const LoopHooks& hooks = {});
+    void clear() { setRows({}); }
+    using ListRows::sort;
+
+    bool isEmpty() const { return count() == 0 || rows().front().key.empty(); }
+
+    // The question whether the playlists of the result go into the new one; nullopt when there are
+    // none. ASX files count as neither playlists nor music: they are always written.
+    std::optional<BoxRequest> exportQuestion() const;
+
+    // The lines of the new playlist, after the question's answer (1 is yes; not looked at when
+    // there was no question): the paths in display order. nullopt when nothing is to be written.
+    std::optional<std::vector<std::wstring>> exportLines(int boxAnswer) const;
+};
+
+inline constexpr std::wstring_view kExportTitle = L"Uložiť ako playlist...";
+BoxRequest exportedNotice(std::wstring_view chosenPath);
+
+}  // namespace tunovka
