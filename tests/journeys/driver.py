@@ -1,20 +1,23 @@
 """Drives the finished program from outside, the way a person does: real mouse and keys on a virtual
 display, ears on a sound sink that nobody hears. Coordinates are the screen's pixels.
+
 A journey is a function that takes an App; its script ends with driver.main(journey).
 """
 
+import array
+import math
 import os
 import shutil
 import subprocess
 import sys
 import time
 import traceback
-from contextlib import contextmanager
 from pathlib import Path
 
 TOP = Path(__file__).resolve().parents[2]
 BUILD = TOP / "build"
 SCREENSHOTS = BUILD / "screenshots"
+RATE = 44100
 
 
 class Failed(Exception):
@@ -36,10 +39,6 @@ def wait_until(condition, seconds=10, what="the expected state"):
 def check(condition, what):
     if not condition:
         raise Failed(what)
-
-
-def center(rect):
-    return (rect[0] + rect[2]) // 2, (rect[1] + rect[3]) // 2
 
 
 class Probe:
@@ -67,13 +66,14 @@ class Place:
 
     @property
     def center(self):
-        return center(self.rect)
+        left, top, right, bottom = self.rect
+        return (left + right) // 2, (top + bottom) // 2
 
     def click(self, button=1):
         self.app.click(self.center, button)
 
     def double_click(self):
-        self.app.double_click(self.center)
+        self.app.xdotool("mousemove", *self.center, "click", "--repeat", 2, "--delay", 50, 1)
 
 
 class Item(Place):
@@ -91,7 +91,7 @@ class Control(Place):
 
     def __init__(self, app, row):
         super().__init__(app, [int(field) for field in row[6:]])
-        self.hwnd, self.parent, self.kind, self.name = int(row[0]), int(row[1]), row[2], row[3]
+        self.hwnd, self.root, self.kind, self.name = int(row[0]), int(row[1]), row[2], row[3]
         self.visible, self.enabled = row[4] != "0", row[5] != "0"
 
     @property
@@ -143,18 +143,10 @@ class App:
         return [Control(self, row) for row in self.probe.ask("windows", self.program.name)]
 
     def find(self, name, visible=True, within=None):
-        """The first window of that code name, or None. `within`: a child of that control."""
-        windows = self.windows()
-        parents = {w.hwnd: w.parent for w in windows}
-
-        def is_within(hwnd):
-            while hwnd and hwnd != within.hwnd:
-                hwnd = parents.get(hwnd)
-            return bool(hwnd)
-
+        """The first window of that code name, or None. `within`: a control of that window."""
         # Windows keeps the names as atoms, which know no letter case.
-        return next((w for w in windows if w.name.lower() == name.lower() and
-                     (w.visible or not visible) and (within is None or is_within(w.hwnd))), None)
+        return next((w for w in self.windows() if w.name.lower() == name.lower() and
+                     (w.visible or not visible) and (within is None or within.hwnd == w.root)), None)
 
     def control(self, name, seconds=10, visible=True, within=None):
         """The window of that code name, say "Tview" or "frmBox"; waits for it."""
@@ -162,7 +154,7 @@ class App:
 
     def top_windows(self):
         """Visible windows that are nobody's child: forms, menus, dialogs; front ones first."""
-        return [w for w in self.windows() if w.visible and not w.parent]
+        return [w for w in self.windows() if w.visible and w.root == w.hwnd]
 
     def wait_gone(self, name, seconds=5):
         wait_until(lambda: not self.find(name), seconds, f"{name!r} gone")
@@ -178,21 +170,17 @@ class App:
         subprocess.run(["xdotool", *map(str, words)], env=self.env, check=True,
                        stdout=subprocess.DEVNULL)
 
-    def click(self, where, button=1):
-        """`where`: a point, or a Place for its middle."""
-        self.xdotool("mousemove", *self._point(where), "click", button)
-
-    def double_click(self, where):
-        self.xdotool("mousemove", *self._point(where), "click", "--repeat", 2, "--delay", 50, 1)
+    def click(self, point, button=1):
+        self.xdotool("mousemove", *point, "click", button)
 
     def drag(self, start, end):
-        """Presses, moves in steps as a hand does, and releases."""
-        words = self._steps(self._point(start), self._point(end))
-        self.xdotool("mousemove", *words[1:3], "mousedown", 1, *words, "mouseup", 1)
+        """Presses on one place, moves in steps as a hand does, and releases on the other."""
+        self.xdotool("mousemove", *start.center, "mousedown", 1,
+                     *self._steps(start.center, end.center), "mouseup", 1)
 
     def drag_window(self, start, end, arrived):
-        """The same for a window, which follows from when it has seen the pointer move. Released
-        when it has arrived."""
+        """The same between two points for a window, which follows from when it has seen the pointer
+        move. Released when it has arrived."""
         x, y = start
         self.xdotool("mousemove", x, y, "mousedown", 1, "mousemove", x + 1, y)
         try:
@@ -239,10 +227,6 @@ class App:
         self.key("Return")
         wait_until(lambda: not self._menus(), 5, "the menu gone")
 
-    @staticmethod
-    def _point(where):
-        return where.center if isinstance(where, Place) else where
-
     # Eyes and ears
 
     def screenshot(self, name):
@@ -253,9 +237,35 @@ class App:
         return path
 
     def record(self, seconds):
-        """What the program plays during that time; see sound.Recording."""
-        import sound
-        return sound.record(seconds, self.env)
+        """One channel of what the program plays during that time, RATE samples a second."""
+        words = ["parec", "-d", "null.monitor", "--raw", "--format=s16le", f"--rate={RATE}",
+                 "--channels=1", "--latency-msec=20"]
+        with subprocess.Popen(words, env=self.env, stdout=subprocess.PIPE) as process:
+            data = process.stdout.read(int(seconds * RATE) * 2)
+            process.kill()
+        return array.array("h", data)
+
+    def level(self, seconds=0.5):
+        """How loud it is: decibels below full scale (root mean square); -100 for silence."""
+        samples = self.record(seconds)
+        power = sum(s * s for s in samples) / max(len(samples), 1)
+        return max(-100.0, 10 * math.log10(power / 32768 ** 2)) if power else -100.0
+
+    def pitch(self, seconds=0.25):
+        """Frequency of a plain tone in hertz, 0 for silence. Counts rises through zero that come
+        after a fall well below it, so that noise does not count."""
+        samples = self.record(seconds)
+        threshold = max(map(abs, samples), default=0) / 4
+        rises, below = [], False
+        for i, sample in enumerate(samples):
+            if sample < -threshold:
+                below = True
+            elif below and sample > 0:
+                rises.append(i)
+                below = False
+        if threshold < 8 or len(rises) < 2:
+            return 0.0
+        return (len(rises) - 1) * RATE / (rises[-1] - rises[0])
 
     # The end
 
@@ -287,24 +297,6 @@ def collection(name):
     return folder
 
 
-@contextmanager
-def registered(drive, keys):
-    """Default values of registry keys that are there meanwhile and gone afterwards. `drive`: what
-    the program will have as drive E:, for the server that this starts knows it from then on."""
-    def reg(*words):
-        env = dict(os.environ, TUNOVKA_DRIVE_E=str(drive))
-        subprocess.run([TOP / "tools/wine-run", "reg", *words], env=env, check=True,
-                       stdout=subprocess.DEVNULL)
-
-    try:
-        for key, text in keys.items():
-            reg("add", key, "/ve", "/d", text, "/f")
-        yield
-    finally:
-        for key in keys:
-            reg("delete", key, "/f")
-
-
 def main(journey, folder=None):
     """Runs one journey on the stage that TUNOVKA_STAGE names (96): its script's arguments are the
     program and the probe. On failure leaves a screenshot and exits with 1."""
@@ -317,7 +309,7 @@ def main(journey, folder=None):
         if app.running():
             code = app.close_main()
             check(code == 0, f"the program ended with {code}")
-    except Exception as error:
+    except Exception:
         traceback.print_exc()
         print("Screenshot:", app.screenshot(f"failed-{name}"), file=sys.stderr)
         sys.exit(1)

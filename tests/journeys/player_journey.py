@@ -31,7 +31,7 @@ def collection():
 
 def hears(app, hertz):
     """Waits for that tone; a hundredth off is another one."""
-    wait_until(lambda: abs(app.record(0.25).pitch() - hertz) < hertz / 100, 10, f"a {hertz} Hz tone")
+    wait_until(lambda: abs(app.pitch() - hertz) < hertz / 100, 10, f"a {hertz} Hz tone")
 
 
 def along(control, across, down):
@@ -52,11 +52,11 @@ def journey(app):
     wait_until(lambda: length.text == "0:40 min", 5, "the length")
 
     # The volume strip: 4,000 hundredths of a decibel from top to bottom.
-    loud = app.record(0.5).level()
+    loud = app.level()
     app.click(along(app.control("PicHlas"), 0.5, 0.5))
-    wait_until(lambda: abs(loud - app.record(0.5).level() - 20) < 1.5, 5, "a sound 20 dB softer")
+    wait_until(lambda: abs(loud - app.level() - 20) < 1.5, 5, "a sound 20 dB softer")
     app.click(along(app.control("PicHlas"), 0.5, 0.0))
-    wait_until(lambda: abs(loud - app.record(0.5).level()) < 1.5, 5, "the loud sound again")
+    wait_until(lambda: abs(loud - app.level()) < 1.5, 5, "the loud sound again")
 
     # Seeking lands in the other half of the file.
     app.click(along(app.control("PicProgres"), 0.75, 0.5))
@@ -65,14 +65,14 @@ def journey(app):
 
     # Pause is silence, and play goes on from there.
     pause.click()
-    wait_until(lambda: app.record(0.25).level() < -90, 5, "silence after pause")
+    wait_until(lambda: app.level(0.25) < -90, 5, "silence after pause")
     check(elapsed.text >= "0:30 min", "pause keeps the time")
     play.click()
     hears(app, 880)
 
     # Stop is silence and empty labels.
     stop.click()
-    wait_until(lambda: app.record(0.25).level() < -90, 5, "silence after stop")
+    wait_until(lambda: app.level(0.25) < -90, 5, "silence after stop")
     check((elapsed.text, length.text, app.control("lblnapis").text) == ("", "", ""),
           "stop empties the labels")
 

@@ -91,16 +91,16 @@ class RemoteMemory {
     char* page_;
 };
 
-// Handle, parent, class, code name, visible, enabled, rectangle.
+// Handle, top window, class, code name, visible, enabled, rectangle.
 Row describe(HWND window) {
     wchar_t kind[256] = L"", name[256] = L"";
     GetClassNameW(window, kind, 256);
     const auto atom =
         static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(window, L"Tunovka.name")));
     if (atom) GlobalGetAtomNameW(atom, name, 256);
-    const HWND parent = GetWindowLongW(window, GWL_STYLE) & WS_CHILD ? GetParent(window) : nullptr;
+    const HWND root = GetAncestor(window, GA_ROOT);
     Row row{number(reinterpret_cast<LONG_PTR>(window)),
-            number(reinterpret_cast<LONG_PTR>(parent)),
+            number(reinterpret_cast<LONG_PTR>(root)),
             kind,
             name,
             number(IsWindowVisible(window)),
