@@ -16,11 +16,10 @@ struct Resources {
 
     static Resources now();
 
-    // Whether there is more than before of anything, of memory by more than a swing in bytes.
-    bool exceeds(const Resources& before, int swing) const {
+    // Whether there is more than before of anything.
+    bool exceeds(const Resources& before) const {
         return windows > before.windows || menus > before.menus || gdi > before.gdi ||
-               handles > before.handles || threads > before.threads ||
-               memory > before.memory + swing;
+               handles > before.handles || threads > before.threads || memory > before.memory;
     }
 };
 

@@ -1,4 +1,5 @@
-// The three readers on the text of any file, held against the line grammar written as patterns.
+// The three readers on the text of any file, held against the line grammar written once more.
+#include <initializer_list>
 #include <optional>
 #include <vector>
 
@@ -27,33 +28,46 @@ Lines linesOf(const std::wstring& text) {
     return lines;
 }
 
-Lines entryLines(const Lines& lines) {
-    Lines entries;
-    for (const std::wstring& line : lines)
-        if (like(line, L"*.mp3") || like(line, L"*.wav") || like(line, L"*.wma"))
-            entries.push_back(line);
-    return entries;
+// Parts stand in a text, one behind the other.
+bool holds(std::wstring_view text, std::initializer_list<std::wstring_view> parts) {
+    for (const std::wstring_view part : parts) {
+        const auto at = text.find(part);
+        if (at == text.npos) return false;
+        text.remove_prefix(at + part.size());
+    }
+    return true;
+}
+
+bool endsLikeMusic(const std::wstring& line, const std::wstring& dot) {
+    return line.ends_with(dot + L"mp3") || line.ends_with(dot + L"wav") ||
+           line.ends_with(dot + L"wma");
+}
+
+Lines entryLines(Lines lines) {
+    std::erase_if(lines, [](const std::wstring& line) { return !endsLikeMusic(line, L"."); });
+    return lines;
 }
 
 std::wstring withoutFile(const std::wstring& text) {
-    return like(lowerCased(text), L"file*=*") ? text.substr(text.find(L'=') + 1) : text;
+    const bool prefixed = lowerCased(text).starts_with(L"file") && holds(text, {L"="});
+    return prefixed ? text.substr(text.find(L'=') + 1) : text;
 }
 
 std::wstring absolute(const std::wstring& text) {
-    if (like(text, L"*:\\*")) return text;
-    return (like(text, L"\\*") ? L"C:" : kFolder) + text;
+    if (holds(text, {L":\\"})) return text;
+    return (text.starts_with(L'\\') ? L"C:" : kFolder) + text;
 }
 
 std::wstring merged(const std::wstring& text) {
-    const bool fromRoot = like(text, L"..*") && !like(text, L"*:\\*");
+    const bool fromRoot = text.starts_with(L"..") && !holds(text, {L":\\"});
     return fromRoot ? L"C:\\" + text.substr(2) : absolute(text);
 }
 
 // Every entry line is a row, in the file's order, numbered from `first`.
 void requireRows(const EditorDocument& document, const Lines& texts, std::int16_t first) {
-    require(document.rows().size() == texts.size(), "every entry line is a row");
+    require(document.entries().size() == texts.size(), "every entry line is a row");
     for (std::size_t at = 0; at < texts.size(); ++at) {
-        const PlaylistEntry& row = document.rows()[at];
+        const EditorEntry& row = document.entries()[at];
         require(entryTextOf(row.key) == texts[at], "rows hold their lines in the file's order");
         require(entryNumberOf(row.key) == first + static_cast<int>(at), "rows are numbered");
         require(document.loadOrder()[at] == entryNumberOf(row.key), "rows have their load order");
@@ -69,17 +83,17 @@ void editorReads(const std::wstring& text, const Lines& entries) {
     });
     require(document.mayBeSaved() == !entries.empty(), "a list with entries may be saved");
     if (entries.empty()) {
-        require(document.rows().size() == 1 && document.rows()[0].name() == kNothingFound,
+        require(document.entries().size() == 1 && document.entries()[0].name() == kNothingFound,
                 "a list without entries says so");
         return;
     }
     requireRows(document, entries, 1);
     require(asked.size() == entries.size(), "every entry's file is looked for");
     for (std::size_t at = 0; at < entries.size(); ++at) {
-        const bool isPls = like(entries[at], L"File*=*");
+        const bool isPls = entries[at].starts_with(L"File");
         require(asked[at] == absolute(isPls ? withoutFile(entries[at]) : entries[at]),
                 "the editor looks where the entry says");
-        require(document.rows()[at].missing, "missing files are known");
+        require(document.entries()[at].missing, "missing files are known");
     }
 }
 
@@ -96,21 +110,23 @@ void mergeReads(const std::wstring& text, Lines entries) {
 
 // What the explorer makes of a line; nullopt for none, `refused` for half a reference.
 std::optional<std::wstring> explorerText(std::wstring line, bool& refused) {
-    if (like(lowerCased(line), L"<*ref*href*=*>")) {
+    const std::wstring lower = lowerCased(line);
+    if (lower.starts_with(L'<') && holds(lower, {L"<", L"ref", L"href", L"=", L">"}) &&
+        lower.ends_with(L'>')) {
         const Lines parts = split(line, L'"');
         refused = parts.size() < 3;
         if (refused) return std::nullopt;
         line = parts[1];
     }
-    const bool isEntry = like(line, L"*mp3") || like(line, L"*wav") || like(line, L"*wma");
-    return isEntry ? std::optional(line) : std::nullopt;
+    return endsLikeMusic(line, L"") ? std::optional(line) : std::nullopt;
 }
 
 // The lines that tell the player about an entry, be it that they end like one.
 bool isInformation(const std::wstring& line) {
     const std::wstring word = lowerCased(line.substr(0, line.find(L'=')));
-    return like(line, L"[#]EXTINF:*") ||
-           (like(line, L"*=*") && like(word, L"title#*") && !like(word, L"title*[!0-9]*"));
+    const bool isTitle = word.size() > 5 && word.starts_with(L"title") && holds(line, {L"="}) &&
+                         word.find_first_not_of(L"0123456789", 5) == word.npos;
+    return isTitle || line.starts_with(L"#EXTINF:");
 }
 
 void explorerReads(const std::wstring& text, const Lines& lines) {

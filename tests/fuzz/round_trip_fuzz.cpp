@@ -39,7 +39,8 @@ bool canBeRelative(const std::wstring& path, const std::wstring& list) {
     if (!path.starts_with(folder)) return true;
     const std::wstring below = path.substr(folder.size());
     return !below.starts_with(L"..") &&
-           (list.ends_with(L".pls") || !like(lowerCased(below), L"file*=*"));
+           (list.ends_with(L".pls") || !lowerCased(below).starts_with(L"file") ||
+            below.find(L'=') == below.npos);
 }
 
 // Text as the merge reader and the editor get it back: a byte a letter is enough here.
@@ -61,7 +62,7 @@ std::wstring singleSeparator(std::wstring path) {
 
 void requireSameFiles(const EditorDocument& document, const Paths& files) {
     const auto always = [](const std::wstring&) { return true; };
-    require(document.rows().size() == files.size(), "every file comes back");
+    require(document.entries().size() == files.size(), "every file comes back");
     for (std::size_t at = 0; at < files.size(); ++at)
         require(singleSeparator(document.resolve(at, always)) == files[at],
                 "the same files come back in their order");

@@ -5,7 +5,6 @@
 #include <commctrl.h>
 
 #include <deque>
-#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -96,12 +95,13 @@ bool runUntil(Condition condition, DWORD milliseconds = 30000) {
     return holds;
 }
 
-// Lets everything run that has been sent or posted so far: a timer comes after every message.
-inline void settle() {
+// Lets everything run that has been sent or posted so far, and every timer of that interval once: a
+// timer's message comes after every other one.
+inline void settle(UINT interval = 10) {
     Timer timer;
     int ticks = 0;
     timer.onTick = [&] { ++ticks; };
-    timer.setInterval(10);
+    timer.setInterval(interval);
     runUntil([&] { return ticks >= 3; });
 }
 
@@ -140,9 +140,6 @@ class Person {
     std::vector<Dialog> dialogs;
     std::vector<Input> inputs;
     int replaced = 0;  // how often the system asked whether to replace a file
-
-    std::function<void(const BoxRequest& box, int answer)> onBox;  // before it is answered
-    std::function<void(HWND dialog)> onDialog;                     // before it is answered
 
     std::size_t unanswered() const { return answers_.size(); }
 
@@ -183,7 +180,6 @@ class Person {
             shown.buttons += (i > 1 ? L";" : L"") + button->text();
         seen.push_back(shown);
         const int answer = next(answers_);
-        if (onBox) onBox(shown, answer);
         Window* button = controlNamed(box, L"Itlačítko" + std::to_wstring(answer));
         pressAndRelease(button ? *button : *controlNamed(box, L"IZavri"));
     }
@@ -223,7 +219,6 @@ class Person {
             const HWND field = GetDlgItem(dialog, kNameBox);
             const auto filter = SendDlgItemMessageW(dialog, kFilterBox, CB_GETCURSEL, 0, 0);
             dialogs.push_back({textOf(dialog), textOf(field), static_cast<int>(filter) + 1});
-            if (onDialog) onDialog(dialog);
             const std::wstring name = next(names_);
             if (field && name != kAsOffered) SetWindowTextW(field, name.c_str());
             PostMessageW(dialog, WM_COMMAND, name.empty() ? IDCANCEL : IDOK, 0);

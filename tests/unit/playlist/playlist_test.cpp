@@ -1,0 +1,95 @@
+// What the fuzz targets do not hold as a property: the grammar's examples, odd keys, written lines.
+#include <gtest/gtest.h>
+
+#include "core/paths.h"
+#include "playlist/entry_key.h"
+#include "playlist/line_grammar.h"
+#include "playlist/resolve.h"
+#include "playlist/write.h"
+#include "support/error_of.h"
+
+namespace tunovka {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+TEST(LineGrammar, explorerReadsReferencesAndEntries) {
+    for (const auto& [line, text] : std::vector<std::pair<std::wstring, std::wstring>>{
+             {L"C:\\x\\songmp3", L"C:\\x\\songmp3"},
+             {L"File3=C:\\a.wav", L"File3=C:\\a.wav"},
+             {L"<Ref HREF = \"C:\\Žaba.wma\"/>", L"C:\\Žaba.wma"},
+             {L"<ref href=\"a.mp3\" x=\"b.wav\">", L"a.mp3"}})
+        EXPECT_EQ(explorerEntryText(line), text);
+    for (const wchar_t* line : {L"", L"p3", L"A.MP3", L"Title3=Skladba", L"#EXTM3U",
+                                L"<ref href=\"A.MP3\">", L" <ref href=\"a.mp3\">"})
+        EXPECT_FALSE(explorerEntryText(line)) << testing::PrintToString(line);
+    EXPECT_EQ(errorOf([] { explorerEntryText(L"<ref href=\"a.mp3>"); }), kInvalidCall);
+    EXPECT_EQ(withoutFilePrefix(L"File12=a=b.mp3"), L"a=b.mp3");
+    EXPECT_EQ(withoutFilePrefix(L"file1=a.mp3"), L"file1=a.mp3");
+    EXPECT_EQ(withoutFilePrefixAnyCase(L"fILE1=a.mp3"), L"a.mp3");
+}
+
+TEST(EntryKey, holdsNumberAndTextAndRefusesOddKeys) {
+    const std::wstring key = entryKey(12, L"..\\hudba\\skladba.mp3");
+    EXPECT_EQ(key, L"položka:12súbor=..\\hudba\\skladba.mp3");
+    EXPECT_EQ(entryDisplayName(key), L"skladba.mp3");
+    for (const auto& [odd, error] :
+         std::vector<std::pair<std::wstring, int>>{{L"", kInvalidCall},
+                                                   {L"a0súbor=x", kInvalidCall},
+                                                   {L"položka:súbor=x", kTypeMismatch},
+                                                   {L"položka:1xsúbor=x", kTypeMismatch},
+                                                   {L"položka:32768súbor=x", kOverflow}})
+        EXPECT_EQ(errorOf([&] { entryNumberOf(odd); }), error) << testing::PrintToString(odd);
+    EXPECT_EQ(playlistNodeKey(L"L.M3U", 7, L"a.mp3"), L"pl=L.M3U007id=a.mp3");
+    EXPECT_EQ(playlistNodeKey(L"L.M3U", 1000, L"a.mp3"), L"pl=L.M3U1000id=a.mp3");
+    // A playlist whose name looks like a key's end.
+    const auto exists = [](const std::wstring& path) { return path == L"E:\\id=a.mp3"; };
+    EXPECT_EQ(resolveNodeKey(playlistNodeKey(L"covid=x.m3u", 1, L"id=a.mp3"), L"E:\\", exists),
+              L"E:\\id=a.mp3");
+}
+
+TEST(Writing, relativeTextsFollowTheDriveRootConvention) {
+    struct Row {
+        std::wstring folder, path, text;
+    };
+    for (const Row& row : std::vector<Row>{
+             {L"C:\\pl", L"", L""},
+             {L"C:\\pl", L"C:\\pl\\rock\\a.mp3", L"rock\\a.mp3"},
+             {L"C:\\pl", L"C:\\hudba\\a.mp3", L"..\\hudba\\a.mp3"},
+             {L"C:\\pl\\sub", L"C:\\a.mp3", L"..\\a.mp3"},
+             {L"C:\\", L"C:\\x\\a.mp3", L"x\\a.mp3"},
+             {L"C:\\pl", L"C:\\plus\\a.mp3", L"..\\plus\\a.mp3"},
+             {L"C:\\pl", L"D:\\a.mp3", L"D:\\a.mp3"},
+             {L"C:\\pl", L"c:\\x\\a.mp3", L"c:\\x\\a.mp3"},
+             {L"C:\\Pl", L"C:\\pl\\a.mp3", L"..\\pl\\a.mp3"},
+         })
+        EXPECT_EQ(relativeEntryText(row.folder, row.path), row.text);
+}
+
+TEST(Writing, linesFollowTheChosenName) {
+    const Lines paths{L"C:\\pl\\a.mp3", L"C:\\hudba\\b.wav"};
+    EXPECT_EQ(
+        playlistLines(L"C:\\pl\\x.pls", paths, true),
+        (Lines{L"[playlist]", L"File1=a.mp3", L"File2=..\\hudba\\b.wav", L"NumberOfEntries=2"}));
+    EXPECT_EQ(playlistLines(L"C:\\pl\\x.PLS", paths, true), (Lines{L"a.mp3", L"..\\hudba\\b.wav"}));
+    EXPECT_EQ(playlistLines(L"C:\\pl\\x", paths, false), paths);
+    EXPECT_EQ(playlistLines(L"C:\\x.pls", {}, false), (Lines{L"[playlist]", L"NumberOfEntries=0"}));
+}
+
+TEST(Writing, aLetterThatCannotBeWrittenNamesItsEntry) {
+    const auto ascii = [](std::wstring_view text) {
+        for (const wchar_t letter : text)
+            if (letter > 127) throw RuntimeError(kInvalidCall, text);
+        return std::string(text.begin(), text.end());
+    };
+    EXPECT_EQ(playlistBytes({L"a.mp3", L"b.wav"}, ascii), "a.mp3\r\nb.wav\r\n");
+    try {
+        playlistBytes({L"a.mp3", L"日本.mp3"}, ascii);
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_NE(error.description.find(L"日本.mp3"), std::wstring::npos);
+    }
+}
+
+}  // namespace
+}  // namespace tunovka
