@@ -102,21 +102,6 @@ TEST_F(Contents, ExpandsEveryKindOfPlaylistAndMarksWhatIsMissing) {
     EXPECT_EQ(missing(L"c.asx"), ".x");
 }
 
-TEST_F(Contents, SurvivesPlaylistsThatAreNone) {
-    folder.file(L"cr.m3u", "a.mp3\rb.mp3\rc.mp3");
-    folder.file(L"empty.m3u", "");
-    folder.file(L"zeros.m3u", std::string(5000, '\0') + "\r\na.mp3\r\n");
-    folder.file(L"onelong.m3u", std::string(10 << 20, 'x') + ".mp3");
-    folder.folder(L"folder.m3u");
-    list();
-    ASSERT_TRUE(person.seen.empty()) << toAnsi(person.seen[0].text.substr(0, 200));
-    EXPECT_EQ(keys(L"cr.m3u").size(), 1u);  // a lone CR is data
-    EXPECT_EQ(keys(L"empty.m3u").size(), 0u);
-    EXPECT_EQ(texts(L"zeros.m3u"), std::vector<std::wstring>{L"a.mp3"});
-    EXPECT_EQ(keys(L"onelong.m3u").size(), 1u);
-    EXPECT_FALSE(stage.tree.Tview.contains(L"folder.m3u"));
-}
-
 TEST_F(Contents, SaysWhyAListingEnds) {
     folder.file(L"z.asx", "<ref href=\"a.mp3 />\r\n");
     list();

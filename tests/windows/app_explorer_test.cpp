@@ -59,20 +59,6 @@ TEST_F(Explorer, OnlyAFolderWithSubfoldersGetsAPlaceholder) {
     EXPECT_EQ(strom().firstChild(folder / L"prázdny\\"), L"");
 }
 
-TEST_F(Explorer, ExpandingAThousandFoldersKeepsTheWindowAnswering) {
-    for (int i = 0; i < 1000; ++i) folder.folder(L"p" + std::to_wstring(i));
-    explorer->load();
-    int ticks = 0;
-    Timer heartbeat;
-    heartbeat.onTick = [&] { ++ticks; };
-    heartbeat.setInterval(20);
-    strom().expand(folder.path());
-    EXPECT_GT(ticks, 5);
-    EXPECT_EQ(strom().nextSibling(folder / L"p0\\"), folder / L"p1\\");
-    EXPECT_TRUE(strom().contains(folder / L"p999\\"));
-    EXPECT_TRUE(strom().isEnabled());
-}
-
 // Takes the folder behind a drive away for as long as an action lasts.
 void withoutMedium(const std::wstring& drive, const std::function<void()>& action) {
     const std::string root = machinePath(drive + L"\\"), link = root.substr(0, root.size() - 1);
@@ -151,24 +137,6 @@ TEST_F(Explorer, ObeysItsCommandChannel) {
     EXPECT_EQ(explorer->player.mp.FileName(), folder / L"a.mp3");
     EXPECT_TRUE(explorer->player.isPlaying());
     explorer->player.mp.release();
-}
-
-TEST_F(Explorer, TheSplitterMovesTheBoundaryWithinItsLimits) {
-    show(L"");
-    Splitter& splitter = explorer->splitter;
-    const HWND bar = splitter.Medzera.handle();
-    const int before = splitter.Medzera.bounds().x;
-    const auto drag = [&](int by) {
-        SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 50));
-        SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(2 + by, 50));
-        SendMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(2 + by, 50));
-    };
-    drag(120);
-    EXPECT_NEAR(splitter.Medzera.bounds().x, before + 120, 1);
-    EXPECT_NEAR(strom().bounds().right(), before + 120, 1);
-    drag(5000);
-    EXPECT_LT(splitter.Medzera.bounds().right(), Tview().bounds().right());
-    EXPECT_FALSE(splitter.Obdlznik.isVisible());
 }
 
 }  // namespace

@@ -39,19 +39,6 @@ TEST(FileSystemObject, TellsFilesFromFoldersAndFromNothing) {
         EXPECT_FALSE(fso::FileExists(none)) << none.size();
 }
 
-TEST(FileSystemObject, SeesAFileThatIsLockedAgainstEverything) {
-    ScratchFolder scratch;
-    const std::wstring file = scratch.file(L"a.mp3");
-    const FileHandle lock = locked(file);
-    EXPECT_TRUE(fso::FileExists(file));
-    EXPECT_EQ(errorOf([&] { fso::readAll(file); }), kPermissionDenied);
-    EXPECT_EQ(errorOf([&] { fso::writeWhole(file, "new"); }), kPermissionDenied);
-    EXPECT_EQ(errorOf([&] { fso::copyFile(file, scratch / L"b.mp3"); }), kPermissionDenied);
-    EXPECT_EQ(errorOf([&] { fso::moveFile(file, scratch / L"b.mp3"); }), kPermissionDenied);
-    EXPECT_EQ(errorOf([&] { fso::deleteFile(file, true); }), kPermissionDenied);
-    EXPECT_EQ(scratch.names().size(), 1u);
-}
-
 TEST(FileSystemObject, ReadsWholeAndInParts) {
     ScratchFolder scratch;
     std::string content(700000, 'a');
@@ -64,28 +51,6 @@ TEST(FileSystemObject, ReadsWholeAndInParts) {
     EXPECT_EQ(errorOf([&] { fso::readAll(scratch / L"none"); }), kFileNotFound);
     EXPECT_EQ(errorOf([&] { fso::readAll(scratch / L"none\\none"); }), kPathNotFound);
     EXPECT_EQ(errorOf([&] { fso::readAll(scratch.path()); }), kFileNotFound);
-}
-
-TEST(FileSystemObject, ListsAFolderWithItsShortNames) {
-    ScratchFolder scratch;
-    scratch.file(L"dlhý názov piesne.mp3", "12345");
-    scratch.file(kForeign);
-    scratch.folder(L"hudba");
-    const auto entries = fso::listFolder(scratch.path());
-    ASSERT_EQ(entries.size(), 3u);
-    for (const FolderEntry& entry : entries) EXPECT_EQ(entry.isFolder(), entry.name == L"hudba");
-    const auto song = std::find_if(entries.begin(), entries.end(), [](const FolderEntry& entry) {
-        return entry.name == L"dlhý názov piesne.mp3";
-    });
-    ASSERT_NE(song, entries.end());
-    EXPECT_EQ(song->size, 5u);
-    const std::wstring shortName = fso::shortName(scratch / song->name);
-    EXPECT_EQ(shortName, song->shortName.empty() ? song->name : song->shortName);
-    EXPECT_TRUE(fso::FileExists(scratch / shortName));
-    EXPECT_TRUE(fso::listFolder(scratch / L"hudba").empty());
-    EXPECT_EQ(errorOf([&] { fso::listFolder(scratch / L"nie je"); }), kPathNotFound);
-    EXPECT_EQ(errorOf([&] { fso::listFolder(L""); }), kPathNotFound);
-    EXPECT_EQ(errorOf([&] { fso::shortName(scratch / L"nie je"); }), kFileNotFound);
 }
 
 TEST(FileSystemObject, WritesAFileWholeAndKeepsWhatItWas) {
@@ -158,58 +123,6 @@ TEST(FileSystemObject, CopiesAndReplacesButNeverOntoItself) {
     EXPECT_EQ(scratch.names().size(), 2u);
 }
 
-TEST(FileSystemObject, ShowsHowFarACopyIsAndStopsIt) {
-    ScratchFolder scratch;
-    const std::wstring song = scratch.file(L"song.mp3", std::string(2000000, 'n'));
-    const std::wstring to = scratch.file(L"old.mp3", "old");
-    std::vector<std::uint64_t> steps;
-    EXPECT_FALSE(fso::copyFile(song, to, [&](std::uint64_t done, std::uint64_t total) {
-        EXPECT_EQ(total, 2000000u);
-        steps.push_back(done);
-        return steps.size() < 3;
-    }));
-    EXPECT_EQ(steps.size(), 3u);
-    EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()));
-    EXPECT_EQ(fso::readAll(to), "old");
-    EXPECT_THROW(
-        fso::copyFile(song, to,
-                      [](std::uint64_t, std::uint64_t) -> bool { throw RuntimeError(kOverflow); }),
-        RuntimeError);
-    EXPECT_EQ(fso::readAll(to), "old");
-    EXPECT_EQ(scratch.names().size(), 2u);
-    EXPECT_TRUE(fso::copyFile(song, to, [](std::uint64_t, std::uint64_t) { return true; }));
-    EXPECT_EQ(fso::details(to).size, 2000000u);
-}
-
-TEST(FileSystemObject, MovesOnlyOntoNothingUnlessToldSo) {
-    ScratchFolder scratch;
-    const std::wstring song = scratch.file(L"song.mp3", "new");
-    const std::wstring to = scratch.file(L"old.mp3", "old");
-    EXPECT_EQ(errorOf([&] { fso::moveFile(song, to); }), kFileAlreadyExists);
-    EXPECT_EQ(errorOf([&] { fso::moveFile(song, song); }), kFileAlreadyExists);
-    EXPECT_EQ(errorOf([&] { fso::moveFile(song, song, true); }), kPermissionDenied);
-    EXPECT_EQ(errorOf([&] { fso::moveFile(scratch / L"none", to, true); }), kFileNotFound);
-    EXPECT_EQ(fso::readAll(to), "old");
-    EXPECT_TRUE(fso::moveFile(song, to, true));
-    EXPECT_EQ(fso::readAll(to), "new");
-    EXPECT_FALSE(fso::FileExists(song));
-    makeReadOnly(to);
-    EXPECT_TRUE(fso::moveFile(to, song));
-    EXPECT_EQ(scratch.names(), std::vector<std::wstring>{L"song.mp3"});
-}
-
-TEST(FileSystemObject, DeletesReadOnlyFilesOnlyByForce) {
-    ScratchFolder scratch;
-    const std::wstring song = scratch.file(L"song.mp3");
-    makeReadOnly(song);
-    EXPECT_EQ(errorOf([&] { fso::deleteFile(song); }), kPermissionDenied);
-    EXPECT_EQ(errorOf([&] { fso::deleteFile(scratch / L"none"); }), kFileNotFound);
-    EXPECT_EQ(errorOf([&] { fso::deleteFile(scratch.path(), true); }), kFileNotFound);
-    EXPECT_EQ(errorOf([&] { fso::deleteFile(scratch / L"*.mp3", true); }), kBadFileName);
-    fso::deleteFile(song, true);
-    EXPECT_TRUE(scratch.names().empty());
-}
-
 TEST(FileSystemObject, KnowsAFileBehindEverySpelling) {
     ScratchFolder scratch;
     const std::wstring song = scratch.file(L"dlhý názov piesne.mp3", "abc");
@@ -223,32 +136,6 @@ TEST(FileSystemObject, KnowsAFileBehindEverySpelling) {
     EXPECT_TRUE(fso::sameFile(song, scratch / L"hard.mp3"));
     EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / L"hard.mp3"); }), kPermissionDenied);
     EXPECT_EQ(fso::readAll(song), "abc");
-}
-
-TEST(FileSystemObject, TellsSizeDatesAndAttributes) {
-    ScratchFolder scratch;
-    const std::wstring song = scratch.file(L"song.mp3", std::string(1234, 'x'));
-    const SYSTEMTIME local{2003, 7, 0, 5, 21, 4, 3, 0};
-    SYSTEMTIME universal;
-    FILETIME time;
-    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(nullptr, &local, &universal));
-    SystemTimeToFileTime(&universal, &time);
-    {
-        const FileHandle file(
-            CreateFileW(song.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-        ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
-    }
-    fso::setAttributes(song, FILE_ATTRIBUTE_HIDDEN);
-    const FileDetails details = fso::details(song);
-    EXPECT_EQ(details.size, 1234u);
-    EXPECT_EQ(details.modified.year, 2003);
-    EXPECT_EQ(details.modified.month, 7);
-    EXPECT_EQ(details.modified.day, 5);
-    EXPECT_EQ(details.modified.hour, 21);
-    EXPECT_EQ(details.modified.minute, 4);
-    EXPECT_TRUE(details.attributes & FILE_ATTRIBUTE_HIDDEN);
-    EXPECT_EQ(details.attributes, fso::attributes(song));
-    EXPECT_EQ(errorOf([&] { fso::details(scratch / L"none"); }), kFileNotFound);
 }
 
 TEST(FileSystemObject, WritesThroughLinks) {
@@ -279,21 +166,6 @@ TEST(FileSystemObject, RefusesWhatTheRightsForbid) {
               kPermissionDenied);
     ExistingFiles files;  // nobody can say that it is missing
     EXPECT_TRUE(files.contains(folder + L"\\a.mp3"));
-}
-
-TEST(Drives, AreListedWithTheirTypes) {
-    EXPECT_TRUE(fso::IsDriveReady(L"c:"));
-    EXPECT_TRUE(fso::IsDriveReady(L"C:\\"));
-    EXPECT_FALSE(fso::IsDriveReady(L"q:"));
-    EXPECT_FALSE(fso::IsDriveReady(L""));
-    EXPECT_EQ(fso::driveType(L"c:"), DriveType::Fixed);
-    EXPECT_EQ(fso::driveType(L"q:"), DriveType::Unknown);
-    const auto drives = listDrives();
-    const auto system = std::find_if(drives.begin(), drives.end(),
-                                     [](const Drive& drive) { return drive.name == L"C:"; });
-    ASSERT_NE(system, drives.end());
-    EXPECT_EQ((Drive{L"E:", DriveType::Fixed, L"DATA"}).text(), L"E: [DATA]");
-    EXPECT_EQ((Drive{L"E:", DriveType::Fixed, L""}).text(), L"E:");
 }
 
 }  // namespace

@@ -153,6 +153,17 @@ TEST_F(EditorSaving, ClosingAsksOnlyAboutChanges) {
                           L"ÁNO;NIE;STORNO"}));
 }
 
+TEST_F(EditorSaving, TheEndOfTheSessionAsksAboutChanges) {
+    open(L"a.mp3\r\nb.wav\r\n");
+    pressKey(VK_DELETE);
+    expect({3, 2});
+    const auto mayEnd = [&] { return SendMessageW(window->handle(), WM_QUERYENDSESSION, 0, 0); };
+    EXPECT_FALSE(mayEnd());
+    EXPECT_FALSE(window->isClosing());
+    EXPECT_TRUE(mayEnd());
+    EXPECT_EQ(person.seen.size(), 2u);
+}
+
 // The first answer reads like a saving one and is none; this is meant.
 TEST_F(EditorSaving, TheFirstAnswerOfTheClosePromptSavesNothing) {
     const std::wstring list = folder / L"list.m3u";

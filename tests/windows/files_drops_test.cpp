@@ -1,10 +1,45 @@
 // Files dropped onto the explorer's trees.
 #include <gtest/gtest.h>
 
+#include <cstring>
+
+#include "core/ansi.h"
+#include "core/com_object.h"
 #include "support/file_menus.h"
 
 namespace tunovka {
 namespace {
+
+// A data object that has nothing but text in the system's code page.
+class AnsiData final : public SingleComObject<IDataObject> {
+  public:
+    explicit AnsiData(std::string text) : text_(std::move(text)) {}
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
+        if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text_.size() + 1);
+        std::memcpy(GlobalLock(memory), text_.c_str(), text_.size() + 1);
+        GlobalUnlock(memory);
+        *medium = {.tymed = TYMED_HGLOBAL, .hGlobal = memory, .pUnkForRelease = nullptr};
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override {
+        return format->cfFormat == CF_TEXT ? S_OK : DV_E_FORMATETC;
+    }
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
+
+  private:
+    const std::string text_;
+};
 
 class Drops : public FileMenus {
   protected:
@@ -72,30 +107,41 @@ TEST_F(Drops, TextThatIsNoPathIsToldAfterTheQuestion) {
     EXPECT_TRUE(other.names().empty());
 }
 
-TEST_F(Drops, OnlyFoldersUnderThePointerAreWelcome) {
+TEST_F(Drops, OnlyFoldersUnderThePointerAreWelcomeAndTheEdgeScrolls) {
+    for (int i = 0; i < 60; ++i) folder.folder(L"p" + std::to_wstring(i));
     show(L"");
     const Size size = strom().clientSize();
-    const Drag nowhere(target(strom()), strom(), {size.width - 5, size.height / 2},
-                       createTextData(L"a"));
-    EXPECT_EQ(nowhere.effect, DWORD{DROPEFFECT_NONE});
+    {
+        const Drag nowhere(target(strom()), strom(), {size.width - 5, size.height / 2},
+                           createTextData(L"a"));
+        EXPECT_EQ(nowhere.effect, DWORD{DROPEFFECT_NONE});
+    }
+    strom().expand(folder.path());
+    strom().ensureVisible(folder.path());
+    const auto top = [&] { return GetScrollPos(strom().handle(), SB_VERT); };
+    const int before = top();
+    {
+        Drag drag(target(strom()), strom(), {20, size.height - 3}, createTextData(L"a"));
+        ASSERT_TRUE(runUntil([&] {
+            drag.onto->DragOver(MK_LBUTTON, drag.place, &drag.effect);
+            return top() > before + 3;
+        }));
+    }
     explorer->txtPath.setText(L"");
     const Drag unlisted(target(Tview()), Tview(), {5, 5}, createTextData(L"a"));
     EXPECT_EQ(unlisted.effect, DWORD{DROPEFFECT_NONE});
 }
 
-TEST_F(Drops, ADragNearTheEdgeScrollsTheFolders) {
-    for (int i = 0; i < 60; ++i) folder.folder(L"p" + std::to_wstring(i));
+// What an older program drags: text in the system's code page.
+TEST_F(Drops, AnsiTextIsTakenAsWell) {
+    const std::wstring song = other.file(L"žaba.mp3", "song");
     show(L"");
-    strom().expand(folder.path());
-    strom().ensureVisible(folder.path());
-    const auto top = [&] { return GetScrollPos(strom().handle(), SB_VERT); };
-    const int before = top();
-    const Size size = strom().clientSize();
-    Drag drag(target(strom()), strom(), {20, size.height - 3}, createTextData(L"a"));
-    ASSERT_TRUE(runUntil([&] {
-        drag.onto->DragOver(MK_LBUTTON, drag.place, &drag.effect);
-        return top() > before + 3;
-    }));
+    person.answer({1});
+    Drag drag(target(Tview()), Tview(), {5, 200}, new AnsiData(toAnsi(song)));
+    EXPECT_EQ(drag.effect, DWORD{DROPEFFECT_COPY});
+    drag.drop();
+    ASSERT_TRUE(runUntil([&] { return Tview().contains(L"žaba.mp3"); }));
+    EXPECT_EQ(contentOf(folder / L"žaba.mp3"), "song");
 }
 
 }  // namespace

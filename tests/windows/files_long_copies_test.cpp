@@ -78,34 +78,12 @@ TEST_F(LongCopies, ThatAreStoppedLeaveNoHalfFile) {
     stopping([](Form& window) { PostMessageW(window.handle(), WM_CLOSE, 0, 0); });
 }
 
-TEST_F(LongCopies, ThatFailMidwaySayWhyWithoutTheirWindow) {
-    copy([](Form&) {
-        FileSystemObject::setFault(
-            [](DiskStep, const std::wstring&) { throw RuntimeError(kDiskFull); });
-    });
-    FileSystemObject::setFault({});
-    EXPECT_TRUE(shown);
-    EXPECT_FALSE(openForm(L"frmkopirovanie"));
-    EXPECT_TRUE(explorer->isEnabled());
-    EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
-    EXPECT_EQ(clipboard(), L"copy:" + song);
-    ASSERT_EQ(person.seen.size(), 1u);
-    EXPECT_TRUE(person.seen[0].text.ends_with(L"Disk full"));
-}
-
 TEST_F(LongCopies, EndWithTheExplorer) {
     copy([&](Form&) { explorer->unload(); });
+    EXPECT_TRUE(shown);
     EXPECT_TRUE(explorer->isClosing());
     EXPECT_FALSE(openForm(L"frmkopirovanie"));
     EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
-}
-
-TEST_F(LongCopies, ShortOnesShowNoWindow) {
-    FileSystemObject::setFault({});
-    folder.file(L"a.mp3", "short");
-    copy([](Form&) {});
-    EXPECT_FALSE(shown);
-    EXPECT_EQ(contentOf(folder / L"kopia.mp3"), "short");
 }
 
 }  // namespace
