@@ -65,9 +65,9 @@ std::wstring merged(const std::wstring& text) {
 
 // Every entry line is a row, in the file's order, numbered from `first`.
 void requireRows(const EditorDocument& document, const Lines& texts, std::int16_t first) {
-    require(document.entries().size() == texts.size(), "every entry line is a row");
+    require(document.rows().size() == texts.size(), "every entry line is a row");
     for (std::size_t at = 0; at < texts.size(); ++at) {
-        const EditorEntry& row = document.entries()[at];
+        const PlaylistEntry& row = document.rows()[at];
         require(entryTextOf(row.key) == texts[at], "rows hold their lines in the file's order");
         require(entryNumberOf(row.key) == first + static_cast<int>(at), "rows are numbered");
         require(document.loadOrder()[at] == entryNumberOf(row.key), "rows have their load order");
@@ -83,7 +83,7 @@ void editorReads(const std::wstring& text, const Lines& entries) {
     });
     require(document.mayBeSaved() == !entries.empty(), "a list with entries may be saved");
     if (entries.empty()) {
-        require(document.entries().size() == 1 && document.entries()[0].name() == kNothingFound,
+        require(document.rows().size() == 1 && document.rows()[0].name() == kNothingFound,
                 "a list without entries says so");
         return;
     }
@@ -93,7 +93,7 @@ void editorReads(const std::wstring& text, const Lines& entries) {
         const bool isPls = entries[at].starts_with(L"File");
         require(asked[at] == absolute(isPls ? withoutFile(entries[at]) : entries[at]),
                 "the editor looks where the entry says");
-        require(document.entries()[at].missing, "missing files are known");
+        require(document.rows()[at].missing, "missing files are known");
     }
 }
 

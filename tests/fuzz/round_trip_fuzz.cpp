@@ -62,7 +62,7 @@ std::wstring singleSeparator(std::wstring path) {
 
 void requireSameFiles(const EditorDocument& document, const Paths& files) {
     const auto always = [](const std::wstring&) { return true; };
-    require(document.entries().size() == files.size(), "every file comes back");
+    require(document.rows().size() == files.size(), "every file comes back");
     for (std::size_t at = 0; at < files.size(); ++at)
         require(singleSeparator(document.resolve(at, always)) == files[at],
                 "the same files come back in their order");

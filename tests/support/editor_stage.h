@@ -55,9 +55,9 @@ class EditorStage : public testing::Test {
     Texts rows() {
         Texts rows;
         for (std::size_t i = 0; i < view().Lview.count(); ++i) {
-            const ListItem& row = view().Lview.items().at(i);
-            const bool red = row.foreground == MultiMedialny::palette().MissingEntryColor;
-            rows.push_back((red ? L"-" : L"") + row.text);
+            const ListRow row = view().Lview.model().row(i);
+            const bool red = row.color == MultiMedialny::palette().MissingEntryColor;
+            rows.push_back((red ? L"-" : L"") + row.name);
         }
         return rows;
     }

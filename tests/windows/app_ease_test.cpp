@@ -170,9 +170,9 @@ TEST_F(Ease, TabReachesEveryControlOfTheLists) {
     examine(*window, {L"Lview", L"Iposuv", L"IZavri"});
 
     frmhladanie search(program);
-    std::vector<ListItem> rows;
-    for (int i = 0; i < 100; ++i) rows.push_back({std::to_wstring(i), L"a.mp3", L"winamp1"});
-    search.Lview.setAll(std::move(rows));
+    std::vector<std::wstring> paths;
+    for (int i = 0; i < 100; ++i) paths.push_back(std::to_wstring(i) + L"\\a.mp3");
+    search.result.list(std::move(paths));
     search.Lview.setVisible(true);
     search.show();
     search.scroller.refresh();

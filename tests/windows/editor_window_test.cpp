@@ -189,7 +189,7 @@ TEST_F(EditorWindow, ClosingEndsTheReading) {
     open(lines);
     EXPECT_TRUE(closed);
     EXPECT_TRUE(window->isClosing());
-    EXPECT_LT(editor().document.entries().size(), 30'000u);
+    EXPECT_LT(editor().document.rows().size(), 30'000u);
 }
 
 TEST_F(EditorWindow, TheFocusComesBackAfterEveryCommand) {

@@ -77,7 +77,7 @@ class Search : public testing::Test {
     Texts listed() const {
         Texts texts;
         for (std::size_t i = 0; i < window->Lview.count(); ++i)
-            texts.push_back(window->Lview.items().at(i).text);
+            texts.push_back(window->result.row(i).name);
         return texts;
     }
     // Does something once, inside the search's own look at the messages while it collects: when it
@@ -128,7 +128,7 @@ TEST_F(Search, ListsMusicAndPlaylistsLevelByLevel) {
     EXPECT_FALSE(window->scroller.PicPosuv.isVisible());
     EXPECT_EQ(window->Lview.selected(), 0u);
     EXPECT_EQ(window->lblbar.text(), folder / L"a.mp3");
-    EXPECT_EQ(window->Lview.items().at(2).imageKey, L"winamp4");
+    EXPECT_EQ(window->result.row(2).picture, L"winamp4");
     EXPECT_TRUE(window->menu1.isEnabled(L"info_o_subore"));
     EXPECT_TRUE(window->menu1.isEnabled(L"uloz_playlist"));
 

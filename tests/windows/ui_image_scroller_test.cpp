@@ -4,6 +4,7 @@
 #include "core/errors.h"
 #include "support/error_of.h"
 #include "support/person.h"
+#include "support/test_rows.h"
 #include "ui/image_scroller.h"
 
 namespace tunovka {
@@ -13,23 +14,21 @@ class Stage : public Form {
   public:
     Stage()
         : Form({.name = L"frmStage", .caption = L"", .size = {300, 260}}),
-          list({.name = L"Lview", .text = L"Zoznam", .parent = this}),
+          list({.name = L"Lview", .text = L"Zoznam", .parent = this}, rows),
           scroller(*this, list, rowsPerPageCut) {
         MultiMedialny::InitSharedTables();
         scroller.place({10, 10, 280, 240});
         show();
     }
-    void fill(int rows) {
-        std::vector<ListItem> items;
-        for (int i = 0; i < rows; ++i)
-            items.push_back({.key = std::to_wstring(i), .text = L"row " + std::to_wstring(i)});
-        list.setAll(std::move(items));
+    void fill(int count) {
+        rows.fill(count);
         list.ensureVisible(0);
         scroller.refresh();
     }
     int page() const { return static_cast<int>(list.rowsInView()); }
     int thumb() const { return scroller.Iposuv.bounds().y; }
 
+    TestRows rows;
     ListView list;
     ImageScroller scroller;
 };

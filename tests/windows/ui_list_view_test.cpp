@@ -5,6 +5,7 @@
 #include "core/errors.h"
 #include "core/loop.h"
 #include "support/error_of.h"
+#include "support/test_rows.h"
 #include "ui/form.h"
 
 namespace tunovka {
@@ -18,17 +19,9 @@ class ListForm : public Form {
         show();
         yieldNow();
     }
-    ListView list{{.name = L"Lview", .text = L"Zoznam", .parent = this, .header = L"Súbory"}};
+    TestRows rows;
+    ListView list{{.name = L"Lview", .text = L"Zoznam", .parent = this, .header = L"Súbory"}, rows};
 };
-
-std::vector<ListItem> manyItems(int count) {
-    std::vector<ListItem> items;
-    for (int i = 0; i < count; ++i)
-        items.push_back({.key = L"key" + std::to_wstring(i),
-                         .text = L"file " + std::to_wstring(count - i) + L".mp3",
-                         .imageKey = L"winamp1"});
-    return items;
-}
 
 void click(const ListView& list, UINT down, UINT up, Point point) {
     const LPARAM place = MAKELPARAM(point.x, point.y);
@@ -52,27 +45,32 @@ Point rowPoint(const ListView& list, std::size_t position) {
 TEST(ListView, hasNoScrollBarOfTheSystemAndScrollsYet) {
     ListForm form;
     ListView& list = form.list;
-    list.setAll(manyItems(30000));
+    form.rows.fill(30000);
     int scrolls = 0;
     list.onScroll = [&] { ++scrolls; };
     SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
-    EXPECT_GT(list.firstVisible(), 0u);
+    const std::size_t notch = list.firstVisible();
+    EXPECT_GT(notch, 0u);
     EXPECT_EQ(scrolls, 1);
+    for (int i = 0; i < 4; ++i)  // a wheel that tells quarters of a notch
+        SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA / 4), 0);
+    EXPECT_EQ(list.firstVisible(), 2 * notch);
+    scrolls = 0;
     list.focus();
     pressKey(list, VK_END);
-    EXPECT_EQ(list.selectedKey(), L"key29999");
+    EXPECT_EQ(list.selectedKey(), L"29999");
     EXPECT_GT(list.firstVisible(), 29900u);
-    EXPECT_EQ(scrolls, 2);
+    EXPECT_EQ(scrolls, 1);
     EXPECT_EQ(GetWindowLongW(list.handle(), GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL), 0);
     EXPECT_EQ(list.clientSize().width, 278);
-    list.setAll(manyItems(3));
+    form.rows.fill(3);
     EXPECT_EQ(list.firstVisible(), 0u);
 }
 
 TEST(ListView, tellsItsEventsInTheirOrder) {
     ListForm form;
     ListView& list = form.list;
-    list.setAll(manyItems(20));
+    form.rows.fill(20);
     std::wstring told;
     list.onMouseDown = [&](MouseButton, Point) { told += L"down " + list.selectedKey() + L" "; };
     list.onMouseUp = [&](MouseButton, Point) { told += L"up "; };
@@ -83,15 +81,15 @@ TEST(ListView, tellsItsEventsInTheirOrder) {
     const auto tells = [&] { return std::exchange(told, L""); };
 
     click(list, WM_LBUTTONDOWN, WM_LBUTTONUP, rowPoint(list, 2));
-    EXPECT_EQ(tells(), L"down key2 up click ");
+    EXPECT_EQ(tells(), L"down 2 up click ");
     click(list, WM_RBUTTONDOWN, WM_RBUTTONUP, rowPoint(list, 3));
-    EXPECT_EQ(tells(), L"down key3 up ");
+    EXPECT_EQ(tells(), L"down 3 up ");
     click(list, WM_RBUTTONDBLCLK, WM_RBUTTONUP, rowPoint(list, 3));
-    EXPECT_EQ(tells(), L"down key3 up ");
+    EXPECT_EQ(tells(), L"down 3 up ");
     click(list, WM_LBUTTONDBLCLK, WM_LBUTTONUP, rowPoint(list, 1));
-    EXPECT_EQ(tells(), L"down key1 double ");
+    EXPECT_EQ(tells(), L"down 1 double ");
     pressKey(list, VK_DOWN);
-    EXPECT_EQ(tells(), L"key key2 ");
+    EXPECT_EQ(tells(), L"key 2 ");
     SendMessageW(list.handle(), WM_CHAR, L'F', 1);
     SendMessageW(list.handle(), WM_CHAR, L'x', 1);
     tells();
@@ -99,7 +97,7 @@ TEST(ListView, tellsItsEventsInTheirOrder) {
     const Point from = rowPoint(list, 4);
     SendMessageW(list.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
     SendMessageW(list.handle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(from.x + 40, from.y));
-    EXPECT_EQ(tells(), L"down key4 drag 4");
+    EXPECT_EQ(tells(), L"down 4 drag 4");
 }
 
 }  // namespace
