@@ -1,15 +1,35 @@
 #pragma once
 
+#include <windows.h>
+
+#include <cstdint>
 #include <functional>
 #include <string>
-
-#include "pictures/picture.h"
+#include <utility>
+#include <vector>
 
 namespace tunovka {
 
-// Holds what windows show against the pictures kept in docs/pictures/DPI. A difference fails the
-// test and leaves in build/screenshots what was expected (NAME-DPI-was.png), what is shown
-// (-is.png) and where they differ (-differs.png).
+// What windows show, and where their controls lie in it.
+struct Picture {
+    int width = 0, height = 0;
+    std::vector<std::uint32_t> pixels;                    // 0x00RRGGBB, row by row from the top
+    std::vector<std::pair<std::wstring, RECT>> controls;  // by their names in the code
+
+    // Windows as they lie on the screen, the front one last, with all that lies on them. What waits
+    // to be painted is painted, and nothing else.
+    static Picture of(const std::vector<HWND>& windows);
+
+    // Takes from another picture of the same windows what a control shows there, and a little
+    // around it.
+    void copy(const Picture& other, const std::wstring& control);
+    // Leaves out what a control shows.
+    void blank(const std::wstring& control);
+};
+
+// Holds pictures against those kept in docs/pictures/DPI. A difference fails the test and leaves in
+// build/screenshots/DPI what was expected (NAME-was.png), what is shown (-is.png) and where they
+// differ (-differs.png).
 //
 // The pictures were made with one version of Wine and of the fonts, which stands on top of
 // docs/pictures/DPI/places.txt. Where letters look different, only the places of the controls and
@@ -17,9 +37,9 @@ namespace tunovka {
 namespace Album {
 
 // Takes the picture again and again until it is as expected: windows may still be on their way.
-void hold(const std::string& name, const std::function<Picture()>& take);
+void hold(const std::wstring& name, const std::function<Picture()>& take);
 
-// After all tests: no picture is kept that nobody takes, and the controls lie where they did.
+// After all tests: writes down where controls lay, and refuses pictures that nobody takes.
 void close();
 
 }  // namespace Album

@@ -3,9 +3,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <commctrl.h>
-
-#include <cstring>
 #include <deque>
 #include <string>
 #include <utility>
@@ -48,50 +45,33 @@ class Stage : public testing::Test {
     }
     HWND control(const std::wstring& name) { return control(L"frmPrieskumnik", name); }
 
+    // What a window shows, once it is open; the caret's blinking is left out.
     static Picture picture(const std::wstring& form) {
         const Form* const found = openForm(form);
         if (!found) return {};
         HideCaret(GetFocus());
         return Picture::of({found->handle()});
     }
-    static void hold(const std::string& name, const std::wstring& form = L"frmPrieskumnik") {
+    static void hold(const std::wstring& name, const std::wstring& form = L"frmPrieskumnik") {
         Album::hold(name, [&] { return picture(form); });
     }
 
-    // One control below the other, each with the focus or held down by the mouse.
-    enum class Held { Focused, Pressed };
-    static Picture controls(const std::wstring& form, Held held) {
-        Picture sheet;
-        const HWND before = GetFocus();
-        for (const HWND control : WindowList::below(openForm(form)->handle())) {
-            const bool isButton = dynamic_cast<Image*>(windowOf(control));
-            if (!IsWindowVisible(control) ||
-                !(isButton || dynamic_cast<PictureBox*>(windowOf(control))))
-                continue;
-            if (held == Held::Pressed && isButton) {
-                SendMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, 0);
-            } else if (held == Held::Focused && GetWindowLongW(control, GWL_STYLE) & WS_TABSTOP) {
-                SetFocus(control);
-            } else {
-                continue;
-            }
-            sheet.append(picture(form).part(windowOf(control)->name(), 2));
-            ReleaseCapture();
-            SetFocus(before);
-        }
-        return sheet;
-    }
-    static void holdControls(const std::string& name,
+    // One picture with each button held down by the mouse, one with each control in focus.
+    static void holdControls(const std::wstring& name,
                              const std::wstring& form = L"frmPrieskumnik") {
-        Album::hold(name + "-pressed", [&] { return controls(form, Held::Pressed); });
-        Album::hold(name + "-focused", [&] { return controls(form, Held::Focused); });
+        Album::hold(name + L"-pressed", [&] {
+            return pictureOfEach(form, [](HWND control) {
+                if (dynamic_cast<Image*>(windowOf(control)))
+                    SendMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+            });
+        });
+        Album::hold(name + L"-focused", [&] {
+            return pictureOfEach(form, [](HWND control) {
+                if (GetWindowLongW(control, GWL_STYLE) & WS_TABSTOP) SetFocus(control);
+            });
+        });
     }
 
-    static void click(HWND window, POINT at) {
-        PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
-        PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
-        settle();
-    }
     static void press(HWND window, WPARAM key) {
         SendMessageW(window, WM_KEYDOWN, key, 1);
         SendMessageW(window, WM_KEYUP, key, 1);
@@ -101,40 +81,27 @@ class Stage : public testing::Test {
         pressAndRelease(*windowOf(button));
         settle();
     }
-    // Clicks a node of a tree, which is to be in sight.
-    static void choose(HWND tree, const std::wstring& text) {
-        auto node = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
-        for (; node;
-             node = reinterpret_cast<HTREEITEM>(SendMessageW(
-                 tree, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(node)))) {
-            wchar_t shown[260] = L"";
-            TVITEMW item{.mask = TVIF_TEXT, .hItem = node, .pszText = shown, .cchTextMax = 260};
-            SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-            if (text != shown) continue;
-            RECT area{};
-            std::memcpy(&area, &node, sizeof node);
-            SendMessageW(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area));
-            return click(tree, {area.left + 5, area.top + 5});
-        }
-        FAIL() << "no node " << text;
+    // Chooses a node by its key.
+    static void choose(TreeView& tree, const std::wstring& key) {
+        tree.focus();
+        tree.select(key);
+        tree.onSelectionByKey();
+        settle();
     }
     void open(const std::wstring& folder, const std::wstring& file) {
-        choose(control(L"strom"), folder);
-        choose(control(L"Tview"), file);
+        choose(explorer.folders.strom, folder);
+        choose(explorer.contents.Tview, file);
     }
 
-    // The next window of that name that opens is pictured, once a control that blinks is seen, and
-    // left by another one.
+    // The next window of that name that opens is pictured and left by one of its controls.
     struct Stop {
-        std::wstring form;
-        std::string picture;
-        std::wstring leave, blinks;
+        std::wstring form, picture, leave;
     };
     std::deque<Stop> stops;
     std::wstring saveAs;  // what the next save dialog is told
 
     // A menu that a window opens by the menu key, after some keys; `below` lies behind it.
-    static void holdMenu(const std::string& name, HWND window, std::vector<WPARAM> keys,
+    static void holdMenu(const std::wstring& name, HWND window, std::vector<WPARAM> keys,
                          std::vector<HWND> below = {}) {
         Timer person;
         bool waited = false;
@@ -162,7 +129,7 @@ class Stage : public testing::Test {
             content += i % 3 ? toAnsi(L"\\Čerešňový sad.mp3\r\n") : std::to_string(i) + ".mp3\r\n";
         ScratchFolder::write(L"E:\\" + name, content);
         explorer.contents.ListFolderContents(L"E:\\");
-        choose(control(L"Tview"), name);
+        choose(explorer.contents.Tview, name);
         explorer.prehrat.choose(L"editovat_playlist");
         DeleteFileW((L"E:\\" + name).c_str());
         return dynamic_cast<frmplejlist&>(windowOf(control(L"frmplejlist", L"Lview"))->form());
@@ -186,11 +153,24 @@ class Stage : public testing::Test {
         const Stop stop = stops.front();
         stops.pop_front();
         person_.setInterval(0);
-        if (!stop.blinks.empty())
-            runUntil([&] { return IsWindowVisible(control(stop.form, stop.blinks)); });
         if (!stop.picture.empty()) hold(stop.picture, stop.form);
         person_.setInterval(10);
         press(control(stop.form, stop.leave));
+    }
+
+    // A window with every control as it looks while that is done to it alone.
+    static Picture pictureOfEach(const std::wstring& form, const std::function<void(HWND)>& what) {
+        Picture all = picture(form);
+        const HWND focus = GetFocus();
+        for (const HWND control : WindowList::below(openForm(form)->handle())) {
+            if (!windowOf(control) || !IsWindowVisible(control)) continue;
+            what(control);
+            if (GetCapture() == control || (GetFocus() == control && control != focus))
+                all.copy(picture(form), windowOf(control)->name());
+            ReleaseCapture();
+            SetFocus(focus);
+        }
+        return all;
     }
 
     // The windows of that class that are on the screen, the front one first.

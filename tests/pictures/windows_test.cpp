@@ -7,8 +7,8 @@
 namespace tunovka {
 namespace {
 
-const std::wstring kFolk = L"Ľudové", kList = L"veselica.pls", kSong = L"žabky pri jazere.mp3";
-const std::wstring kFolder = L"E:\\" + kFolk + L"\\";
+const std::wstring kList = L"veselica.pls", kSong = L"žabky pri jazere.mp3";
+const std::wstring kFolder = L"E:\\Ľudové\\";
 
 class Pictures : public Stage {
   protected:
@@ -16,22 +16,23 @@ class Pictures : public Stage {
 };
 
 TEST_F(Pictures, Explorer) {
-    hold("explorer");
+    hold(L"explorer");
     const HWND drives = control(L"Drive1");
     SendMessageW(drives, CB_SHOWDROPDOWN, TRUE, 0);
     COMBOBOXINFO list{.cbSize = sizeof list};
     GetComboBoxInfo(drives, &list);
-    Album::hold("drives", [&] { return Picture::of({explorer.handle(), list.hwndList}); });
+    Album::hold(L"drives", [&] { return Picture::of({explorer.handle(), list.hwndList}); });
     SendMessageW(drives, CB_SHOWDROPDOWN, FALSE, 0);
 
-    choose(control(L"strom"), kFolk);
+    choose(explorer.folders.strom, kFolder);
     press(control(L"strom"), VK_RIGHT);
-    hold("folder");
-    choose(control(L"Tview"), kList);
+    hold(L"folder");
+    choose(explorer.contents.Tview, kList);
     press(control(L"Tview"), VK_RIGHT);
-    hold("playlist");
-    choose(control(L"Tview"), L"File6=Odzemok.mp3");
-    stops = {{L"frminfo", "no-file", L"Tlacitko", L"lblvystraha"}};
+    hold(L"playlist");
+    press(control(L"Tview"), VK_END);
+    press(control(L"Tview"), VK_UP);
+    stops = {{L"frminfo", L"no-file", L"Tlacitko"}};
     explorer.prehrat.choose(L"info_o_subore");
 }
 
@@ -39,35 +40,32 @@ TEST_F(Pictures, ExplorersControls) {
     const HWND boundary = control(L"Medzera");
     SendMessageW(boundary, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 9));
     SendMessageW(boundary, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(102, 9));
-    hold("boundary-dragged");
+    hold(L"boundary-dragged");
     SendMessageW(boundary, WM_LBUTTONUP, 0, MAKELPARAM(102, 9));
     explorer.folders.strom.setDropHighlight(kFolder);
     explorer.setClientSize({explorer.scaled(620), explorer.scaled(400)});
-    hold("smallest");
+    hold(L"smallest");
 
     explorer.contents.Tview.clear();  // without a selection, play does nothing
-    holdControls("explorer");
+    holdControls(L"explorer");
     const HWND volume = control(L"PicHlas");
     press(volume, VK_HOME);
-    Album::hold("silent", [] { return picture(L"frmPrieskumnik").part(L"PicHlas"); });
+    hold(L"silent");
     press(volume, VK_END);
-    Album::hold("loud", [] { return picture(L"frmPrieskumnik").part(L"PicHlas"); });
+    hold(L"loud");
 }
 
 TEST_F(Pictures, Player) {
-    open(kFolk, kList);
+    open(kFolder, kList);
     press(control(L"Tview"), VK_RIGHT);
-    choose(control(L"Tview"), kSong);
+    choose(explorer.contents.Tview, kSong);
     explorer.player.Timer1.setInterval(0);  // the scrolling text and the time stand still
     press(control(L"Image1"));
     ASSERT_TRUE(runUntil([&] { return !explorer.player.lblčas.text().empty(); }));
     explorer.player.mp.Pause();
-    const HWND strip = control(L"PicProgres");
-    RECT area{};
-    GetClientRect(strip, &area);
-    click(strip, {area.right * 6 / 10, area.bottom / 2});
+    press(control(L"PicProgres"));  // in its middle
     explorer.player.Timer1.onTick();
-    hold("playing");
+    hold(L"playing");
 }
 
 TEST_F(Pictures, Search) {
@@ -77,9 +75,9 @@ TEST_F(Pictures, Search) {
         return windowOf(count)->text().ends_with(L"16") &&
                !IsWindowVisible(control(L"frmhladanie", L"PicInfo"));
     }));
-    hold("search", L"frmhladanie");
-    holdMenu("search-menu", control(L"frmhladanie", L"Lview"), {VK_UP, VK_RIGHT});
-    holdControls("search", L"frmhladanie");
+    hold(L"search", L"frmhladanie");
+    holdMenu(L"search-menu", control(L"frmhladanie", L"Lview"), {VK_UP, VK_RIGHT});
+    holdControls(L"search", L"frmhladanie");
 }
 
 TEST_F(Pictures, RunningSearch) {
@@ -90,8 +88,11 @@ TEST_F(Pictures, RunningSearch) {
         const Window* const folder = window ? controlNamed(*window, L"lblpriebeh") : nullptr;
         if (!folder || folder->text().empty()) return;
         person.setInterval(0);
-        Album::hold("searching", [] {
-            return picture(L"frmhladanie").blank(L"lblpriebeh").blank(L"lblnajdene");
+        Album::hold(L"searching", [] {
+            Picture panel = picture(L"frmhladanie");
+            panel.blank(L"lblpriebeh");
+            panel.blank(L"lblnajdene");
+            return panel;
         });
         press(control(L"frmhladanie", L"Istop"));
     };
@@ -104,48 +105,48 @@ TEST_F(Pictures, RunningSearch) {
 }
 
 TEST_F(Pictures, Editor) {
-    choose(control(L"strom"), kFolk);
+    choose(explorer.folders.strom, kFolder);
     explorer.menuprestrom.choose(L"novy_plalist");
     auto& editor = dynamic_cast<frmplejlist&>(windowOf(control(L"frmplejlist", L"Lview"))->form());
     for (const std::wstring& file : {kFolder + kSong, std::wstring(L"E:\\Čerešňový sad.mp3"),
                                      kFolder + L"Vianočné\\Kométa.wav"})
         editor.Lview_Drop(file, {}, {});
-    hold("editor", L"frmplejlist");
-    stops = {{L"frmBox", "duplicate", L"Itlačítko2"}};
+    hold(L"editor", L"frmplejlist");
+    stops = {{L"frmBox", L"duplicate", L"Itlačítko2"}};
     editor.Lview_Drop(kFolder + kSong, {}, {});
-    stops = {{L"frmBox", "links", L"Itlačítko1"}, {L"frmBox", "written", L"Itlačítko1"}};
+    stops = {{L"frmBox", L"links", L"Itlačítko1"}, {L"frmBox", L"written", L"Itlačítko1"}};
     saveAs = kFolder + L"Môj výber.m3u";
     editor.menu1.choose(L"ulozit_ako_plejlist");
     press(control(L"frmplejlist", L"Lview"), VK_DELETE);
-    stops = {{L"frmBox", "unsaved", L"Itlačítko3"}, {L"frmBox", "", L"Itlačítko2"}};
+    stops = {{L"frmBox", L"unsaved", L"Itlačítko3"}, {L"frmBox", L"", L"Itlačítko2"}};
     editor.unload();
     editor.unload();
-    choose(control(L"Tview"), L"môj výber.m3u");
+    choose(explorer.contents.Tview, L"môj výber.m3u");
     press(control(L"Tview"), VK_RIGHT);
-    hold("saved");
+    hold(L"saved");
     DeleteFileW((kFolder + L"Môj výber.m3u").c_str());
 }
 
 TEST_F(Pictures, LongList) {
     edit(L"dlhý.m3u", 100);
     const HWND thumb = control(L"frmplejlist", L"Iposuv");
-    hold("list-start", L"frmplejlist");
+    hold(L"list-start", L"frmplejlist");
+    holdMenu(L"editor-menu", control(L"frmplejlist", L"Lview"), {VK_UP, VK_RIGHT});
     for (int i = 0; i < 2; ++i) press(thumb, VK_NEXT);
-    hold("list-middle", L"frmplejlist");
+    hold(L"list-middle", L"frmplejlist");
     press(thumb, VK_END);
-    hold("list-end", L"frmplejlist");
-    holdMenu("editor-menu", control(L"frmplejlist", L"Lview"), {VK_UP, VK_RIGHT});
-    holdControls("list", L"frmplejlist");
+    hold(L"list-end", L"frmplejlist");
+    holdControls(L"list", L"frmplejlist");
 }
 
 TEST_F(Pictures, HighContrast) {
     chooseColors(true);
     edit(L"krátky.m3u", 3);
     RedrawWindow(explorer.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
-    stops = {{L"frmBox", "contrast-box", L"Itlačítko1"}};
+    stops = {{L"frmBox", L"contrast-box", L"Itlačítko1"}};
     ask(L"CHYBA", L"Text", L"ÁNO;NIE");
-    hold("contrast-editor", L"frmplejlist");
-    hold("contrast-explorer");
+    hold(L"contrast-editor", L"frmplejlist");
+    hold(L"contrast-explorer");
     chooseColors(false);
 }
 
@@ -160,47 +161,47 @@ void setDates(const std::wstring& path) {
 }
 
 TEST_F(Pictures, Menus) {
-    open(kFolk, kSong);
+    open(kFolder, kSong);
     const HWND contents = control(L"Tview");
     explorer.prehrat.setEnabled(L"prehratvoWinampe", true);
-    holdMenu("players", contents, {VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT, VK_DOWN, VK_DOWN, VK_DOWN},
+    holdMenu(L"players", contents, {VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT, VK_DOWN, VK_DOWN, VK_DOWN},
              {explorer.handle()});
-    holdMenu("operations", contents, {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT});
-    holdMenu("folder-menu", control(L"strom"), {});
-    holdMenu("title-menu", explorer.handle(), {});
+    holdMenu(L"operations", contents, {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT});
+    holdMenu(L"folder-menu", control(L"strom"), {});
+    holdMenu(L"title-menu", explorer.handle(), {});
 }
 
 TEST_F(Pictures, Files) {
-    open(kFolk, kSong);
+    open(kFolder, kSong);
     setDates(kFolder + kSong);
-    stops = {{L"frminfo", "information", L"Tlacitko"}};
+    stops = {{L"frminfo", L"information", L"Tlacitko"}};
     explorer.prehrat.choose(L"info_o_subore");
     setDates(kFolder + kSong);
     SetFileAttributesW((kFolder + kSong).c_str(), FILE_ATTRIBUTE_READONLY);
-    stops = {{L"frminfo", "read-only", L"Tlacitko"}};
+    stops = {{L"frminfo", L"read-only", L"Tlacitko"}};
     explorer.prehrat.choose(L"info_o_subore");
     SetFileAttributesW((kFolder + kSong).c_str(), FILE_ATTRIBUTE_NORMAL);
-    stops = {{L"frmVstup", "rename", L"Izrusit"}};
+    stops = {{L"frmVstup", L"rename", L"Izrusit"}};
     explorer.prehrat.choose(L"premenovat_subor");
-    stops = {{L"frmBox", "delete", L"Itlačítko2"}};
+    stops = {{L"frmBox", L"delete", L"Itlačítko2"}};
     explorer.prehrat.choose(L"zmazat_subor");
-    stops = {{L"frmOprograme", "about", L"Tlacitko"}};
+    stops = {{L"frmOprograme", L"about", L"Tlacitko"}};
     explorer.tri.choose(L"o_programe");
 
     frmkopirovanie copying(explorer, kSong);
     copying.showProgress(37, 100);
     copying.show();
-    hold("copying", L"frmkopirovanie");
-    holdControls("copying", L"frmkopirovanie");
+    hold(L"copying", L"frmkopirovanie");
+    holdControls(L"copying", L"frmkopirovanie");
 }
 
 TEST_F(Pictures, Boxes) {
-    stops = {{L"frmBox", "one-button", L"Itlačítko1"}};
+    stops = {{L"frmBox", L"one-button", L"Itlačítko1"}};
     ask(L"CHYBA", L"Nie je možné zobraziť súbory, nie sú dostatočné práva k načítaniu súborov.",
         L"No čo už ...");
     std::wstring text;
     for (int i = 1; i <= 80; ++i) text += L"Riadok " + std::to_wstring(i) + L"\r";
-    stops = {{L"frmBox", "long-text", L"Itlačítko1"}};
+    stops = {{L"frmBox", L"long-text", L"Itlačítko1"}};
     ask(L"CHYBA", text, L"O.K.");
 }
 
