@@ -29,6 +29,7 @@ class Stage : public testing::Test {
         person_.setInterval(10);
     }
     ~Stage() override {
+        EXPECT_TRUE(stops.empty()) << stops.front().form << " has not opened";
         explorer.unload();
         Forms::unloadAll();
         runLoop();

@@ -107,6 +107,7 @@ TEST_F(Pictures, RunningSearch) {
 TEST_F(Pictures, Editor) {
     choose(explorer.folders.strom, kFolder);
     explorer.menuprestrom.choose(L"novy_plalist");
+    hold(L"new-editor", L"frmplejlist");
     auto& editor = dynamic_cast<frmplejlist&>(windowOf(control(L"frmplejlist", L"Lview"))->form());
     for (const std::wstring& file : {kFolder + kSong, std::wstring(L"E:\\Čerešňový sad.mp3"),
                                      kFolder + L"Vianočné\\Kométa.wav"})
@@ -137,6 +138,8 @@ TEST_F(Pictures, LongList) {
     press(thumb, VK_END);
     hold(L"list-end", L"frmplejlist");
     holdControls(L"list", L"frmplejlist");
+    edit(L"prázdny.m3u", 0);
+    hold(L"empty-list", L"frmplejlist");
 }
 
 TEST_F(Pictures, HighContrast) {
