@@ -1,195 +1,163 @@
 #include "player/directshow_engine.h"
 
+#include <vfwmsgs.h>
+
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
+#include "core/errors.h"
+#include "core/file_system.h"
 #include "player/playback_errors.h"
 
 namespace tunovka {
+namespace {
 
-DirectShowEngine::DirectShowEngine(MediaListener listener)
-    : reporter_(std::move(listener)),
-      opened_([this](std::uintptr_t number) { takeOpening(number); }),
-      graphEvent_([this](std::uintptr_t) { takeGraphEvents(); }),
-      opener_(opened_) {}
+constexpr double kUnitsPerSecond = 10'000'000;  // of a reference time
 
-void DirectShowEngine::takeOpening(std::uintptr_t number) {
-    const auto opening = opener_.take(number);
-    if (!opening) return;
-    if (opening->graph)
-        entryOpened(*opening);
-    else
-        entryNotOpened(*opening);
+// Asked only after a failure, so that the program does not load the component at its start.
+bool soundDeviceMissing() {
+    const Library winmm(LoadLibraryW(L"winmm.dll"));
+    using Count = UINT(WINAPI*)();
+    const auto count = reinterpret_cast<Count>(
+        reinterpret_cast<void*>(GetProcAddress(winmm.get(), "waveOutGetNumDevs")));
+    return count && count() == 0;
 }
 
-void DirectShowEngine::open(const std::wstring& file) {
-    forget();
-    file_ = file;
-    wanted_ = PlayState::Playing;
-    openEntry(Step::First);
+}  // namespace
+
+HRESULT SoundGraph::build(const std::wstring& file) {
+    HRESULT done = CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER,
+                                    IID_IGraphBuilder, builder.receiveVoid());
+    if (FAILED(done)) return done;
+    done = builder->RenderFile(file.c_str(), nullptr);
+    if (FAILED(done))
+        return done == VFW_E_CANNOT_RENDER && soundDeviceMissing() ? VFW_E_NO_AUDIO_HARDWARE : done;
+    feeder_.remember(builder.get());
+
+    control = builder.as<IMediaControl>();
+    seeking = builder.as<IMediaSeeking>();
+    builder->QueryInterface(IID_IBasicAudio, audio.receiveVoid());
+    builder->QueryInterface(IID_IMediaEvent, events.receiveVoid());
+    if (!control || !seeking || !audio || !events) return E_NOINTERFACE;
+
+    // Without a sound renderer in it the graph knows no volume.
+    long volume = 0;
+    if (FAILED(audio->get_Volume(&volume)))
+        return done == VFW_S_AUDIO_NOT_RENDERED ? VFW_E_NO_AUDIO_HARDWARE : VFW_E_CANNOT_RENDER;
+    // A picture track must not open a window of its own.
+    ComPtr<IVideoWindow> video;
+    builder->QueryInterface(IID_IVideoWindow, video.receiveVoid());
+    if (video) video->put_AutoShow(OAFALSE);
+    return S_OK;
+}
+
+// A graph must stand still before it goes.
+SoundGraph::~SoundGraph() {
+    if (!control) return;
+    feeder_.stop(control.get());
+    control->Stop();
+}
+
+std::optional<PlaybackTrouble> DirectShowEngine::open(const std::wstring& path) {
+    SoundFile file;
+    try {
+        if (!FileSystemObject::FileExists(path)) throw RuntimeError(kFileNotFound);
+        file = SoundFile::look(path);
+    } catch (const RuntimeError& error) {
+        return playbackTrouble(error);
+    }
+    if (!file.isSound) return playbackTrouble(VFW_E_INVALID_FILE_FORMAT);
+    auto graph = std::make_unique<SoundGraph>();
+    if (const HRESULT done = graph->build(path); FAILED(done)) return playbackTrouble(done);
+
+    close();
+    graph_ = std::move(graph);
+    file_ = std::move(file);
+    // Where the system itself reckons with the variable rate there is nothing to put right.
+    if (std::abs(file_.rate.seconds - graphLength()) < 1) file_.rate = {};
+    setVolume(volume_);
+    observed_.push_back({EngineEvent::Kind::Opened});
+    return std::nullopt;
 }
 
 void DirectShowEngine::close() {
-    forget();
-    opener_.awaitCancelled();
-}
-
-void DirectShowEngine::forget() {
-    opener_.cancel();
-    reporter_.reset();
-    graph_ = SoundGraph();
-    file_.clear();
-    list_ = {};
-    details_ = {};
-    error_.clear();
-    wanted_ = PlayState::Stopped;
-    waiting_.clear();
-    clipEnded_ = listEnded_ = false;
-}
-
-void DirectShowEngine::openEntry(Step step) {
-    opener_.start(file_, list_, step);
-}
-
-// The former clip stays until the next one is there: when none can be opened, it is still the one.
-void DirectShowEngine::entryOpened(Opening& opening) {
-    graph_ = std::move(opening.graph);
-    graph_.notify(graphEvent_);
-    graph_.setVolume(volume_);
-    list_ = opening.list;
-    details_ = std::move(opening.details);
-    clipEnded_ = listEnded_ = false;
-    reporter_.clipLeft();
-    reporter_.clipOpened();
-    applyWanted();
-    if (!waiting_.empty()) {
-        const Step next = waiting_.front();
-        waiting_.pop_front();
-        step(next);
-    }
-}
-
-void DirectShowEngine::entryNotOpened(const Opening& opening) {
-    waiting_.clear();
-    if (!graph_) return fail(opening.error);
-    if (!clipEnded_) return applyWanted();
-    if (opening.step == Step::Previous && list_.stepper.canStep(Step::Next))
-        return openEntry(Step::Next);
-    listEnded();
-}
-
-void DirectShowEngine::takeGraphEvents() {
-    while (const auto event = graph_.takeEvent()) {
-        if (event->kind == SoundGraph::Event::Kind::Failed && list_.stepper.count() < 2)
-            return fail(playbackErrorText(event->error));
-        clipEnded();
-    }
-}
-
-void DirectShowEngine::clipEnded() {
-    clipEnded_ = true;
-    if (opener_.busy()) return;  // a step is under way already
-    if (list_.stepper.canStep(Step::Next))
-        openEntry(Step::Next);
-    else
-        listEnded();
-}
-
-void DirectShowEngine::listEnded() {
-    graph_.stop();
-    wanted_ = PlayState::Stopped;
-    clipEnded_ = false;
-    listEnded_ = true;
-    reporter_.ended(kPlayedToEnd);
-}
-
-void DirectShowEngine::applyWanted() {
-    switch (wanted_) {
-        case PlayState::Playing:
-            if (!graph_.run()) return fail(playbackErrorText(VFW_E_NO_AUDIO_HARDWARE));
-            break;
-        case PlayState::Paused:
-            graph_.pause();
-            break;
-        case PlayState::Stopped:
-            graph_.stop();
-            break;
-    }
-    reporter_.stateIs(wanted_);
-}
-
-void DirectShowEngine::fail(const std::wstring& error) {
-    graph_ = SoundGraph();
-    wanted_ = PlayState::Stopped;
-    error_ = error;
-    reporter_.failed();
+    graph_.reset();
+    observed_.clear();
+    shift_ = 0;
 }
 
 void DirectShowEngine::play() {
-    if (file_.empty()) return;
-    wanted_ = PlayState::Playing;
-    if (opener_.busy()) return;
-    if (!graph_) {
-        open(std::wstring(file_));
-    } else if (listEnded_ && list_.stepper.count() > 1) {
-        openEntry(Step::First);
-    } else {
-        listEnded_ = false;
-        applyWanted();
-    }
+    if (SUCCEEDED(graph_->control->Run()))
+        observed_.push_back({EngineEvent::Kind::StateIs, PlayState::Playing});
+    else
+        observed_.push_back({.kind = EngineEvent::Kind::Failed,
+                             .trouble = playbackTrouble(VFW_E_NO_AUDIO_HARDWARE)});
 }
 
-// Only what plays, or is about to, can be paused.
 void DirectShowEngine::pause() {
-    if (wanted_ != PlayState::Playing) return;
-    wanted_ = PlayState::Paused;
-    if (graph_) applyWanted();
+    graph_->control->Pause();
+    observed_.push_back({EngineEvent::Kind::StateIs, PlayState::Paused});
 }
 
-void DirectShowEngine::stop() {
-    wanted_ = PlayState::Stopped;
-    waiting_.clear();
-    opener_.cancel();
-    clipEnded_ = false;
-    if (graph_) applyWanted();
+double DirectShowEngine::graphLength() const {
+    LONGLONG length = 0;
+    if (!graph_ || FAILED(graph_->seeking->GetDuration(&length))) return 0;
+    return static_cast<double>(length) / kUnitsPerSecond;
 }
 
-void DirectShowEngine::previous() {
-    step(Step::Previous);
-}
-
-void DirectShowEngine::next() {
-    step(Step::Next);
-}
-
-void DirectShowEngine::step(Step step) {
-    if (opener_.busy())
-        waiting_.push_back(step);
-    else if (graph_ && list_.stepper.canStep(step))
-        openEntry(step);
+double DirectShowEngine::graphPosition() const {
+    LONGLONG position = 0;
+    if (!graph_ || FAILED(graph_->seeking->GetCurrentPosition(&position))) return 0;
+    return static_cast<double>(position) / kUnitsPerSecond;
 }
 
 double DirectShowEngine::duration() const {
-    return graph_ ? graph_.duration() : 0;
+    return graph_ && file_.rate.seconds > 0 ? file_.rate.seconds : graphLength();
 }
 
 double DirectShowEngine::position() const {
-    return graph_ ? graph_.position() : 0;
+    return std::clamp(graphPosition() + shift_, 0.0, std::max(duration(), 0.0));
 }
 
-void DirectShowEngine::setPosition(double seconds) {
-    if (!graph_) return;
-    clipEnded_ = listEnded_ = false;
-    graph_.seek(seconds);
+// A graph that takes every second for as many bytes is sent to where the bytes of that second are.
+void DirectShowEngine::seek(double seconds) {
+    seconds = std::clamp(seconds, 0.0, duration());
+    double place = seconds;
+    if (file_.rate.seconds > 0) place = file_.rate.shareAt(seconds) * graphLength();
+    shift_ = seconds - place;
+    auto target = static_cast<LONGLONG>(place * kUnitsPerSecond);
+    graph_->seeking->SetPositions(&target, AM_SEEKING_AbsolutePositioning, nullptr,
+                                  AM_SEEKING_NoPositioning);
 }
 
 void DirectShowEngine::setVolume(int hundredthsOfDecibel) {
     volume_ = hundredthsOfDecibel;
-    if (graph_) graph_.setVolume(hundredthsOfDecibel);
+    if (graph_) graph_->audio->put_Volume(volume_);
 }
 
-std::wstring DirectShowEngine::mediaInfo(int kind) const {
-    if (!graph_) return {};
-    return kind == kClipTitle ? details_.title : kind == kClipAuthor ? details_.author : L"";
+std::optional<EngineEvent> DirectShowEngine::takeEvent() {
+    if (!observed_.empty()) {
+        EngineEvent event = std::move(observed_.front());
+        observed_.pop_front();
+        return event;
+    }
+    long code = 0;
+    LONG_PTR first = 0, second = 0;
+    while (graph_ && graph_->events->GetEvent(&code, &first, &second, 0) == S_OK) {
+        graph_->events->FreeEventParams(code, first, second);
+        if (code == EC_COMPLETE) return EngineEvent{EngineEvent::Kind::Ended};
+        if (code == EC_ERRORABORT || code == EC_STREAM_ERROR_STOPPED)
+            return EngineEvent{.kind = EngineEvent::Kind::Failed,
+                               .trouble = playbackTrouble(static_cast<HRESULT>(first))};
+    }
+    return std::nullopt;
+}
+
+void* DirectShowEngine::eventHandle() const {
+    OAEVENT event = 0;
+    if (graph_) graph_->events->GetEventHandle(&event);
+    return reinterpret_cast<void*>(event);
 }
 
 }  // namespace tunovka

@@ -1,67 +1,67 @@
 #pragma once
 
+#include <windows.h>
+// windows.h first: this one needs its types.
+#include <dshow.h>
+
 #include <deque>
+#include <optional>
 #include <string>
 
-#include "core/loop.h"
-#include "player/clip_opener.h"
-#include "player/com_apartment.h"
+#include "core/handle.h"
 #include "player/media_engine.h"
-#include "player/playback_reporter.h"
-#include "player/sound_graph.h"
+#include "player/sound_file.h"
+#include "player/wine_feeder.h"
 
 namespace tunovka {
 
-// Plays through the system's filter graphs, one clip after another. A clip is opened on another
-// thread; what is asked meanwhile is done when it is there.
+// One sound file in a filter graph of the system, or none.
+class SoundGraph {
+  public:
+    SoundGraph() = default;
+    ~SoundGraph();
+    SoundGraph(const SoundGraph&) = delete;
+    SoundGraph& operator=(const SoundGraph&) = delete;
+
+    // Builds the graph of a file. Sound that no device can play is a failure.
+    HRESULT build(const std::wstring& file);
+
+    ComPtr<IGraphBuilder> builder;
+    ComPtr<IMediaControl> control;
+    ComPtr<IMediaSeeking> seeking;
+    ComPtr<IBasicAudio> audio;
+    ComPtr<IMediaEvent> events;
+
+  private:
+    WineFeeder feeder_;
+};
+
+// Plays through the system's filter graphs.
 class DirectShowEngine final : public MediaEngine {
   public:
-    explicit DirectShowEngine(MediaListener listener);
-
-    void open(const std::wstring& file) override;
+    std::optional<PlaybackTrouble> open(const std::wstring& file) override;
+    bool isOpen() const override { return graph_ != nullptr; }
     void close() override;
     void play() override;
     void pause() override;
-    void stop() override;
-    void previous() override;
-    void next() override;
+    void hold() override { graph_->control->Pause(); }
     double duration() const override;
     double position() const override;
-    void setPosition(double seconds) override;
+    void seek(double seconds) override;
     void setVolume(int hundredthsOfDecibel) override;
-    std::wstring mediaInfo(int kind) const override;
-    std::wstring errorDescription() const override { return error_; }
+    ClipDetails details() const override { return file_.details; }
+    std::optional<EngineEvent> takeEvent() override;
+    void* eventHandle() const override;
 
   private:
-    using Step = PlaylistStepper::Step;
+    double graphLength() const;
+    double graphPosition() const;
 
-    void takeOpening(std::uintptr_t number);
-    void forget();
-    void openEntry(Step step);
-    void step(Step step);
-    void entryOpened(Opening& opening);
-    void entryNotOpened(const Opening& opening);
-    void takeGraphEvents();
-    void clipEnded();
-    void listEnded();
-    void applyWanted();
-    void fail(const std::wstring& error);
-
-    ComApartment apartment_;
-    PlaybackReporter reporter_;
-    LoopSignal opened_, graphEvent_;
-    ClipOpener opener_;
-    SoundGraph graph_;  // the clip that plays
-
-    std::wstring file_;
-    ClipList list_;
-    ClipDetails details_;
-    std::wstring error_;
-    PlayState wanted_ = PlayState::Stopped;  // what a clip does when it is opened
-    std::deque<Step> waiting_;               // steps that were asked while a clip was opening
-    bool clipEnded_ = false;                 // the clip in graph_ is at its end
-    bool listEnded_ = false;                 // so is the list: playing starts it again
+    std::unique_ptr<SoundGraph> graph_;  // of the open file
+    SoundFile file_;
+    double shift_ = 0;  // seconds by which the position is ahead of the graph's own
     int volume_ = kVolumeDefault;
+    std::deque<EngineEvent> observed_;
 };
 
 }  // namespace tunovka

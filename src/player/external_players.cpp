@@ -19,6 +19,18 @@ void start(const std::wstring& commandLine, int showMode, const std::wstring& pr
 
 }  // namespace
 
+std::wstring winampProgram(std::wstring_view folder) {
+    return folder.empty() ? std::wstring() : std::wstring(folder).append(L"\\winamp.exe");
+}
+
+std::wstring playingCommandLine(std::wstring_view program, std::wstring_view file) {
+    return std::wstring(program).append(L" \"").append(file).append(L"\"");
+}
+
+std::wstring openWithCommandLine(std::wstring_view file) {
+    return std::wstring(L"rundll32.exe shell32.dll, OpenAs_RunDLL ").append(file);
+}
+
 ExternalPlayers ExternalPlayers::find() {
     return {winampProgram(Register::PlayerPath(Register::kWinamp)),
             Register::PlayerPath(Register::kWindowsMediaPlayer),

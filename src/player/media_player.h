@@ -3,22 +3,27 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "player/media_engine.h"
+#include "player/playback.h"
 
 namespace tunovka {
 
-// The explorer's invisible player `mp`. Notifications reach the owner from the message loop, in
-// the order in which they happened: never from inside a call of the owner, never after the player
-// is gone, and never for a file that was replaced meanwhile. The owner may do anything inside
-// one, also open another file or destroy the player.
+// Kinds of clip details for GetMediaInfoString().
+inline constexpr int kClipTitle = 8;
+inline constexpr int kClipAuthor = 9;
+
+// The explorer's invisible player `mp`. What opens, plays and closes files lives on a thread of its
+// own, so that no call waits for a disk or a codec; a thread that is still busy with a file when
+// another one is set is left to itself, and a new one takes over.
+//
+// Notifications reach the owner from the message loop, in the order in which they happened: never
+// from inside a call of the owner, never after the player is gone, and never for a file that was
+// replaced meanwhile. The owner may do anything inside one, also open another file or destroy the
+// player.
 class MediaPlayer {
   public:
-    // Runs a routine from the message loop, after what runs now has returned.
-    using Post = std::function<void(std::function<void()>)>;
-
-    MediaPlayer();  // the system's engine and message loop
-    MediaPlayer(MediaEngineFactory createEngine, Post post);
+    explicit MediaPlayer(MediaEngineFactory createEngine = createMediaEngine);
     ~MediaPlayer();
     MediaPlayer(const MediaPlayer&) = delete;
     MediaPlayer& operator=(const MediaPlayer&) = delete;
@@ -38,11 +43,12 @@ class MediaPlayer {
     void setFileName(const std::wstring& path);
 
     // Lets go of the open file, so that it can be renamed, moved or deleted; FileName becomes "".
+    // Waits for that, though never longer than a second.
     void release();
 
     void Play();  // opens FileName again when it is not open
     void Pause();
-    void Stop();
+    void Stop();      // lets go of the file as well
     void Previous();  // steps within a playlist; nothing for a single file or past the ends
     void Next();
 
@@ -57,17 +63,20 @@ class MediaPlayer {
     std::wstring GetMediaInfoString(int kind) const;  // 8 title, 9 author; "" when not known
 
   private:
-    MediaEngine& engine();
-    void enqueue(const MediaNotification& notification);
-    void deliver(const MediaNotification& notification);
+    struct Shown;
+    class PlayingThread;
+
+    Shown shown() const;
+    void deliver(unsigned opening, const MediaNotification& notification);
+    void leave();
 
     MediaEngineFactory createEngine_;
-    Post post_;
     std::wstring fileName_;
     int volume_ = kVolumeDefault;
     unsigned opening_ = 0;  // counts the files that were set; tells stale notifications
-    std::shared_ptr<MediaPlayer*> self_;   // emptied by the destructor
-    std::unique_ptr<MediaEngine> engine_;  // made when the first file is opened
+    std::shared_ptr<MediaPlayer*> self_;                // emptied by the destructor
+    std::shared_ptr<PlayingThread> thread_;             // of the file that is set
+    std::vector<std::shared_ptr<PlayingThread>> left_;  // those that may still hold a file
 };
 
 }  // namespace tunovka

@@ -22,18 +22,18 @@ std::wstring_view slovakText(HRESULT error) {
         case HRESULT_FROM_WIN32(ERROR_SHARING_VIOLATION):
         case HRESULT_FROM_WIN32(ERROR_LOCK_VIOLATION):
             return L"K súboru nie je prístup.";
-        case kNothingToPlay:
-            return L"Playlist neodkazuje na žiaden súbor, ktorý sa dá prehrať.";
         case VFW_E_NO_AUDIO_HARDWARE:
             return L"Nenašlo sa žiadne zvukové zariadenie.";
+        // The start of the file was looked at before: it is a sound, but nothing here decodes it.
         case VFW_E_CANNOT_RENDER:
         case VFW_E_CANNOT_CONNECT:
         case VFW_E_CANNOT_LOAD_SOURCE_FILTER:
-        case VFW_E_INVALID_FILE_FORMAT:
-        case VFW_E_INVALID_MEDIA_TYPE:
         case VFW_E_UNKNOWN_FILE_TYPE:
         case VFW_E_UNSUPPORTED_AUDIO:
         case VFW_E_UNSUPPORTED_STREAM:
+            return L"V systéme chýba kodek pre tento zvuk alebo je súbor poškodený.";
+        case VFW_E_INVALID_FILE_FORMAT:
+        case VFW_E_INVALID_MEDIA_TYPE:
             return L"Súbor nie je zvuk, ktorý sa dá prehrať.";
         case REGDB_E_CLASSNOTREG:
             return L"V systéme chýba súčasť na prehrávanie zvuku.";
@@ -66,25 +66,26 @@ std::wstring betweenBlanks(std::wstring_view sentence) {
 
 }  // namespace
 
-std::wstring playbackErrorText(HRESULT error) {
+PlaybackTrouble playbackTrouble(HRESULT error) {
+    const bool withEveryFile = error == VFW_E_NO_AUDIO_HARDWARE || error == REGDB_E_CLASSNOTREG;
     if (const std::wstring_view known = slovakText(error); !known.empty())
-        return betweenBlanks(known);
-    const std::wstring text = systemText(error);
-    return betweenBlanks((text.empty() ? L"Neznáma chyba" : text) + L" (0x" + hexadecimal(error) +
-                         L")");
+        return {betweenBlanks(known), withEveryFile};
+    const std::wstring text = FAILED(error) ? systemText(error) : L"";
+    return {betweenBlanks((text.empty() ? L"Neznáma chyba" : text) + L" (0x" + hexadecimal(error) +
+                          L")")};
 }
 
-std::wstring playbackErrorText(const RuntimeError& error) {
+PlaybackTrouble playbackTrouble(const RuntimeError& error) {
     switch (error.number) {
         case kBadFileName:
         case kFileNotFound:
         case kPathNotFound:
-            return playbackErrorText(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+            return playbackTrouble(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
         case kPermissionDenied:
         case kPathFileAccess:
-            return playbackErrorText(E_ACCESSDENIED);
+            return playbackTrouble(E_ACCESSDENIED);
         default:
-            return betweenBlanks(error.description);
+            return {betweenBlanks(error.description)};
     }
 }
 

@@ -10,11 +10,10 @@
 #include "core/file_system.h"
 #include "core/loop.h"
 #include "core/paths.h"
+#include "core/system_windows.h"
 #include "core/text.h"
-#include "player/now_playing.h"
-#include "player/playlist_clips.h"
-#include "player/strip_math.h"
-#include "player/time_text.h"
+#include "player/panel_texts.h"
+#include "playlist/line_grammar.h"
 #include "ui/box.h"
 #include "ui/chrome.h"
 #include "ui/form.h"
@@ -32,6 +31,19 @@ constexpr UINT kTick = 250;  // milliseconds
 Image::ImageArgs button(const wchar_t* name, const wchar_t* text, Form& form, const wchar_t* normal,
                         const wchar_t* pressed) {
     return {.name = name, .text = text, .parent = &form, .normal = normal, .pressed = pressed};
+}
+
+// What played a file may let go of it a moment late: waits up to a second until it can be renamed
+// and deleted.
+void awaitFree(const std::wstring& path) {
+    constexpr DWORD kLongestWait = 1000, kPause = 20;  // ms
+    const std::wstring file = systemPathOrNone(path);
+    for (const DWORD start = GetTickCount(); GetTickCount() - start < kLongestWait; Sleep(kPause)) {
+        const FileHandle whole(CreateFileW(file.c_str(), DELETE,
+                                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                           nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (whole || GetLastError() != ERROR_SHARING_VIOLATION) return;
+    }
 }
 
 }  // namespace
@@ -69,11 +81,41 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
     PicHlas.setTip(PicHlas.text());
     lblušielčas.setTip(L"Aktuálne prehrávaný čas");
     lblčas.setTip(L"Celkový čas titulu");
-    bindButtons();
-    bindStrips();
-    bindPlayer();
-    Timer1.onTick = [this] { Timer1_Tick(); };
+    bind();
     Timer1.setInterval(kTick);
+}
+
+void PlayerPanel::bind() {
+    Image1.onPress = [this](MouseButton) { Image1_MouseDown(); };
+    Image2.onPress = [this](MouseButton) { Image2_MouseDown(); };
+    Image3.onPress = [this](MouseButton) { Image3_MouseDown(); };
+    Image4.onPress = [this](MouseButton) { Image4_MouseDown(); };
+    Image5.onPress = [this](MouseButton) { Image5_MouseDown(); };
+
+    PicProgres.onPaint = [this](HDC dc, Size size) { PicProgres_Paint(dc, size); };
+    PicProgres.onMouseMove = [this](MouseButton held, Point at) { PicProgres_MouseMove(held, at); };
+    PicProgres.onMouseUp = [this](MouseButton button, Point at) { PicProgres_MouseUp(button, at); };
+    PicProgres.onMove = [this](StripMove move) { PicProgres_KeyDown(move); };
+    PicProgres.value = [this] { return lblušielčas.text(); };
+
+    PicHlas.onPaint = [this](HDC dc, Size size) { PicHlas_Paint(dc, size); };
+    PicHlas.onMouseMove = [this](MouseButton held, Point at) { PicHlas_MouseMove(held, at); };
+    PicHlas.onMouseUp = [this](MouseButton button, Point at) { PicHlas_MouseMove(button, at); };
+    PicHlas.onMove = [this](StripMove move) { setVolume(movedVolume(move, volumePercent())); };
+    PicHlas.onWheel = [this](int notches) { setVolume(volumePercent() + notches * kVolumeStep); };
+    PicHlas.value = [this] { return std::to_wstring(volumePercent()) + L" %"; };
+
+    PicČas.onPaint = [](HDC dc, Size size) {
+        const RECT area{0, 0, size.width, size.height};
+        fillGradient(dc, area, colors().field, colors().track);
+        frameRect(dc, area, colors().edge);
+    };
+
+    mp.EndOfStream = [this](int) { mp_EndOfStream(); };
+    mp.NewStream = [this] { showDetails(); };
+    mp.PlayStateChange = [this](int oldState, int) { mp_PlayStateChange(oldState); };
+    mp.Error = [this] { mp_Error(); };
+    Timer1.onTick = [this] { Timer1_Tick(); };
 }
 
 int PlayerPanel::panelHeight(const Form& form) {
@@ -108,6 +150,7 @@ void PlayerPanel::layout(const Rect& area) {
 
 void PlayerPanel::play(const std::wstring& path) {
     if (mp.FileName() != path) {
+        showOpening(path);
         mp.setFileName(path);
     } else {
         mp.Play();
@@ -119,6 +162,7 @@ void PlayerPanel::letGo(const std::wstring& path) {
     if (!holds(path)) return;
     mp.release();
     showNothing();
+    awaitFree(path);
 }
 
 bool PlayerPanel::holds(const std::wstring& path) const {
@@ -128,109 +172,112 @@ bool PlayerPanel::holds(const std::wstring& path) const {
     if (!MultiMedialny::isPlaylistName(lowerCased(playing))) return false;
     const std::wstring name = lowerCased(fileName(path));
     try {
-        const std::vector<PlaylistClip> clips = readPlaylistClips(
-            fromAnsi(FileSystemObject::readAll(playing)), withBackslash(parentFolder(playing)));
-        return std::ranges::any_of(clips, [&](const PlaylistClip& clip) {
+        const std::vector<ListedFile> files =
+            listedFiles(fromAnsi(FileSystemObject::readAll(playing)), playlistFolder(playing));
+        return std::ranges::any_of(files, [&](const ListedFile& file) {
             // The cheap question first: a long list names many files.
-            return lowerCased(fileName(clip.path)) == name &&
-                   FileSystemObject::sameFile(clip.path, path);
+            return lowerCased(fileName(file.path)) == name &&
+                   FileSystemObject::sameFile(file.path, path);
         });
     } catch (const RuntimeError&) {
         return true;  // the list cannot be read any more: it may be any of its files
     }
 }
 
-void PlayerPanel::bindButtons() {
-    Image1.onPress = [this](MouseButton) {
-        const std::optional<std::wstring> path = owner_.selectedPath();
-        if (!path) return;
-        playing_ = true;
-        yieldNow();
-        play(*path);
-    };
-    Image2.onPress = [this](MouseButton) {
-        if (!playing_) return;
-        showNothing();
-        yieldNow();
-        mp.Stop();
-        mp.setCurrentPosition(0);
-    };
-    Image3.onPress = [this](MouseButton) {
-        playing_ = false;
-        if (!mp.FileName().empty()) mp.Pause();
-    };
-    const auto isList = [this] {
-        return like(mp.FileName(), L"*.pls") || like(mp.FileName(), L"*.m3u");
-    };
-    Image4.onPress = [this, isList](MouseButton) {
-        yieldNow();
-        if (isList()) mp.Previous();
-    };
-    Image5.onPress = [this, isList](MouseButton) {
-        yieldNow();
-        if (isList()) mp.Next();
-    };
+void PlayerPanel::Image1_MouseDown() {
+    const std::optional<std::wstring> path = owner_.selectedPath();
+    if (!path) return;
+    playing_ = true;
+    yieldNow();
+    play(*path);
 }
 
-void PlayerPanel::bindStrips() {
-    PicProgres.onPaint = [this](HDC dc, Size size) { paintProgress(dc, size); };
-    const auto pointAt = [this](Point at) {
-        const int width = PicProgres.clientSize().width;
-        showProgress(width > 0 ? static_cast<double>(at.x) / width : 0);
-    };
-    PicProgres.onMouseMove = [this, pointAt](MouseButton held, Point at) {
-        if (held == MouseButton::Left && playing_) pointAt(at);
-    };
-    PicProgres.onMouseUp = [this, pointAt](MouseButton button, Point at) {
-        if (button != MouseButton::Left || !playing_) return;
-        pointAt(at);
-        mp.setCurrentPosition(seekPosition(at.x, PicProgres.clientSize().width, mp.Duration()));
-    };
-
-    PicProgres.onMove = [this](StripMove move) {
-        if (!playing_) return;
-        mp.setCurrentPosition(movedPosition(move, mp.CurrentPosition(), mp.Duration()));
-        showPosition();
-    };
-    PicProgres.value = [this] { return lblušielčas.text(); };
-
-    PicHlas.onPaint = [this](HDC dc, Size size) { paintVolume(dc, size); };
-    PicHlas.onMove = [this](StripMove move) { setVolume(movedVolume(move, volumePercent())); };
-    PicHlas.onWheel = [this](int notches) { setVolume(volumePercent() + notches * kVolumeStep); };
-    PicHlas.value = [this] { return std::to_wstring(volumePercent()) + L" %"; };
-    PicHlas.onMouseMove = [this](MouseButton held, Point at) {
-        if (held == MouseButton::Left) setVolumeAt(at.y);
-    };
-    PicHlas.onMouseUp = [this](MouseButton button, Point at) {
-        if (button == MouseButton::Left) setVolumeAt(at.y);
-    };
-
-    PicČas.onPaint = [](HDC dc, Size size) {
-        const RECT area{0, 0, size.width, size.height};
-        fillGradient(dc, area, colors().field, colors().track);
-        frameRect(dc, area, colors().edge);
-    };
+void PlayerPanel::Image2_MouseDown() {
+    if (!playing_) return;
+    showNothing();
+    yieldNow();
+    mp.Stop();
+    mp.setCurrentPosition(0);
 }
 
-void PlayerPanel::bindPlayer() {
-    mp.EndOfStream = [this](int) {
-        showProgress(0);
-        playing_ = false;
-        lblčas.setText(L"");
-        lblušielčas.setText(L"");
-    };
-    mp.NewStream = [this] { showDetails(); };
-    mp.PlayStateChange = [this](int oldState, int) {
-        if (oldState != 2) showDetails();
-    };
-    mp.Error = [this] { playerFailed(); };
+void PlayerPanel::Image3_MouseDown() {
+    playing_ = false;
+    if (!mp.FileName().empty()) mp.Pause();
+}
+
+void PlayerPanel::Image4_MouseDown() {
+    yieldNow();
+    if (isSteppedList(mp.FileName())) mp.Previous();
+}
+
+void PlayerPanel::Image5_MouseDown() {
+    yieldNow();
+    if (isSteppedList(mp.FileName())) mp.Next();
+}
+
+void PlayerPanel::PicProgres_MouseMove(MouseButton held, Point at) {
+    if (held != MouseButton::Left || !playing_) return;
+    const int width = PicProgres.clientSize().width;
+    showProgress(width > 0 ? static_cast<double>(at.x) / width : 0);
+}
+
+void PlayerPanel::PicProgres_MouseUp(MouseButton button, Point at) {
+    if (button != MouseButton::Left || !playing_) return;
+    PicProgres_MouseMove(button, at);
+    mp.setCurrentPosition(seekPosition(at.x, PicProgres.clientSize().width, mp.Duration()));
+}
+
+void PlayerPanel::PicProgres_KeyDown(StripMove move) {
+    if (!playing_) return;
+    mp.setCurrentPosition(movedPosition(move, mp.CurrentPosition(), mp.Duration()));
+    showPosition();
+}
+
+void PlayerPanel::PicHlas_MouseMove(MouseButton held, Point at) {
+    const int height = PicHlas.clientSize().height;
+    if (held != MouseButton::Left || height <= 0) return;
+    volumeShare_ = std::clamp(1 - static_cast<double>(at.y) / height, 0.0, 1.0);
+    PicHlas.showValue();
+    mp.setVolume(stripVolume(at.y, height));
+}
+
+void PlayerPanel::mp_EndOfStream() {
+    showProgress(0);
+    playing_ = false;
+    lblčas.setText(L"");
+    lblušielčas.setText(L"");
+}
+
+void PlayerPanel::mp_PlayStateChange(int oldState) {
+    if (oldState != static_cast<int>(PlayState::Playing)) showDetails();
+}
+
+void PlayerPanel::mp_Error() {
+    if (opening_) showNothing();
+    playing_ = false;
+    const std::wstring text = L"Pri pokuse prehrať požadovaný súbor došlo ku chybe :" +
+                              mp.ErrorDescription() +
+                              L"Cheš prehrať súbor v predvolenom programe ?";
+    if (ask(L"CHYBA", text, L"ÁNO;NIE") == 1) owner_.playElsewhere();
 }
 
 void PlayerPanel::showDetails() {
-    const std::wstring now = nowPlayingText(mp.GetMediaInfoString(9), mp.GetMediaInfoString(8));
-    lblnapis.setText(now);
-    PicČas.setText(trimBlanks(now));  // what a screen reader tells stands still
+    opening_ = false;
+    showTitle(
+        nowPlayingText(mp.GetMediaInfoString(kClipAuthor), mp.GetMediaInfoString(kClipTitle)));
     lblčas.setText(timeText(mp.Duration()));
+}
+
+// Of a new file nothing is known yet, and what was shown of the last one is over.
+void PlayerPanel::showOpening(const std::wstring& path) {
+    showNothing();
+    opening_ = true;
+    showTitle(openingText(path));
+}
+
+void PlayerPanel::showTitle(const std::wstring& text) {
+    lblnapis.setText(text);
+    PicČas.setText(trimBlanks(text));  // what a screen reader tells stands still
 }
 
 void PlayerPanel::showProgress(double share) {
@@ -240,20 +287,11 @@ void PlayerPanel::showProgress(double share) {
 }
 
 void PlayerPanel::showNothing() {
-    playing_ = false;
+    opening_ = playing_ = false;
     showProgress(0);
     lblčas.setText(L"");
     lblušielčas.setText(L"");
-    lblnapis.setText(L"");
-    PicČas.setText(L"");
-}
-
-void PlayerPanel::setVolumeAt(int y) {
-    const int height = PicHlas.clientSize().height;
-    if (height <= 0) return;
-    volumeShare_ = std::clamp(1 - static_cast<double>(y) / height, 0.0, 1.0);
-    PicHlas.showValue();
-    mp.setVolume(stripVolume(y, height));
+    showTitle(L"");
 }
 
 void PlayerPanel::setVolume(int percent) {
@@ -281,19 +319,11 @@ void PlayerPanel::showPosition() {
     if (!seeking) showProgress(progressFraction(position, duration));
 }
 
-void PlayerPanel::playerFailed() {
-    playing_ = false;
-    const std::wstring text = L"Pri pokuse prehrať požadovaný súbor došlo ku chybe :" +
-                              mp.ErrorDescription() +
-                              L"Cheš prehrať súbor v predvolenom programe ?";
-    if (ask(L"CHYBA", text, L"ÁNO;NIE") == 1) owner_.playElsewhere();
-}
-
-void PlayerPanel::paintProgress(HDC dc, Size size) const {
+void PlayerPanel::PicProgres_Paint(HDC dc, Size size) const {
     paintStrip(dc, size, {0, 0, static_cast<int>(progress_ * size.width), size.height});
 }
 
-void PlayerPanel::paintVolume(HDC dc, Size size) const {
+void PlayerPanel::PicHlas_Paint(HDC dc, Size size) const {
     const int top = size.height - static_cast<int>(volumeShare_ * size.height);
     paintStrip(dc, size, {0, top, size.width, size.height});
 }

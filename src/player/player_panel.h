@@ -32,7 +32,8 @@ class PlayerPanel {
     void play(const std::wstring& path);
 
     // Lets go of a file that is about to be renamed, moved, replaced or deleted, when it plays or
-    // is an entry of the playlist that plays; the display is empty then.
+    // is an entry of the playlist that plays; the display is empty then. Waits until it is free,
+    // though never longer than two seconds.
     void letGo(const std::wstring& path);
 
     MediaPlayer mp;
@@ -44,25 +45,37 @@ class PlayerPanel {
     bool isPlaying() const { return playing_; }
 
   private:
-    void bindButtons();
-    void bindStrips();
-    void bindPlayer();
-    void paintProgress(HDC dc, Size size) const;
-    void paintVolume(HDC dc, Size size) const;
-    void showProgress(double share);
-    void showNothing();
+    void bind();
+    void Image1_MouseDown();
+    void Image2_MouseDown();
+    void Image3_MouseDown();
+    void Image4_MouseDown();
+    void Image5_MouseDown();
+    void PicProgres_Paint(HDC dc, Size size) const;
+    void PicProgres_MouseMove(MouseButton held, Point at);
+    void PicProgres_MouseUp(MouseButton button, Point at);
+    void PicProgres_KeyDown(StripMove move);
+    void PicHlas_Paint(HDC dc, Size size) const;
+    void PicHlas_MouseMove(MouseButton held, Point at);
+    void mp_EndOfStream();
+    void mp_PlayStateChange(int oldState);
+    void mp_Error();
+    void Timer1_Tick();
+
     bool holds(const std::wstring& path) const;
-    void showDetails();
+    void showProgress(double share);
     void showPosition();
-    void setVolumeAt(int y);
+    void showDetails();
+    void showOpening(const std::wstring& path);
+    void showTitle(const std::wstring& text);
+    void showNothing();
     void setVolume(int percent);
     int volumePercent() const;
-    void Timer1_Tick();
-    void playerFailed();
 
     Form& form_;
     Owner owner_;
-    bool playing_ = false;
+    bool playing_ = false;    // the playing flag
+    bool opening_ = false;    // nothing is known yet of the file that was set
     double progress_ = 0;     // share of the progress strip that is filled
     double volumeShare_ = 0;  // share of the volume strip that is filled
 };

@@ -3,7 +3,7 @@
 
 #include "core/text.h"
 #include "fuzz/fuzz.h"
-#include "player/asf_header.h"
+#include "player/sound_file.h"
 
 namespace tunovka::fuzz {
 namespace {

@@ -8,9 +8,9 @@
 #include "editor/document.h"
 #include "editor/texts.h"
 #include "fuzz/fuzz.h"
-#include "player/playlist_clips.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
+#include "playlist/listed_files.h"
 
 namespace tunovka::fuzz {
 namespace {
@@ -148,7 +148,7 @@ void explorerReads(const std::wstring& text, const Lines& lines) {
         if (!isInformation(line)) playable.push_back(path);
     }
 
-    const auto clips = readPlaylistClips(text, kFolder);
+    const auto clips = listedFiles(text, kFolder);
     require(clips.size() == playable.size(), "the player plays every entry");
     for (std::size_t at = 0; at < clips.size(); ++at)
         require(clips[at].path == playable[at], "the player plays entries in the file's order");

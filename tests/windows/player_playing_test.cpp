@@ -8,8 +8,8 @@
 
 #include "core/handle.h"
 #include "player/directshow_engine.h"
+#include "support/player_watch.h"
 #include "support/scratch_folder.h"
-#include "support/watched_player.h"
 
 namespace tunovka {
 namespace {
@@ -17,20 +17,8 @@ namespace {
 constexpr double kHearing = 0.15;  // seconds by which a position may be off
 constexpr double kLong = 20;       // seconds of a tone whose end no test hears
 
-std::string tone(double seconds) {
-    constexpr int rate = 8000;
-    const auto samples = static_cast<int>(seconds * rate);
-    const auto number = [](std::uint32_t value, int bytes) {
-        std::string result;
-        for (; bytes-- > 0; value >>= 8) result += static_cast<char>(value & 0xFF);
-        return result;
-    };
-    std::string data;
-    for (int at = 0; at < samples; ++at)
-        data += number(static_cast<std::uint16_t>(std::lround(9000 * std::sin(at * 0.3))), 2);
-    return "RIFF" + number(36 + data.size(), 4) + "WAVEfmt " + number(16, 4) + number(1, 2) +
-           number(1, 2) + number(rate, 4) + number(rate * 2, 4) + number(2, 2) + number(16, 2) +
-           "data" + number(data.size(), 4) + data;
+void linger(DWORD milliseconds) {
+    runUntil([] { return false; }, milliseconds);
 }
 
 class Playing : public testing::Test {
@@ -52,9 +40,7 @@ class Playing : public testing::Test {
     }
 
     ScratchFolder folder_;
-    WatchedPlayer player_{[](MediaListener listener) {
-        return std::make_unique<DirectShowEngine>(std::move(listener));
-    }};
+    WatchedPlayer player_{[] { return std::make_unique<DirectShowEngine>(); }};
 };
 
 TEST_F(Playing, aToneFromItsStartToItsEnd) {
@@ -67,12 +53,12 @@ TEST_F(Playing, aToneFromItsStartToItsEnd) {
     ASSERT_TRUE(player_.untilTold(kEnd));
     EXPECT_GE(GetTickCount() - opened, 500u);  // the sound device is ahead of what is heard
     EXPECT_EQ(player_.told(), (Notifications{kNewStream, change(0, 2), change(2, 0), kEnd}));
-    player_.linger(300);
+    linger(300);
     EXPECT_EQ(player_.told(), Notifications{}) << "the end comes once";
 
     player_->Play();
     ASSERT_TRUE(player_.untilTold(kEnd)) << "played again from the start";
-    EXPECT_EQ(player_.told(), (Notifications{change(0, 2), change(2, 0), kEnd}));
+    EXPECT_EQ(player_.told(), (Notifications{kNewStream, change(0, 2), change(2, 0), kEnd}));
 }
 
 TEST_F(Playing, everyKindPlaysWithTheTitleOfItsTag) {
@@ -102,7 +88,7 @@ TEST_F(Playing, pauseHoldsAndPlayGoesOn) {
     expectPlayingFrom(0, opened);
     player_->Pause();
     const double held = player_->CurrentPosition();
-    player_.linger(400);
+    linger(400);
     EXPECT_NEAR(player_->CurrentPosition(), held, kHearing);
     player_->Pause();  // once more changes nothing
     const DWORD resumed = GetTickCount();
@@ -129,7 +115,7 @@ TEST_F(Playing, seekingGoesToThePositionAndStopToTheStart) {
     player_->setCurrentPosition(0);
     EXPECT_NEAR(player_->CurrentPosition(), 0, 0.01);
     player_->Pause();  // what stands is not paused
-    player_.linger(200);
+    linger(200);
     EXPECT_EQ(player_.told(), (Notifications{kNewStream, change(0, 2), change(2, 0)}));
     since = GetTickCount();
     player_->Play();
@@ -141,14 +127,12 @@ TEST_F(Playing, seekingGoesToThePositionAndStopToTheStart) {
 
 TEST_F(Playing, whatCannotBePlayedIsToldOnceAndTheNextFilePlays) {
     const std::wstring good = toneFile(L"dobrý.wav", kLong);
-    std::string noise(5000, '\0');
-    for (std::size_t at = 0; at < noise.size(); ++at) noise[at] = static_cast<char>(at * 7919 >> 5);
     const std::wstring locked = toneFile(L"zamknutý.wav", 1.0);
     const FileHandle lock(
         CreateFileW(locked.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     for (const std::wstring& path :
          {folder_ / L"niet.mp3", folder_ / L"niet\\je.mp3", file(L"prázdny.mp3", ""),
-          file(L"šum.mp3", noise), file(L"krátky.wav", tone(1.0).substr(0, 20)),
+          file(L"šum.mp3", noise(5000)), file(L"krátky.wav", tone(1.0).substr(0, 20)),
           file(L"text.wma", "toto nie je zvuk"), folder_.path(), std::wstring(L"??\x01*.mp3"),
           locked, std::wstring(L"E:\\") + std::wstring(3000, L'a') + L".mp3",
           file(L"prázdny.m3u", ""), file(L"zlý.m3u", "niet1.mp3\r\nniet2.mp3\r\n\0\0.mp3"),
@@ -156,7 +140,7 @@ TEST_F(Playing, whatCannotBePlayedIsToldOnceAndTheNextFilePlays) {
         SCOPED_TRACE(testing::Message() << path.substr(0, 80));
         player_->setFileName(path);
         ASSERT_TRUE(player_.untilTold(kError));
-        player_.linger(50);
+        linger(50);
         EXPECT_EQ(player_.told(), Notifications{kError});
         EXPECT_GT(player_->ErrorDescription().size(), 10u);
         EXPECT_EQ(player_->Duration(), 0);
@@ -178,15 +162,15 @@ TEST_F(Playing, replacingAFileDropsWhatWasLeftOfIt) {
     player_->setFileName(folder_ / L"niet.mp3");
     player_->setFileName(second);
     ASSERT_TRUE(player_.untilTold(change(0, 2)));
-    player_.linger(800);
+    linger(800);
     EXPECT_EQ(player_.told(), (Notifications{kNewStream, change(0, 2)}));
     EXPECT_NEAR(player_->Duration(), kLong, 0.01);
     player_->setFileName(L"");
-    player_.linger(100);
+    linger(100);
     EXPECT_EQ(player_.told(), Notifications{});
     EXPECT_EQ(player_->Duration(), 0);
     player_->Play();
-    player_.linger(100);
+    linger(100);
     EXPECT_EQ(player_.told(), Notifications{}) << "there is nothing to play";
 }
 
@@ -218,7 +202,7 @@ TEST_F(Playing, aPlayerMayGoInEveryState) {
     const std::wstring path = toneFile(L"a.wav", 0.4);
     player_->setFileName(path);
     player_.destroy();
-    player_.linger(600);
+    linger(600);
     EXPECT_EQ(player_.told(), Notifications{});
 }
 
@@ -259,7 +243,7 @@ TEST_F(Playing, previousAndNextStepThroughAList) {
     EXPECT_EQ(player_.titles(), (std::vector<std::wstring>{L"A", L"B", L"C"}));
     EXPECT_NEAR(player_->Duration(), kLong + 1, 0.01);
     player_->Next();
-    player_.linger(200);
+    linger(200);
     EXPECT_EQ(player_.titles().size(), 3u) << "nothing behind the last entry";
     player_->Previous();
     ASSERT_TRUE(runUntil([&] { return player_.titles().back() == L"B"; }));
@@ -270,7 +254,7 @@ TEST_F(Playing, previousAndNextStepThroughAList) {
     player_->Stop();
     player_->Previous();
     ASSERT_TRUE(runUntil([&] { return player_.titles().back() == L"A"; }));
-    player_.linger(200);
+    linger(200);
     EXPECT_EQ(player_->CurrentPosition(), 0) << "what was stopped stays stopped";
     EXPECT_EQ(player_.told(), (Notifications{change(2, 0), kNewStream}));
 }

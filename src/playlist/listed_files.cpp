@@ -1,4 +1,4 @@
-#include "player/playlist_clips.h"
+#include "playlist/listed_files.h"
 
 #include <optional>
 #include <unordered_map>
@@ -10,6 +10,14 @@
 
 namespace tunovka {
 namespace {
+
+// A title as playlists write it: "Author - Title", or a title alone.
+ClipDetails listedDetails(std::wstring_view text) {
+    constexpr std::wstring_view separator = L" - ";
+    const auto found = text.find(separator);
+    if (found == std::wstring_view::npos) return {trimBlanks(text), L""};
+    return {trimBlanks(text.substr(found + separator.size())), trimBlanks(text.substr(0, found))};
+}
 
 // The title of "#EXTINF:length,title".
 std::optional<ClipDetails> extendedInfo(std::wstring_view line) {
@@ -37,8 +45,8 @@ std::optional<std::wstring> entryText(std::wstring_view line) {
 
 }  // namespace
 
-std::vector<PlaylistClip> readPlaylistClips(std::wstring_view text, std::wstring_view folder) {
-    std::vector<PlaylistClip> clips;
+std::vector<ListedFile> listedFiles(std::wstring_view text, std::wstring_view folder) {
+    std::vector<ListedFile> files;
     std::vector<std::wstring> numbers;  // of the "FileN" lines, "" for other entries
     std::unordered_map<std::wstring, ClipDetails> titles;
     ClipDetails announced;
@@ -51,16 +59,16 @@ std::vector<PlaylistClip> readPlaylistClips(std::wstring_view text, std::wstring
             titles[std::wstring(number)] = listedDetails(line.substr(line.find(L'=') + 1));
         } else if (const auto entry = entryText(line)) {
             numbers.emplace_back(numberBehind(L"file", *entry));
-            clips.push_back(
+            files.push_back(
                 {absoluteEntryPath(withoutFilePrefixAnyCase(*entry), folder), announced});
             announced = {};
         }
     }
-    for (std::size_t at = 0; at < clips.size(); ++at) {
+    for (std::size_t at = 0; at < files.size(); ++at) {
         if (const auto title = titles.find(numbers[at]); title != titles.end())
-            clips[at].listed = title->second.orElse(clips[at].listed);
+            files[at].listed = title->second.orElse(files[at].listed);
     }
-    return clips;
+    return files;
 }
 
 }  // namespace tunovka

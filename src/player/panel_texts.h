@@ -1,8 +1,30 @@
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "ui/strip_move.h"
 
 namespace tunovka {
+
+// What the player's panel shows, and where a pointer or a key on its strips leads to.
+
+// A time in seconds as "1:05 min" or "1 h 2:05 min"; what is no time above zero is "0:00 min".
+std::wstring timeText(double seconds);
+
+// "Autor: …  Titul: …   "; an empty value reads "neuvedený". The blanks at the end separate it from
+// the start while the text scrolls.
+std::wstring nowPlayingText(std::wstring_view author, std::wstring_view title);
+
+// The same for a file that is still being opened: "Otvára sa: …   ".
+std::wstring openingText(std::wstring_view path);
+
+// The text one step further: its first character moved to the end. "" stays "".
+std::wstring scrolledByOne(std::wstring_view text);
+
+// Whether the buttons for the previous and the next entry step within this file: "*.pls" and
+// "*.m3u", lower case alone.
+bool isSteppedList(std::wstring_view path);
 
 // How much of the clip is played, 0 to 1 in steps of one hundredth; 0 while the length is not
 // known. Both in seconds.
