@@ -40,27 +40,37 @@ void ContentsTree::list(const std::wstring& path) {
     if (path.empty() || !FileSystemObject::FolderExists(path)) return;
     const TreeView::RedrawOff off(Tview);
     Tview.clear();
+    names_.clear();
     ExistingFiles existing;
     const FileExistsTest exists = [&](const std::wstring& file) { return existing.contains(file); };
     for (const FolderEntry& file : FileSystemObject::listFolder(path)) {
         if (file.isFolder()) continue;
         const std::wstring name = lowerCased(file.name);
-        if (Tview.contains(name)) continue;  // differs from another in letter case alone
         if (isPlaylistName(name)) addPlaylist(path, file, exists);
-        if (IsPlayableMedia(name)) addMusic(name);
+        if (IsPlayableMedia(name)) addMusic(file.name);
     }
     const std::wstring first = Tview.firstRoot();
     if (!first.empty()) Tview.select(first);
 }
 
+// The key of a file's node is its lower-cased name. Files that differ in letter case alone are a
+// node each: the later ones get a "*" behind it, which no name holds.
+std::wstring ContentsTree::newKey(const std::wstring& name) {
+    std::wstring key = lowerCased(name);
+    while (Tview.contains(key)) key += L'*';
+    names_[key] = name;
+    return key;
+}
+
 void ContentsTree::addMusic(const std::wstring& name) {
-    Tview.add({.key = name, .text = name, .imageKey = IconKeyByExtension(mediaKind(name))});
+    const std::wstring text = lowerCased(name);
+    Tview.add({.key = newKey(name), .text = text, .imageKey = IconKeyByExtension(mediaKind(text))});
 }
 
 void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& file,
                                const FileExistsTest& exists) {
-    const std::wstring name = lowerCased(file.name);
-    Tview.add({.key = name,
+    const std::wstring parent = newKey(file.name), name = lowerCased(file.name);
+    Tview.add({.key = parent,
                .text = name,
                .imageKey = IconKeyByExtension(mediaKind(name)),
                .foreground = palette().PlaylistNodeColor,
@@ -75,7 +85,7 @@ void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
         ++number;
         const std::wstring key = playlistNodeKey(shortName, number, *text);
         const bool missing = resolveNodeKey(key, folder, exists).empty();
-        Tview.add({.parentKey = name,
+        Tview.add({.parentKey = parent,
                    .key = key,
                    .text = afterLastBackslash(*text),
                    .imageKey = IconKeyByExtension(mediaKind(*text)),
@@ -84,12 +94,30 @@ void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
 }
 
 std::wstring ContentsTree::PathFromNodeKey(const std::wstring& key) const {
-    return resolveNodeKey(key, txtPath_.text(), FileSystemObject::FileExists);
+    const auto file = names_.find(key);
+    const bool isFile = file != names_.end() && !key.starts_with(L"pl=");
+    return FileSystemObject::asOnDisk(
+        resolveNodeKey(isFile ? file->second : key, txtPath_.text(), FileSystemObject::FileExists));
 }
 
 std::wstring ContentsTree::selectedPath() const {
     const std::wstring key = Tview.selectedKey();
     return key.empty() ? std::wstring() : PathFromNodeKey(key);
+}
+
+std::wstring ContentsTree::selectedPathForPlaylists() const {
+    std::wstring path = selectedPath();
+    const std::wstring kind = lowerCased(mediaKind(path));
+    return path.replace(path.size() - kind.size(), kind.size(), kind);
+}
+
+bool ContentsTree::renameFile(const std::wstring& key, const std::wstring& name) {
+    const std::wstring newKey = lowerCased(name);
+    if (!Tview.contains(key) || (newKey != key && Tview.contains(newKey))) return false;
+    Tview.rename(key, newKey, name);
+    names_.erase(key);
+    names_[newKey] = name;
+    return true;
 }
 
 }  // namespace tunovka

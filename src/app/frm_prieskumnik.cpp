@@ -68,7 +68,8 @@ frmPrieskumnik::frmPrieskumnik()
              .menuprestrom = menuprestrom,
              .selectedPath = [this] { return contents.selectedPath(); },
              .letGo = [this](const std::wstring& path) { player.letGo(path); },
-             .selectionChanged = [this] { selectionChanged(); }}),
+             .renamed = [this](const std::wstring& key,
+                               const std::wstring& name) { fileRenamed(key, name); }}),
       playing(prehrat, contents, player) {
     RozneApi::ShowTitleBar(*this, false);
     bindHandlers();
@@ -160,9 +161,8 @@ void frmPrieskumnik::Tview_DblClick() {
 }
 
 void frmPrieskumnik::Tview_OLEStartDrag() {
-    const std::wstring key = contents.Tview.selectedKey();
-    const std::wstring path = contents.selectedPath();
-    if (!path.empty()) dragText(path, {.source = L"Tview", .key = key});
+    const std::wstring path = contents.selectedPathForPlaylists();
+    if (!path.empty()) dragText(path, {.source = L"Tview", .key = contents.Tview.selectedKey()});
 }
 
 bool frmPrieskumnik::Tview_KeyDown(WORD key) {
@@ -193,7 +193,7 @@ void frmPrieskumnik::info_o_subore_Click() {
 }
 
 void frmPrieskumnik::editovat_playlist_Click() {
-    const std::wstring path = contents.selectedPath();
+    const std::wstring path = contents.selectedPathForPlaylists();
     if (!path.empty()) openEditor(path);
 }
 
@@ -212,13 +212,20 @@ void frmPrieskumnik::txtodkaz_Change() {
         refreshFolder();
     } else if (like(command, std::wstring(kPlayCommand) + L"*")) {
         const std::wstring path = command.substr(std::size(kPlayCommand) - 1);
-        if (FileSystemObject::FileExists(path)) player.play(path);
+        if (FileSystemObject::FileExists(path)) player.play(FileSystemObject::asOnDisk(path));
     }
 }
 
 void frmPrieskumnik::refreshFolder() {
     const std::wstring folder = folders.selectedFolder();
     if (!folder.empty()) contents.ListFolderContents(folder);
+}
+
+void frmPrieskumnik::fileRenamed(const std::wstring& key, const std::wstring& name) {
+    if (contents.renameFile(key, name))
+        selectionChanged();
+    else
+        refreshFolder();
 }
 
 // What the menus offer for the selected node, and the status line; the same whether the mouse or
@@ -229,7 +236,7 @@ void frmPrieskumnik::selectionChanged() {
     const std::wstring path = contents.PathFromNodeKey(key);
     LblBar.setText(path.empty() ? L"Odkaz je na neexistujúci súbor" : path);
     prehrat.setEnabled(L"ponuka_prehrať", !path.empty());
-    prehrat.setEnabled(L"editovat_playlist", MultiMedialny::isPlaylistName(path));
+    prehrat.setEnabled(L"editovat_playlist", MultiMedialny::isPlaylistName(lowerCased(path)));
     // A plain test of the key's first letters comes last: it takes a file such as plavba.mp3 for an
     // entry as well.
     prehrat.setEnabled(L"operacie_so_suborom", !like(key, L"pl*") && !isBusy());

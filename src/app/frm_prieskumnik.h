@@ -77,6 +77,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
 
     void refreshFolder();
     void selectionChanged();
+    void fileRenamed(const std::wstring& key, const std::wstring& name);
     void createTrees();
     void applyDpi();
     void setTreePictures();

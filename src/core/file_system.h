@@ -54,6 +54,10 @@ DriveType driveType(const std::wstring& drive);
 // kPathNotFound or kPermissionDenied.
 std::vector<FolderEntry> listFolder(const std::wstring& folder);
 
+// The path of a file with its name as the disk spells it: letter case, the long name for a short
+// (8.3) one. Where no file is, the path as it came.
+std::wstring asOnDisk(const std::wstring& path);
+
 // The short (8.3) name of an existing file, or its name where the volume keeps none.
 std::wstring shortName(const std::wstring& path);
 

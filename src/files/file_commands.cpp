@@ -61,7 +61,7 @@ void FileCommands::runOnSelected(int operation) {
 }
 
 void FileCommands::vlozit_subor_Click() {
-    const std::wstring source = clipboardPath(parts_.txtsubor.text());
+    const std::wstring source = FileSystemObject::asOnDisk(clipboardPath(parts_.txtsubor.text()));
     if (source.empty()) return;
     const std::wstring destination = askSavePath(parts_.form, {.title = std::wstring(kPasteTitle),
                                                                .filter = pasteFilter(source),
@@ -94,19 +94,7 @@ void FileCommands::premenovat_subor_Click() {
         ask(transferFailure(error.number, error.description));
         return;
     }
-    renameNode(key, newName);
-}
-
-void FileCommands::renameNode(const std::wstring& key, const std::wstring& name) {
-    TreeView& Tview = parts_.Tview;
-    const std::wstring newKey = lowerCased(name);
-    if (!Tview.contains(key) || (newKey != key && Tview.contains(newKey))) {
-        // The tree shows what is no longer so: another program has been at work.
-        parts_.txtodkaz.setText(kRefreshCommand);
-        return;
-    }
-    Tview.rename(key, newKey, name);
-    parts_.selectionChanged();
+    parts_.renamed(key, newName);
 }
 
 void FileCommands::takeDrops() {
@@ -142,7 +130,8 @@ void FileCommands::copyDropped(const std::wstring& path, const std::wstring& fol
     alone([&] {
         if (ask(question) != 1) return;
         parts_.txtsubor.setText(copiedClipboard(path));
-        FSOakcie::carryOut(explorer_, kTransfer, path, folder + fileName(path));
+        const std::wstring name = fileName(FileSystemObject::asOnDisk(path));
+        FSOakcie::carryOut(explorer_, kTransfer, path, folder + name);
     });
 }
 

@@ -30,8 +30,8 @@ class FileCommands {
         std::function<std::wstring()> selectedPath;
         // A file is about to be replaced, renamed, moved or deleted: the player lets go of it.
         std::function<void(const std::wstring& path)> letGo;
-        // The selected node of Tview stands for another path now.
-        std::function<void()> selectionChanged;
+        // The file of a node of Tview has got another name.
+        std::function<void(const std::wstring& key, const std::wstring& name)> renamed;
     };
 
     explicit FileCommands(Parts parts);
@@ -53,7 +53,6 @@ class FileCommands {
     // Runs a command unless another one of the explorer is under way.
     void alone(const std::function<void()>& command);
     void runOnSelected(int operation);
-    void renameNode(const std::wstring& key, const std::wstring& name);
     void copyDropped(const std::wstring& path, const std::wstring& folder,
                      const BoxRequest& question);
 

@@ -5,6 +5,8 @@
 
 #include "app/contents_tree.h"
 #include "core/ansi.h"
+#include "core/text.h"
+#include "support/machine.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
 
@@ -62,8 +64,8 @@ TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
     const TreeView& tree = stage.tree.Tview;
     EXPECT_EQ(tree.foreground(L"zoznam.m3u"), MultiMedialny::palette().PlaylistNodeColor);
     EXPECT_EQ(tree.selectedKey(), tree.firstRoot());
-    for (const wchar_t* key : {L"žaba.mp3", L"日本語 π.mp3"})
-        EXPECT_EQ(stage.tree.PathFromNodeKey(key), folder / key);
+    for (const wchar_t* name : {L"Žaba.MP3", L"日本語 π.mp3"})
+        EXPECT_EQ(stage.tree.PathFromNodeKey(lowerCased(name)), folder / name);
     EXPECT_TRUE(person.seen.empty());
 
     ScratchFolder empty;
@@ -100,6 +102,26 @@ TEST_F(Contents, ExpandsEveryKindOfPlaylistAndMarksWhatIsMissing) {
     EXPECT_EQ(missing(L"b.pls"), ".x");
     EXPECT_EQ(texts(L"c.asx"), (std::vector<std::wstring>{L"a.mp3", L"none.wma"}));
     EXPECT_EQ(missing(L"c.asx"), ".x");
+}
+
+TEST_F(Contents, PathsHaveTheDisksNames) {
+    // Letters whose lower case does not lead back on some systems, and names that differ in letter
+    // case alone where the disk can hold them.
+    for (const wchar_t* name : {L"Ľúbezná PIESEŇ.MP3", L"GROẞ İ.Wav", L"\u212A.mp3", L"k.mp3"})
+        folder.file(name);
+    onMachine("touch '" + machinePath(folder.path()) + "/K.mp3'",
+              [&] { return folder.names().size() == 5; });
+    folder.file(L"\u212Aarol.M3U", toAnsi(L"ľúbezná pieseň.mp3\r\n"));
+    list();
+    const std::wstring list = lowerCased(L"\u212Aarol.M3U");
+    ASSERT_TRUE(stage.tree.Tview.contains(list));
+    EXPECT_EQ(stage.tree.PathFromNodeKey(keys(list)[0]), folder / L"Ľúbezná PIESEŇ.MP3");
+    std::vector<std::wstring> paths, there;
+    for (const std::wstring& key : keys()) paths.push_back(stage.tree.PathFromNodeKey(key));
+    for (const std::wstring& name : folder.names()) there.push_back(folder / name);
+    EXPECT_EQ(paths, there);  // one node each, although two have the same letters
+    stage.tree.Tview.select(lowerCased(L"Ľúbezná PIESEŇ.MP3"));
+    EXPECT_EQ(stage.tree.selectedPathForPlaylists(), folder / L"Ľúbezná PIESEŇ.mp3");
 }
 
 TEST_F(Contents, SaysWhyAListingEnds) {

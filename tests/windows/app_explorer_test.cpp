@@ -93,7 +93,7 @@ TEST_F(Explorer, ADriveThatIsNotReadyIsReportedAndTheListGoesBack) {
 TEST_F(Explorer, ThePopUpMenusFollowTheSelectedNode) {
     folder.file(L"pieseň.mp3");
     folder.file(L"plavba.mp3");
-    folder.file(L"zoznam.m3u", "nie je.mp3\r\n");
+    folder.file(L"Zoznam.M3U", "nie je.mp3\r\n");
     show(L"");
     const PopupMenu& menu = explorer->prehrat;
     const auto states = [&] {
@@ -133,7 +133,7 @@ TEST_F(Explorer, ObeysItsCommandChannel) {
         EXPECT_EQ(explorer->player.mp.FileName(), L"");
         EXPECT_FALSE(explorer->player.isPlaying());
     }
-    explorer->txtodkaz.setText(L"hraj:" + (folder / L"a.mp3"));
+    explorer->txtodkaz.setText(L"hraj:" + (folder / L"A.MP3"));  // its name is the disk's
     EXPECT_EQ(explorer->player.mp.FileName(), folder / L"a.mp3");
     EXPECT_TRUE(explorer->player.isPlaying());
     explorer->player.mp.release();

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "core/errors.h"
+#include "core/text.h"
 #include "files/transfer_rules.h"
+#include "support/disk_faults.h"
 #include "support/file_menus.h"
 #include "ui/folder_picker.h"
 
@@ -42,6 +44,54 @@ TEST_F(FileCommands, ACutFileIsPastedIntoTheSelectedFolder) {
     EXPECT_EQ(contentOf(folder / L"a.mp3"), "song");
     EXPECT_TRUE(other.names().empty());
     EXPECT_TRUE(Tview().contains(L"a.mp3"));
+}
+
+TEST_F(FileCommands, ASongKeepsTheCapitalsOfItsName) {
+    const ScratchFolder away{otherVolume()};
+    const auto into = [&](const wchar_t* entry, const std::wstring& chosen) {
+        explorer->contents.ListFolderContents(away.path());
+        Tview().select(Tview().firstRoot());
+        strom().select(chosen);  // where the picker starts
+        person.saveAs({Person::kAsOffered});
+        choose(entry);
+    };
+    for (const std::wstring name : {L"Ľúbezná PIESEŇ.MP3", L"\u212Aelvin İẞ.Wav"}) {
+        SCOPED_TRACE(name.size());
+        const std::vector<std::wstring> itAlone{name};
+        const std::wstring key = lowerCased(name);
+        away.file(name, "song");
+        show(L"");
+        into(L"kopirovat_do", other.path());
+        EXPECT_EQ(other.names(), itAlone);
+
+        show(L"");
+        person.answer({1});
+        dropOnContents(other / name.substr(0, name.size() - 3) + key.substr(key.size() - 3));
+        ASSERT_TRUE(runUntil([&] { return Tview().contains(key); }));
+        EXPECT_EQ(folder.names(), itAlone);
+        DeleteFileW((folder / name).c_str());
+
+        into(L"preunut_do", folder.path());
+        EXPECT_EQ(folder.names(), itAlone);
+        EXPECT_TRUE(away.names().empty());
+        press(VK_RETURN);
+        EXPECT_EQ(explorer->player.mp.FileName(), folder / name);
+        explorer->player.mp.release();
+        DeleteFileW((folder / name).c_str());
+
+        explorer->txtsubor.setText(L"cut:" + (other / name));
+        explorer->menuprestrom.setEnabled(L"strom_vloz_subor", true);
+        person.saveAs({Person::kAsOffered});
+        explorer->menuprestrom.choose(L"strom_vloz_subor");
+        EXPECT_EQ(folder.names(), itAlone);
+
+        select(key);
+        rename(L"Iné MENO");
+        EXPECT_EQ(person.inputs.back().offered, name);
+        const std::wstring renamed = folder / L"Iné MENO." + name.substr(name.size() - 3);
+        EXPECT_EQ(explorer->contents.selectedPath(), renamed);
+        DeleteFileW(renamed.c_str());
+    }
 }
 
 TEST_F(FileCommands, DeleteTakesAnEntrysFileWhileMenuAndF2RefuseIt) {
@@ -110,7 +160,7 @@ TEST_F(FileCommands, RenamingChangesTheNodeInPlace) {
     ASSERT_EQ(person.inputs.size(), 1u);
     const Person::Input& input = person.inputs[0];
     EXPECT_EQ(input.title, L" Premenovať súbor");
-    EXPECT_EQ(input.offered, L"stará.mp3");
+    EXPECT_EQ(input.offered, L"Stará.mp3");
     EXPECT_EQ(input.from, 0u);
     EXPECT_EQ(input.to, 5u);  // the extension is left
     EXPECT_TRUE(input.hadFocus);
@@ -119,7 +169,7 @@ TEST_F(FileCommands, RenamingChangesTheNodeInPlace) {
     ASSERT_TRUE(Tview().contains(L"nová_verzia.mp3"));
     EXPECT_EQ(Tview().text(L"nová_verzia.mp3"), L"Nová_verzia.mp3");
     EXPECT_EQ(Tview().selectedKey(), L"nová_verzia.mp3");
-    EXPECT_EQ(explorer->LblBar.text(), folder / L"nová_verzia.mp3");
+    EXPECT_EQ(explorer->LblBar.text(), folder / L"Nová_verzia.mp3");
 
     const std::wstring entry = Tview().firstChild(L"zoznam.m3u");
     Tview().select(L"zoznam.m3u");
