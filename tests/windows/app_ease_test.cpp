@@ -241,26 +241,6 @@ TEST_F(Ease, StripsObeyTheKeysAndTellWhatTheyShow) {
     explorer.unload();
 }
 
-TEST_F(Ease, TheThumbOfAListsScrollBarObeysTheKeys) {
-    std::wstring lines;
-    for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
-    open(lines);
-    PictureBox& thumb = view().scroller.Iposuv;
-    const ListView& list = view().Lview;
-    const auto page = static_cast<std::size_t>(list.rowsInView());
-    const ScreenReader reader(thumb.handle());
-    pressKeys(thumb, {VK_DOWN});
-    EXPECT_EQ(list.firstVisible(), 1u);
-    pressKeys(thumb, {VK_NEXT});
-    EXPECT_EQ(list.firstVisible(), page);
-    pressKeys(thumb, {VK_END});
-    EXPECT_EQ(list.firstVisible(), 100 - page);
-    EXPECT_EQ(reader.value(), L"100 %");
-    pressKeys(thumb, {VK_PRIOR, VK_UP, VK_HOME});
-    EXPECT_EQ(list.firstVisible(), 0u);
-    EXPECT_EQ(reader.value(), L"0 %");
-}
-
 TEST_F(Ease, TheWheelTurnsWhatLiesUnderThePointer) {
     std::wstring lines;
     for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";

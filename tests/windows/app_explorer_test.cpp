@@ -1,7 +1,6 @@
 // The explorer window as a whole: folders, menus, commands, closing.
 #include <gtest/gtest.h>
 
-#include "core/rozneapi.h"
 #include "support/file_menus.h"
 
 namespace tunovka {
@@ -9,7 +8,6 @@ namespace {
 
 class Explorer : public FileMenus {
   protected:
-    ~Explorer() override { RozneApi::setHasSubfolders({}); }
     void clickNode(TreeView& tree, const std::wstring& key) {
         tree.ensureVisible(key);
         const Rect area = tree.nodeArea(key);
@@ -40,23 +38,6 @@ TEST_F(Explorer, StartsOnDriveEWithItsFoldersAndLists) {
     clickNode(strom(), folder.path());
     EXPECT_FALSE(Tview().contains(L"b.mp3"));
     EXPECT_EQ(explorer->LblBar.text(), folder.path());
-}
-
-TEST_F(Explorer, OnlyAFolderWithSubfoldersGetsAPlaceholder) {
-    folder.folder(L"prázdny");
-    folder.folder(L"plný");
-    SetFileAttributesW(folder.folder(L"plný\\skrytý").c_str(), FILE_ATTRIBUTE_HIDDEN);
-    EXPECT_TRUE(RozneApi::HasSubfolders(folder / L"plný\\"));
-    EXPECT_FALSE(RozneApi::HasSubfolders(folder / L"nie je\\"));
-    RozneApi::setHasSubfolders([&](const std::wstring& path) {
-        return path == L"E:\\" || path == folder.path() || path == folder / L"plný\\";
-    });
-    explorer->load();
-    strom().expand(folder.path());
-    EXPECT_EQ(strom().firstChild(folder / L"plný\\"), folder / L"plný\\_*.?");
-    EXPECT_EQ(strom().firstChild(folder / L"prázdny\\"), L"");
-    explorer->folders.ExpandFolder(folder / L"prázdny\\");
-    EXPECT_EQ(strom().firstChild(folder / L"prázdny\\"), L"");
 }
 
 // Takes the folder behind a drive away for as long as an action lasts.

@@ -1,0 +1,210 @@
+// What windows are made of, on real windows: the list with its picture scroll bar, the message box.
+#include <gtest/gtest.h>
+
+#include "core/errors.h"
+#include "core/loop.h"
+#include "support/error_of.h"
+#include "support/person.h"
+#include "support/test_rows.h"
+#include "ui/box.h"
+#include "ui/frm_box.h"
+#include "ui/image_scroller.h"
+
+namespace tunovka {
+namespace {
+
+class List : public testing::Test {
+  protected:
+    List() {
+        MultiMedialny::InitSharedTables();
+        scroller.place({10, 10, 280, 240});
+        form.show();
+    }
+    void fill(int count) {
+        rows.fill(count);
+        list.ensureVisible(0);
+        scroller.refresh();
+    }
+    int page() const { return static_cast<int>(list.rowsInView()); }
+    int thumb() const { return scroller.Iposuv.bounds().y; }
+    void pressKey(WORD key) { SendMessageW(list.handle(), WM_KEYDOWN, key, 1); }
+    void turnWheel(int by) { SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, by), 0); }
+    void click(UINT down, UINT up, Point point) {
+        const LPARAM place = MAKELPARAM(point.x, point.y);
+        SendMessageW(list.handle(), down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, place);
+        SendMessageW(list.handle(), up, 0, place);
+    }
+    // The middle of a row that is in view.
+    Point rowPoint(std::size_t position) {
+        const int row = static_cast<int>(list.rowHeight());
+        for (int y = 0; y < list.clientSize().height; ++y)
+            if (list.itemAt({20, y}) == position) return {20, y + row / 2};
+        ADD_FAILURE() << "row " << position << " is not in view";
+        return {};
+    }
+
+    struct Stage : Form {
+        Stage() : Form({.name = L"frmStage", .caption = L"", .size = {300, 260}}) {}
+    } form;
+    TestRows rows;
+    ListView list{{.name = L"Lview", .text = L"Zoznam", .parent = &form}, rows};
+    ImageScroller scroller{form, list, rowsPerPageCut};
+};
+
+TEST_F(List, ScrollsByTheWheelAndByKeys) {
+    fill(30000);
+    turnWheel(-WHEEL_DELTA);
+    const std::size_t notch = list.firstVisible();
+    EXPECT_GT(notch, 0u);
+    for (int i = 0; i < 4; ++i) turnWheel(-WHEEL_DELTA / 4);  // a wheel that tells quarters
+    EXPECT_EQ(list.firstVisible(), 2 * notch);
+    turnWheel(WHEEL_DELTA);
+    EXPECT_EQ(list.firstVisible(), notch);
+    list.focus();
+    pressKey(VK_END);
+    EXPECT_EQ(list.selectedKey(), L"29999");
+    EXPECT_EQ(list.firstVisible(), 30000u - page());
+    EXPECT_EQ(GetWindowLongW(list.handle(), GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL), 0);
+    fill(3);
+    EXPECT_EQ(list.firstVisible(), 0u);
+}
+
+TEST_F(List, TellsItsEventsInTheirOrder) {
+    fill(20);
+    std::wstring told;
+    list.onMouseDown = [&](MouseButton, Point) { told += L"down " + list.selectedKey() + L" "; };
+    list.onMouseUp = [&](MouseButton, Point) { told += L"up "; };
+    list.onItemClick = [&] { told += L"click "; };
+    list.onDoubleClick = [&] { told += L"double "; };
+    list.onSelectionByKey = [&] { told += L"key " + list.selectedKey() + L" "; };
+    list.onBeginDrag = [&](std::size_t position) { told += L"drag " + std::to_wstring(position); };
+    const auto tells = [&] { return std::exchange(told, L""); };
+
+    click(WM_LBUTTONDOWN, WM_LBUTTONUP, rowPoint(2));
+    EXPECT_EQ(tells(), L"down 2 up click ");
+    click(WM_RBUTTONDOWN, WM_RBUTTONUP, rowPoint(3));
+    EXPECT_EQ(tells(), L"down 3 up ");
+    click(WM_RBUTTONDBLCLK, WM_RBUTTONUP, rowPoint(3));
+    EXPECT_EQ(tells(), L"down 3 up ");
+    click(WM_LBUTTONDBLCLK, WM_LBUTTONUP, rowPoint(1));
+    EXPECT_EQ(tells(), L"down 1 double ");
+    pressKey(VK_DOWN);
+    EXPECT_EQ(tells(), L"key 2 ");
+    SendMessageW(list.handle(), WM_CHAR, L'F', 1);
+    SendMessageW(list.handle(), WM_CHAR, L'x', 1);
+    tells();
+
+    const Point from = rowPoint(4);
+    SendMessageW(list.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
+    SendMessageW(list.handle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(from.x + 40, from.y));
+    EXPECT_EQ(tells(), L"down 4 drag 4");
+}
+
+TEST_F(List, AHeldArrowRepeatsAfterAPauseAndStopsWhenTheMouseIsTaken) {
+    fill(1000);
+    const DWORD start = GetTickCount();
+    SendMessageW(scroller.Idole.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+    ASSERT_TRUE(runUntil([&] { return list.firstVisible() == 1; }));
+    EXPECT_GE(GetTickCount() - start, 280u);
+    ASSERT_TRUE(runUntil([&] { return list.firstVisible() == 6; }));
+    EXPECT_GE(GetTickCount() - start, 500u);
+    ReleaseCapture();
+    const std::size_t row = list.firstVisible();
+    settle(50);  // the interval of an arrow that is still held
+    EXPECT_EQ(list.firstVisible(), row);
+}
+
+TEST_F(List, TheThumbDrivesTheListAndFollowsIt) {
+    fill(30000);
+    const int top = thumb();
+    const HWND handle = scroller.Iposuv.handle();
+    SendMessageW(handle, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 4));
+    SendMessageW(handle, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, 1000));
+    SendMessageW(handle, WM_LBUTTONUP, 0, MAKELPARAM(5, 1000));
+    EXPECT_EQ(scroller.Iposuv.bounds().bottom(), scroller.Idole.bounds().y);
+    EXPECT_EQ(list.firstVisible(), 30000u - page());
+
+    const int bottom = thumb();
+    for (int i = 0; i < 3; ++i) pressAndRelease(scroller.Ihore);
+    EXPECT_EQ(thumb(), bottom);  // the steps are far below a pixel, and yet they count
+    EXPECT_EQ(list.firstVisible(), 30000u - page() - 4);
+
+    list.focus();
+    pressKey(VK_HOME);
+    list.select(0);
+    scroller.followSelection();
+    EXPECT_EQ(thumb(), top);
+    list.ensureVisible(29000);
+    SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    EXPECT_GT(thumb(), (top + bottom) * 3 / 4);
+}
+
+TEST_F(List, TooManyRowsForItsCountLeaveTheListAsItIs) {
+    fill(32767);
+    EXPECT_TRUE(scroller.PicPosuv.isVisible());
+    EXPECT_EQ(errorOf([&] { fill(32768); }), kOverflow);
+    EXPECT_FALSE(scroller.PicPosuv.isVisible());
+    EXPECT_EQ(list.count(), 32768u);
+    scroller.place({10, 10, 280, 200});  // no second notice
+    SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    EXPECT_GT(list.firstVisible(), 0u);
+    fill(100);
+    EXPECT_TRUE(scroller.PicPosuv.isVisible());
+}
+
+TEST(Box, ReportsTheButtonAndShowsTheRequest) {
+    Person person({2, 3, 1, 0});
+    EXPECT_EQ(ask(L"  Uložiť zmeny ?", L"Otázka", L"ÁNO;NIE;STORNO"), 2);
+    EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE;STORNO"), 3);
+    EXPECT_EQ(ask(L"T", L"Otázka", L" ÁNO ;Zrušiť"), 1);
+    EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE"), 0);
+    EXPECT_EQ(BoxAnswer, 0);
+    ASSERT_EQ(person.seen.size(), 4u);
+    EXPECT_EQ(person.seen[0], (BoxRequest{L" Uložiť zmeny ?", L"Otázka", L"ÁNO;NIE;STORNO"}));
+    EXPECT_EQ(person.seen[2].buttons, L" ÁNO ;Zrušiť");
+}
+
+TEST(Box, EscapeRefusesAndEnterPressesTheRefusingButton) {
+    for (const auto& [key, answer] : {std::pair{VK_ESCAPE, 0}, std::pair{VK_RETURN, 2}}) {
+        Timer person;
+        person.onTick = [&, key = static_cast<WPARAM>(key)] {
+            const HWND focus = GetFocus();
+            Window* control = windowOf(focus);
+            if (!control || control->name() != L"Itlačítko2") return;
+            PostMessageW(focus, WM_KEYDOWN, key, 0);
+            PostMessageW(focus, WM_KEYUP, key, 0xC0000000);
+            person.setInterval(0);
+        };
+        person.setInterval(10);
+        EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE"), answer);
+    }
+}
+
+TEST(Box, AFailureThatNobodyHandledBecomesANoticeAfterTheOpenBox) {
+    installFailureNotice();
+    Person person({1, 1});
+    guarded([] { throw RuntimeError(kOverflow); });
+    EXPECT_EQ(ask(L"Prvá", L"Otázka", L"ÁNO;NIE"), 1);
+    ASSERT_TRUE(runUntil([&] { return person.seen.size() == 2; }));
+    EXPECT_EQ(person.seen[0].title, L" Prvá");
+    EXPECT_EQ(person.seen[1], (BoxRequest{L" CHYBA", L"Chyba č. 6: Overflow", L"Rozumiem ..."}));
+}
+
+TEST(Box, ABoxOverAnotherNeverAnswersForIt) {
+    std::optional<Person> person;  // answers from the second box on
+    int inner = -1;
+    Timer opener;  // something that opens a second box while the first one waits
+    opener.onTick = [&] {
+        opener.setInterval(0);
+        person.emplace(std::deque{2});
+        inner = ask(L"Druhá", L"?", L"ÁNO;NIE");
+    };
+    opener.setInterval(1);
+    EXPECT_EQ(ask(L"Prvá", L"?", L"ÁNO;NIE"), 0);
+    EXPECT_EQ(BoxAnswer, 0);
+    EXPECT_EQ(inner, 2);
+    EXPECT_EQ(person->seen.size(), 2u);
+}
+
+}  // namespace
+}  // namespace tunovka
