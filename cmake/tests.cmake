@@ -31,7 +31,9 @@ function(tunovka_test name)
     endif()
     set(test ${TUNOVKA_TEST_PREFIX}${name})
     add_test(NAME ${test} COMMAND ${name} --gtest_brief=1)
-    set_tests_properties(${test} PROPERTIES LABELS ${test_LABEL} TIMEOUT 900)
+    # A test program that ends midway may well end with 0: its last line has to be there.
+    set_tests_properties(${test} PROPERTIES LABELS ${test_LABEL} TIMEOUT 900
+        PASS_REGULAR_EXPRESSION "\\[  PASSED  \\]" FAIL_REGULAR_EXPRESSION "\\[  FAILED  \\]")
     if(test_ALONE)
         set_tests_properties(${test} PROPERTIES RUN_SERIAL ON)
     endif()

@@ -85,7 +85,8 @@ class Search : public testing::Test {
     void duringCollecting(std::function<void()> action) {
         meanwhile_.onTick = [this, action] {
             if (!window->isBusy() || window->panel.Label1.text() != kCollecting) return;
-            if (controlNamed(*window, L"lblpriebeh")->text().empty()) return;
+            const Window* const progress = controlNamed(*window, L"lblpriebeh");
+            if (!progress || progress->text().empty()) return;  // made with its first text
             meanwhile_.setInterval(0);
             action();
         };
