@@ -29,7 +29,7 @@ def dialogs(app):
     for key in "shift+F10", "Menu":
         app.key(key)
         app.choose(1)
-        check(app.control("lblPath").text == "E:\\čerešňový sad.mp3", "the selected file's window")
+        check(app.control("lblPath").text == "E:\\Čerešňový sad.mp3", "the selected file's window")
         wait_until(lambda: app.focused() and app.focused().name == "lblPath", 5, "the focus")
         app.key("Escape")
         app.wait_gone("frminfo")
