@@ -26,12 +26,6 @@ class LastWords : public testing::EmptyTestEventListener {
     // The test that runs takes long but has got on.
     static void goesOn() { started_ = GetTickCount(); }
 
-    // Ends the test program, because the test that runs cannot go on.
-    static void end(const char* why) {
-        say("%s", why);
-        TerminateProcess(GetCurrentProcess(), 1);
-    }
-
   private:
     static constexpr DWORD kPatience = 240'000;  // ms that one test may take on a busy machine
 
@@ -61,7 +55,8 @@ class LastWords : public testing::EmptyTestEventListener {
 
     static DWORD WINAPI watch(void*) {
         while (!test_ || GetTickCount() - started_ < kPatience) Sleep(1000);
-        end("hangs");
+        say("hangs");
+        TerminateProcess(GetCurrentProcess(), 1);
         return 0;
     }
 
