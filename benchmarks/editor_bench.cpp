@@ -14,7 +14,7 @@ struct Window {
         form->show();
         if (!playlist.empty()) form->txtodkaz.setText(playlist);
     }
-    void painted() { UpdateWindow(form->editor.view.Lview.handle()); }
+    void painted() { UpdateWindow(form->Lview.handle()); }
 
     Program program;
     std::optional<frmplejlist> form;
@@ -51,10 +51,10 @@ BENCH(editor_commands) {
     const std::wstring root = mixedCollection(), saved = root + L"saved.txt";
     const auto resolved = [](const std::wstring&) { return true; };
     reportCommand("editor_duplicates", [&](Editor& it) { it.document.duplicates(resolved); });
-    reportCommand("editor_remove_invalid", dropInvalidLinks);
-    reportCommand("editor_sort", [](Editor& it) { sortRows(it, SortOrder::Ascending); });
-    reportCommand("editor_restore", restoreLoadOrder);
-    reportCommand("editor_save", [&](Editor& it) { writeList(it, saved, true); });
+    reportCommand("editor_remove_invalid", [](Editor& it) { it.dropInvalidLinks(); });
+    reportCommand("editor_sort", [](Editor& it) { it.sort(SortOrder::Ascending); });
+    reportCommand("editor_restore", &Editor::restoreLoadOrder);
+    reportCommand("editor_save", [&](Editor& it) { it.write(saved, true); });
 }
 
 }  // namespace tunovka::bench

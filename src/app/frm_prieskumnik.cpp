@@ -99,7 +99,7 @@ void frmPrieskumnik::bindHandlers() {
     prehrat.onClick(L"info_o_subore") = [this] { info_o_subore_Click(); };
     prehrat.onClick(L"editovat_playlist") = [this] { editovat_playlist_Click(); };
     menuprestrom.onClick(L"prehladaj_adresar") = [this] { prehladaj_adresar_Click(); };
-    menuprestrom.onClick(L"novy_plalist") = [this] { openEditor(L"nový playlist"); };
+    menuprestrom.onClick(L"novy_plalist") = [this] { openNewEditor(); };
 }
 
 void frmPrieskumnik::load() {
@@ -189,7 +189,8 @@ void frmPrieskumnik::o_programe_Click() {
 
 void frmPrieskumnik::info_o_subore_Click() {
     const std::wstring path = contents.selectedPath();
-    showInformation(path.empty() ? L"chyba" : path);
+    if (path.empty()) return showMissingFile();
+    showInformation(path);
 }
 
 void frmPrieskumnik::editovat_playlist_Click() {
@@ -210,9 +211,8 @@ void frmPrieskumnik::txtodkaz_Change() {
     txtodkaz.setText(L"");
     if (command == kRefreshCommand) {
         refreshFolder();
-    } else if (like(command, std::wstring(kPlayCommand) + L"*")) {
-        const std::wstring path = command.substr(std::size(kPlayCommand) - 1);
-        if (FileSystemObject::FileExists(path)) player.play(FileSystemObject::asOnDisk(path));
+    } else if (const auto path = pathToPlay(command)) {
+        if (FileSystemObject::FileExists(*path)) player.play(FileSystemObject::asOnDisk(*path));
     }
 }
 
@@ -255,7 +255,7 @@ void frmPrieskumnik::showInformation(const std::wstring& command) {
 
 bool frmPrieskumnik::onShortcut(WORD key) {
     if (key != VK_F5) return false;
-    txtodkaz.setText(kRefreshCommand);
+    refresh();
     return true;
 }
 

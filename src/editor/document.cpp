@@ -126,11 +126,12 @@ std::optional<bool> EditorDocument::holds(const std::wstring& path, const LoopHo
     return found;
 }
 
-std::optional<std::size_t> EditorDocument::add(const std::wstring& path) {
+std::optional<std::size_t> EditorDocument::add(const std::wstring& path,
+                                               const FileExistsTest& exists) {
     if (busy()) return std::nullopt;
     Counter16 number(largestNumber());
     ++number;
-    appendEntry(number, path, false);
+    appendEntry(number, path, !exists(absoluteEntryPath(withoutFilePrefix(path), folder())));
     const std::wstring key = rows().back().key;
     changed_ = true;
     showAppended();

@@ -83,9 +83,10 @@ class EditorDocument : public ListRows<PlaylistEntry> {
     // without a key raises kInvalidCall.
     std::optional<bool> holds(const std::wstring& path, const LoopHooks& hooks = {});
 
-    // Adds an existing media file and returns its position. Raises kInvalidCall for a row without
-    // a key, kOverflow when the numbers are used up.
-    std::optional<std::size_t> add(const std::wstring& path);
+    // Adds a media file and returns its position. It is missing when its text, read like that of
+    // every other entry, leads to no file. Raises kInvalidCall for a row without a key, kOverflow
+    // when the numbers are used up.
+    std::optional<std::size_t> add(const std::wstring& path, const FileExistsTest& exists);
 
     // Appends the entries of a dropped playlist. An error or a cancellation keeps the rows added
     // so far, with the changed flag set. nullopt when busy or cancelled.

@@ -18,9 +18,7 @@ constexpr wchar_t kTag[] = L"vrtilkofrmplejlist";
 constexpr Size kSize{480, 460};
 constexpr Size kMinimum{320, 240};
 constexpr int kMargin = 8;
-constexpr int kLine = 20;     // a line of text
-constexpr int kStagger = 26;  // how far each further window lies from the one before
-constexpr int kStaggered = 8;
+constexpr int kLine = 20;  // a line of text
 
 int nextWindowNumber() {
     const auto forms = Forms::loaded();
@@ -62,85 +60,60 @@ frmplejlist::frmplejlist(ProgramLinks& links)
                     .resizable = true}),
       PicZahlavie(L"PicZahlavie", L" Editor playlistov", *this),
       IZavri(closePicture(L"IZavri", PicZahlavie)),
-      menu1(editorMenu()),
       editor(*this, links),
-      drops_(editor.view.Lview,
-             {.over = [this](Point point) { return dragOver(point); },
-              .leave = [this] { editor.view.Lview.setDropHighlight(std::nullopt); },
-              .drop =
-                  [this](const std::wstring& text, Point point, const DragState& drag) {
-                      Lview_Drop(text, editor.view.Lview.itemAt(point), drag);
-                  }}) {
+      lblpočet({.name = L"lblpočet", .caption = std::wstring(kInitialCountLabel), .parent = this}),
+      lblplejlist(
+          {.name = L"lblplejlist", .caption = L"", .parent = this, .format = DT_PATH_ELLIPSIS}),
+      lblbar({.name = L"lblbar",
+              .caption = L"",
+              .parent = this,
+              .format = DT_PATH_ELLIPSIS,
+              .status = true}),
+      Lview({.name = L"Lview", .text = L"Položky playlistu", .parent = this}, editor.document),
+      scroller(*this, Lview, rowsPerPageCut),
+      menu1(editorMenu()),
+      links_(links),
+      drops_(Lview,
+             {.over = [this](Point at) { return Lview_OLEDragOver(at); },
+              .leave = [this] { Lview.setDropHighlight(std::nullopt); },
+              .drop = [this](const std::wstring& text, Point,
+                             const DragState& drag) { Lview_OLEDragDrop(text, dropRow_, drag); }}) {
     RozneApi::ShowTitleBar(*this, false);
     const int number = nextWindowNumber();
     PicZahlavie.setText(editorTitle(number));
     setText(trimBlanks(editorTitle(number)));
     tag = kTag + std::to_wstring(number);
-
-    const Rect place = bounds();
-    const int aside = scaled(kStagger) * (number % kStaggered);
-    setBounds({place.x + aside, place.y + aside, place.width, place.height});
-
-    txtodkaz.onChange = [this] { txtodkaz_Change(); };
-    IZavri.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) unload();
-    };
-    bindMenu();
-    bindList();
+    bindHandlers();
+    placeBesideOthers();
     layout();  // the list is filled before it is shown: its height is needed then
 }
 
-void frmplejlist::bindMenu() {
-    const auto bind = [this](const wchar_t* name, void (*command)(Editor&)) {
-        menu1.onClick(name) = [this, command] { run(command); };
-    };
-    bind(L"ulozit_ako_plejlist", saveAs);
-    bind(L"odstranit_polozku", removeCurrent);
-    bind(L"odstranit_neplatne_odkazy", removeInvalidLinks);
-    bind(L"odstranit_duplicitu", removeDuplicates);
-    bind(L"zoradit_vzostupne", [](Editor& own) { sortRows(own, SortOrder::Ascending); });
-    bind(L"zoradit_zostupne", [](Editor& own) { sortRows(own, SortOrder::Descending); });
-    bind(L"neradit", restoreLoadOrder);
-    menu1.onClick(L"prehrat") = [this] { prehrat(); };
-    menu1.onClick(L"info_o_subore") = [this] { info_o_subore(); };
-}
+void frmplejlist::bindHandlers() {
+    txtodkaz.onChange = [this] { txtodkaz_Change(); };
+    IZavri.onRelease = [this](MouseButton button) { IZavri_MouseUp(button); };
+    editor.onSelect = [this](std::size_t row) { select(row); };
 
-void frmplejlist::bindList() {
-    ListView& Lview = editor.view.Lview;
-    Lview.onMouseDown = [this](MouseButton, Point at) {
-        if (editor.view.Lview.itemAt(at)) editor.view.itemClicked();
-    };
-    Lview.onSelectionByKey = [this] { editor.view.itemClicked(); };
-    Lview.onMouseUp = [this](MouseButton button, Point at) {
-        if (button == MouseButton::Right) showMenu(editor.view.Lview.toScreen(at));
-    };
+    Lview.onMouseDown = [this](MouseButton, Point at) { Lview_MouseDown(at); };
+    Lview.onMouseUp = [this](MouseButton button, Point at) { Lview_MouseUp(button, at); };
+    Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
+    Lview.onDoubleClick = [this] { Lview_DblClick(); };
+    Lview.onKeyDown = [this](WORD key) { return Lview_KeyDown(key); };
     Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
-    Lview.onDoubleClick = [this] { prehrat(); };
-    Lview.onKeyDown = [this](WORD key) {
-        if (key == VK_DELETE) run(removeCurrent);
-        return key == VK_DELETE;
+    Lview.onBeginDrag = [this](std::size_t) { Lview_OLEStartDrag(); };
+    Lview.onRowsChange = [this] { updateCountLabel(); };
+
+    const auto bind = [this](const wchar_t* entry, std::function<void(Editor&)> command) {
+        menu1.onClick(entry) = [this, command] { run(command); };
     };
-    Lview.onBeginDrag = [this](std::size_t) { Lview_BeginDrag(); };
-}
-
-// Runs a command that changes the document or walks over it; refused while another one runs.
-void frmplejlist::run(const std::function<void(Editor&)>& command) {
-    if (isBusy() || isClosing()) return;
-    const Busy busy(*this);
-    command(editor);
-}
-
-void frmplejlist::txtodkaz_Change() {
-    const std::wstring command = txtodkaz.text();
-    if (command.empty()) return;
-    run([&](Editor& own) {
-        own.view.lblplejlist.setText(command);
-        own.document.clear(command);
-        yieldNow();
-        if (isClosing()) return;
-        if (!asksForNewPlaylist(command)) return loadPlaylistFile(own, command);
-        own.document.openNew(command);
-    });
+    menu1.onClick(L"info_o_subore") = [this] { info_o_subore_Click(); };
+    menu1.onClick(L"prehrat") = [this] { prehrat_Click(); };
+    menu1.onClick(L"odstranit_polozku") = [this] { odstranit_polozku_Click(); };
+    bind(L"ulozit_ako_plejlist", &Editor::saveAs);
+    bind(L"odstranit_neplatne_odkazy", &Editor::removeInvalidLinks);
+    bind(L"odstranit_duplicitu", &Editor::removeDuplicates);
+    bind(L"zoradit_vzostupne", [](Editor& own) { own.sort(SortOrder::Ascending); });
+    bind(L"zoradit_zostupne", [](Editor& own) { own.sort(SortOrder::Descending); });
+    bind(L"neradit", &Editor::restoreLoadOrder);
 }
 
 void frmplejlist::open(ProgramLinks& links, const std::wstring& command) {
@@ -158,54 +131,130 @@ void frmplejlist::open(ProgramLinks& links, const std::wstring& command) {
     if (!opened.isClosing()) opened.show();
 }
 
-bool frmplejlist::dragOver(Point point) {
+// Runs a command that changes the document or walks over it; refused while another one runs.
+void frmplejlist::run(const std::function<void(Editor&)>& command) {
+    if (isBusy() || isClosing()) return;
+    const Busy busy(*this);
+    command(editor);
+}
+
+void frmplejlist::txtodkaz_Change() {
+    const std::wstring command = txtodkaz.text();
+    if (command.empty()) return;
+    run([&](Editor& own) {
+        lblplejlist.setText(command);
+        own.document.clear(command);
+        yieldNow();
+        if (isClosing()) return;
+        if (asksForNewPlaylist(command))
+            own.document.openNew(command);
+        else
+            own.loadPlaylistFile(command);
+    });
+}
+
+void frmplejlist::IZavri_MouseUp(MouseButton button) {
+    if (button == MouseButton::Left) unload();
+}
+
+// ---- The list ---------------------------------------------------------------------------------
+
+void frmplejlist::select(std::size_t position) {
+    if (position < Lview.count()) {
+        Lview.select(position);
+        Lview.ensureVisible(position);
+    }
+    Lview_ItemClick();
+}
+
+std::wstring frmplejlist::selectedPath() const {
+    const auto position = Lview.selected();
+    return position ? editor.pathOf(*position) : std::wstring();
+}
+
+void frmplejlist::updateCountLabel() {
+    lblpočet.setText(countLabel(Lview.count()));
+    scroller.refresh();
+}
+
+void frmplejlist::Lview_ItemClick() {
+    if (!Lview.selected()) return lblbar.setText(L"");
+    const std::wstring path = selectedPath();
+    lblbar.setText(path.empty() ? std::wstring(kMissingFileStatus) : path);
+    scroller.followSelection();
+}
+
+void frmplejlist::Lview_MouseDown(Point at) {
+    if (Lview.itemAt(at)) Lview_ItemClick();
+}
+
+void frmplejlist::Lview_MouseUp(MouseButton button, Point at) {
+    if (button == MouseButton::Right) showMenu(Lview.toScreen(at));
+}
+
+void frmplejlist::Lview_DblClick() {
+    prehrat_Click();
+}
+
+bool frmplejlist::Lview_KeyDown(WORD key) {
+    if (key == VK_DELETE) odstranit_polozku_Click();
+    return key == VK_DELETE;
+}
+
+void frmplejlist::Lview_OLEStartDrag() {
+    const std::wstring key = Lview.selectedKey(), path = selectedPath();
+    if (!path.empty()) dragText(path, {.source = Lview.name(), .key = key, .path = path});
+}
+
+bool frmplejlist::Lview_OLEDragOver(Point at) {
     if (isBusy()) return false;
-    ListView& Lview = editor.view.Lview;
-    Lview.scrollNearEdge(point);
-    Lview.setDropHighlight(Lview.itemAt(point));
+    Lview.scrollNearEdge(at);
+    dropRow_ = Lview.itemAt(at);
+    Lview.setDropHighlight(dropRow_);
     return true;
 }
 
-void frmplejlist::Lview_Drop(const std::wstring& text, std::optional<std::size_t> target,
-                             const DragState& drag) {
-    editor.view.Lview.focus();  // brings the window to the front, whose questions follow
-    run([&](Editor& own) { dropText(own, text, target, drag); });
+void frmplejlist::Lview_OLEDragDrop(const std::wstring& text, std::optional<std::size_t> target,
+                                    const DragState& drag) {
+    Lview.focus();  // brings the window to the front, whose questions follow
+    run([&](Editor& own) { own.drop(text, target, drag); });
 }
 
-void frmplejlist::Lview_BeginDrag() {
-    const std::wstring key = editor.view.Lview.selectedKey();
-    const std::wstring path = editor.view.selectedPath();
-    if (!path.empty()) dragText(path, {.source = L"Lview", .key = key, .path = path});
-}
-
-void frmplejlist::prepareMenu() {
-    const auto selected = editor.view.Lview.selected();
-    const std::size_t rows = editor.document.count();
-    const bool isThere = selected && !editor.document.rows()[*selected].missing;
-    menu1.setEnabled(L"info_o_subore", isThere);
-    menu1.setEnabled(L"prehrat", isThere);
-    menu1.setEnabled(L"odstranit_polozku", selected.has_value());
-    menu1.setEnabled(L"zoradit", rows >= 2);
-    menu1.setEnabled(L"odstranit_duplicitu", rows >= 2);
-    menu1.setEnabled(L"ulozit_ako_plejlist", editor.document.mayBeSaved());
-}
+// ---- The menu ---------------------------------------------------------------------------------
 
 void frmplejlist::showMenu(Point screen) {
     if (isBusy()) return;  // every entry works on what the running command walks over
-    prepareMenu();
+    const auto selected = Lview.selected();
+    const PlaylistEntry none{};
+    const PlaylistEntry& entry = selected ? editor.document.rows()[*selected] : none;
+    const bool isThere = !entry.key.empty() && !entry.missing;
+    menu1.setEnabled(L"info_o_subore", isThere);
+    menu1.setEnabled(L"prehrat", isThere);
+    menu1.setEnabled(L"odstranit_polozku", selected.has_value());
+    menu1.setEnabled(L"zoradit", Lview.count() >= 2);
+    menu1.setEnabled(L"odstranit_duplicitu", Lview.count() >= 2);
+    menu1.setEnabled(L"ulozit_ako_plejlist", editor.document.mayBeSaved());
     menu1.show(*this, screen);
 }
 
-void frmplejlist::prehrat() {
-    if (editor.view.Lview.selected())
-        editor.links.tellExplorer(L"hraj:" + editor.view.selectedPath());
+// The row that says that nothing was found has no key, and nothing to play or to tell.
+void frmplejlist::prehrat_Click() {
+    if (!Lview.selectedKey().empty()) links_.play(selectedPath());
 }
 
-void frmplejlist::info_o_subore() {
-    if (!editor.view.Lview.selected()) return;
-    const std::wstring path = editor.view.selectedPath();
-    editor.links.showInformation(path.empty() ? L"chyba" : path);
+void frmplejlist::info_o_subore_Click() {
+    if (Lview.selectedKey().empty()) return;
+    const std::wstring path = selectedPath();
+    if (path.empty()) return links_.showMissingFile();
+    links_.showInformation(path);
 }
+
+void frmplejlist::odstranit_polozku_Click() {
+    const auto position = Lview.selected();
+    if (position) run([&](Editor& own) { own.removeAt(*position); });
+}
+
+// ---- Closing ----------------------------------------------------------------------------------
 
 // "ÁNO" saves nothing: it closes like "NIE", after a dialog whose answer is not used when the
 // playlist has never been saved. The user's guide says so.
@@ -218,14 +267,14 @@ bool frmplejlist::queryUnload() {
     if (answer == 1 && editor.document.playlistPath() == kNewPlaylist) {
         askSavePath(*this, {.title = std::wstring(kSaveTitle),
                             .filter = std::wstring(kCloseSaveFilter),
-                            .folder = editor.links.shownFolder()});
+                            .folder = links_.shownFolder()});
     }
     asking_ = false;
     return answer == 1 || answer == 2;
 }
 
 void frmplejlist::onAccept() {
-    if (editor.view.Lview.hasFocus()) prehrat();
+    if (Lview.hasFocus()) prehrat_Click();
 }
 
 void frmplejlist::onLayout() {
@@ -234,13 +283,12 @@ void frmplejlist::onLayout() {
     const Size size = clientSize();
     const int width = size.width - 2 * margin;
     const int top = layoutTitle(*this, PicZahlavie, &IZavri, nullptr) + scaled(4);
-    EditorView& view = editor.view;
-    view.lblplejlist.setBounds({margin, top, width, line});
-    view.lblpočet.setBounds({margin, top + line, width, line});
+    lblplejlist.setBounds({margin, top, width, line});
+    lblpočet.setBounds({margin, top + line, width, line});
     const int listTop = top + 2 * line + scaled(4);
     const int listBottom = size.height - margin - line;
-    view.scroller.place({margin, listTop, width, listBottom - listTop});
-    view.lblbar.setBounds({margin, listBottom + scaled(4), width, line});
+    scroller.place({margin, listTop, width, listBottom - listTop});
+    lblbar.setBounds({margin, listBottom + scaled(4), width, line});
 }
 
 void frmplejlist::onPaintGround(HDC dc, const RECT& area) const {

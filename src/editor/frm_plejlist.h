@@ -1,12 +1,12 @@
 #pragma once
 
 #include "editor/editor.h"
-#include "ui/drag_drop.h"
-#include "ui/form.h"
 #include "ui/image.h"
+#include "ui/image_scroller.h"
+#include "ui/label.h"
+#include "ui/list_view.h"
 #include "ui/picture_box.h"
 #include "ui/popup_menu.h"
-#include "ui/program_links.h"
 #include "ui/text_box.h"
 
 namespace tunovka {
@@ -25,15 +25,23 @@ class frmplejlist : public Form {
     // raised.
     TextBox txtodkaz;
 
-    // A text was dropped on the list: over the row at `target`, or beside the rows.
-    void Lview_Drop(const std::wstring& text, std::optional<std::size_t> target,
-                    const DragState& drag);
-
     TitleStrip PicZahlavie;
     Image IZavri;
+    Editor editor;
+    Label lblpočet;     // how many entries there are
+    Label lblplejlist;  // the playlist's path
+    Label lblbar;       // path of the selected entry
+    ListView Lview;
+    ImageScroller scroller;
     PopupMenu menu1;
 
-    Editor editor;
+    // Selects a row as if it had been clicked and scrolls just enough to show it; a position past
+    // the end selects nothing.
+    void select(std::size_t position);
+
+    // A text was dropped on the list: over the row at `target`, or beside the rows.
+    void Lview_OLEDragDrop(const std::wstring& text, std::optional<std::size_t> target,
+                           const DragState& drag);
 
   protected:
     bool queryUnload() override;
@@ -42,20 +50,29 @@ class frmplejlist : public Form {
     void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
-    void bindMenu();
-    void bindList();
+    void bindHandlers();
     void run(const std::function<void(Editor&)>& command);
+    std::wstring selectedPath() const;
+    void updateCountLabel();
+    void showMenu(Point screen);
 
     void txtodkaz_Change();
-    bool dragOver(Point point);
-    void Lview_BeginDrag();
-    void prepareMenu();
-    void showMenu(Point screen);
-    void prehrat();
-    void info_o_subore();
+    void IZavri_MouseUp(MouseButton button);
+    void Lview_ItemClick();
+    void Lview_MouseDown(Point at);
+    void Lview_MouseUp(MouseButton button, Point at);
+    void Lview_DblClick();
+    bool Lview_KeyDown(WORD key);
+    void Lview_OLEStartDrag();
+    bool Lview_OLEDragOver(Point at);
+    void prehrat_Click();
+    void info_o_subore_Click();
+    void odstranit_polozku_Click();
 
+    ProgramLinks& links_;
     TextDropTarget drops_;
-    bool asking_ = false;  // the close prompt is open
+    std::optional<std::size_t> dropRow_;  // that a drag last showed as its target
+    bool asking_ = false;                 // the close prompt is open
 };
 
 }  // namespace tunovka

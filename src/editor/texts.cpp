@@ -30,10 +30,6 @@ std::wstring counted(std::size_t count, const Forms& forms) {
 
 }  // namespace
 
-bool asksForNewPlaylist(std::wstring_view command) {
-    return command.starts_with(kNewPlaylist);
-}
-
 std::wstring editorTitle(int windowNumber) {
     return L" Editor playlistov " + std::to_wstring(windowNumber);
 }

@@ -8,12 +8,8 @@
 
 namespace tunovka {
 
-inline constexpr std::wstring_view kNewPlaylist = L"nový playlist";
 inline constexpr std::wstring_view kInitialCountLabel = L"Počet  odkazov v playliste:";
 inline constexpr std::wstring_view kMissingFileStatus = L"Odkaz na neexistujúci súbor";
-
-// True for a text of the command channel that asks for an empty playlist ("nový playlist*").
-bool asksForNewPlaylist(std::wstring_view command);
 
 std::wstring editorTitle(int windowNumber);
 std::wstring countLabel(std::size_t rows);

@@ -9,6 +9,7 @@
 #include "ui/box.h"
 #include "ui/chrome.h"
 #include "ui/painting.h"
+#include "ui/program_links.h"
 
 namespace tunovka {
 namespace {
@@ -23,7 +24,6 @@ constexpr int kGroupGap = 9;  // between rows that do not belong together
 constexpr int kMostPathLines = 10;
 
 constexpr UINT kBlink = 300;  // milliseconds
-constexpr wchar_t kNoFile[] = L"chyba";
 
 ReadOnlyText::ReadOnlyTextArgs value(const wchar_t* name, Form* form, bool wraps = false) {
     return {.name = name, .text = L"", .parent = form, .ground = colors().card, .wraps = wraps};
@@ -93,7 +93,7 @@ void frminfo::txtodkaz_Change() {
     const std::wstring request = txtodkaz.text();
     if (request.empty()) return;
     clear();
-    if (request == kNoFile) {
+    if (request == kMissingFileCommand) {
         warn();
     } else {
         showFile(request);

@@ -7,11 +7,11 @@ namespace tunovka {
 
 std::wstring relativeEntryText(std::wstring_view folder, std::wstring_view path) {
     if (path.empty()) return {};
-    std::wstring name = fileName(path);
-    std::wstring fileFolder = parentFolder(path);
-    if (fileFolder == folder) return name;
-
-    fileFolder = withBackslash(fileFolder);
+    // Cut at "\\" alone: "/" stays as it was read.
+    const std::wstring name = afterLastBackslash(path);
+    const std::wstring_view above = path.substr(0, path.size() - name.size());
+    const std::wstring fileFolder =
+        withBackslash(above.substr(0, above.find_last_not_of(L'\\') + 1));
     const std::wstring listFolder = withBackslash(folder);
     const std::size_t inside = fileFolder.find(listFolder);
     if (inside != std::wstring::npos) return fileFolder.substr(inside + listFolder.size()) + name;

@@ -73,39 +73,34 @@ frmhladanie::frmhladanie(ProgramLinks& links)
       startScan_([this](std::uintptr_t) { startScan(); }) {
     RozneApi::ShowTitleBar(*this, false);
     tag = kTag;
-    Tlacitko.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) unload();
-    };
-    bindList();
-    bindMenu();
+    bindHandlers();
+    placeBesideOthers();
     layout();
+}
+
+void frmhladanie::bindHandlers() {
+    Tlacitko.onRelease = [this](MouseButton button) { Tlacitko_MouseUp(button); };
+
+    Lview.onMouseDown = [this](MouseButton, Point) { Lview_MouseDown(); };
+    Lview.onMouseUp = [this](MouseButton button, Point at) { Lview_MouseUp(button, at); };
+    Lview.onItemClick = [this] { Lview_ItemClick(); };
+    Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
+    Lview.onDoubleClick = [this] { Lview_DblClick(); };
+    Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
+    Lview.onBeginDrag = [this](std::size_t) { Lview_OLEStartDrag(); };
+
+    menu1.onClick(L"info_o_subore") = [this] { info_o_subore_Click(); };
+    menu1.onClick(L"prehrat") = [this] { prehrat_Click(); };
+    menu1.onClick(L"upravit_playlist") = [this] { upravit_playlist_Click(); };
+    menu1.onClick(L"uloz_playlist") = [this] { uloz_playlist_Click(); };
+    menu1.onClick(L"vzostupne") = [this] { sortBy(SortOrder::Ascending); };
+    menu1.onClick(L"zostupne") = [this] { sortBy(SortOrder::Descending); };
 }
 
 void frmhladanie::open(ProgramLinks& links) {
     Form* const loaded = Forms::find(kName);
     Form& form = loaded ? *loaded : Forms::load<frmhladanie>(links);
     form.show();
-}
-
-void frmhladanie::bindList() {
-    Lview.onMouseDown = [this](MouseButton, Point) { lblbar.setText(Lview.selectedKey()); };
-    Lview.onItemClick = [this] { Lview_ItemClick(); };
-    Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
-    Lview.onDoubleClick = [this] { prehrat_Click(); };
-    Lview.onMouseUp = [this](MouseButton button, Point point) {
-        if (button == MouseButton::Right) showMenu(Lview.toScreen(point));
-    };
-    Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
-    Lview.onBeginDrag = [this](std::size_t) { Lview_BeginDrag(); };
-}
-
-void frmhladanie::bindMenu() {
-    menu1.onClick(L"info_o_subore") = [this] { links_.showInformation(Lview.selectedKey()); };
-    menu1.onClick(L"prehrat") = [this] { prehrat_Click(); };
-    menu1.onClick(L"upravit_playlist") = [this] { links_.openEditor(Lview.selectedKey()); };
-    menu1.onClick(L"uloz_playlist") = [this] { uloz_playlist_Click(); };
-    menu1.onClick(L"vzostupne") = [this] { sortBy(SortOrder::Ascending); };
-    menu1.onClick(L"zostupne") = [this] { sortBy(SortOrder::Descending); };
 }
 
 // The window may become active many times; only another folder starts a search.
@@ -120,10 +115,6 @@ void frmhladanie::onActivated() {
     scroller.hide();
     wanted_ = true;
     startScan_.raise();
-}
-
-void frmhladanie::onAccept() {
-    if (Lview.hasFocus()) prehrat_Click();
 }
 
 // A search that runs already gives up at its next look and then starts the one that waits.
@@ -199,24 +190,53 @@ void frmhladanie::showResult() {
     scroller.refresh();  // more rows than it counts are refused, and everything else stands
 }
 
+// ---- The list and its menu --------------------------------------------------------------------
+
+// The row that says that nothing was found has no key: there is nothing to do with it.
+void frmhladanie::Lview_MouseDown() {
+    lblbar.setText(Lview.selectedKey());
+}
+
+void frmhladanie::Lview_MouseUp(MouseButton button, Point at) {
+    if (button == MouseButton::Right) showMenu(Lview.toScreen(at));
+}
+
 void frmhladanie::Lview_ItemClick() {
     lblbar.setText(Lview.selectedKey());
     scroller.followSelection();
 }
 
-void frmhladanie::Lview_BeginDrag() {
+void frmhladanie::Lview_DblClick() {
+    prehrat_Click();
+}
+
+void frmhladanie::Lview_OLEStartDrag() {
     const std::wstring key = Lview.selectedKey();
     if (!key.empty()) dragText(key, {.source = Lview.name(), .key = tag});
 }
 
+void frmhladanie::onAccept() {
+    if (Lview.hasFocus()) prehrat_Click();
+}
+
 void frmhladanie::showMenu(Point screen) {
-    if (!Lview.selected()) return;
-    menu1.setEnabled(L"upravit_playlist", MultiMedialny::isPlaylistName(Lview.selectedKey()));
+    const std::wstring key = Lview.selectedKey();
+    if (key.empty()) return;
+    menu1.setEnabled(L"upravit_playlist", MultiMedialny::isPlaylistName(key));
     menu1.show(*this, screen);
 }
 
+void frmhladanie::info_o_subore_Click() {
+    links_.showInformation(Lview.selectedKey());
+}
+
 void frmhladanie::prehrat_Click() {
-    if (Lview.selected()) links_.tellExplorer(L"hraj:" + Lview.selectedKey());
+    const std::wstring key = Lview.selectedKey();
+    if (!key.empty()) links_.play(key);
+}
+
+void frmhladanie::upravit_playlist_Click() {
+    links_.openEditor(Lview.selectedKey());
 }
 
 void frmhladanie::sortBy(SortOrder order) {
@@ -227,6 +247,7 @@ void frmhladanie::sortBy(SortOrder order) {
 }
 
 void frmhladanie::uloz_playlist_Click() {
+    if (result.isEmpty()) return;
     const std::wstring target = askSavePath(*this, {.title = std::wstring(kExportTitle),
                                                     .filter = kExportFilter,
                                                     .folder = lbladresar.text()});
@@ -237,6 +258,10 @@ void frmhladanie::uloz_playlist_Click() {
     if (!lines || isClosing()) return;
     FileSystemObject::writeWhole(target, playlistBytes(*lines, toAnsi));
     ask(exportedNotice(target));
+}
+
+void frmhladanie::Tlacitko_MouseUp(MouseButton button) {
+    if (button == MouseButton::Left) unload();
 }
 
 void frmhladanie::onLayout() {

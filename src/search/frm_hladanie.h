@@ -38,19 +38,24 @@ class frmhladanie : public Form {
     void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
-    void bindList();
-    void bindMenu();
+    void bindHandlers();
     void startScan();
     void ScanFolder(const std::wstring& folder);
     void listFiles(std::vector<std::wstring> files);
     void showResult();
     bool isAbandoned() const { return wanted_ || isClosing(); }
 
+    void Tlacitko_MouseUp(MouseButton button);
+    void Lview_MouseDown();
+    void Lview_MouseUp(MouseButton button, Point at);
     void Lview_ItemClick();
-    void Lview_BeginDrag();
-    void showMenu(Point screen);
+    void Lview_DblClick();
+    void Lview_OLEStartDrag();
+    void info_o_subore_Click();
     void prehrat_Click();
+    void upravit_playlist_Click();
     void uloz_playlist_Click();
+    void showMenu(Point screen);
     void sortBy(SortOrder order);
 
     ProgramLinks& links_;

@@ -3,6 +3,7 @@
 #include <ole2.h>
 
 #include <cstring>
+#include <memory>
 #include <vector>
 
 #include "core/com_object.h"
@@ -51,12 +52,12 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
         return DragOver(0, at, effect);
     }
     HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL at, DWORD* effect) override {
-        bool welcome = false;
+        welcome_ = false;
         guarded([&] {
-            welcome = window_ && offersText_ && window_->isEnabled() && events_.over &&
-                      events_.over(place(at));
+            welcome_ = window_ && offersText_ && window_->isEnabled() && events_.over &&
+                       events_.over(place(at));
         });
-        *effect = welcome ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;
+        *effect = welcome_ ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE DragLeave() override {
@@ -66,7 +67,8 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD, POINTL at, DWORD* effect) override {
-        DragOver(0, at, effect);
+        // Not asked again: a list would scroll once more and show another row than it takes.
+        *effect = welcome_ ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;
         guarded([&] {
             std::wstring text;
             if (*effect != DROPEFFECT_NONE && textOf(data, text)) deliver(text, place(at));
@@ -80,15 +82,16 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
     }
     void deliver(const std::wstring& text, Point at) {
         AddRef();
-        postToLoop([this, text, at, state = dragState] {
-            if (window_ && events_.drop) events_.drop(text, at, state);
-            Release();
+        const std::shared_ptr<Target> alive(this, [](Target* own) { own->Release(); });
+        postToLoop([alive, text, at, state = dragState] {
+            if (alive->window_ && alive->events_.drop) alive->events_.drop(text, at, state);
         });
     }
 
     Window* window_;
     Events events_;
     bool offersText_ = false;
+    bool welcome_ = false;  // where the pointer was last
 };
 
 TextDropTarget::TextDropTarget(Window& window, Events events)

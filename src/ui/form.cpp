@@ -7,6 +7,7 @@
 #include "core/loop.h"
 #include "core/text.h"
 #include "ui/accessible.h"
+#include "ui/chrome.h"
 #include "ui/dpi.h"
 #include "ui/modal.h"
 #include "ui/painting.h"
@@ -128,6 +129,26 @@ Rect Form::centred(Size size, HWND beside) {
 void Form::centre(HWND beside) {
     const Rect own = bounds();
     setBounds(centred({own.width, own.height}, beside));
+}
+
+void Form::placeBesideOthers() {
+    std::vector<Rect> taken;
+    HWND main = nullptr;
+    for (const Form* form : Forms::loaded()) {
+        if (!form->isVisible() || IsIconic(form->handle())) continue;
+        if (!main) main = form->handle();
+        taken.push_back(form->bounds());
+    }
+    if (!main) return;
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(main, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    const RECT& work = monitor.rcWork;
+    const Rect area{static_cast<int>(work.left), static_cast<int>(work.top),
+                    static_cast<int>(work.right - work.left),
+                    static_cast<int>(work.bottom - work.top)};
+    const Rect own = bounds();
+    setBounds(freePlace({own.width, own.height}, taken, area, scaled(kTitleHeight)));
 }
 
 void Form::setClientSize(Size size) {

@@ -44,6 +44,9 @@ class Form : public Window {
 
     // Places the form on the screen that `beside` lies on (the primary one for nullptr), centred.
     void centre(HWND beside);
+    // Places the form, before it is shown, beside the program's main window or over it, where its
+    // title and those of the other windows can be seen.
+    void placeBesideOthers();
     // Gives the client area a size in pixels, keeping the place.
     void setClientSize(Size size);
 

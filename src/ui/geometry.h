@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 namespace tunovka {
 
 // Places and sizes in device pixels.
@@ -21,5 +23,11 @@ struct Rect {
     bool contains(Point p) const { return p.x >= x && p.x < right() && p.y >= y && p.y < bottom(); }
     bool operator==(const Rect&) const = default;
 };
+
+// Where a further window opens. `taken` are the visible ones, the program's main window first, all
+// on a screen that offers `work`. Beside the main window where that leaves room, the right side
+// first; else over it, `step` further right and down. Wholly within `work` when it fits there, and
+// with its corner on no other window's, as long as there is such a place.
+Rect freePlace(Size size, const std::vector<Rect>& taken, const Rect& work, int step);
 
 }  // namespace tunovka

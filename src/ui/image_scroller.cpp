@@ -86,16 +86,13 @@ ScrollerTrack ImageScroller::track() const {
     return {.top = static_cast<double>(arrow),
             .bottom = static_cast<double>(area_.height - arrow),
             .height = static_cast<double>(area_.height),
+            .thumb = static_cast<double>(Skin::pictureSize(kThumbPicture, PicPosuv.dpi()).height),
             .leastThumb = static_cast<double>(PicPosuv.scaled(kLeastThumb))};
 }
 
 void ImageScroller::place(const Rect& area) {
     area_ = area;
     list_.applyScale();
-    if (scale_ != PicPosuv.dpi()) {
-        scale_ = PicPosuv.dpi();
-        math_.setThumbHeight(Skin::pictureSize(kThumbPicture, scale_).height);
-    }
     arrange();
     if (active_) refresh();
 }
@@ -108,6 +105,7 @@ void ImageScroller::refresh() {
         throw;
     }
     active_ = true;
+    math_.showRow(list_.firstVisible());
     arrange();
 }
 

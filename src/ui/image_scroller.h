@@ -22,8 +22,8 @@ class ImageScroller {
     // is hidden.
     void place(const Rect& area);
 
-    // Takes over how many rows the list has now, and shows or hides the bar. Past 32,767 rows it
-    // hides and raises kOverflow.
+    // Takes over how many rows the list has now and which one is the first in view, and shows or
+    // hides the bar. Past 32,767 rows it hides and raises kOverflow.
     void refresh();
     void hide();
 
@@ -51,7 +51,6 @@ class ImageScroller {
     Timer Timer1;
     Rect area_;
     bool active_ = false;  // the row count is taken over
-    int scale_ = 0;        // dpi that the thumb's height belongs to
     ScrollDirection direction_ = ScrollDirection::Down;
     int grabbedAt_ = 0;  // place on the thumb that a drag holds
     int shownPercent_ = 0;

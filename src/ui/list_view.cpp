@@ -221,11 +221,13 @@ LRESULT ListView::byKeyboard(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 void ListView::keyboardMenu() {
-    const auto position = selected();
-    if (!position || !onContextMenu) return;
-    ensureVisible(*position);
-    const Rect area = rowArea(*position);
-    onContextMenu(toScreen({scaled(kMargin + kPicture), area.bottom()}));
+    if (!onContextMenu) return;
+    int top = headerHeight();  // of the menu
+    if (const auto position = selected()) {
+        ensureVisible(*position);
+        top = rowArea(*position).bottom();
+    }
+    onContextMenu(toScreen({scaled(kMargin + kPicture), top}));
 }
 
 std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {

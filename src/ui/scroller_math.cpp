@@ -20,6 +20,7 @@ void ScrollerMath::layout(const ScrollerTrack& track, std::int64_t rowCount,
     rowCount_ = newCount;
     rowsPerPage_ = newRows;
     track_ = track;
+    thumbHeight_ = track.thumb;
     if (!visible()) {
         fraction_ = 0;
         return;

@@ -14,6 +14,7 @@ struct ScrollerTrack {
     double top = 0;     // bottom edge of the up button
     double bottom = 0;  // top edge of the down button
     double height = 0;  // of the whole track, buttons included
+    double thumb = 8;   // height of the thumb's picture
     double leastThumb = 8;
 };
 
@@ -28,11 +29,8 @@ int rowsPerPageCut(double listHeight, double rowHeight);
 // from 0 (top) to 1 (bottom), because a step over thousands of rows is far below a pixel.
 class ScrollerMath {
   public:
-    // Height of the thumb before the first layout (its picture's) or after a change of scale.
-    void setThumbHeight(double height) { thumbHeight_ = height; }
-
     // Takes the list's measures over; the position stays. Raises kOverflow for counts past
-    // 32,767 and then changes nothing. The new thumb height follows from the present one.
+    // 32,767 and then changes nothing.
     void layout(const ScrollerTrack& track, std::int64_t rowCount, std::int64_t rowsPerPage);
 
     bool visible() const { return rowCount_ > rowsPerPage_; }

@@ -123,7 +123,7 @@ class LongUse : public testing::Test {
         frmplejlist& window = openEditor();
         for (const wchar_t* entry : {L"zoradit_zostupne", L"neradit", L"odstranit_polozku"})
             window.menu1.choose(entry);
-        window.Lview_Drop(ground.path() + L"a.wav", {}, {});
+        window.Lview_OLEDragDrop(ground.path() + L"a.wav", {}, {});
         person.answer({2});  // no saving on closing
         EXPECT_TRUE(window.unload());
     }

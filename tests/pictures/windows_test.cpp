@@ -111,10 +111,10 @@ TEST_F(Pictures, Editor) {
     auto& editor = dynamic_cast<frmplejlist&>(windowOf(control(L"frmplejlist", L"Lview"))->form());
     for (const std::wstring& file : {kFolder + kSong, std::wstring(L"E:\\Čerešňový sad.mp3"),
                                      kFolder + L"Vianočné\\Kométa.wav"})
-        editor.Lview_Drop(file, {}, {});
+        editor.Lview_OLEDragDrop(file, {}, {});
     hold(L"editor", L"frmplejlist");
     stops = {{L"frmBox", L"duplicate", L"Itlačítko2"}};
-    editor.Lview_Drop(kFolder + kSong, {}, {});
+    editor.Lview_OLEDragDrop(kFolder + kSong, {}, {});
     stops = {{L"frmBox", L"links", L"Itlačítko1"}, {L"frmBox", L"written", L"Itlačítko1"}};
     saveAs = kFolder + L"Môj výber.m3u";
     editor.menu1.choose(L"ulozit_ako_plejlist");

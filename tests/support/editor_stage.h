@@ -20,7 +20,10 @@ class EditorStage : public testing::Test {
     using Texts = std::vector<std::wstring>;
 
     struct Program : ProgramLinks {
-        void tellExplorer(const std::wstring& command) override { told.push_back(command); }
+        void tellExplorer(const std::wstring& command) override {
+            told.push_back(command);
+            if (onTold) onTold();
+        }
         std::wstring shownFolder() const override { return folder; }
         std::wstring folderToSearch() const override { return {}; }
         void openEditor(const std::wstring&) override {}
@@ -28,6 +31,7 @@ class EditorStage : public testing::Test {
 
         std::wstring folder;
         Texts told, informed;
+        std::function<void()> onTold;
     };
 
     EditorStage() {
@@ -49,7 +53,7 @@ class EditorStage : public testing::Test {
     }
 
     Editor& editor() { return window->editor; }
-    EditorView& view() { return window->editor.view; }
+    frmplejlist& view() { return *window; }
 
     // What the list shows; "-" before a red row.
     Texts rows() {
@@ -69,7 +73,7 @@ class EditorStage : public testing::Test {
     }
     void drop(const std::wstring& text, std::optional<std::size_t> target = {},
               const DragState& drag = {}) {
-        window->Lview_Drop(text, target, drag);
+        window->Lview_OLEDragDrop(text, target, drag);
     }
     void choose(const wchar_t* entry) { window->menu1.choose(entry); }
     void pressKey(WORD key) { SendMessageW(view().Lview.handle(), WM_KEYDOWN, key, 0); }

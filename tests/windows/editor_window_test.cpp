@@ -2,6 +2,8 @@
 // removals, the orders, closing.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "core/counter16.h"
 #include "core/file_system.h"
 #include "core/loop.h"
@@ -10,6 +12,7 @@
 #include "support/editor_stage.h"
 #include "support/error_of.h"
 #include "support/person.h"
+#include "ui/text_data.h"
 
 namespace tunovka {
 namespace {
@@ -36,11 +39,49 @@ TEST_F(EditorWindow, ShowsWhatThePlaylistHolds) {
 TEST_F(EditorWindow, APlaylistWithoutEntriesShowsThePlaceholder) {
     open(L"[playlist]\r\n");
     EXPECT_EQ(rows(), Texts{L"neboli nájdené žiadne súbory"});
+    view().select(0);
     openMenu();
-    EXPECT_FALSE(window->menu1.isEnabled(L"ulozit_ako_plejlist"));
-    EXPECT_FALSE(window->menu1.isEnabled(L"info_o_subore"));
+    for (const wchar_t* entry : {L"ulozit_ako_plejlist", L"info_o_subore", L"prehrat"})
+        EXPECT_FALSE(window->menu1.isEnabled(entry));
+    window->menu1.onClick(L"prehrat")();
+    EXPECT_EQ(program.told, Texts{});
     EXPECT_EQ(errorOf([&] { drop(folder / L"a.mp3"); }), kInvalidCall);
     EXPECT_EQ(rows().size(), 1u);
+
+    // Once it is taken out, the list is as good as a new one.
+    EXPECT_TRUE(window->menu1.isEnabled(L"odstranit_polozku"));
+    pressKey(VK_DELETE);
+    person.closeMenus();
+    SendMessageW(view().Lview.handle(), WM_CONTEXTMENU, 0, -1);  // the Menu key
+    EXPECT_FALSE(window->menu1.isEnabled(L"odstranit_polozku"));
+    drop(folder / L"a.mp3");
+    openMenu();
+    EXPECT_TRUE(window->menu1.isEnabled(L"ulozit_ako_plejlist"));
+}
+
+// The list scrolls while a drag is near its edge, and no further when it ends.
+TEST_F(EditorWindow, AMoveGoesToTheHighlightedRow) {
+    std::wstring lines;
+    for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
+    open(lines);
+    ListView& list = view().Lview;
+    const std::wstring key = list.selectedKey(), path = folder / L"a.mp3";
+    dragState = {L"Lview", key, path};
+    const Point edge = list.toScreen({20, list.clientSize().height - 2});
+    const POINTL at{edge.x, edge.y};
+    DWORD effect = DROPEFFECT_COPY;
+    auto* const target =
+        static_cast<IDropTarget*>(GetPropW(list.handle(), L"OleDropTargetInterface"));
+    IDataObject* const data = createTextData(path);
+    target->DragEnter(data, MK_LBUTTON, at, &effect);
+    const auto highlighted = list.dropHighlight();
+    ASSERT_TRUE(highlighted && list.firstVisible() > 0);
+    settle(100);  // it would scroll again
+    target->Drop(data, 0, at, &effect);
+    dragState = {};
+    data->Release();
+    ASSERT_TRUE(runUntil([&] { return editor().document.changed(); }));
+    EXPECT_EQ(editor().document.find(key), highlighted);
 }
 
 TEST_F(EditorWindow, EachIsNumberedByTheOthersThatAreOpen) {
@@ -61,7 +102,7 @@ TEST_F(EditorWindow, EachIsNumberedByTheOthersThatAreOpen) {
     EXPECT_EQ(Forms::loaded().size(), 3u);  // no window is left of what could not be read
 
     expect({3, 2});
-    third->Lview_Drop(folder / L"a.mp3", {}, {});
+    third->Lview_OLEDragDrop(folder / L"a.mp3", {}, {});
     EXPECT_FALSE(Forms::unloadTagged(L"vrtilkofrm*"));
     EXPECT_FALSE(third->isClosing());
     EXPECT_TRUE(Forms::unloadTagged(L"vrtilkofrm*"));
@@ -122,6 +163,15 @@ TEST_F(EditorWindow, DroppedFilesAreCheckedInOrder) {
     ASSERT_EQ(person.seen.size(), 5u);
     EXPECT_EQ(person.seen[0].title, L" Neplatný typ");
     EXPECT_EQ(person.seen[2].text, addDuplicateQuestion(folder / L"a.mp3").text);
+}
+
+// By the rules of every entry "E:/" is no drive.
+TEST_F(EditorWindow, ADroppedFileIsRedWhenItsEntryLeadsNowhere) {
+    open(L"a.mp3\r\n");
+    std::wstring path = folder / L"b.wav";
+    std::ranges::replace(path, L'\\', L'/');
+    drop(path);
+    EXPECT_EQ(rows(), (Texts{L"a.mp3", L"-" + path}));
 }
 
 TEST_F(EditorWindow, ADroppedPlaylistIsMergedWhenAgreed) {

@@ -93,6 +93,12 @@ TEST_F(List, TellsItsEventsInTheirOrder) {
     SendMessageW(list.handle(), WM_CHAR, L'F', 1);
     SendMessageW(list.handle(), WM_CHAR, L'x', 1);
     tells();
+    for (const UINT beginning : {0x0008u, 0x0004u, 0x0006u}) {  // LVFI_PARTIAL, LVFI_SUBSTRING
+        NMLVFINDITEMW wanted{};
+        wanted.hdr = {list.handle(), 0, LVN_ODFINDITEMW};
+        wanted.lvfi = {beginning, L"FILE 1", 0, {}, 0};
+        EXPECT_EQ(SendMessageW(form.handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&wanted)), 1);
+    }
 
     const Point from = rowPoint(4);
     SendMessageW(list.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
@@ -115,6 +121,12 @@ TEST_F(List, AHeldArrowRepeatsAfterAPauseAndStopsWhenTheMouseIsTaken) {
 }
 
 TEST_F(List, TheThumbDrivesTheListAndFollowsIt) {
+    fill(25);
+    const int height = scroller.Iposuv.bounds().height;
+    for (const int listHeight : {200, 240}) scroller.place({10, 10, 280, listHeight});
+    scroller.refresh();
+    EXPECT_EQ(scroller.Iposuv.bounds().height, height);
+
     fill(30000);
     const int top = thumb();
     const HWND handle = scroller.Iposuv.handle();

@@ -55,6 +55,9 @@ TEST(Writing, relativeTextsFollowTheDriveRootConvention) {
     for (const Row& row : std::vector<Row>{
              {L"C:\\pl", L"", L""},
              {L"C:\\pl", L"C:\\pl\\rock\\a.mp3", L"rock\\a.mp3"},
+             {L"C:\\pl", L"C:\\pl\\rock/a.mp3", L"rock/a.mp3"},
+             {L"C:\\pl", L"C:\\x/y\\z/a.mp3", L"..\\x/y\\z/a.mp3"},
+             {L"C:\\pl", L"C:\\\\a.mp3", L"..\\a.mp3"},
              {L"C:\\pl", L"C:\\hudba\\a.mp3", L"..\\hudba\\a.mp3"},
              {L"C:\\pl\\sub", L"C:\\a.mp3", L"..\\a.mp3"},
              {L"C:\\", L"C:\\x\\a.mp3", L"x\\a.mp3"},

@@ -1,0 +1,158 @@
+#include "editor/editor.h"
+
+#include <algorithm>
+
+#include "core/ansi.h"
+#include "core/file_system.h"
+#include "editor/texts.h"
+#include "playlist/write.h"
+#include "ui/box.h"
+#include "ui/save_dialog.h"
+
+namespace tunovka {
+
+// For loops over the document: events run, closing the window ends the loop.
+LoopHooks Editor::hooks() const {
+    return {[] { yieldToEvents(); }, [this] { return form_.isClosing(); }};
+}
+
+// False as well when the window has been closed meanwhile.
+bool Editor::agrees(const BoxRequest& question) const {
+    return !form_.isClosing() && ask(question) == 1 && !form_.isClosing();
+}
+
+void Editor::notify(const BoxRequest& notice) const {
+    if (!form_.isClosing()) ask(notice);
+}
+
+void Editor::selectFirst() const {
+    yieldToEvents();  // what the document did in one piece is over
+    if (!form_.isClosing()) onSelect(0);
+}
+
+void Editor::selectLast() const {
+    if (document.count() > 0 && !form_.isClosing()) onSelect(document.count() - 1);
+}
+
+std::wstring Editor::pathOf(std::size_t row) const {
+    return document.resolve(row, FileSystemObject::FileExists);
+}
+
+void Editor::loadPlaylistFile(const std::wstring& path) {
+    const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
+    document.load(path, text, files_.anew(), hooks());
+    if (document.mayBeSaved() && !form_.isClosing()) onSelect(0);
+}
+
+// ---- What is dropped --------------------------------------------------------------------------
+
+void Editor::drop(const std::wstring& text, std::optional<std::size_t> target,
+                  const DragState& drag) {
+    if (text.empty()) return;
+    if (text == drag.path) return move(drag.key, target);
+    if (!FileSystemObject::FileExists(text)) return;
+    switch (droppedKind(text)) {
+        case DroppedKind::Media:
+            return addFile(text);
+        case DroppedKind::Playlist:
+            return mergeDroppedPlaylist(text);
+        case DroppedKind::Other:
+            return notify(wrongTypeNotice());
+    }
+}
+
+void Editor::move(const std::wstring& key, std::optional<std::size_t> target) {
+    if (document.sortOrder() != SortOrder::None) return notify(movedWhileSortedNotice());
+    if (target && document.move(key, *target)) onSelect(*target);
+}
+
+void Editor::addFile(const std::wstring& path) {
+    const auto isThere = document.holds(path, hooks());
+    if (!isThere || (*isThere && !agrees(addDuplicateQuestion(path)))) return;
+    if (const auto row = document.add(path, files_.anew())) onSelect(*row);
+}
+
+void Editor::mergeDroppedPlaylist(const std::wstring& path) {
+    if (!agrees(addPlaylistQuestion(path))) return;
+    const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
+    std::optional<MergeReport> report;
+    try {
+        report = document.merge(path, text, files_.anew(), hooks());
+    } catch (...) {
+        selectLast();  // of what was read before the error
+        throw;
+    }
+    selectLast();
+    if (report) notify(mergedNotice(report->added, report->invalid));
+}
+
+// ---- Taking rows out, and their order ---------------------------------------------------------
+
+void Editor::removeAt(std::size_t row) {
+    if (!document.removeAt(row)) return;
+    onSelect(document.count() == 0 ? 0 : std::min(row, document.count() - 1));
+}
+
+void Editor::removeDuplicates() {
+    const auto keys = document.duplicates(files_.anew(), hooks());
+    if (keys && agrees(duplicatesBox(keys->size())) && document.remove(*keys) > 0) selectFirst();
+}
+
+void Editor::removeInvalidLinks() {
+    if (const auto removed = dropInvalidLinks()) notify(invalidLinksNotice(*removed));
+}
+
+std::optional<std::size_t> Editor::dropInvalidLinks() {
+    const auto keys = document.invalidLinks(files_.anew(), hooks());
+    if (!keys) return std::nullopt;
+    if (document.remove(*keys) > 0) selectFirst();
+    return keys->size();
+}
+
+void Editor::sort(SortOrder order) {
+    if (document.sort(order, hooks())) selectFirst();
+}
+
+void Editor::restoreLoadOrder() {
+    document.restoreLoadOrder(files_.anew(), hooks());
+    selectFirst();
+}
+
+// ---- Saving -----------------------------------------------------------------------------------
+
+std::wstring Editor::askTarget() const {
+    const SaveSuggestion suggestion = saveSuggestion(document.playlistPath(), links_.shownFolder());
+    return askSavePath(form_, {.title = std::wstring(kSaveTitle),
+                               .filter = saveFilter(),
+                               .filterIndex = suggestion.filterIndex,
+                               .folder = suggestion.folder,
+                               .name = suggestion.fileName});
+}
+
+void Editor::saveAs() {
+    const std::wstring target = askTarget();
+    if (target.empty() || form_.isClosing()) return;
+    const bool relative = ask(relativeLinksQuestion()) == 1;
+    if (form_.isClosing() || !write(target, relative)) return;
+    if (savedIntoFolder(target, links_.shownFolder())) links_.refresh();
+    notify(savedNotice());
+}
+
+bool Editor::write(const std::wstring& target, bool relative) {
+    const EditorDocument::Busy busy(document);
+    const auto paths = document.pathsToSave(files_.anew(), hooks());
+    if (!paths) return false;
+    bool goesOn = true;
+    const auto look = [&] { goesOn = hooks().next() && goesOn; };
+    const auto lines = playlistLines(target, *paths, relative, look);
+    const std::string content = playlistBytes(lines, [&](std::wstring_view line) {
+        look();
+        return toAnsi(line);
+    });
+    if (!goesOn) return false;
+    FileSystemObject::writeWhole(target, content);
+    document.markSaved();
+    return true;
+}
+
+}  // namespace tunovka
