@@ -10,8 +10,8 @@
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
 #include "playlist/line_reader.h"
-#include "ui/box.h"
 #include "ui/form.h"
+#include "ui/frm_box.h"
 
 namespace tunovka {
 

@@ -9,13 +9,15 @@
 
 namespace tunovka {
 
+class Form;
+
 struct FolderEntry;
 
 // The explorer's right side: the contents tree `Tview` with the music files and the playlists of
 // one folder, each playlist with its entries below it.
 class ContentsTree {
   public:
-    // `txtPath` holds the folder that is listed. Put off: the tree is created by appear().
+    // `txtPath` holds the folder that is listed. Put off: the tree is created by createNow().
     ContentsTree(Form& form, TextBox& txtPath, bool putOff = false);
 
     // Replaces the contents by the listing of a folder. A failure is reported and ends the listing

@@ -4,7 +4,7 @@
 #include "core/errors.h"
 #include "core/rozneapi.h"
 #include "player/player_panel.h"
-#include "ui/box.h"
+#include "ui/frm_box.h"
 
 namespace tunovka {
 namespace {

@@ -4,8 +4,8 @@
 #include "core/file_system.h"
 #include "core/paths.h"
 #include "core/text.h"
-#include "ui/box.h"
 #include "ui/form.h"
+#include "ui/frm_box.h"
 
 namespace tunovka {
 namespace {

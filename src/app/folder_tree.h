@@ -11,6 +11,8 @@
 
 namespace tunovka {
 
+class Form;
+
 // The explorer's left side: the drive list `Drive1` and the folder tree `strom`, one drive at a
 // time, filled folder by folder as a person opens them. Keys are folder paths ending in "\".
 class FolderTree : private RozneApi::FolderNodes {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "ui/chrome.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 
@@ -23,13 +22,12 @@ constexpr wchar_t kLogo[] = L"logo";
 }  // namespace
 
 frmOprograme::frmOprograme(HWND owner)
-    : Form(FormArgs{.name = L"frmOprograme",
-                    .caption = L"O programe",
-                    .size = {kLeastWidth, 160},
-                    .taskbar = owner == nullptr,
-                    .owner = owner}),
-      Pic(L"Pic", L" O programe", *this),
-      Tlacitko(closePicture(L"Tlacitko", Pic)),
+    : SkinnedForm({.name = L"frmOprograme",
+                   .title = L"O programe",
+                   .size = {kLeastWidth, 160},
+                   .owner = owner,
+                   .strip = L"Pic",
+                   .closer = L"Tlacitko"}),
       PicLogo(
           {.name = L"PicLogo", .text = L"Tunovka", .parent = this, .role = ROLE_SYSTEM_GRAPHIC}),
       lblnazov(
@@ -39,18 +37,11 @@ frmOprograme::frmOprograme(HWND owner)
                  .caption = L"Každá pesnička na svojom mieste.",
                  .parent = this,
                  .font = Skin::Font::Bold}) {
-    RozneApi::ShowTitleBar(*this, false);
     PicLogo.onPaint = [this](HDC dc, Size) { Skin::draw(dc, kLogo, {0, 0}, dpi()); };
-    Tlacitko.onRelease = [this](MouseButton button) { Tlacitko_MouseUp(button); };
-    layout();
-    centre(owner);
+    layoutCentred();
 }
 
-void frmOprograme::Tlacitko_MouseUp(MouseButton button) {
-    if (button == MouseButton::Left) unload();
-}
-
-void frmOprograme::onLayout() {
+Size frmOprograme::arrange(int stripBottom) {
     const int margin = scaled(kMargin), padding = scaled(kPadding);
     const Size logo = Skin::pictureSize(kLogo, dpi());
     const int left = margin + padding + logo.width + scaled(kColumnGap);
@@ -60,7 +51,7 @@ void frmOprograme::onLayout() {
     const int width = std::max(scaled(kLeastWidth), left + texts + padding + margin);
     const int column = width - margin - padding - left;
 
-    const int top = scaled(kTitleHeight) + margin;
+    const int top = stripBottom + margin;
     const int height = name.height + version.height + scaled(kSloganGap) + slogan.height;
     const int inner = std::max(height, logo.height);
     card_ = {margin, top, width - margin, top + inner + 2 * padding};
@@ -74,13 +65,11 @@ void frmOprograme::onLayout() {
     y += version.height + scaled(kSloganGap);
     lblslogan.setBounds({left, y, column, slogan.height});
 
-    setClientSize({width, static_cast<int>(card_.bottom) + margin});
-    layoutTitle(*this, Pic, &Tlacitko, nullptr);
-    invalidate();
+    return {width, static_cast<int>(card_.bottom) + margin};
 }
 
 void frmOprograme::onPaintGround(HDC dc, const RECT& area) const {
-    paintRim(dc, area);
+    SkinnedForm::onPaintGround(dc, area);
     paintCard(dc, card_);
 }
 

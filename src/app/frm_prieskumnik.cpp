@@ -9,7 +9,7 @@
 #include "editor/frm_plejlist.h"
 #include "files/frm_info.h"
 #include "search/frm_hladanie.h"
-#include "ui/chrome.h"
+#include "ui/forms.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -29,18 +29,13 @@ constexpr wchar_t kEditors[] = L"vrtilkofrm*";
 }  // namespace
 
 frmPrieskumnik::frmPrieskumnik()
-    : Form(FormArgs{.name = L"frmPrieskumnik",
-                    .caption = L"Tunovka",
-                    .size = kSize,
-                    .minimum = kMinimum,
-                    .resizable = true}),
-      Zahlavie(L"Zahlavie", L" Tunovka", *this),
-      Ikoniec(closePicture(L"Ikoniec", Zahlavie)),
-      Iminim({.name = L"Iminim",
-              .text = L"Minimalizovať",
-              .parent = &Zahlavie,
-              .normal = L"minimize1",
-              .pressed = L"minimize2"}),
+    : SkinnedForm({.name = L"frmPrieskumnik",
+                   .title = L"Tunovka",
+                   .size = kSize,
+                   .minimum = kMinimum,
+                   .strip = L"Zahlavie",
+                   .closer = L"Ikoniec",
+                   .minimizer = L"Iminim"}),
       LblBar({.name = L"LblBar",
               .caption = L"",
               .parent = this,
@@ -71,16 +66,13 @@ frmPrieskumnik::frmPrieskumnik()
              .renamed = [this](const std::wstring& key,
                                const std::wstring& name) { fileRenamed(key, name); }}),
       playing(prehrat, contents, player) {
-    RozneApi::ShowTitleBar(*this, false);
     bindHandlers();
 }
 
 void frmPrieskumnik::bindHandlers() {
     TreeView &strom = folders.strom, &Tview = contents.Tview;
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
-    Zahlavie.onRightUp = [this] { Zahlavie_MouseUp(); };
-    Ikoniec.onRelease = [this](MouseButton button) { Ikoniec_MouseUp(button); };
-    Iminim.onRelease = [this](MouseButton button) { Iminim_MouseUp(button); };
+    strip().onRightUp = [this] { Zahlavie_MouseUp(); };
     splitter.onMoved = [this](int left) { Medzera_Moved(left); };
 
     strom.onMouseUp = [this](MouseButton button, Point at) { strom_MouseUp(button, at); };
@@ -111,14 +103,6 @@ void frmPrieskumnik::load() {
     createTrees();
     folders.chooseStartDrive();
     playing.findPlayers();
-}
-
-void frmPrieskumnik::Ikoniec_MouseUp(MouseButton button) {
-    if (button == MouseButton::Left) unload();
-}
-
-void frmPrieskumnik::Iminim_MouseUp(MouseButton button) {
-    if (button == MouseButton::Left) minimize();
 }
 
 void frmPrieskumnik::Zahlavie_MouseUp() {
@@ -260,7 +244,7 @@ bool frmPrieskumnik::onShortcut(WORD key) {
 }
 
 void frmPrieskumnik::onMenuKey() {
-    tri.show(*this, Zahlavie.toScreen({scaled(kMargin), Zahlavie.clientSize().height}));
+    tri.show(*this, strip().toScreen({scaled(kMargin), strip().clientSize().height}));
 }
 
 bool frmPrieskumnik::queryUnload() {
@@ -291,7 +275,7 @@ void frmPrieskumnik::createTrees() {
     HWND before = HWND_TOP;
     for (Window* control : std::initializer_list<Window*>{&folders.Drive1, &folders.strom,
                                                           &splitter.Medzera, &contents.Tview}) {
-        control->appear();
+        control->createNow();
         control->setTabPlace(before);
         before = control->handle();
     }
@@ -314,11 +298,11 @@ void frmPrieskumnik::setTreePictures() {
     contents.Tview.setImages(ImageList(icons, scaled(16)));
 }
 
-void frmPrieskumnik::onLayout() {
+Size frmPrieskumnik::arrange(int stripBottom) {
     applyDpi();
     const int margin = scaled(kMargin);
     const Size size = clientSize();
-    const int top = layoutTitle(*this, Zahlavie, &Ikoniec, &Iminim) + margin;
+    const int top = stripBottom + margin;
     const int panel = PlayerPanel::panelHeight(*this);
     const Rect bottom{margin, size.height - margin - panel, size.width - 2 * margin, panel};
     player.layout(bottom);
@@ -341,10 +325,11 @@ void frmPrieskumnik::onLayout() {
     splitter.setBounds({margin + left, top, gap, treesBottom - top}, margin + least,
                        size.width - margin - gap - least);
     contents.Tview.setBounds({margin + left + gap, top, width - left, treesBottom - top});
+    return size;
 }
 
 void frmPrieskumnik::onPaintGround(HDC dc, const RECT& area) const {
-    paintRim(dc, area);
+    SkinnedForm::onPaintGround(dc, area);
     // The trees come a moment after the window: their places are not left empty.
     for (const Window* tree :
          {static_cast<const Window*>(&folders.Drive1), static_cast<const Window*>(&folders.strom),

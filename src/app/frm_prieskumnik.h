@@ -8,18 +8,17 @@
 #include "app/splitter.h"
 #include "files/file_commands.h"
 #include "player/player_panel.h"
-#include "ui/form.h"
-#include "ui/image.h"
 #include "ui/label.h"
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
+#include "ui/skinned_form.h"
 #include "ui/text_box.h"
 
 namespace tunovka {
 
 // The explorer: the program's first window and the frame that puts its parts together. It lives
 // from the program's start to its end.
-class frmPrieskumnik : public Form, private ProgramLinks {
+class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
   public:
     frmPrieskumnik();
 
@@ -31,8 +30,6 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     TextBox txtsubor;        // the file clipboard
     TextBox txtPrehladavaj;  // the folder to search
 
-    TitleStrip Zahlavie;
-    Image Ikoniec, Iminim;
     Label LblBar;
     FolderTree folders;
     ContentsTree contents;
@@ -43,7 +40,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     PlayMenu playing;
 
   protected:
-    void onLayout() override;
+    Size arrange(int stripBottom) override;
     void onUnload() override;
     bool queryUnload() override;
     bool onShortcut(WORD key) override;
@@ -60,8 +57,6 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void bindHandlers();
     void txtodkaz_Change();
     void Zahlavie_MouseUp();
-    void Ikoniec_MouseUp(MouseButton button);
-    void Iminim_MouseUp(MouseButton button);
     void Medzera_Moved(int left);
     void strom_MouseUp(MouseButton button, Point at);
     void strom_ContextMenu(Point screen);

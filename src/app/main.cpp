@@ -5,7 +5,8 @@
 #include "app/frm_prieskumnik.h"
 #include "core/loop.h"
 #include "core/multimedialny.h"
-#include "ui/box.h"
+#include "ui/forms.h"
+#include "ui/frm_box.h"
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     using namespace tunovka;

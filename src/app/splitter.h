@@ -6,6 +6,8 @@
 
 namespace tunovka {
 
+class Form;
+
 // The boundary `Medzera` between two controls: while it is dragged the frame `Obdlznik` shows where
 // it would come to lie, and the release moves it there. With the focus it is moved by keys.
 class Splitter {

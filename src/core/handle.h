@@ -68,20 +68,11 @@ struct Gdi : NullIsNone<T> {
 struct Icon : NullIsNone<HICON> {
     static void close(HICON icon) { DestroyIcon(icon); }
 };
-struct Menu : NullIsNone<HMENU> {
-    static void close(HMENU menu) { DestroyMenu(menu); }
-};
-struct Hook : NullIsNone<HHOOK> {
-    static void close(HHOOK hook) { UnhookWindowsHookEx(hook); }
-};
 struct SystemWindow : NullIsNone<HWND> {
     static void close(HWND window) { DestroyWindow(window); }
 };
 struct Library : NullIsNone<HMODULE> {
     static void close(HMODULE module) { FreeLibrary(module); }
-};
-struct Global : NullIsNone<HGLOBAL> {
-    static void close(HGLOBAL memory) { GlobalFree(memory); }
 };
 template <typename T>
 struct Com : NullIsNone<T*> {
@@ -95,16 +86,10 @@ using FileHandle = Handle<handle_kinds::File>;
 using FindHandle = Handle<handle_kinds::Find>;
 using RegistryKey = Handle<handle_kinds::Key>;
 using Bitmap = Handle<handle_kinds::Gdi<HBITMAP>>;
-using Brush = Handle<handle_kinds::Gdi<HBRUSH>>;
 using Font = Handle<handle_kinds::Gdi<HFONT>>;
-using Pen = Handle<handle_kinds::Gdi<HPEN>>;
-using Region = Handle<handle_kinds::Gdi<HRGN>>;
 using Icon = Handle<handle_kinds::Icon>;
-using MenuHandle = Handle<handle_kinds::Menu>;
-using Hook = Handle<handle_kinds::Hook>;
 using SystemWindow = Handle<handle_kinds::SystemWindow>;
 using Library = Handle<handle_kinds::Library>;
-using GlobalMemory = Handle<handle_kinds::Global>;
 
 // The owner of one reference to a COM object.
 template <typename T>
@@ -127,22 +112,6 @@ class ComPtr : public Handle<handle_kinds::Com<T>> {
         if (*this) this->get()->QueryInterface(__uuidof(Other), other.receiveVoid());
         return other;
     }
-};
-
-// The DC of a window or of the screen (nullptr).
-class WindowDc {
-  public:
-    explicit WindowDc(HWND window) : window_(window), dc_(GetDC(window)) {}
-    WindowDc(const WindowDc&) = delete;
-    WindowDc& operator=(const WindowDc&) = delete;
-    ~WindowDc() {
-        if (dc_) ReleaseDC(window_, dc_);
-    }
-    HDC get() const { return dc_; }
-
-  private:
-    HWND window_;
-    HDC dc_;
 };
 
 // Selects an object into a DC and puts the former one back at the end of the scope.

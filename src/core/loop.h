@@ -93,6 +93,24 @@ class LoopSignal {
     Address address_;
 };
 
+// Calls its tick from the message loop every so many milliseconds while the interval is not 0.
+class Timer {
+  public:
+    Timer() = default;
+    ~Timer() { setInterval(0); }
+    Timer(const Timer&) = delete;
+    Timer& operator=(const Timer&) = delete;
+
+    std::function<void()> onTick;
+
+    void setInterval(unsigned milliseconds);
+    unsigned interval() const { return interval_; }
+
+  private:
+    std::uintptr_t id_ = 0;
+    unsigned interval_ = 0;
+};
+
 // Asked for every message before it is dispatched; true when it was dealt with (keyboard moves
 // between controls, short cuts).
 void setMessageFilter(std::function<bool(tagMSG&)> filter);

@@ -232,6 +232,35 @@ void LoopSignal::Address::raise(std::uintptr_t value) const {
     PostMessageW(window, message, value, number);
 }
 
+namespace {
+
+std::map<UINT_PTR, Timer*>& runningTimers() {
+    static std::map<UINT_PTR, Timer*> timers;
+    return timers;
+}
+
+void CALLBACK timerElapsed(HWND, UINT, UINT_PTR id, DWORD) {
+    const auto found = runningTimers().find(id);
+    if (found == runningTimers().end()) return;  // a last tick of a timer that was stopped
+    Timer* timer = found->second;
+    if (timer->onTick) guarded(timer->onTick);
+}
+
+}  // namespace
+
+void Timer::setInterval(unsigned milliseconds) {
+    if (milliseconds == interval_) return;
+    if (id_) {
+        KillTimer(nullptr, id_);
+        runningTimers().erase(id_);
+        id_ = 0;
+    }
+    interval_ = milliseconds;
+    if (!milliseconds) return;
+    id_ = SetTimer(nullptr, 0, milliseconds, timerElapsed);
+    runningTimers()[id_] = this;
+}
+
 void setMessageFilter(std::function<bool(MSG&)> filter) {
     handlers().filter = std::move(filter);
 }

@@ -6,8 +6,8 @@
 #include "core/file_system.h"
 #include "editor/texts.h"
 #include "playlist/write.h"
-#include "ui/box.h"
-#include "ui/save_dialog.h"
+#include "ui/frm_box.h"
+#include "ui/system_dialogs.h"
 
 namespace tunovka {
 

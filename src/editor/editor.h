@@ -7,7 +7,7 @@
 
 #include "core/existing_files.h"
 #include "editor/document.h"
-#include "ui/box_request.h"
+#include "ui/box_layout.h"
 #include "ui/drag_drop.h"
 #include "ui/form.h"
 #include "ui/program_links.h"

@@ -5,9 +5,9 @@
 #include "core/loop.h"
 #include "core/text.h"
 #include "editor/texts.h"
-#include "ui/box.h"
-#include "ui/chrome.h"
-#include "ui/save_dialog.h"
+#include "ui/forms.h"
+#include "ui/frm_box.h"
+#include "ui/system_dialogs.h"
 
 namespace tunovka {
 namespace {
@@ -53,13 +53,10 @@ PopupMenu editorMenu() {
 }  // namespace
 
 frmplejlist::frmplejlist(ProgramLinks& links)
-    : Form(FormArgs{.name = L"frmplejlist",
-                    .caption = L"Editor playlistov",
-                    .size = kSize,
-                    .minimum = kMinimum,
-                    .resizable = true}),
-      PicZahlavie(L"PicZahlavie", L" Editor playlistov", *this),
-      IZavri(closePicture(L"IZavri", PicZahlavie)),
+    : SkinnedForm({.name = L"frmplejlist",
+                   .title = L"Editor playlistov",
+                   .size = kSize,
+                   .minimum = kMinimum}),
       editor(*this, links),
       lblpočet({.name = L"lblpočet", .caption = std::wstring(kInitialCountLabel), .parent = this}),
       lblplejlist(
@@ -78,9 +75,8 @@ frmplejlist::frmplejlist(ProgramLinks& links)
               .leave = [this] { Lview.setDropHighlight(std::nullopt); },
               .drop = [this](const std::wstring& text, Point,
                              const DragState& drag) { Lview_OLEDragDrop(text, dropRow_, drag); }}) {
-    RozneApi::ShowTitleBar(*this, false);
     const int number = nextWindowNumber();
-    PicZahlavie.setText(editorTitle(number));
+    strip().setText(editorTitle(number));
     setText(trimBlanks(editorTitle(number)));
     tag = kTag + std::to_wstring(number);
     bindHandlers();
@@ -90,7 +86,6 @@ frmplejlist::frmplejlist(ProgramLinks& links)
 
 void frmplejlist::bindHandlers() {
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
-    IZavri.onRelease = [this](MouseButton button) { IZavri_MouseUp(button); };
     editor.onSelect = [this](std::size_t row) { select(row); };
 
     Lview.onMouseDown = [this](MouseButton, Point at) { Lview_MouseDown(at); };
@@ -151,10 +146,6 @@ void frmplejlist::txtodkaz_Change() {
         else
             own.loadPlaylistFile(command);
     });
-}
-
-void frmplejlist::IZavri_MouseUp(MouseButton button) {
-    if (button == MouseButton::Left) unload();
 }
 
 // ---- The list ---------------------------------------------------------------------------------
@@ -277,22 +268,19 @@ void frmplejlist::onAccept() {
     if (Lview.hasFocus()) prehrat_Click();
 }
 
-void frmplejlist::onLayout() {
+Size frmplejlist::arrange(int stripBottom) {
     const int margin = scaled(kMargin);
     const int line = scaled(kLine);
     const Size size = clientSize();
     const int width = size.width - 2 * margin;
-    const int top = layoutTitle(*this, PicZahlavie, &IZavri, nullptr) + scaled(4);
+    const int top = stripBottom + scaled(4);
     lblplejlist.setBounds({margin, top, width, line});
     lblpočet.setBounds({margin, top + line, width, line});
     const int listTop = top + 2 * line + scaled(4);
     const int listBottom = size.height - margin - line;
     scroller.place({margin, listTop, width, listBottom - listTop});
     lblbar.setBounds({margin, listBottom + scaled(4), width, line});
-}
-
-void frmplejlist::onPaintGround(HDC dc, const RECT& area) const {
-    paintRim(dc, area);
+    return size;
 }
 
 }  // namespace tunovka

@@ -1,19 +1,18 @@
 #pragma once
 
 #include "editor/editor.h"
-#include "ui/image.h"
 #include "ui/image_scroller.h"
 #include "ui/label.h"
 #include "ui/list_view.h"
-#include "ui/picture_box.h"
 #include "ui/popup_menu.h"
+#include "ui/skinned_form.h"
 #include "ui/text_box.h"
 
 namespace tunovka {
 
 // A playlist editor. Any number of them are open at once, each with a number of its own that its
 // title and its tag show.
-class frmplejlist : public Form {
+class frmplejlist : public SkinnedForm {
   public:
     explicit frmplejlist(ProgramLinks& links);
 
@@ -25,8 +24,6 @@ class frmplejlist : public Form {
     // raised.
     TextBox txtodkaz;
 
-    TitleStrip PicZahlavie;
-    Image IZavri;
     Editor editor;
     Label lblpočet;     // how many entries there are
     Label lblplejlist;  // the playlist's path
@@ -46,8 +43,7 @@ class frmplejlist : public Form {
   protected:
     bool queryUnload() override;
     void onAccept() override;
-    void onLayout() override;
-    void onPaintGround(HDC dc, const RECT& area) const override;
+    Size arrange(int stripBottom) override;
 
   private:
     void bindHandlers();
@@ -57,7 +53,6 @@ class frmplejlist : public Form {
     void showMenu(Point screen);
 
     void txtodkaz_Change();
-    void IZavri_MouseUp(MouseButton button);
     void Lview_ItemClick();
     void Lview_MouseDown(Point at);
     void Lview_MouseUp(MouseButton button, Point at);

@@ -5,11 +5,10 @@
 #include "core/paths.h"
 #include "core/text.h"
 #include "files/frm_kopirovanie.h"
-#include "ui/box.h"
-#include "ui/folder_picker.h"
-#include "ui/input_box.h"
+#include "ui/frm_box.h"
+#include "ui/frm_vstup.h"
 #include "ui/program_links.h"
-#include "ui/save_dialog.h"
+#include "ui/system_dialogs.h"
 
 namespace tunovka {
 

@@ -6,8 +6,7 @@
 #include "core/id3v1.h"
 #include "core/text.h"
 #include "files/info_texts.h"
-#include "ui/box.h"
-#include "ui/chrome.h"
+#include "ui/frm_box.h"
 #include "ui/painting.h"
 #include "ui/program_links.h"
 
@@ -38,13 +37,12 @@ std::wstring decimalSeparator() {
 }  // namespace
 
 frminfo::frminfo(HWND owner)
-    : Form(FormArgs{.name = L"frminfo",
-                    .caption = L"Informácie o súbore",
-                    .size = {kWidth, 300},
-                    .taskbar = owner == nullptr,
-                    .owner = owner}),
-      Pic(L"Pic", L" Informácie o súbore", *this),
-      Tlacitko(closePicture(L"Tlacitko", Pic)),
+    : SkinnedForm({.name = L"frminfo",
+                   .title = L"Informácie o súbore",
+                   .size = {kWidth, 300},
+                   .owner = owner,
+                   .strip = L"Pic",
+                   .closer = L"Tlacitko"}),
       lblPath(value(L"lblPath", this, true)),
       lblvelkosť(value(L"lblvelkosť", this)),
       lbldatvyt(value(L"lbldatvyt", this)),
@@ -61,7 +59,6 @@ frminfo::frminfo(HWND owner)
                    .parent = this,
                    .font = Skin::Font::Bold,
                    .visible = false}) {
-    RozneApi::ShowTitleBar(*this, false);
     lblvystraha.setForeColor(MultiMedialny::palette().InfoColor);
     file_.push_back(row(L"Umiestnenie:", lblPath));
     file_.push_back(row(L"Veľkosť:", lblvelkosť));
@@ -75,7 +72,6 @@ frminfo::frminfo(HWND owner)
     tag_.push_back(row(L"Poznámka:", lblpoznamka));
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
     Timer1.onTick = [this] { Timer1_Tick(); };
-    Tlacitko.onRelease = [this](MouseButton button) { Tlacitko_MouseUp(button); };
 }
 
 frminfo::Row frminfo::row(const wchar_t* caption, ReadOnlyText& value) {
@@ -83,10 +79,6 @@ frminfo::Row frminfo::row(const wchar_t* caption, ReadOnlyText& value) {
     return {std::make_unique<Label>(Label::LabelArgs{
                 .name = value.name() + L"_nadpis", .caption = caption, .parent = this}),
             &value};
-}
-
-void frminfo::Tlacitko_MouseUp(MouseButton button) {
-    if (button == MouseButton::Left) unload();
 }
 
 void frminfo::txtodkaz_Change() {
@@ -98,8 +90,7 @@ void frminfo::txtodkaz_Change() {
     } else {
         showFile(request);
     }
-    layout();
-    centre(GetWindow(handle(), GW_OWNER));
+    layoutCentred();
 }
 
 void frminfo::clear() {
@@ -174,7 +165,7 @@ int frminfo::layoutRow(Row& row, int top, int captions) {
     return top + height;
 }
 
-void frminfo::onLayout() {
+Size frminfo::arrange(int top) {
     const int line = Skin::fontHeight(dpi());
     const int margin = scaled(kMargin), padding = scaled(kPadding);
     const int right = scaled(kWidth) - margin;
@@ -185,7 +176,7 @@ void frminfo::onLayout() {
         return layoutRow(row, top, captions) + scaled(kRowGap);
     };
 
-    int y = scaled(kTitleHeight) + margin;
+    int y = top + margin;
     fileCard_ = {margin, y, right, y};
     y += padding;
     for (Row& row : file_) {
@@ -211,9 +202,7 @@ void frminfo::onLayout() {
     y += padding - scaled(kRowGap);
     tagCard_.bottom = y;
 
-    setClientSize({scaled(kWidth), y + margin});
-    layoutTitle(*this, Pic, &Tlacitko, nullptr);
-    invalidate();
+    return {scaled(kWidth), y + margin};
 }
 
 void frminfo::onUnload() {
@@ -221,7 +210,7 @@ void frminfo::onUnload() {
 }
 
 void frminfo::onPaintGround(HDC dc, const RECT& area) const {
-    paintRim(dc, area);
+    SkinnedForm::onPaintGround(dc, area);
     paintCard(dc, fileCard_);
     paintCard(dc, tagCard_);
 }

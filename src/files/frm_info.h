@@ -5,20 +5,18 @@
 #include <vector>
 
 #include "core/file_system.h"
+#include "core/loop.h"
 #include "core/multimedialny.h"
-#include "ui/form.h"
-#include "ui/image.h"
 #include "ui/label.h"
-#include "ui/picture_box.h"
 #include "ui/read_only_text.h"
+#include "ui/skinned_form.h"
 #include "ui/text_box.h"
-#include "ui/timer.h"
 
 namespace tunovka {
 
 // The file information window: where a file lies, its size, dates and attributes and its ID3v1 tag.
 // It is filled by the text written into its `txtodkaz` and then shown modally.
-class frminfo : public Form {
+class frminfo : public SkinnedForm {
   public:
     explicit frminfo(HWND owner);
 
@@ -26,8 +24,6 @@ class frminfo : public Form {
     // the window is closed. What cannot be read stays empty and is told in a notice.
     TextBox txtodkaz;
 
-    TitleStrip Pic;
-    Image Tlacitko;
     ReadOnlyText lblPath, lblvelkosť, lbldatvyt, lbldatzmena, lbldatotvor;
     Label lblznak;  // one line for each attribute
     ReadOnlyText lbltitul, lblautor, lblalbum, lblrok, lblpoznamka;
@@ -35,7 +31,7 @@ class frminfo : public Form {
     Timer Timer1;
 
   protected:
-    void onLayout() override;
+    Size arrange(int top) override;
     void onUnload() override;
     void onAccept() override { unload(); }
     void onCancel() override { unload(); }
@@ -49,7 +45,6 @@ class frminfo : public Form {
     };
     Row row(const wchar_t* caption, ReadOnlyText& value);
 
-    void Tlacitko_MouseUp(MouseButton button);
     void txtodkaz_Change();
     void Timer1_Tick();
     void clear();

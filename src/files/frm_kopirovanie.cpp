@@ -6,7 +6,6 @@
 
 #include "core/loop.h"
 #include "core/paths.h"
-#include "ui/chrome.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -28,12 +27,11 @@ constexpr wchar_t kTitle[] = L"Kopírovanie súboru";
 }  // namespace
 
 frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
-    : Form(FormArgs{.name = L"frmkopirovanie",
-                    .caption = kTitle,
-                    .size = kSize,
-                    .taskbar = false,
-                    .owner = owner.handle()}),
-      PicZahlavie(L"PicZahlavie", std::wstring(L" ") + kTitle, *this),
+    : SkinnedForm({.name = L"frmkopirovanie",
+                   .title = kTitle,
+                   .size = kSize,
+                   .owner = owner.handle(),
+                   .closer = nullptr}),
       lblsubor({.name = L"lblsubor", .caption = name, .parent = this, .format = DT_PATH_ELLIPSIS}),
       lblpercenta({.name = L"lblpercenta", .caption = L"", .parent = this, .format = DT_RIGHT}),
       PicProgres({.name = L"PicProgres",
@@ -46,12 +44,10 @@ frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
                  .normal = L"buton1",
                  .pressed = L"buton2",
                  .caption = L"Zastaviť"}) {
-    RozneApi::ShowTitleBar(*this, false);
     PicProgres.value = [this] { return lblpercenta.text(); };
     PicProgres.onPaint = [this](HDC dc, Size size) { PicProgres_Paint(dc, size); };
-    Izastavit.onRelease = [this](MouseButton button) { Izastavit_MouseUp(button); };
-    layout();
-    centre(owner.handle());
+    Izastavit.onClick = [this] { stopped_ = true; };
+    layoutCentred();
     Izastavit.focus();
 }
 
@@ -72,16 +68,12 @@ void frmkopirovanie::PicProgres_Paint(HDC dc, Size size) const {
     paintStrip(dc, size, {0, 0, MulDiv(size.width, percent_, 100), size.height});
 }
 
-void frmkopirovanie::Izastavit_MouseUp(MouseButton button) {
-    if (button == MouseButton::Left) stopped_ = true;
-}
-
-void frmkopirovanie::onLayout() {
+Size frmkopirovanie::arrange(int top) {
     const int margin = scaled(kMargin), gap = scaled(kGap);
     const int inner = scaled(kSize.width);
     const int width = inner - 2 * margin;
     const int line = Skin::fontHeight(dpi());
-    int top = layoutTitle(*this, PicZahlavie, nullptr, nullptr) + margin;
+    top += margin;
 
     const int percents = scaled(kPercentWidth);
     lblsubor.setBounds({margin, top, width - percents - gap, line});
@@ -91,11 +83,7 @@ void frmkopirovanie::onLayout() {
     top += scaled(kStripHeight) + margin;
     const int button = scaled(kButtonWidth), height = scaled(kButtonHeight);
     Izastavit.setBounds({(inner - button) / 2, top, button, height});
-    setClientSize({inner, top + height + margin});
-}
-
-void frmkopirovanie::onPaintGround(HDC dc, const RECT& area) const {
-    paintRim(dc, area);
+    return {inner, top + height + margin};
 }
 
 CopyWatch::CopyWatch(Form& form, std::wstring path) : form_(form), path_(std::move(path)) {}

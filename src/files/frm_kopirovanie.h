@@ -6,15 +6,13 @@
 #include <string>
 
 #include "core/file_system.h"
-#include "ui/form.h"
-#include "ui/image.h"
 #include "ui/label.h"
-#include "ui/picture_box.h"
+#include "ui/skinned_form.h"
 
 namespace tunovka {
 
 // Shows how far a long copy is and takes the wish to stop it. The other windows stay usable.
-class frmkopirovanie : public Form {
+class frmkopirovanie : public SkinnedForm {
   public:
     // `owner` is the form over which it lies, `name` the file's name.
     frmkopirovanie(const Form& owner, const std::wstring& name);
@@ -23,19 +21,16 @@ class frmkopirovanie : public Form {
     bool isStopped() const { return stopped_; }
 
   protected:
-    void onLayout() override;
+    Size arrange(int top) override;
     void onCancel() override { stopped_ = true; }
     // Whoever copies closes it, when the copy has ended.
     bool queryUnload() override;
-    void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
     void PicProgres_Paint(HDC dc, Size size) const;
-    void Izastavit_MouseUp(MouseButton button);
 
     int percent_ = -1;
     bool stopped_ = false;
-    TitleStrip PicZahlavie;
     Label lblsubor, lblpercenta;
     PictureBox PicProgres;
     Image Izastavit;

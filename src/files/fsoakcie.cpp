@@ -4,7 +4,7 @@
 
 #include "core/errors.h"
 #include "core/paths.h"
-#include "ui/box.h"
+#include "ui/frm_box.h"
 #include "ui/program_links.h"
 
 namespace tunovka::FSOakcie {

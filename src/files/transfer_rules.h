@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "playlist/resolve.h"
-#include "ui/box_request.h"
+#include "ui/box_layout.h"
 
 namespace tunovka {
 

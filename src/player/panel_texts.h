@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "ui/strip_move.h"
+#include "ui/geometry.h"
 
 namespace tunovka {
 

@@ -14,9 +14,8 @@
 #include "core/text.h"
 #include "player/panel_texts.h"
 #include "playlist/line_grammar.h"
-#include "ui/box.h"
-#include "ui/chrome.h"
 #include "ui/form.h"
+#include "ui/frm_box.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -30,7 +29,12 @@ constexpr UINT kTick = 250;  // milliseconds
 
 Image::ImageArgs button(const wchar_t* name, const wchar_t* text, Form& form, const wchar_t* normal,
                         const wchar_t* pressed) {
-    return {.name = name, .text = text, .parent = &form, .normal = normal, .pressed = pressed};
+    return {.name = name,
+            .text = text,
+            .parent = &form,
+            .normal = normal,
+            .pressed = pressed,
+            .anyButton = true};
 }
 
 // What played a file may let go of it a moment late: waits up to a second until it can be renamed
@@ -86,11 +90,11 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
 }
 
 void PlayerPanel::bind() {
-    Image1.onPress = [this](MouseButton) { Image1_MouseDown(); };
-    Image2.onPress = [this](MouseButton) { Image2_MouseDown(); };
-    Image3.onPress = [this](MouseButton) { Image3_MouseDown(); };
-    Image4.onPress = [this](MouseButton) { Image4_MouseDown(); };
-    Image5.onPress = [this](MouseButton) { Image5_MouseDown(); };
+    Image1.onPress = [this] { Image1_MouseDown(); };
+    Image2.onPress = [this] { Image2_MouseDown(); };
+    Image3.onPress = [this] { Image3_MouseDown(); };
+    Image4.onPress = [this] { Image4_MouseDown(); };
+    Image5.onPress = [this] { Image5_MouseDown(); };
 
     PicProgres.onPaint = [this](HDC dc, Size size) { PicProgres_Paint(dc, size); };
     PicProgres.onMouseMove = [this](MouseButton held, Point at) { PicProgres_MouseMove(held, at); };

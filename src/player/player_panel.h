@@ -3,13 +3,15 @@
 #include <functional>
 #include <string>
 
+#include "core/loop.h"
 #include "player/media_player.h"
 #include "ui/image.h"
 #include "ui/label.h"
 #include "ui/picture_box.h"
-#include "ui/timer.h"
 
 namespace tunovka {
+
+class Form;
 
 // The explorer's player: five picture buttons, the progress strip that also seeks, the volume
 // strip, the times and the scrolling text, over the invisible player `mp`.

@@ -5,10 +5,10 @@
 #include "core/loop.h"
 #include "core/rozneapi.h"
 #include "playlist/write.h"
-#include "ui/box.h"
-#include "ui/chrome.h"
 #include "ui/drag_drop.h"
-#include "ui/save_dialog.h"
+#include "ui/forms.h"
+#include "ui/frm_box.h"
+#include "ui/system_dialogs.h"
 
 namespace tunovka {
 namespace {
@@ -41,13 +41,11 @@ PopupMenu resultMenu() {
 }  // namespace
 
 frmhladanie::frmhladanie(ProgramLinks& links)
-    : Form(FormArgs{.name = kName,
-                    .caption = L"Prehľadávanie adresára",
-                    .size = kSize,
-                    .minimum = kMinimum,
-                    .resizable = true}),
-      PicZahlavie(L"PicZahlavie", L" Prehľadávanie adresára", *this),
-      Tlacitko(closePicture(L"Tlacitko", PicZahlavie)),
+    : SkinnedForm({.name = kName,
+                   .title = L"Prehľadávanie adresára",
+                   .size = kSize,
+                   .minimum = kMinimum,
+                   .closer = L"Tlacitko"}),
       lbladresar({.name = L"lbladresar",
                   .caption = L"",
                   .parent = this,
@@ -71,7 +69,6 @@ frmhladanie::frmhladanie(ProgramLinks& links)
       menu1(resultMenu()),
       links_(links),
       startScan_([this](std::uintptr_t) { startScan(); }) {
-    RozneApi::ShowTitleBar(*this, false);
     tag = kTag;
     bindHandlers();
     placeBesideOthers();
@@ -79,8 +76,6 @@ frmhladanie::frmhladanie(ProgramLinks& links)
 }
 
 void frmhladanie::bindHandlers() {
-    Tlacitko.onRelease = [this](MouseButton button) { Tlacitko_MouseUp(button); };
-
     Lview.onMouseDown = [this](MouseButton, Point) { Lview_MouseDown(); };
     Lview.onMouseUp = [this](MouseButton button, Point at) { Lview_MouseUp(button, at); };
     Lview.onItemClick = [this] { Lview_ItemClick(); };
@@ -260,15 +255,11 @@ void frmhladanie::uloz_playlist_Click() {
     ask(exportedNotice(target));
 }
 
-void frmhladanie::Tlacitko_MouseUp(MouseButton button) {
-    if (button == MouseButton::Left) unload();
-}
-
-void frmhladanie::onLayout() {
+Size frmhladanie::arrange(int stripBottom) {
     const int margin = scaled(kMargin), line = scaled(kLine);
     const Size size = clientSize();
     const int width = size.width - 2 * margin;
-    int top = layoutTitle(*this, PicZahlavie, &Tlacitko, nullptr) + scaled(4);
+    int top = stripBottom + scaled(4);
     lbladresar.setBounds({margin, top, width, line});
     top += line;
     const int caption = Label3.measured().width;
@@ -279,10 +270,7 @@ void frmhladanie::onLayout() {
     scroller.place({margin, top, width, bar - scaled(4) - top});
     lblbar.setBounds({margin, bar, width, line});
     panel.place();
-}
-
-void frmhladanie::onPaintGround(HDC dc, const RECT& area) const {
-    paintRim(dc, area);
+    return size;
 }
 
 }  // namespace tunovka

@@ -2,26 +2,24 @@
 
 #include "search/scan_panel.h"
 #include "search/search_result.h"
-#include "ui/form.h"
 #include "ui/image_scroller.h"
 #include "ui/list_view.h"
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
+#include "ui/skinned_form.h"
 
 namespace tunovka {
 
 // The search window: lists every music file and playlist below a folder. It searches when it
 // becomes active with another folder than the last one; a folder chosen while a search runs takes
 // over from it.
-class frmhladanie : public Form {
+class frmhladanie : public SkinnedForm {
   public:
     explicit frmhladanie(ProgramLinks& links);
 
     // Shows the window, loading it when it is not there; it finds its folder by itself.
     static void open(ProgramLinks& links);
 
-    TitleStrip PicZahlavie;
-    Image Tlacitko;
     Label lbladresar;  // the folder, also the memory of the last one searched
     Label Label3, lblpočet;
     Label lblbar;  // path of the selected row
@@ -32,10 +30,9 @@ class frmhladanie : public Form {
     PopupMenu menu1;
 
   protected:
-    void onLayout() override;
+    Size arrange(int stripBottom) override;
     void onActivated() override;
     void onAccept() override;
-    void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
     void bindHandlers();
@@ -45,7 +42,6 @@ class frmhladanie : public Form {
     void showResult();
     bool isAbandoned() const { return wanted_ || isClosing(); }
 
-    void Tlacitko_MouseUp(MouseButton button);
     void Lview_MouseDown();
     void Lview_MouseUp(MouseButton button, Point at);
     void Lview_ItemClick();

@@ -44,9 +44,7 @@ ScanPanel::ScanPanel(Form& form)
         fillGradient(dc, area, colors().panelLight, colors().panel);
         frameRect(dc, area, colors().rim);
     };
-    Istop.onPress = [](MouseButton button) {
-        if (button == MouseButton::Left) StopRequested = kTrue16;
-    };
+    Istop.onPress = [] { StopRequested = kTrue16; };
 }
 
 void ScanPanel::begin() {

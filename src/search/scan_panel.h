@@ -6,6 +6,8 @@
 
 namespace tunovka {
 
+class Form;
+
 // The phases of a search as its panel names them.
 inline constexpr std::wstring_view kCollectingPhase = L"Prebieha prehľadávanie adresára";
 inline constexpr std::wstring_view kSortingOutPhase = L"Prebieha spracovanie súborov";

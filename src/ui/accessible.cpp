@@ -3,6 +3,10 @@
 #include <initguid.h>
 #include <oleacc.h>
 
+#include <utility>
+
+#include "core/com_object.h"
+#include "core/handle.h"
 #include "core/late_function.h"
 #include "ui/window.h"
 
@@ -28,23 +32,15 @@ HRESULT toVariant(long number, VARIANT* result) {
 }
 
 // The system's own object for a window, whose answers give way to what the window says of itself.
-class AccessibleControl final : public IAccessible {
+class AccessibleControl final : public ComObject<IAccessible> {
   public:
-    AccessibleControl(HWND window, IAccessible* system) : window_(window), system_(system) {}
+    AccessibleControl(HWND window, ComPtr<IAccessible> system)
+        : window_(window), system_(std::move(system)) {}
 
     STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (id == IID_IUnknown || id == IID_IDispatch || id == IID_IAccessible) {
-            *result = static_cast<IAccessible*>(this);
-            AddRef();
-            return S_OK;
-        }
+        if (id == IID_IUnknown || id == IID_IDispatch || id == IID_IAccessible)
+            return handOut<IAccessible>(result);
         return system_->QueryInterface(id, result);  // the list of the windows within
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&references_); }
-    STDMETHODIMP_(ULONG) Release() override {
-        const LONG left = InterlockedDecrement(&references_);
-        if (left == 0) delete this;
-        return left;
     }
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override { return system_->GetTypeInfoCount(count); }
@@ -135,8 +131,6 @@ class AccessibleControl final : public IAccessible {
     }
 
   private:
-    ~AccessibleControl() { system_->Release(); }
-
     // The object may live longer than its window.
     std::optional<AccessibleFacts> facts(const VARIANT& child) const noexcept try {
         const Window* window = windowOf(window_);
@@ -156,8 +150,7 @@ class AccessibleControl final : public IAccessible {
     }
 
     HWND window_;
-    IAccessible* system_;
-    LONG references_ = 1;
+    ComPtr<IAccessible> system_;
 };
 
 }  // namespace
@@ -168,13 +161,12 @@ std::optional<LRESULT> accessibleAnswer(HWND window, WPARAM wparam, LPARAM lpara
         kLibrary, "CreateStdAccessibleObject");
     static const LateFunction<decltype(LresultFromObject)> answer(kLibrary, "LresultFromObject");
     if (!create || !answer) return std::nullopt;
-    void* system = nullptr;
-    if (FAILED(create(window, static_cast<LONG>(OBJID_CLIENT), IID_IAccessible, &system)))
+    ComPtr<IAccessible> system;
+    if (FAILED(
+            create(window, static_cast<LONG>(OBJID_CLIENT), IID_IAccessible, system.receiveVoid())))
         return std::nullopt;
-    auto* const control = new AccessibleControl(window, static_cast<IAccessible*>(system));
-    const LRESULT result = answer(IID_IAccessible, wparam, control);
-    control->Release();
-    return result;
+    const ComPtr<IAccessible> control(new AccessibleControl(window, std::move(system)));
+    return answer(IID_IAccessible, wparam, control.get());
 }
 
 void tellNewName(HWND window) {

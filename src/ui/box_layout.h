@@ -8,7 +8,17 @@
 
 namespace tunovka {
 
-// The message box's arithmetic; sizes in pixels.
+// What a message box shows. Captions are separated by ";" and keep their blanks; a lone CR in the
+// text ends a line.
+struct BoxRequest {
+    std::wstring title;
+    std::wstring text;
+    std::wstring buttons;
+
+    bool operator==(const BoxRequest&) const = default;
+};
+
+// The box's arithmetic; sizes in pixels.
 
 // Captions between ";", blanks kept; an empty list is one empty caption.
 std::vector<std::wstring> boxCaptions(std::wstring_view buttons);
@@ -21,10 +31,5 @@ int boxTextHeight(int widthOnOneLine, int labelWidth, int lineHeight, int wrappe
 // row centred in `innerWidth`. A row that is wider than that starts at the left edge.
 std::vector<Rect> boxButtonRow(const std::vector<int>& captionWidths, int top, int height,
                                int padding, int gap, int innerWidth);
-
-// The button that refuses, which gets the focus: the last one.
-inline int refusingButton(int count) {
-    return count;
-}
 
 }  // namespace tunovka

@@ -1,22 +1,105 @@
 #include "ui/drag_drop.h"
 
 #include <ole2.h>
+#include <shlobj.h>
 
 #include <cstring>
 #include <memory>
-#include <vector>
+#include <utility>
 
+#include "core/ansi.h"
 #include "core/com_object.h"
-#include "core/errors.h"
+#include "core/handle.h"
+#include "core/late_function.h"
 #include "core/loop.h"
 #include "core/text.h"
-#include "ui/text_data.h"
 
 namespace tunovka {
 
 DragState dragState;
 
 namespace {
+
+FORMATETC formatOf(CLIPFORMAT format) {
+    return {format, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+}
+
+HGLOBAL globalCopy(const void* bytes, std::size_t size) {
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+    if (!memory) return nullptr;
+    std::memcpy(GlobalLock(memory), bytes, size);
+    GlobalUnlock(memory);
+    return memory;
+}
+
+std::string asAnsi(const std::wstring& text) {
+    const int length =
+        WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, nullptr, 0, nullptr, nullptr);
+    std::string bytes(length, '\0');  // its end is part of the format
+    WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, bytes.data(), length, nullptr, nullptr);
+    return bytes;
+}
+
+class TextData final : public SingleComObject<IDataObject> {
+  public:
+    explicit TextData(std::wstring text) : text_(std::move(text)) {}
+
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
+        if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
+        medium->tymed = TYMED_HGLOBAL;
+        medium->pUnkForRelease = nullptr;
+        if (format->cfFormat == CF_UNICODETEXT) {
+            medium->hGlobal = globalCopy(text_.c_str(), (text_.size() + 1) * sizeof(wchar_t));
+        } else {
+            const std::string bytes = asAnsi(text_);
+            medium->hGlobal = globalCopy(bytes.data(), bytes.size());
+        }
+        return medium->hGlobal ? S_OK : E_OUTOFMEMORY;
+    }
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override {
+        const bool known = format->cfFormat == CF_UNICODETEXT || format->cfFormat == CF_TEXT;
+        return known && format->tymed & TYMED_HGLOBAL ? S_OK : DV_E_FORMATETC;
+    }
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* same) override {
+        same->ptd = nullptr;
+        return DATA_S_SAMEFORMATETC;
+    }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) override {
+        static const LateFunction<decltype(SHCreateStdEnumFmtEtc)> create(L"shell32.dll",
+                                                                          "SHCreateStdEnumFmtEtc");
+        if (direction != DATADIR_GET || !create) return E_NOTIMPL;
+        const FORMATETC both[] = {formatOf(CF_UNICODETEXT), formatOf(CF_TEXT)};
+        return create(2, both, formats);
+    }
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
+        return OLE_E_ADVISENOTSUPPORTED;
+    }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override {
+        return OLE_E_ADVISENOTSUPPORTED;
+    }
+
+  private:
+    std::wstring text_;
+};
+
+bool textIn(IDataObject* data, CLIPFORMAT format, std::wstring& text) {
+    FORMATETC wanted = formatOf(format);
+    STGMEDIUM medium{};
+    if (FAILED(data->GetData(&wanted, &medium))) return false;
+    const std::size_t size = medium.tymed == TYMED_HGLOBAL ? GlobalSize(medium.hGlobal) : 0;
+    const void* bytes = size ? GlobalLock(medium.hGlobal) : nullptr;
+    if (bytes) {
+        text = format == CF_UNICODETEXT
+                   ? trimAtNul({static_cast<const wchar_t*>(bytes), size / sizeof(wchar_t)})
+                   : trimAtNul(fromAnsi({static_cast<const char*>(bytes), size}));
+        GlobalUnlock(medium.hGlobal);
+    }
+    ReleaseStgMedium(&medium);
+    return bytes != nullptr;
+}
 
 class DropSource final : public SingleComObject<IDropSource> {
   public:
@@ -27,16 +110,28 @@ class DropSource final : public SingleComObject<IDropSource> {
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
 };
 
+bool hasText(IDataObject* data) {
+    FORMATETC wide = formatOf(CF_UNICODETEXT);
+    FORMATETC ansi = formatOf(CF_TEXT);
+    return data && (data->QueryGetData(&wide) == S_OK || data->QueryGetData(&ansi) == S_OK);
+}
+
+bool textOf(IDataObject* data, std::wstring& text) {
+    return textIn(data, CF_UNICODETEXT, text) || textIn(data, CF_TEXT, text);
+}
+
 }  // namespace
+
+IDataObject* createTextData(const std::wstring& text) {
+    return new TextData(text);
+}
 
 void dragText(const std::wstring& text, const DragState& state) {
     dragState = state;
-    IDropSource* const source = new DropSource;
-    IDataObject* data = createTextData(text);
+    const ComPtr<IDropSource> source(new DropSource);
+    const ComPtr<IDataObject> data(createTextData(text));
     DWORD effect = DROPEFFECT_NONE;
-    DoDragDrop(data, source, DROPEFFECT_COPY, &effect);
-    data->Release();
-    source->Release();
+    DoDragDrop(data.get(), source.get(), DROPEFFECT_COPY, &effect);
     dragState = {};
 }
 
@@ -82,7 +177,7 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
     }
     void deliver(const std::wstring& text, Point at) {
         AddRef();
-        const std::shared_ptr<Target> alive(this, [](Target* own) { own->Release(); });
+        const std::shared_ptr<Target> alive(this, [](Target* target) { target->Release(); });
         postToLoop([alive, text, at, state = dragState] {
             if (alive->window_ && alive->events_.drop) alive->events_.drop(text, at, state);
         });

@@ -6,6 +6,8 @@
 
 #include "ui/window.h"
 
+struct IDataObject;
+
 namespace tunovka {
 
 // What the program knows of its own drag beside the text that the system carries; all empty when no
@@ -21,6 +23,10 @@ extern DragState dragState;
 // Drags a text (as CF_UNICODETEXT and CF_TEXT, effect copy) from where the mouse is until it is
 // dropped or cancelled, with `state` set meanwhile. Lets events run.
 void dragText(const std::wstring& text, const DragState& state);
+
+// A text as a data object in those two formats; characters that the system's ANSI code page cannot
+// hold become its replacement in the second. The caller releases it.
+IDataObject* createTextData(const std::wstring& text);
 
 // Takes texts that are dropped onto a window, from this program or another.
 class TextDropTarget {

@@ -32,7 +32,7 @@ DriveList::DriveList(const std::wstring& name, const std::wstring& accessibleNam
                   .text = accessibleName,
                   .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST,
                   .parent = &parent},
-             Creation::PutOff) {
+             Creation::OnDemand) {
     setAccessibleName(accessibleName);
 }
 

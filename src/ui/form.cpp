@@ -1,23 +1,22 @@
 #include "ui/form.h"
 
+#include <commctrl.h>
 #include <oleacc.h>
 
 #include <algorithm>
+#include <set>
 
 #include "core/loop.h"
 #include "core/text.h"
 #include "ui/accessible.h"
-#include "ui/chrome.h"
-#include "ui/dpi.h"
-#include "ui/modal.h"
+#include "ui/forms.h"
 #include "ui/painting.h"
-#include "ui/picture_box.h"
-#include "ui/tool_tip.h"
 
 namespace tunovka {
 namespace {
 
-constexpr int kBorder = 5;  // how far inside the edge a resizable form is still grasped
+constexpr int kBorder = 5;    // how far inside the edge a sizable form is still grasped
+constexpr int kCascade = 26;  // how far a further window lies from the one before: a strip
 
 // The system tells top-level windows alone.
 BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
@@ -27,18 +26,53 @@ BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
 
 }  // namespace
 
+// The tool tips of a form's controls, in one system window that is made when the pointer comes to
+// the first of them.
+class ToolTip : public Window {
+  public:
+    explicit ToolTip(Form& form) : owner_(form) {}
+
+    // The pointer has moved over a control, to a place within it: shows the control's tip when it
+    // rests there.
+    void pointerOver(const Window& control, const std::wstring& text, WPARAM keys, LPARAM place);
+
+  private:
+    Form& owner_;
+    std::set<HWND> known_;
+};
+
+void ToolTip::pointerOver(const Window& control, const std::wstring& text, WPARAM keys,
+                          LPARAM place) {
+    if (!known_.insert(control.handle()).second) return;  // the system watches it already
+    if (!handle())
+        create({.name = L"ToolTip",
+                .className = TOOLTIPS_CLASSW,
+                .style = WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                .exStyle = WS_EX_TOPMOST,
+                .owner = owner_.handle()});
+    TTTOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = GetParent(control.handle());
+    tool.uId = reinterpret_cast<UINT_PTR>(control.handle());
+    tool.lpszText = const_cast<wchar_t*>(text.c_str());
+    send(TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    MSG move{control.handle(), WM_MOUSEMOVE, keys, place, GetTickCount(), {}};
+    send(TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&move));
+}
+
 Form::Form(const FormArgs& args)
     : args_(args), becameActive_([this](std::uintptr_t) {
           const Depth alive(this);
           if (!closing_) onActivated();
       }) {
     setMessageFilter(filterMessage);
-    form_ = this;
+    host_ = this;
     Args window;
     window.name = args.name;
     window.text = args.caption;
-    window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (args.resizable ? WS_MINIMIZEBOX : 0);
-    window.exStyle = WS_EX_CONTROLPARENT | (args.taskbar ? WS_EX_APPWINDOW : 0);
+    window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (isSizable() ? WS_MINIMIZEBOX : 0);
+    window.exStyle = WS_EX_CONTROLPARENT | (args.owner ? 0 : WS_EX_APPWINDOW);
     window.owner = args.owner;
     const auto place = [&](int dpi) {
         dpi_ = dpi;
@@ -148,7 +182,7 @@ void Form::placeBesideOthers() {
                     static_cast<int>(work.right - work.left),
                     static_cast<int>(work.bottom - work.top)};
     const Rect own = bounds();
-    setBounds(freePlace({own.width, own.height}, taken, area, scaled(kTitleHeight)));
+    setBounds(freePlace({own.width, own.height}, taken, area, scaled(kCascade)));
 }
 
 void Form::setClientSize(Size size) {
@@ -182,11 +216,11 @@ void Form::paintGround(HDC target, const Window& control) const {
         paintFocus(target);
     }
     if (&control == this) return;
-    const auto* canvas = dynamic_cast<PictureBox*>(windowOf(GetParent(control.handle())));
-    if (!canvas || !canvas->onPaint) return;
+    const Window* parent = windowOf(GetParent(control.handle()));
+    if (!parent || parent == this) return;
     const SavedDc saved(target);
-    drawAs(target, control.handle(), canvas->handle());
-    canvas->onPaint(target, canvas->clientSize());
+    drawAs(target, control.handle(), parent->handle());
+    parent->paintBehind(target);
 }
 
 namespace {
@@ -208,7 +242,7 @@ RECT focusFrame(const Form& form, const Window& control) {
 // Controls that paint themselves show their focus within; the system's get a frame around them.
 void Form::paintFocus(HDC dc) const {
     const Window* focused = windowOf(GetFocus());
-    if (!focused || !focused->isSystemControl() || &focused->form() != this) return;
+    if (!focused || !focused->isSystemControl() || focused->host_ != this) return;
     RECT area = focusFrame(*this, *focused);
     for (int i = 0; i < scaled(kFocusFrame); ++i) {
         frameRect(dc, area, colors().focus);
@@ -222,7 +256,7 @@ void Form::repaintAround(const Window& control) {
 }
 
 std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
-    if (!args_.resizable || IsZoomed(handle())) return std::nullopt;
+    if (!isSizable() || IsZoomed(handle())) return std::nullopt;
     const Point p = fromScreen(screen);
     const Size size = clientSize();
     const int border = scaled(kBorder);
@@ -242,7 +276,7 @@ std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
 }
 
 void Form::limitSize(MINMAXINFO& limits) const {
-    if (!args_.resizable) return;
+    if (!isSizable()) return;
     limits.ptMinTrackSize = {scaled(args_.minimum.width), scaled(args_.minimum.height)};
 }
 
@@ -310,6 +344,14 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
         default:
             return std::nullopt;
     }
+}
+
+void RozneApi::ShowTitleBar(const Window& window, bool show) {
+    const LONG style = GetWindowLongW(window.handle(), GWL_STYLE);
+    const LONG wanted = show ? style | WS_CAPTION : style & ~WS_CAPTION;
+    if (wanted == style) return;  // drawing the frame anew takes milliseconds
+    SetWindowLongW(window.handle(), GWL_STYLE, wanted);
+    SetWindowPos(window.handle(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED);
 }
 
 }  // namespace tunovka

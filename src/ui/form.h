@@ -10,22 +10,20 @@
 
 namespace tunovka {
 
-// A top-level window without a system frame: it paints the skin's ground and rim itself, is dragged
-// by its title strip and, when resizable, by its border.
+// A top-level window without a system frame: it paints its ground itself and, when it is sizable,
+// is sized by its border.
 //
 // Lifetime: a form counts how deep it is in its own handlers and loops. unload() asks
 // queryUnload(), hides the form and lets it be destroyed from the message loop once that count is
 // back at zero.
-class Form : public Window {
+class Form : public Window, public Host {
   public:
     struct FormArgs {
         std::wstring name;     // frmPrieskumnik
         std::wstring caption;  // the window's own text, seen by the task bar
         Size size;             // client size in 96ths of an inch
-        Size minimum;          // least size in 96ths of an inch, of a resizable form
-        bool resizable = false;
-        bool taskbar = true;
-        HWND owner = nullptr;
+        Size minimum{};        // least size in 96ths of an inch, which makes it sizable
+        HWND owner = nullptr;  // a form that has one has no place of its own in the task bar
     };
 
     ~Form() override;
@@ -50,18 +48,6 @@ class Form : public Window {
     // Gives the client area a size in pixels, keeping the place.
     void setClientSize(Size size);
 
-    // True where the border of a resizable form is grasped; controls let the mouse through there.
-    bool isOnBorder(Point screen) const { return hitTestBorder(screen).has_value(); }
-
-    // Paints the form's ground behind a control; `target` is the control's own device context.
-    void paintGround(HDC target, const Window& control) const;
-
-    // Shows a control's tip when the pointer, which has moved over it, rests there.
-    void offerTip(const Window& control, const std::wstring& tip, WPARAM keys, LPARAM place);
-
-    // Paints the frame around a control of the system's when the focus comes to it or leaves it.
-    void repaintAround(const Window& control);
-
     // True while a long command of the form runs: commands that would change what its loop walks
     // over wait or are refused.
     bool isBusy() const { return busy_ > 0; }
@@ -69,12 +55,8 @@ class Form : public Window {
     // Keeps the form alive (and marks nothing else).
     class Depth {
       public:
-        explicit Depth(Form* form) : form_(form) {
-            if (form_) ++form_->depth_;
-        }
-        ~Depth() {
-            if (form_) form_->leave();
-        }
+        explicit Depth(Form* form) : form_(form) { form_->enter(); }
+        ~Depth() { form_->leave(); }
         Depth(const Depth&) = delete;
         Depth& operator=(const Depth&) = delete;
 
@@ -82,6 +64,14 @@ class Form : public Window {
         Form* form_;
     };
 
+    void enter() override { ++depth_; }
+    void leave() override;
+    int dpiOfForm() const override { return dpi_; }
+    void paintGround(HDC target, const Window& control) const override;
+    bool isOnBorder(Point screen) const override { return hitTestBorder(screen).has_value(); }
+    void offerTip(const Window& control, const std::wstring& tip, WPARAM keys,
+                  LPARAM place) override;
+    void repaintAround(const Window& control) override;
     std::optional<AccessibleFacts> describe() const override;
 
     // Marks a long command; keeps the form alive as well.
@@ -120,16 +110,15 @@ class Form : public Window {
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
     void layout();
+    bool isSizable() const { return args_.minimum != Size{}; }
 
   private:
     friend class Forms;
-    friend class Window;
     friend bool filterMessage(MSG& message);
     static Rect centred(Size size, HWND beside);
     std::optional<LRESULT> hitTestBorder(Point screen) const;
     void paintFocus(HDC dc) const;
     void limitSize(MINMAXINFO& limits) const;
-    void leave();
     void close();
 
     FormArgs args_;
@@ -144,42 +133,7 @@ class Form : public Window {
     std::unique_ptr<class ToolTip> tips_;
 };
 
-// The program's window that is active now and visible, as the owner of one that is opened over it;
-// nullptr when there is none.
-HWND activeForm();
-
-// The program's loaded windows, in the order in which they were loaded. When the last one is
-// destroyed, the program is asked to quit.
-class Forms {
-  public:
-    // Takes a new form into its care until it is unloaded.
-    template <typename T, typename... Arguments>
-    static T& load(Arguments&&... arguments) {
-        auto form = std::make_unique<T>(std::forward<Arguments>(arguments)...);
-        T& loaded = *form;
-        adopt(std::move(form));
-        return loaded;
-    }
-
-    static std::vector<Form*> loaded();  // without those that are closing
-    static Form* find(const std::wstring& name);
-
-    // Unloads every form whose tag matches the pattern, in order; false as soon as one refuses.
-    static bool unloadTagged(const std::wstring& pattern);
-
-    // Unloads all that is left.
-    static void unloadAll();
-
-  private:
-    friend class Form;
-    static void adopt(std::unique_ptr<Form> form);
-    static void destroyLater(Form* form);
-};
-
 namespace RozneApi {
-
-// True when a window of that name is loaded; letter case aside.
-bool IsFormLoaded(const std::wstring& name);
 
 // Switches a window's system title bar on or off without moving it.
 void ShowTitleBar(const Window& window, bool show);

@@ -6,9 +6,7 @@
 #include "core/errors.h"
 #include "core/loop.h"
 #include "core/text.h"
-#include "ui/box.h"
-#include "ui/box_layout.h"
-#include "ui/chrome.h"
+#include "ui/forms.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -93,13 +91,8 @@ void installFailureNotice() {
 
 frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
                const std::wstring& buttons)
-    : Form(FormArgs{.name = L"frmBox",
-                    .caption = trimBlanks(title),
-                    .size = {kWidth, 120},
-                    .taskbar = owner == nullptr,
-                    .owner = owner}),
-      PicZahlavie(L"PicZahlavie", L" " + trimBlanks(title), *this),
-      IZavri(closePicture(L"IZavri", PicZahlavie)),
+    : SkinnedForm(
+          {.name = L"frmBox", .title = trimBlanks(title), .size = {kWidth, 120}, .owner = owner}),
       lblotazka({.name = L"lblotazka", .caption = readable(text), .parent = this, .wraps = true}),
       lblpokus({.name = L"lblpokus", .caption = readable(text), .parent = this, .visible = false}),
       scrolled_({.name = L"txtotazka",
@@ -110,18 +103,10 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
                  .scrollBar = true,
                  .visible = false}),
       lblnadpis(boxCaptions(buttons)) {
-    RozneApi::ShowTitleBar(*this, false);
-    IZavri.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left || button == MouseButton::None) unload();
-    };
-    PicZahlavie.onMouseDown = [this](MouseButton button, Point) {
-        if (button == MouseButton::Left) dragWindow(*this);
-    };
     scrolled_.setAccessibleName(trimBlanks(title));
     for (const std::wstring& caption : lblnadpis) addButton(caption);
-    layout();
-    centre(owner);
-    Itlačítko[refusingButton(static_cast<int>(Itlačítko.size())) - 1]->focus();
+    layoutCentred();
+    Itlačítko.back()->focus();  // the one that refuses
 }
 
 void frmBox::addButton(const std::wstring& caption) {
@@ -133,8 +118,7 @@ void frmBox::addButton(const std::wstring& caption) {
                                                  .normal = L"buton1",
                                                  .pressed = L"buton2",
                                                  .caption = caption}));
-    Itlačítko.back()->onRelease = [this, number](MouseButton button) {
-        if (button != MouseButton::Left) return;
+    Itlačítko.back()->onClick = [this, number] {
         answer_ = number;
         unload();
     };
@@ -149,8 +133,7 @@ int frmBox::textHeight(int width, int limit) {
     return std::min(height, limit);
 }
 
-void frmBox::onLayout() {
-    const int title = layoutTitle(*this, PicZahlavie, &IZavri, nullptr);
+Size frmBox::arrange(int title) {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
     GetMonitorInfoW(MonitorFromWindow(handle(), MONITOR_DEFAULTTONEAREST), &monitor);
@@ -171,11 +154,7 @@ void frmBox::onLayout() {
     const std::vector<Rect> row = boxButtonRow(captions, buttonTop, scaled(kButtonHeight),
                                                scaled(kButtonPadding), scaled(kButtonGap), inner);
     for (std::size_t i = 0; i < row.size(); ++i) Itlačítko[i]->setBounds(row[i]);
-    setClientSize({inner, buttonTop + scaled(kButtonHeight) + scaled(kBottom)});
-}
-
-void frmBox::onPaintGround(HDC dc, const RECT& area) const {
-    paintRim(dc, area);
+    return {inner, buttonTop + scaled(kButtonHeight) + scaled(kBottom)};
 }
 
 }  // namespace tunovka

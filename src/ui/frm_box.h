@@ -1,18 +1,39 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
-#include "ui/form.h"
+#include "ui/box_layout.h"
 #include "ui/image.h"
 #include "ui/label.h"
-#include "ui/picture_box.h"
 #include "ui/read_only_text.h"
+#include "ui/skinned_form.h"
 
 namespace tunovka {
 
+// The request to the message box and its answer, as every question of the program hands them over:
+// 1, 2 or 3 for the buttons in order, 0 when the box was closed without a choice.
+extern std::wstring BoxTitle, BoxText, BoxButtons;
+extern std::int16_t BoxAnswer;
+
+// Shows frmBox modally with the three texts set and returns its answer. A box that is opened over
+// another one never answers for it.
+std::int16_t ask(const std::wstring& title, const std::wstring& text, const std::wstring& buttons);
+inline std::int16_t ask(const BoxRequest& request) {
+    return ask(request.title, request.text, request.buttons);
+}
+
+// Shows a notice from the message loop: after what runs now has returned, and after any box that
+// is open has been answered.
+void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button);
+
+// Makes a failure that nobody handled a notice: title "CHYBA", its number and description.
+void installFailureNotice();
+
 // The program's message box. It is built for one question and gone after its answer.
-class frmBox : public Form {
+class frmBox : public SkinnedForm {
   public:
     frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
            const std::wstring& buttons);
@@ -20,17 +41,14 @@ class frmBox : public Form {
     std::int16_t answer() const { return answer_; }
 
   protected:
-    void onLayout() override;
+    Size arrange(int title) override;
     void onCancel() override { unload(); }
-    void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
     void addButton(const std::wstring& caption);
     int textHeight(int width, int limit);
 
     std::int16_t answer_ = 0;
-    TitleStrip PicZahlavie;
-    Image IZavri;
     Label lblotazka;
     Label lblpokus;          // measures the text on one line, never seen
     ReadOnlyText scrolled_;  // stands in for the label when the text is taller than the screen

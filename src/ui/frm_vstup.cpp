@@ -1,6 +1,5 @@
 #include "ui/frm_vstup.h"
 
-#include "ui/chrome.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -46,13 +45,10 @@ void frmVstup::Field::applyFont() {
 }
 
 frmVstup::frmVstup(const Form& owner, const InputRequest& request)
-    : Form(FormArgs{.name = L"frmVstup",
-                    .caption = request.title,
-                    .size = {kWidth, 120},
-                    .taskbar = false,
-                    .owner = owner.handle()}),
-      PicZahlavie(L"PicZahlavie", L" " + request.title, *this),
-      IZavri(closePicture(L"IZavri", PicZahlavie)),
+    : SkinnedForm({.name = L"frmVstup",
+                   .title = request.title,
+                   .size = {kWidth, 120},
+                   .owner = owner.handle()}),
       lblotazka({.name = L"lblotazka", .caption = request.prompt, .parent = this, .wraps = true}),
       txtodpoved(*this, request),
       Iano({.name = L"Iano",
@@ -67,18 +63,9 @@ frmVstup::frmVstup(const Form& owner, const InputRequest& request)
                .normal = L"buton1",
                .pressed = L"buton2",
                .caption = L"Zrušiť"}) {
-    RozneApi::ShowTitleBar(*this, false);
-    IZavri.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) unload();
-    };
-    Iano.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) onAccept();
-    };
-    Izrusit.onRelease = [this](MouseButton button) {
-        if (button == MouseButton::Left) unload();
-    };
-    layout();
-    centre(owner.handle());
+    Iano.onClick = [this] { onAccept(); };
+    Izrusit.onClick = [this] { unload(); };
+    layoutCentred();
     txtodpoved.selectStart(request.selected);
     txtodpoved.focus();
 }
@@ -88,11 +75,11 @@ void frmVstup::onAccept() {
     unload();
 }
 
-void frmVstup::onLayout() {
+Size frmVstup::arrange(int top) {
     const int margin = scaled(kMargin), gap = scaled(kGap);
     const int inner = scaled(kWidth);
     const int width = inner - 2 * margin;
-    int top = layoutTitle(*this, PicZahlavie, &IZavri, nullptr) + margin;
+    top += margin;
 
     const int prompt = lblotazka.measured(width).height;
     lblotazka.setBounds({margin, top, width, prompt});
@@ -109,11 +96,11 @@ void frmVstup::onLayout() {
     const int left = (inner - 2 * button - gap) / 2;
     Iano.setBounds({left, top, button, height});
     Izrusit.setBounds({left + button + gap, top, button, height});
-    setClientSize({inner, top + height + margin});
+    return {inner, top + height + margin};
 }
 
 void frmVstup::onPaintGround(HDC dc, const RECT& area) const {
-    paintRim(dc, area);
+    SkinnedForm::onPaintGround(dc, area);
     RECT field = toRECT(txtodpoved.bounds());
     InflateRect(&field, scaled(kFieldPadding), scaled(kFieldPadding));
     fillRect(dc, field, GetSysColor(COLOR_WINDOW));

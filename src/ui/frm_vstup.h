@@ -1,22 +1,35 @@
 #pragma once
 
-#include "ui/form.h"
+#include <cstddef>
+#include <string>
+
 #include "ui/image.h"
-#include "ui/input_box.h"
 #include "ui/label.h"
-#include "ui/picture_box.h"
+#include "ui/skinned_form.h"
 
 namespace tunovka {
 
+// A question that is answered by typing one line.
+struct InputRequest {
+    std::wstring title;
+    std::wstring prompt;
+    std::wstring answer;  // what stands in the field at first
+    std::size_t selected =
+        0;  // letters at its start that are selected, so that typing replaces them
+};
+
+// Asks modally over a form. Returns the text as typed, "" when the person cancels.
+std::wstring askForText(const Form& owner, const InputRequest& request);
+
 // The window behind askForText().
-class frmVstup : public Form {
+class frmVstup : public SkinnedForm {
   public:
     frmVstup(const Form& owner, const InputRequest& request);
 
     const std::wstring& answer() const { return answer_; }
 
   protected:
-    void onLayout() override;
+    Size arrange(int top) override;
     void onAccept() override;
     void onCancel() override { unload(); }
     void onPaintGround(HDC dc, const RECT& area) const override;
@@ -31,8 +44,6 @@ class frmVstup : public Form {
     };
 
     std::wstring answer_;
-    TitleStrip PicZahlavie;
-    Image IZavri;
     Label lblotazka;
     Field txtodpoved;
     Image Iano, Izrusit;

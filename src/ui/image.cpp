@@ -4,7 +4,6 @@
 
 #include "core/text.h"
 #include "ui/accessible.h"
-#include "ui/form.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 
@@ -19,7 +18,8 @@ Image::Image(const ImageArgs& args)
              Creation::WhenPlaced),
       normalKey_(args.normal),
       pressedKey_(args.pressed),
-      caption_(args.caption) {
+      caption_(args.caption),
+      anyButton_(args.anyButton) {
     if (caption_.empty()) setTip(args.text);
 }
 
@@ -43,24 +43,24 @@ std::optional<AccessibleFacts> Image::describe() const {
 }
 
 void Image::press(MouseButton button) {
-    if (held_ != MouseButton::None) return;
+    if (held_ != MouseButton::None || (button != MouseButton::Left && !anyButton_)) return;
     held_ = button;
     SetCapture(handle());
     showPressed(true);
-    if (onPress) onPress(button);
+    if (onPress) onPress();
 }
 
 void Image::release(MouseButton button) {
-    if (held_ != button) return;
+    if (held_ == MouseButton::None || held_ != button) return;
     held_ = MouseButton::None;
     if (GetCapture() == handle()) ReleaseCapture();
     showPressed(false);
-    if (onRelease) onRelease(button);
+    if (onClick) onClick();
 }
 
 void Image::paint() const {
     const PaintDc paint(handle());
-    form().paintGround(paint.dc(), *this);
+    host().paintGround(paint.dc(), *this);
     const Size size = clientSize();
     const std::wstring& key = shownPicture();
     if (colors().plain && !caption_.empty()) {

@@ -6,9 +6,8 @@
 
 namespace tunovka {
 
-// A picture button: two pictures of the skin, one of them shown while it is pressed. The release is
-// reported to the control that was pressed, wherever the pointer then is. Space and Enter press and
-// release it from the keyboard, as the left button.
+// A picture button: two pictures of the skin, one of them shown while it is pressed by the left
+// mouse button, Space or Enter.
 class Image : public Window {
   public:
     struct ImageArgs {
@@ -20,12 +19,13 @@ class Image : public Window {
         std::wstring caption;  // drawn over the picture, which then stretches
         bool visible = true;
         bool tabStop = true;
+        bool anyButton = false;  // of the mouse presses it, not the left one alone
     };
 
     explicit Image(const ImageArgs& args);
 
-    std::function<void(MouseButton)> onPress;
-    std::function<void(MouseButton)> onRelease;
+    std::function<void()> onPress;
+    std::function<void()> onClick;  // at the release, wherever the pointer then is
 
     // Size that shows the pictures as they are drawn, in pixels.
     Size naturalSize() const;
@@ -46,7 +46,7 @@ class Image : public Window {
 
     std::wstring normalKey_, pressedKey_, caption_;
     MouseButton held_ = MouseButton::None;
-    bool pressed_ = false;
+    bool pressed_ = false, anyButton_;
 };
 
 }  // namespace tunovka

@@ -69,13 +69,11 @@ ImageScroller::ImageScroller(Window& parent, ListView& list, RowsPerPage rowsPer
 }
 
 void ImageScroller::bindArrow(Image& arrow, ScrollDirection direction) {
-    arrow.onPress = [this, direction](MouseButton button) {
-        if (button != MouseButton::Left) return;
+    arrow.onPress = [this, direction] {
         direction_ = direction;
         Timer1.setInterval(kFirstRepeat);
     };
-    arrow.onRelease = [this](MouseButton button) {
-        if (button != MouseButton::Left) return;
+    arrow.onClick = [this] {
         Timer1.setInterval(0);
         step();
     };

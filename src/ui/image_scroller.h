@@ -1,10 +1,10 @@
 #pragma once
 
+#include "core/loop.h"
 #include "ui/image.h"
 #include "ui/list_view.h"
 #include "ui/picture_box.h"
 #include "ui/scroller_math.h"
-#include "ui/timer.h"
 
 namespace tunovka {
 

@@ -3,7 +3,6 @@
 #include <oleacc.h>
 
 #include "ui/accessible.h"
-#include "ui/form.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -13,7 +12,7 @@ Label::Label(const LabelArgs& args)
                   .text = args.caption,
                   .style = WS_CHILD | (args.visible ? WS_VISIBLE : 0u),
                   .parent = args.parent},
-             Creation::WithText),
+             Creation::WhenPlaced),
       format_(args.format),
       font_(args.font),
       wraps_(args.wraps),
@@ -43,7 +42,7 @@ std::optional<AccessibleFacts> Label::describe() const {
 
 void Label::paint() const {
     const PaintDc paint(handle());
-    form().paintGround(paint.dc(), *this);
+    host().paintGround(paint.dc(), *this);
     RECT area{};
     GetClientRect(handle(), &area);
     const UINT lines = wraps_ ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE | DT_VCENTER;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/errors.h"
-#include "ui/common_controls.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 
@@ -72,10 +71,9 @@ void ListView::applyScale() {
     scale_ = dpi();
     // Rows are as high as the pictures of this list, which itself is never seen: rows paint theirs.
     const int height = std::max(Skin::fontHeight(scale_), scaled(kPicture)) + scaled(kRowPadding);
-    const HIMAGELIST measure = CommonControls::createImageList(1, height, ILC_COLOR, 1);
-    const auto before = reinterpret_cast<HIMAGELIST>(
-        send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(measure)));
-    CommonControls::destroyImageList(before);
+    const ImageList before(reinterpret_cast<HIMAGELIST>(
+        send(LVM_SETIMAGELIST, LVSIL_SMALL,
+             reinterpret_cast<LPARAM>(ImageList(Size{1, height}).release()))));
     send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(scale_)), TRUE);
     // The header is as high as its font, which is not the one that it is painted with.
     LOGFONTW font{};

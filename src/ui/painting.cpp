@@ -91,6 +91,24 @@ Size measureText(const std::wstring& text, HFONT font, int width) {
     return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
 }
 
+void paintCard(HDC dc, const RECT& area) {
+    fillRect(dc, area, colors().card);
+    paintWell(dc, area);
+}
+
+void paintWell(HDC dc, const RECT& area) {
+    RECT frame = area;
+    InflateRect(&frame, 1, 1);
+    frameRect(dc, frame, colors().edge);
+}
+
+void paintStrip(HDC dc, Size size, const RECT& filled) {
+    const RECT area{0, 0, size.width, size.height};
+    fillRect(dc, area, colors().field);
+    fillRect(dc, filled, colors().bar);
+    frameRect(dc, area, colors().edge);
+}
+
 void drawFocus(HDC dc, RECT area, int line) {
     for (const Color color : {colors().focusHalo, colors().focus}) {
         for (int i = 0; i < line; ++i) {

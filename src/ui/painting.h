@@ -68,6 +68,14 @@ void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT fo
 // Size of a text on one line, or wrapped at `width` pixels when that is positive.
 Size measureText(const std::wstring& text, HFONT font, int width = 0);
 
+// A pale card on the ground, for texts that are read; its colour is plain, so that controls that
+// cannot show through what lies behind them can stand on it.
+void paintCard(HDC dc, const RECT& area);
+// A sunken field on the ground, as lists and strips stand in.
+void paintWell(HDC dc, const RECT& area);
+// A framed strip of which a part is filled.
+void paintStrip(HDC dc, Size size, const RECT& filled);
+
 // Two frames within an area that show the focus, one dark and one light, so that they are seen on
 // any picture; each as thick as `line` pixels.
 void drawFocus(HDC dc, RECT area, int line);

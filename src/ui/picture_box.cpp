@@ -4,7 +4,6 @@
 
 #include "core/text.h"
 #include "ui/accessible.h"
-#include "ui/form.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 
@@ -82,7 +81,7 @@ bool PictureBox::takeWheel(int turned) {
 std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_NCHITTEST:
-            if (form().isOnBorder(pointOf(lparam))) return HTTRANSPARENT;
+            if (host().isOnBorder(pointOf(lparam))) return HTTRANSPARENT;
             return std::nullopt;
         case WM_SETCURSOR:
             if (!cursor) return std::nullopt;
@@ -92,9 +91,9 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
             return 1;
         case WM_PAINT: {
             const PaintDc paint(handle());
-            form().paintGround(paint.dc(), *this);
+            host().paintGround(paint.dc(), *this);
             const Size size = clientSize();
-            if (onPaint) onPaint(paint.dc(), size);
+            paintBehind(paint.dc());
             if (hasFocus()) drawFocus(paint.dc(), {0, 0, size.width, size.height}, scaled(1));
             return 0;
         }
@@ -128,39 +127,6 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
         default:
             return std::nullopt;
     }
-}
-
-TitleStrip::TitleStrip(const std::wstring& name, const std::wstring& title, Window& parent)
-    : PictureBox({.name = name, .text = title, .parent = &parent, .container = true}) {
-    onPaint = [this](HDC dc, Size size) {
-        if (colors().plain)
-            fillRect(dc, {0, 0, size.width, size.height}, colors().title);
-        else
-            Skin::drawStretched(dc, L"zahlavie", {0, 0, size.width, size.height}, dpi());
-        const RECT area{scaled(4), 0, size.width, size.height};
-        drawText(dc, Window::text(), area, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS,
-                 Skin::font(dpi(), Skin::Font::Bold), colors().titleText);
-    };
-    onMouseMove = [this](MouseButton held, Point) {
-        if (held == MouseButton::Left) dragWindow(form());
-    };
-    onMouseUp = [this](MouseButton button, Point) {
-        if (button == MouseButton::Right && onRightUp) onRightUp();
-    };
-}
-
-void TitleStrip::setText(const std::wstring& title) {
-    PictureBox::setText(title);
-    invalidate();
-}
-
-std::optional<AccessibleFacts> TitleStrip::describe() const {
-    return AccessibleFacts{.role = ROLE_SYSTEM_STATICTEXT, .name = trimBlanks(text())};
-}
-
-void dragWindow(const Form& form) {
-    ReleaseCapture();
-    SendMessageW(form.handle(), WM_NCLBUTTONDOWN, HTCAPTION, static_cast<LPARAM>(GetMessagePos()));
 }
 
 }  // namespace tunovka

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "ui/strip_move.h"
+#include "ui/geometry.h"
 #include "ui/window.h"
 
 namespace tunovka {
@@ -39,6 +39,9 @@ class PictureBox : public Window {
     void showValue();
 
     std::optional<AccessibleFacts> describe() const override;
+    void paintBehind(HDC dc) const override {
+        if (onPaint) onPaint(dc, clientSize());
+    }
 
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -51,19 +54,5 @@ class PictureBox : public Window {
     bool rising_;
     int turned_ = 0;  // the part of a notch of the wheel that is not passed on yet
 };
-
-// The picture strip on top of a window: shows a title and drags the window.
-class TitleStrip : public PictureBox {
-  public:
-    TitleStrip(const std::wstring& name, const std::wstring& title, Window& parent);
-
-    void setText(const std::wstring& title) override;
-    std::optional<AccessibleFacts> describe() const override;
-
-    std::function<void()> onRightUp;
-};
-
-// Hands the pointer's drag to the system, which moves the window as if by its caption.
-void dragWindow(const Form& form);
 
 }  // namespace tunovka

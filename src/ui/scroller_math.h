@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "core/counter16.h"
-#include "ui/strip_move.h"
+#include "ui/geometry.h"
 
 namespace tunovka {
 

@@ -6,10 +6,10 @@
 #include <tuple>
 #include <utility>
 
-#include "ui/common_controls.h"
-#include "ui/dpi.h"
+#include "core/late_function.h"
 #include "ui/painting.h"
 #include "ui/skin_pack.h"
+#include "ui/window.h"
 
 namespace tunovka {
 namespace Skin {
@@ -167,18 +167,30 @@ int fontHeight(int dpi, Font kind) {
 
 }  // namespace Skin
 
+namespace {
+
+constexpr wchar_t kControls[] = L"comctl32.dll";  // loaded with the first list
+
+}  // namespace
+
+ImageList::ImageList(Size size) {
+    static const LateFunction<decltype(ImageList_Create)> create(kControls, "ImageList_Create");
+    if (create) handle_ = create(size.width, size.height, ILC_COLOR32 | ILC_MASK, 1, 16);
+}
+
 ImageList::ImageList(const std::vector<std::wstring>& keys, int side)
-    : handle_(CommonControls::createImageList(side, side, ILC_COLOR32 | ILC_MASK,
-                                              static_cast<int>(keys.size()))) {
+    : ImageList(Size{side, side}) {
+    static const LateFunction<decltype(ImageList_ReplaceIcon)> put(kControls,
+                                                                   "ImageList_ReplaceIcon");
     for (const std::wstring& key : keys) {
-        const HICON icon = Skin::createIcon(key, side);
-        if (icon && CommonControls::addIcon(handle_, icon)) keys_.push_back(key);
-        if (icon) DestroyIcon(icon);
+        const Icon icon(Skin::createIcon(key, side));
+        if (icon && put && put(handle_, -1, icon.get()) >= 0) keys_.push_back(key);
     }
 }
 
 ImageList::~ImageList() {
-    CommonControls::destroyImageList(handle_);
+    static const LateFunction<decltype(ImageList_Destroy)> destroy(kControls, "ImageList_Destroy");
+    if (handle_ && destroy) destroy(handle_);
 }
 
 ImageList::ImageList(ImageList&& other) noexcept

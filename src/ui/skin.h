@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ui/geometry.h"
@@ -42,6 +43,9 @@ int fontHeight(int dpi, Font font = Font::Text);
 class ImageList {
   public:
     ImageList() = default;
+    explicit ImageList(HIMAGELIST list) : handle_(list) {}
+    // For pictures of that size, in pixels; without one.
+    explicit ImageList(Size size);
     // Square pictures of `side` pixels.
     ImageList(const std::vector<std::wstring>& keys, int side);
     ~ImageList();
@@ -49,6 +53,8 @@ class ImageList {
     ImageList& operator=(ImageList&& other) noexcept;
 
     HIMAGELIST handle() const { return handle_; }
+    // Gives the list to a control that destroys it.
+    HIMAGELIST release() { return std::exchange(handle_, nullptr); }
     // Position of a key's picture, -1 for an unknown or empty key.
     int index(const std::wstring& key) const;
 

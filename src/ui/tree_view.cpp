@@ -21,7 +21,7 @@ TreeView::TreeView(const TreeArgs& args)
                   .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | TVS_HASBUTTONS |
                            TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
                   .parent = args.parent},
-             args.putOff ? Creation::PutOff : Creation::Now),
+             args.putOff ? Creation::OnDemand : Creation::Now),
       mouse_(*this,
              {.press = [this](MouseButton button, Point point) { pressed(button, point); },
               .release = [this](MouseButton button, Point point) { released(button, point); },

@@ -22,7 +22,7 @@ class TreeView : public Window {
         std::wstring name;
         std::wstring text;  // the accessible name
         Window* parent;
-        bool putOff = false;  // created by appear()
+        bool putOff = false;  // created by createNow()
     };
     struct NodeArgs {
         std::wstring parentKey;

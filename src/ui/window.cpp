@@ -1,14 +1,14 @@
 #include "ui/window.h"
 
+#include <commctrl.h>
+
 #include <unordered_map>
 #include <utility>
 
 #include "core/errors.h"
+#include "core/late_function.h"
 #include "core/loop.h"
 #include "ui/accessible.h"
-#include "ui/common_controls.h"
-#include "ui/dpi.h"
-#include "ui/form.h"
 
 namespace tunovka {
 namespace {
@@ -20,6 +20,20 @@ constexpr wchar_t kNameProperty[] = L"Tunovka.name";
 std::unordered_map<HWND, Window*>& owners() {
     static std::unordered_map<HWND, Window*> map;
     return map;
+}
+
+// The classes of the system's controls. Their library is loaded with the first of them: that is a
+// good part of a program's start, and the explorer's first picture needs none.
+void prepareSystemControls() {
+    static const bool ready = [] {
+        const LateFunction<decltype(InitCommonControlsEx)> prepare(L"comctl32.dll",
+                                                                   "InitCommonControlsEx");
+        const INITCOMMONCONTROLSEX classes{
+            sizeof classes,
+            ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
+        return prepare && prepare(&classes);
+    }();
+    (void)ready;
 }
 
 void registerOwnClass(WNDPROC procedure) {
@@ -42,6 +56,19 @@ void registerOwnClass(WNDPROC procedure) {
 Window* windowOf(HWND handle) {
     const auto found = owners().find(handle);
     return found == owners().end() ? nullptr : found->second;
+}
+
+int dpiOf(HWND window) {
+    using GetDpi = UINT(WINAPI*)(HWND);
+    static const auto getDpi = reinterpret_cast<GetDpi>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow")));
+    if (getDpi) {
+        if (const UINT dpi = getDpi(window)) return static_cast<int>(dpi);
+    }
+    const HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    return dpi;
 }
 
 Point pointOf(LPARAM lparam) {
@@ -72,51 +99,17 @@ Window::Window(const Args& args, Creation creation) : creation_(creation) {
         create(args);
         return;
     }
-    putOff_ = std::make_unique<Args>(args);
+    waiting_ = std::make_unique<Args>(args);
     name_ = args.name;
-    if (args.parent) form_ = args.parent->form_;
+    if (args.parent) host_ = args.parent->host_;
 }
 
-void Window::appear() {
-    if (!putOff_) return;
-    const std::unique_ptr<Args> args = std::move(putOff_);
-    if (args->parent) args->parent->appear();
+void Window::createNow() {
+    if (!waiting_) return;
+    const std::unique_ptr<Args> args = std::move(waiting_);
+    if (args->parent) args->parent->createNow();
     create(*args);
     onCreated();
-}
-
-void Window::appearWhenDue() {
-    if (creation_ == Creation::PutOff) return;
-    if (creation_ == Creation::WithText && putOff_->text.empty()) return;
-    if (putOff_->bounds.width > 0 && putOff_->bounds.height > 0) appear();
-}
-
-Window::Window(Window&& other) noexcept
-    : handle_(std::exchange(other.handle_, nullptr)),
-      putOff_(std::move(other.putOff_)),
-      creation_(other.creation_),
-      form_(other.form_),
-      original_(other.original_),
-      name_(std::move(other.name_)),
-      accessibleName_(std::move(other.accessibleName_)),
-      tip_(std::move(other.tip_)) {
-    bind();
-}
-
-Window& Window::operator=(Window&& other) noexcept {
-    if (this != &other) {
-        destroy();
-        handle_ = std::exchange(other.handle_, nullptr);
-        putOff_ = std::move(other.putOff_);
-        creation_ = other.creation_;
-        form_ = other.form_;
-        original_ = other.original_;
-        name_ = std::move(other.name_);
-        accessibleName_ = std::move(other.accessibleName_);
-        tip_ = std::move(other.tip_);
-        bind();
-    }
-    return *this;
 }
 
 Window::~Window() {
@@ -124,9 +117,9 @@ Window::~Window() {
 }
 
 void Window::create(const Args& args) {
-    if (args.className) CommonControls::prepare();
+    if (args.className) prepareSystemControls();
     name_ = args.name;
-    if (args.parent) form_ = args.parent->form_;
+    if (args.parent) host_ = args.parent->host_;
     registerOwnClass(ownProcedure);
     handle_ = CreateWindowExW(args.exStyle, args.className ? args.className : kClassName,
                               args.text.c_str(), args.style | WS_CLIPSIBLINGS, args.bounds.x,
@@ -136,7 +129,7 @@ void Window::create(const Args& args) {
     if (!handle_) throw RuntimeError(kOutOfMemory);
     SetPropW(handle_, kNameProperty,
              reinterpret_cast<HANDLE>(UINT_PTR{GlobalAddAtomW(name_.c_str())}));
-    bind();
+    owners()[handle_] = this;
     // The system's own way of subclassing costs two property look-ups a message, which is much for
     // a tree of thousands of nodes.
     if (args.className)
@@ -153,13 +146,9 @@ void Window::destroy() {
     DestroyWindow(handle);
 }
 
-void Window::bind() {
-    if (handle_) owners()[handle_] = this;
-}
-
 LRESULT CALLBACK Window::ownProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
     if (Window* window = windowOf(handle)) return window->route(message, wparam, lparam);
-    // A window without its object, yet or already: its class deals with it.
+    // Its object is not bound to it yet, or has let go of it: the window's class answers.
     const auto ofClass = reinterpret_cast<WNDPROC>(GetClassLongPtrW(handle, GCLP_WNDPROC));
     return CallWindowProcW(ofClass == ownProcedure ? DefWindowProcW : ofClass, handle, message,
                            wparam, lparam);
@@ -167,21 +156,24 @@ LRESULT CALLBACK Window::ownProcedure(HWND handle, UINT message, WPARAM wparam, 
 
 LRESULT Window::route(UINT message, WPARAM wparam, LPARAM lparam) {
     // The form, and with it this window, stays alive until the message is answered.
-    const Form::Depth depth(form_);
+    Host* const host = host_;
+    if (host) host->enter();
     LRESULT result = 0;
     bool answered = false;
     guarded([&] { answered = answer(result, message, wparam, lparam); });
-    return answered ? result : defaultProcedure(message, wparam, lparam);
+    if (!answered) result = defaultProcedure(message, wparam, lparam);
+    if (host) host->leave();
+    return result;
 }
 
 bool Window::answer(LRESULT& result, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_MOUSEMOVE && !tip_.empty()) form_->offerTip(*this, tip_, wparam, lparam);
+    if (message == WM_MOUSEMOVE && !tip_.empty()) host_->offerTip(*this, tip_, wparam, lparam);
     std::optional<LRESULT> answer = reflect(message, wparam, lparam);
     if (!answer) answer = onMessage(message, wparam, lparam);
     if (!answer && message == WM_GETOBJECT && describe())
         answer = accessibleAnswer(handle_, wparam, lparam);
-    if ((message == WM_SETFOCUS || message == WM_KILLFOCUS) && form_ && isSystemControl())
-        form_->repaintAround(*this);
+    if ((message == WM_SETFOCUS || message == WM_KILLFOCUS) && host_ && isSystemControl())
+        host_->repaintAround(*this);
     if (answer) result = *answer;
     return answer.has_value();
 }
@@ -223,13 +215,8 @@ HBRUSH Window::onColors(HDC) {
     return nullptr;
 }
 
-Form& Window::form() const {
-    if (!form_) throw RuntimeError(kInvalidCall, name_);
-    return *form_;
-}
-
 Rect Window::bounds() const {
-    if (putOff_) return putOff_->bounds;
+    if (waiting_) return waiting_->bounds;
     RECT area{};
     GetWindowRect(handle_, &area);
     if (GetWindowLongW(handle_, GWL_STYLE) & WS_CHILD)
@@ -245,9 +232,10 @@ Size Window::clientSize() const {
 }
 
 void Window::setBounds(const Rect& bounds) {
-    if (putOff_) {
-        putOff_->bounds = bounds;
-        return appearWhenDue();
+    if (waiting_) {
+        waiting_->bounds = bounds;
+        if (creation_ == Creation::WhenPlaced && bounds.width > 0 && bounds.height > 0) createNow();
+        return;
     }
     if (bounds == this->bounds()) return;
     SetWindowPos(handle_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
@@ -255,13 +243,13 @@ void Window::setBounds(const Rect& bounds) {
 }
 
 void Window::setVisible(bool visible) {
-    if (putOff_)
-        putOff_->style = visible ? putOff_->style | WS_VISIBLE : putOff_->style & ~WS_VISIBLE;
+    if (waiting_)
+        waiting_->style = visible ? waiting_->style | WS_VISIBLE : waiting_->style & ~WS_VISIBLE;
     else
         ShowWindow(handle_, visible ? SW_SHOWNA : SW_HIDE);
 }
 bool Window::isVisible() const {
-    return (putOff_ ? putOff_->style : GetWindowLongW(handle_, GWL_STYLE)) & WS_VISIBLE;
+    return (waiting_ ? waiting_->style : GetWindowLongW(handle_, GWL_STYLE)) & WS_VISIBLE;
 }
 void Window::setEnabled(bool enabled) {
     EnableWindow(handle_, enabled);
@@ -283,7 +271,7 @@ void Window::invalidate() {
 }
 
 std::wstring Window::text() const {
-    if (putOff_) return putOff_->text;
+    if (waiting_) return waiting_->text;
     std::wstring text(GetWindowTextLengthW(handle_), L'\0');
     if (!text.empty()) {
         const int length = GetWindowTextW(handle_, text.data(), static_cast<int>(text.size()) + 1);
@@ -293,16 +281,14 @@ std::wstring Window::text() const {
 }
 
 void Window::setText(const std::wstring& text) {
-    if (!putOff_) {
+    if (waiting_)
+        waiting_->text = text;
+    else
         SetWindowTextW(handle_, text.c_str());
-        return;
-    }
-    putOff_->text = text;
-    appearWhenDue();
 }
 
 int Window::dpi() const {
-    return form_ ? form_->dpi_ : dpiOf(handle_);
+    return host_ ? host_->dpiOfForm() : dpiOf(handle_);
 }
 int Window::scaled(int units) const {
     return scaledTo(dpi(), units);

@@ -13,10 +13,32 @@ namespace tunovka {
 
 using MultiMedialny::Color;
 
-class Form;
+class Window;
 struct AccessibleFacts;
 
 enum class MouseButton { None, Left, Right, Middle };
+
+// What the form that a control lies on does for it.
+class Host {
+  public:
+    // A handler of one of its windows begins: the form stays alive until the matching leave().
+    virtual void enter() = 0;
+    virtual void leave() = 0;
+
+    virtual int dpiOfForm() const = 0;
+    // Paints the form's ground behind a control; `target` is the control's own device context.
+    virtual void paintGround(HDC target, const Window& control) const = 0;
+    // True where the border of a sizable form is grasped; controls let the mouse through there.
+    virtual bool isOnBorder(Point screen) const = 0;
+    // Shows a control's tip when the pointer, which has moved over it, rests there.
+    virtual void offerTip(const Window& control, const std::wstring& tip, WPARAM keys,
+                          LPARAM place) = 0;
+    // The focus has come to a control of the system's or left it: its frame is painted again.
+    virtual void repaintAround(const Window& control) = 0;
+
+  protected:
+    ~Host() = default;
+};
 
 // The owner of one system window and the one place where its messages are routed: a window of the
 // program's own class, or a system control that is subclassed, sends every message to onMessage()
@@ -38,19 +60,14 @@ class Window {
 
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
-    Window(Window&& other) noexcept;
-    Window& operator=(Window&& other) noexcept;
     virtual ~Window();
 
     HWND handle() const { return handle_; }
 
-    // Creates a window that was put off, and its parent; nothing when it is there. Until then it
-    // has its arguments and nothing else: what else is asked of it does nothing.
-    void appear();
+    // Creates a window that waits to be created, and its parent; nothing when it is there. Until
+    // then it has its arguments and nothing else: what else is asked of it does nothing.
+    void createNow();
     const std::wstring& name() const { return name_; }
-
-    // The form that the window lies on (itself for a form).
-    Form& form() const;
 
     Rect bounds() const;  // within the parent's client area; of a form, on the screen
     Size clientSize() const;
@@ -76,8 +93,13 @@ class Window {
     // The name that it reads out for a control whose text is something else; "" for none.
     void setAccessibleName(const std::wstring& name) { accessibleName_ = name; }
 
+    // True for a control of the system's, which cannot show its focus within.
+    bool isSystemControl() const { return original_ != DefWindowProcW; }
     // Room between a system control and the frame that shows its focus, in 96ths of an inch.
     virtual int focusGap() const { return 0; }
+
+    // Paints what controls that lie on this one show behind them.
+    virtual void paintBehind(HDC) const {}
 
     // The number in 96ths of an inch as pixels of this window's screen.
     int scaled(int units) const;
@@ -87,14 +109,14 @@ class Window {
     Point fromScreen(Point point) const;
 
   protected:
-    // When the system window comes into being: at once; with the first setBounds(), so that it need
-    // not be moved there, of a text not before there is one; or by appear().
-    enum class Creation { Now, WhenPlaced, WithText, PutOff };
+    // When the system window is created: at once; with the first setBounds() that gives it an
+    // area, so that it need not be moved there; or by createNow().
+    enum class Creation { Now, WhenPlaced, OnDemand };
 
     explicit Window(const Args& args, Creation creation = Creation::Now);
     Window() = default;
     void create(const Args& args);
-    // Called when a window that was put off has been created.
+    // Called when a window that waited to be created is there.
     virtual void onCreated() {}
     void destroy();
 
@@ -110,26 +132,35 @@ class Window {
     // A control asks for its colours: set them in its device context, return the ground's brush.
     virtual HBRUSH onColors(HDC dc);
 
+    // Of a control: the form that it lies on.
+    Host& host() const { return *host_; }
+
     // What the window does with a message that is left to it.
     LRESULT defaultProcedure(UINT message, WPARAM wparam, LPARAM lparam);
 
   private:
     friend class Form;
-    bool isSystemControl() const { return original_ != DefWindowProcW; }
     static LRESULT CALLBACK ownProcedure(HWND, UINT, WPARAM, LPARAM);
     LRESULT route(UINT message, WPARAM wparam, LPARAM lparam);
     bool answer(LRESULT& answer, UINT message, WPARAM wparam, LPARAM lparam);
     std::optional<LRESULT> reflect(UINT message, WPARAM wparam, LPARAM lparam);
-    void bind();
-    void appearWhenDue();
 
     HWND handle_ = nullptr;
-    std::unique_ptr<Args> putOff_;
+    std::unique_ptr<Args> waiting_;  // until the window is created
     Creation creation_ = Creation::Now;
-    Form* form_ = nullptr;
+    Host* host_ = nullptr;
     WNDPROC original_ = DefWindowProcW;  // of a system control its own
     std::wstring name_, accessibleName_, tip_;
 };
+
+// Dots per inch of the screen that a window lies on; of the system where Windows is too old to
+// tell them apart.
+int dpiOf(HWND window);
+
+// The one scaling function: a size written for 96 dots per inch, in pixels of a screen.
+inline int scaledTo(int dpi, int units) {
+    return MulDiv(units, dpi, 96);
+}
 
 // The Window object of a system window, nullptr when it is none of the program's.
 Window* windowOf(HWND handle);

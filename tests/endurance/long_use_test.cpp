@@ -16,7 +16,8 @@
 #include "support/last_words.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/box.h"
+#include "ui/forms.h"
+#include "ui/frm_box.h"
 
 namespace tunovka {
 namespace {
@@ -177,6 +178,10 @@ TEST_F(LongUse, LeavesEverythingWhereItWas) {
     std::cout << times << " times: " << before << " -> " << after << std::endl;
 }
 
+struct Menu : handle_kinds::NullIsNone<HMENU> {
+    static void close(HMENU menu) { DestroyMenu(menu); }
+};
+
 // Something of each kind: 2 windows, a menu, a brush, 2 handles beside the event's, a thread.
 struct Takings {
     static HWND window(DWORD style, HWND parent) {
@@ -188,8 +193,8 @@ struct Takings {
         WaitForSingleObject(thread.get(), INFINITE);
     }
     SystemWindow top{window(WS_POPUP, nullptr)}, unseen{window(0, HWND_MESSAGE)};
-    MenuHandle menu{CreatePopupMenu()};
-    Brush brush{CreateSolidBrush(0x123456)};
+    Handle<Menu> menu{CreatePopupMenu()};
+    Handle<handle_kinds::Gdi<HBRUSH>> brush{CreateSolidBrush(0x123456)};
     FileHandle file{locked(samplesFolder() + L"Vitajte.m3u", FILE_SHARE_READ)};
     KernelHandle event{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     KernelHandle thread{CreateThread(nullptr, 0, awaitEvent, event.get(), 0, nullptr)};

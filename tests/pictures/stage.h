@@ -16,6 +16,7 @@
 #include "pictures/album.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
+#include "ui/forms.h"
 
 namespace tunovka {
 
@@ -133,7 +134,7 @@ class Stage : public testing::Test {
         choose(explorer.contents.Tview, name);
         explorer.prehrat.choose(L"editovat_playlist");
         DeleteFileW((L"E:\\" + name).c_str());
-        return dynamic_cast<frmplejlist&>(windowOf(control(L"frmplejlist", L"Lview"))->form());
+        return dynamic_cast<frmplejlist&>(*openForm(L"frmplejlist"));
     }
 
     frmPrieskumnik& explorer = start();

@@ -1,8 +1,8 @@
 // Every window as a person sees it.
 #include "files/frm_kopirovanie.h"
 #include "pictures/stage.h"
-#include "ui/box.h"
 #include "ui/colors.h"
+#include "ui/frm_box.h"
 
 namespace tunovka {
 namespace {
@@ -98,17 +98,15 @@ TEST_F(Pictures, RunningSearch) {
     };
     person.setInterval(10);
     explorer.menuprestrom.choose(L"prehladaj_adresar");
-    ASSERT_TRUE(runUntil([&] {
-        return person.interval() == 0 &&
-               !windowOf(control(L"frmhladanie", L"Lview"))->form().isBusy();
-    }));
+    ASSERT_TRUE(
+        runUntil([&] { return person.interval() == 0 && !openForm(L"frmhladanie")->isBusy(); }));
 }
 
 TEST_F(Pictures, Editor) {
     choose(explorer.folders.strom, kFolder);
     explorer.menuprestrom.choose(L"novy_plalist");
     hold(L"new-editor", L"frmplejlist");
-    auto& editor = dynamic_cast<frmplejlist&>(windowOf(control(L"frmplejlist", L"Lview"))->form());
+    auto& editor = dynamic_cast<frmplejlist&>(*openForm(L"frmplejlist"));
     for (const std::wstring& file : {kFolder + kSong, std::wstring(L"E:\\Čerešňový sad.mp3"),
                                      kFolder + L"Vianočné\\Kométa.wav"})
         editor.Lview_OLEDragDrop(file, {}, {});

@@ -11,7 +11,7 @@
 #include "app/frm_prieskumnik.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/text_data.h"
+#include "ui/drag_drop.h"
 
 namespace tunovka {
 

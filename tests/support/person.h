@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "ui/box_request.h"
+#include "core/loop.h"
+#include "ui/box_layout.h"
 #include "ui/form.h"
 #include "ui/image.h"
-#include "ui/timer.h"
 
 // The person in front of the program: finding what is on the screen, waiting, and answering.
 

@@ -16,9 +16,9 @@
 #include "support/editor_stage.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
+#include "ui/forms.h"
 #include "ui/frm_box.h"
 #include "ui/frm_vstup.h"
-#include "ui/modal.h"
 
 namespace tunovka {
 namespace {
@@ -245,7 +245,7 @@ TEST_F(Ease, TheWheelTurnsWhatLiesUnderThePointer) {
     std::wstring lines;
     for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
     open(lines);
-    window->IZavri.focus();
+    window->closer().focus();
     const auto turnOver = [&](const Window& control) {
         const Point at = control.toScreen({2, 2});
         MSG wheel{GetFocus(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(at.x, at.y), 0,
@@ -257,7 +257,7 @@ TEST_F(Ease, TheWheelTurnsWhatLiesUnderThePointer) {
     const std::size_t first = turnOver(view().Lview);
     EXPECT_GT(first, 0u);
     EXPECT_GT(turnOver(view().scroller.Idole), first);
-    EXPECT_EQ(turnOver(window->PicZahlavie), 2 * first);
+    EXPECT_EQ(turnOver(window->strip()), 2 * first);
 }
 
 // Where the pointer can take hold of a form's edges and corners, nothing of the form may lie.
@@ -302,7 +302,7 @@ TEST_F(Ease, WindowsAreSizedAtEveryEdgeAndMinimised) {
     about.show();
     EXPECT_EQ(edgesOf(about), L"--------");
 
-    pressAndRelease(explorer.Iminim);
+    pressAndRelease(explorer.minimizer());
     EXPECT_TRUE(IsIconic(explorer.handle()));
     ShowWindow(explorer.handle(), SW_RESTORE);
     explorer.unload();

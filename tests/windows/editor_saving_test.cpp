@@ -7,7 +7,7 @@
 #include "core/loop.h"
 #include "support/editor_stage.h"
 #include "support/error_of.h"
-#include "ui/box.h"
+#include "ui/frm_box.h"
 
 namespace tunovka {
 namespace {

@@ -12,7 +12,8 @@
 #include "support/editor_stage.h"
 #include "support/error_of.h"
 #include "support/person.h"
-#include "ui/text_data.h"
+#include "ui/drag_drop.h"
+#include "ui/forms.h"
 
 namespace tunovka {
 namespace {
@@ -89,7 +90,7 @@ TEST_F(EditorWindow, EachIsNumberedByTheOthersThatAreOpen) {
         frmplejlist::open(program, L"nový playlist");
         auto& last = dynamic_cast<frmplejlist&>(*Forms::loaded().back());
         EXPECT_EQ(L" Editor playlistov " + last.tag.substr(std::size(L"vrtilkofrmplejlist") - 1),
-                  last.PicZahlavie.text());
+                  last.strip().text());
         return &last;
     };
     const auto first = opened(), second = opened(), third = opened();

@@ -7,7 +7,7 @@
 #include "files/transfer_rules.h"
 #include "support/disk_faults.h"
 #include "support/file_menus.h"
-#include "ui/folder_picker.h"
+#include "ui/system_dialogs.h"
 
 namespace tunovka {
 namespace {

@@ -124,7 +124,7 @@ TEST_F(InfoWindow, TheWarningBlinksUntilTheWindowCloses) {
     EXPECT_TRUE(window.lblvystraha.isVisible());
     EXPECT_TRUE(runUntil([&] { return !window.lblvystraha.isVisible(); }));
     EXPECT_TRUE(runUntil([&] { return window.lblvystraha.isVisible(); }));
-    pressAndRelease(window.Tlacitko);
+    pressAndRelease(window.closer());
     EXPECT_TRUE(window.isClosing());
     EXPECT_EQ(window.Timer1.interval(), 0u);
 

@@ -8,7 +8,8 @@
 #include "support/machine.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/box.h"
+#include "ui/forms.h"
+#include "ui/frm_box.h"
 
 namespace tunovka {
 namespace {

@@ -6,7 +6,6 @@
 #include "support/error_of.h"
 #include "support/person.h"
 #include "support/test_rows.h"
-#include "ui/box.h"
 #include "ui/frm_box.h"
 #include "ui/image_scroller.h"
 

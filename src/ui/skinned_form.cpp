@@ -1,0 +1,114 @@
+#include "ui/skinned_form.h"
+
+#include <oleacc.h>
+
+#include "core/text.h"
+#include "ui/accessible.h"
+#include "ui/painting.h"
+#include "ui/skin.h"
+
+namespace tunovka {
+namespace {
+
+constexpr int kStripHeight = 26;  // in 96ths of an inch
+
+// Hands the pointer's drag to the system, which moves the window as if by its caption.
+void dragWindow(const Form& form) {
+    ReleaseCapture();
+    SendMessageW(form.handle(), WM_NCLBUTTONDOWN, HTCAPTION, static_cast<LPARAM>(GetMessagePos()));
+}
+
+}  // namespace
+
+TitleStrip::TitleStrip(const std::wstring& name, const std::wstring& title, Form& form)
+    : PictureBox({.name = name, .text = title, .parent = &form, .container = true}) {
+    onPaint = [this](HDC dc, Size size) {
+        if (colors().plain)
+            fillRect(dc, {0, 0, size.width, size.height}, colors().title);
+        else
+            Skin::drawStretched(dc, L"zahlavie", {0, 0, size.width, size.height}, dpi());
+        const RECT area{scaled(4), 0, size.width, size.height};
+        drawText(dc, Window::text(), area, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS,
+                 Skin::font(dpi(), Skin::Font::Bold), colors().titleText);
+    };
+    onMouseMove = [this, &form](MouseButton held, Point) {
+        if (held == MouseButton::Left && GetCapture() == handle()) dragWindow(form);
+    };
+    onMouseUp = [this](MouseButton button, Point) {
+        if (button == MouseButton::Right && onRightUp) onRightUp();
+    };
+}
+
+void TitleStrip::setText(const std::wstring& title) {
+    PictureBox::setText(title);
+    invalidate();
+}
+
+std::optional<AccessibleFacts> TitleStrip::describe() const {
+    return AccessibleFacts{.role = ROLE_SYSTEM_STATICTEXT, .name = trimBlanks(text())};
+}
+
+SkinnedForm::SkinnedForm(const SkinArgs& args)
+    : Form(FormArgs{.name = args.name,
+                    .caption = args.title,
+                    .size = args.size,
+                    .minimum = args.minimum,
+                    .owner = args.owner}),
+      strip_(args.strip, L" " + args.title, *this) {
+    RozneApi::ShowTitleBar(*this, false);
+    if (args.closer) {
+        closer_.emplace(Image::ImageArgs{.name = args.closer,
+                                         .text = L"Zavrieť",
+                                         .parent = &strip_,
+                                         .normal = L"zavri1",
+                                         .pressed = L"zavri2"});
+        closer_->onClick = [this] { unload(); };
+    }
+    if (args.minimizer) {
+        minimizer_.emplace(Image::ImageArgs{.name = args.minimizer,
+                                            .text = L"Minimalizovať",
+                                            .parent = &strip_,
+                                            .normal = L"minimize1",
+                                            .pressed = L"minimize2"});
+        minimizer_->onClick = [this] { minimize(); };
+    }
+}
+
+void SkinnedForm::layoutCentred() {
+    layout();
+    centre(GetWindow(handle(), GW_OWNER));
+}
+
+void SkinnedForm::onLayout() {
+    const Size needed = arrange(scaled(kStripHeight));
+    if (!isSizable()) setClientSize(needed);
+    placeStrip();
+    invalidate();
+}
+
+// The strip along the upper edge; on it, from the right, the close and the minimise picture.
+void SkinnedForm::placeStrip() {
+    const int height = scaled(kStripHeight);
+    int right = clientSize().width;
+    strip_.setBounds({0, 0, right, height});
+    // Last for the Tab key, which is after the window's content first.
+    strip_.setTabPlace(HWND_BOTTOM);
+    for (std::optional<Image>* picture : {&closer_, &minimizer_}) {
+        if (!*picture) continue;
+        const Size size = (*picture)->naturalSize();
+        right -= size.width + scaled(picture == &closer_ ? 1 : 3);
+        (*picture)->setBounds({right, (height - size.height) / 2, size.width, size.height});
+        (*picture)->setTabPlace(HWND_TOP);
+    }
+}
+
+// A soft light from above and two frames.
+void SkinnedForm::onPaintGround(HDC dc, const RECT& area) const {
+    fillGradient(dc, {0, 0, area.right, area.bottom / 4}, colors().groundLight, colors().ground);
+    RECT frame = area;
+    frameRect(dc, frame, colors().rim);
+    InflateRect(&frame, -1, -1);
+    frameRect(dc, frame, colors().rimLight);
+}
+
+}  // namespace tunovka
