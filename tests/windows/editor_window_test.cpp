@@ -1,6 +1,9 @@
 // Playlist editors on real windows and files: the list shows what the document holds, drops, the
 // removals, the orders, closing.
 #include <gtest/gtest.h>
+#include <windows.h>
+// windows.h first: it needs its types.
+#include <ole2.h>
 
 #include <algorithm>
 
