@@ -1,8 +1,8 @@
-#include <windows.h>
-
+#include <iterator>
 #include <unordered_set>
 
-#include "core/handle.h"
+#include "core/disk_questions.h"
+#include "core/disk_windows.h"
 #include "core/loop.h"
 #include "core/paths.h"
 #include "core/rozneapi.h"
@@ -17,81 +17,98 @@ struct IdentityHash {
     }
 };
 
-// Which folders were visited, by identity. It costs nothing until the first link is met: without
-// links no folder can come twice.
-class Visits {
-  public:
-    // Called before the first visit that follows a link.
-    void watch(const std::vector<std::wstring>& visited) {
-        if (watching_) return;
-        watching_ = true;
-        for (const std::wstring& folder : visited) isNew(folder);
-    }
-    // True for a folder that was not visited yet, by this or another path.
-    bool isNew(const std::wstring& folder) {
-        FileIdentity identity;
-        return !watching_ || !identityOf(folder, identity) || seen_.insert(identity).second;
-    }
-
-  private:
-    bool watching_ = false;
-    std::unordered_set<FileIdentity, IdentityHash> seen_;
+// What a worker finds in a folder.
+struct Visit {
+    std::vector<std::wstring> files;    // whole paths
+    std::vector<std::wstring> folders;  // whole paths, ending in "\"
+    bool hasLinks = false;              // some of the folders are links
 };
 
+Visit visit(const std::wstring& folder) {
+    Visit found;
+    const std::wstring usable = systemPathOrNone(folder);
+    if (usable.empty()) return found;
+    Disk::list(usable, [&](const WIN32_FIND_DATAW& entry) {
+        if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
+            found.files.push_back(folder + entry.cFileName);
+        } else {
+            found.folders.push_back(folder + entry.cFileName + L"\\");
+            if (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) found.hasLinks = true;
+        }
+        return true;
+    });
+    return found;
+}
+
+std::optional<FileIdentity> identify(const std::wstring& folder) {
+    FileIdentity identity;
+    return identityOf(folder, identity) ? std::optional(identity) : std::nullopt;
+}
+
+// Several workers visit the folders that come next; what they found is taken in the order of the
+// folders.
 class Collector {
   public:
-    explicit Collector(const std::wstring& folder) : folders_{withBackslash(folder)} {}
+    Collector(const std::wstring& folder, const LoopHooks& hooks)
+        : hooks_{hooks.letEventsRun,
+                 [&hooks] { return StopRequested || (hooks.cancelled && hooks.cancelled()); }},
+          folders_{withBackslash(folder)} {}
 
-    std::vector<std::wstring> run(const CollectProgress& progress,
-                                  const std::function<bool()>& cancelled) {
+    std::vector<std::wstring> run(const CollectProgress& progress) {
         for (at_ = 0; at_ < folders_.size(); ++at_) {
-            const std::wstring folder = folders_[at_];  // the list grows during the visit
-            if (!visits_.isNew(folder)) continue;
-            visit(folder);
-            if (progress) progress(folder, files_.size());
-            yieldToEvents();
-            if (StopRequested || (cancelled && cancelled())) break;
+            for (; ahead_ < folders_.size() && !visits_.full(); ++ahead_)
+                visits_.put([folder = folders_[ahead_]] { return visit(folder); });
+            std::optional<Visit> found = visits_.next(hooks_);
+            if (!found) break;
+            const bool isNew = !watching_ || remember(at_, at_ + 1);
+            if (isNew) take(std::move(*found));
+            if (isNew && progress) progress(folders_[at_], files_.size());
+            if (!hooks_.next()) break;
         }
         return std::move(files_);
     }
 
   private:
-    void visit(const std::wstring& folder) {
-        const std::wstring usable = systemPathOrNone(folder);
-        if (usable.empty()) return;
-        WIN32_FIND_DATAW entry;
-        const FindHandle search(FindFirstFileW((usable + L"*").c_str(), &entry));
-        if (!search) return;
-        do {
-            take(folder, entry);
-            yieldToEvents();
-        } while (FindNextFileW(search.get(), &entry));
-    }
-
-    void take(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
-        const wchar_t* const name = entry.cFileName;
-        if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
-            files_.push_back(folder + name);
-        } else if (wcscmp(name, L".") != 0 && wcscmp(name, L"..") != 0) {
-            if (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
-                visits_.watch({folders_.begin(), folders_.begin() + at_ + 1});
-            folders_.push_back(folder + name + L"\\");
+    void take(Visit found) {
+        std::ranges::move(found.files, std::back_inserter(files_));
+        std::ranges::move(found.folders, std::back_inserter(folders_));
+        // Without links no folder can come twice.
+        if (found.hasLinks && !watching_) {
+            watching_ = true;
+            remember(0, at_ + 1);
         }
     }
 
+    // Remembers who the visited folders are; false when the last one was there before.
+    bool remember(std::size_t from, std::size_t to) {
+        DiskQuestions<std::optional<FileIdentity>> questions;
+        bool isNew = true;
+        for (std::size_t asked = from; from < to; ++from) {
+            for (; asked < to && !questions.full(); ++asked)
+                questions.put([folder = folders_[asked]] { return identify(folder); });
+            const auto identity = questions.next(hooks_);
+            if (!identity) return true;
+            isNew = !*identity || seen_.insert(**identity).second;
+        }
+        return isNew;
+    }
+
+    const LoopHooks hooks_;
     std::vector<std::wstring> folders_;  // the visited ones and, from at_ on, the queue
-    std::size_t at_ = 0;
+    std::size_t at_ = 0, ahead_ = 0;     // which is taken next, which is asked for next
     std::vector<std::wstring> files_;
-    Visits visits_;
+    DiskQuestions<Visit> visits_;
+    bool watching_ = false;
+    std::unordered_set<FileIdentity, IdentityHash> seen_;
 };
 
 }  // namespace
 
 std::vector<std::wstring> CollectFiles(const std::wstring& folder, const CollectProgress& progress,
-                                       const std::function<bool()>& cancelled) {
+                                       const LoopHooks& hooks) {
     StopRequested = 0;
     if (folder.empty()) return {};
-    return Collector(folder).run(progress, cancelled);
+    return Collector(folder, hooks).run(progress);
 }
 
 }  // namespace tunovka::RozneApi

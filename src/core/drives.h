@@ -18,7 +18,7 @@ struct Drive {
 };
 
 // The drives of this moment in the order of their letters. Only drives that answer at once are
-// asked for a label: never a removable one, never a server.
+// asked for a label: never a removable one or a disc, never a server.
 std::vector<Drive> listDrives();
 
 }  // namespace tunovka

@@ -1,36 +1,22 @@
-#include <windows.h>
-
+#include "core/disk_windows.h"
 #include "core/drives.h"
-#include "core/late_function.h"
 
 namespace tunovka {
 namespace {
 
-std::wstring volumeLabel(const std::wstring& drive) {
-    wchar_t label[MAX_PATH + 1] = {};
-    GetVolumeInformationW((drive + L"\\").c_str(), label, MAX_PATH + 1, nullptr, nullptr, nullptr,
-                          nullptr, 0);
-    return label;
-}
-
-// What the connection was made to, as this machine remembers it.
-std::wstring shareName(const std::wstring& drive) {
-    static const LateFunction<decltype(WNetGetConnectionW)> connection(L"mpr.dll",
-                                                                       "WNetGetConnectionW");
-    wchar_t share[MAX_PATH + 1] = {};
-    DWORD length = MAX_PATH + 1;
-    return connection && connection(drive.c_str(), share, &length) == NO_ERROR ? share : L"";
-}
-
 std::wstring labelOf(const Drive& drive) {
+    std::wstring label;
     switch (drive.type) {
-        case DriveType::Network:
-            return shareName(drive.name);
+        case DriveType::Network:  // what the connection was made to, as this machine remembers it
+            Disk::share(drive.name, label);
+            break;
         case DriveType::Removable:
-            return {};
+        case DriveType::CdRom:
+            break;
         default:
-            return volumeLabel(drive.name);
+            Disk::label(drive.name + L"\\", label);
     }
+    return label;
 }
 
 }  // namespace

@@ -14,6 +14,7 @@ enum ErrorNumber : int {
     kOutOfMemory = 7,
     kSubscriptOutOfRange = 9,
     kTypeMismatch = 13,
+    kInternalError = 51,
     kBadFileName = 52,
     kFileNotFound = 53,
     kFileAlreadyExists = 58,
@@ -29,9 +30,13 @@ enum ErrorNumber : int {
     kKeyNotUnique = 35602,
 };
 
-// The text of an error number, as it stands in notices; "Application-defined or object-defined
-// error" for a number that is not one of the above.
+// The Slovak sentence of an error number, as it stands in notices; a general one for a number that
+// is not one of the above.
 std::wstring errorDescription(int number);
+
+// The number of a run-time error for an error of the system (GetLastError): 52, 53, 58, 61, 68, 70,
+// 76, else 75.
+int errorNumberOf(unsigned long systemError);
 
 // The one exception for failures that the program can meet. It never crosses a window procedure
 // or another callback from the system.
@@ -44,5 +49,9 @@ struct RuntimeError : std::exception {
                           std::wstring_view source = L"Tunovka");
     const char* what() const noexcept override { return "run-time error"; }
 };
+
+// Raises the RuntimeError of an error of the system. Its sentence says what to do where the
+// system's error tells more than the number.
+[[noreturn]] void raiseSystemError(const wchar_t* source, unsigned long systemError);
 
 }  // namespace tunovka

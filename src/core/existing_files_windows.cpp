@@ -1,9 +1,6 @@
-#include <windows.h>
-
+#include "core/disk_windows.h"
 #include "core/errors.h"
 #include "core/existing_files.h"
-#include "core/file_system.h"
-#include "core/handle.h"
 #include "core/paths.h"
 #include "core/system_windows.h"
 
@@ -25,20 +22,15 @@ std::optional<ExistingFiles::Disk::Listing> list(const std::wstring& folder) {
     listing.complete = true;
     const std::wstring usable = systemPathOrNone(folder);
     if (usable.empty()) return listing;  // a device, a name that no folder can have
-    WIN32_FIND_DATAW entry;
-    // The standard form of the question, because the basic one leaves the short names out.
-    const FindHandle search(FindFirstFileExW((withBackslash(usable) + L"*").c_str(),
-                                             FindExInfoStandard, &entry, FindExSearchNameMatch,
-                                             nullptr, 0));
-    if (!search && saysMissing(GetLastError())) return listing;
-    if (!search) return std::nullopt;
-    do {
-        if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
+    const DWORD error = Disk::list(usable, [&](const WIN32_FIND_DATAW& entry) {
+        if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return true;
         listing.files.append(entry.cFileName).append(1, L'\\');
         if (entry.cAlternateFileName[0])
             listing.files.append(entry.cAlternateFileName).append(1, L'\\');
-    } while (FindNextFileW(search.get(), &entry));
-    listing.complete = GetLastError() == ERROR_NO_MORE_FILES;
+        return true;
+    });
+    listing.complete = error == ERROR_SUCCESS || (listing.files.empty() && saysMissing(error));
+    if (!listing.complete && listing.files.empty()) return std::nullopt;
     return listing;
 }
 
@@ -51,7 +43,7 @@ std::optional<ExistingFiles::Disk::Stamp> stamp(const std::wstring& folder) {
     constexpr std::uint64_t kMoment = 20'000'000;  // 2 s
     const std::wstring usable = systemPathOrNone(folder);
     WIN32_FILE_ATTRIBUTE_DATA data;
-    if (usable.empty() || !GetFileAttributesExW(usable.c_str(), GetFileExInfoStandard, &data) ||
+    if (usable.empty() || Disk::details(usable, data) ||
         data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
         return std::nullopt;
     FILETIME now;
@@ -63,15 +55,17 @@ std::optional<ExistingFiles::Disk::Stamp> stamp(const std::wstring& folder) {
 
 // A file that may not even be looked at counts as there: nobody could say that it is missing.
 bool exists(const std::wstring& path) {
-    const DWORD attributes = attributesOf(path);
-    if (attributes == INVALID_FILE_ATTRIBUTES) return GetLastError() == ERROR_ACCESS_DENIED;
+    DWORD error = ERROR_SUCCESS;
+    const DWORD attributes = attributesOf(path, error);
+    if (error) return error == ERROR_ACCESS_DENIED;
     return !(attributes & FILE_ATTRIBUTE_DIRECTORY) && path.back() != L'\\';
 }
 
 // A root that answers but refuses to be looked at may well have folders that do not.
 bool answers(const std::wstring& root) {
-    if (attributesOf(withBackslash(root)) != INVALID_FILE_ATTRIBUTES) return true;
-    return errorNumberOf(GetLastError()) == kPermissionDenied;
+    DWORD error = ERROR_SUCCESS;
+    attributesOf(withBackslash(root), error);
+    return !error || errorNumberOf(error) == kPermissionDenied;
 }
 
 }  // namespace

@@ -35,10 +35,13 @@ struct FileDetails {
 // Tells how far a copy is; returning false stops it (the half-made copy is removed).
 using CopyProgress = std::function<bool(std::uint64_t done, std::uint64_t total)>;
 
-// Every step at which an operation on the disk can be cut short, in the order they are met. Tests
-// install a function that raises a RuntimeError at the n-th step; the program installs none.
-enum class DiskStep { Create, Write, Flush, Copy, Replace, Move, Delete, SetAttributes, Read };
-using DiskFault = std::function<void(DiskStep step, const std::wstring& path)>;
+// What an operation calls while it runs, on its thread. Each may be empty.
+struct TransferHooks {
+    CopyProgress progress{};
+    // The file goes, or goes now that nothing but its being open can stand against it: whoever in
+    // the program has it open lets it go.
+    std::function<void(const std::wstring& path)> letGo{};
+};
 
 // The file operations that the program uses, over Win32, with the meanings and error numbers of
 // the scripting file-system object. Paths are taken as they are (no wildcards), also longer than
@@ -65,11 +68,15 @@ FileDetails details(const std::wstring& path);
 std::uint32_t attributes(const std::wstring& path);
 void setAttributes(const std::wstring& path, std::uint32_t attributes);
 
-// The whole content. Raises kFileNotFound, kPermissionDenied, kDiskFull …
+// The whole content. Raises kFileNotFound, kPermissionDenied, kPathFileAccess when the file gets
+// shorter meanwhile …
 std::string readAll(const std::wstring& path);
 
 // At most `count` bytes from `offset` (bytes from the start); fewer at the file's end.
 std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t count);
+
+// The last `count` bytes; fewer of a shorter file.
+std::string readEnd(const std::wstring& path, std::size_t count);
 
 // Replaces the file whole: writes beside it, flushes, then puts it in place. A failure leaves the
 // old file as it was and no leftover. A read-only target raises kPermissionDenied. A target that
@@ -77,25 +84,23 @@ std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t
 // description names the path.
 void writeWhole(const std::wstring& path, std::string_view content);
 
-// Copies a file, replacing the destination only when the copy is whole. `destination` may be a
+// Copies a file with all that belongs to it (streams, time of change, attributes), replacing the
+// destination only when the copy is whole; an old destination's rights stay. `destination` may be a
 // folder ending in "\". A file that is its own destination raises kPermissionDenied and is not
-// touched. Returns false when `progress` stopped it.
+// touched. Returns false when the progress stopped it.
 bool copyFile(const std::wstring& source, const std::wstring& destination,
-              const CopyProgress& progress = {});
+              const TransferHooks& hooks = {});
 
 // Moves a file. The destination must not exist (kFileAlreadyExists) unless `replace`; across
 // volumes it copies first and deletes the source only when the copy is whole.
 bool moveFile(const std::wstring& source, const std::wstring& destination, bool replace = false,
-              const CopyProgress& progress = {});
+              const TransferHooks& hooks = {});
 
 // Without `force` a read-only file raises kPermissionDenied.
-void deleteFile(const std::wstring& path, bool force = false);
+void deleteFile(const std::wstring& path, bool force = false, const TransferHooks& hooks = {});
 
 // True when both name one file (volume and file index), whatever the spelling.
 bool sameFile(const std::wstring& one, const std::wstring& other);
-
-// Installs (or removes, when empty) the fault function.
-void setFault(DiskFault fault);
 
 }  // namespace FileSystemObject
 }  // namespace tunovka

@@ -1,9 +1,8 @@
 #include <windows.h>
 
-#include "core/disk_steps_windows.h"
+#include "core/disk_windows.h"
 #include "core/errors.h"
 #include "core/file_system.h"
-#include "core/handle.h"
 #include "core/paths.h"
 #include "core/system_windows.h"
 
@@ -13,9 +12,8 @@ namespace {
 constexpr wchar_t kSource[] = L"FileSystemObject";
 constexpr std::uint64_t kLargestContent = 1u << 30;  // more does not fit a 32-bit program's memory
 
-DiskFault& fault() {
-    static DiskFault installed;
-    return installed;
+void require(DWORD error) {
+    if (error) raiseSystemError(kSource, error);
 }
 
 std::wstring rootOf(const std::wstring& drive) {
@@ -31,49 +29,44 @@ FileDate localDate(const FILETIME& time) {
     return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond};
 }
 
-FileHandle openForReading(const std::wstring& path) {
-    diskStep(DiskStep::Read, path);
-    const std::wstring file = requireFile(path);
-    FileHandle handle(CreateFileW(file.c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, 0, nullptr));
-    if (!handle) raiseSystemError(kSource);
-    return handle;
+DiskFile openForReading(const std::wstring& path) {
+    DiskFile file;
+    require(file.open(requireFile(path), {.rights = GENERIC_READ}));
+    return file;
 }
 
-// Fills as much of the buffer as the file still has.
-void readInto(const FileHandle& file, std::string& buffer) {
+std::uint64_t sizeOf(const DiskFile& file) {
+    BY_HANDLE_FILE_INFORMATION information;
+    require(file.information(information));
+    return joined(information.nFileSizeHigh, information.nFileSizeLow);
+}
+
+// At most `count` bytes from where the file stands; fewer at its end.
+std::string readBytes(const DiskFile& file, std::size_t count) {
+    std::string bytes(count, '\0');
     std::size_t filled = 0;
-    while (filled < buffer.size()) {
-        DWORD read = 0;
-        const DWORD wanted = static_cast<DWORD>(buffer.size() - filled);
-        if (!ReadFile(file.get(), buffer.data() + filled, wanted, &read, nullptr))
-            raiseSystemError(kSource);
-        if (read == 0) break;
-        filled += read;
+    while (filled < count) {
+        DWORD moved = static_cast<DWORD>(count - filled);
+        require(file.read(bytes.data() + filled, moved));
+        if (moved == 0) break;
+        filled += moved;
     }
-    buffer.resize(filled);
+    bytes.resize(filled);
+    return bytes;
 }
 
 }  // namespace
 
-void diskStep(DiskStep step, const std::wstring& path) {
-    if (fault()) fault()(step, path);
-}
-
 std::wstring requireFile(const std::wstring& path) {
     std::wstring file = systemPath(path);
-    const DWORD attributes = attributesOf(path);
-    if (attributes == INVALID_FILE_ATTRIBUTES) raiseSystemError(kSource);
+    DWORD error = ERROR_SUCCESS;
+    const DWORD attributes = attributesOf(path, error);
+    require(error);
     if (attributes & FILE_ATTRIBUTE_DIRECTORY) raiseSystemError(kSource, ERROR_FILE_NOT_FOUND);
     return file;
 }
 
 namespace FileSystemObject {
-
-void setFault(DiskFault replacement) {
-    fault() = std::move(replacement);
-}
 
 bool FileExists(const std::wstring& path) {
     return !path.empty() && path.back() != L'\\' && path.back() != L'/' &&
@@ -86,14 +79,14 @@ bool FolderExists(const std::wstring& path) {
 }
 
 bool IsDriveReady(const std::wstring& drive) {
-    const std::wstring root = drive.empty() ? std::wstring() : rootOf(drive);
-    return !root.empty() &&
-           GetVolumeInformationW(root.c_str(), nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0) &&
-           attributesOf(root) != INVALID_FILE_ATTRIBUTES;
+    if (drive.empty()) return false;
+    const std::wstring root = rootOf(drive);
+    std::wstring label;
+    return !Disk::label(root, label) && attributesOf(root) != INVALID_FILE_ATTRIBUTES;
 }
 
 DriveType driveType(const std::wstring& drive) {
-    switch (drive.empty() ? DRIVE_UNKNOWN : GetDriveTypeW(rootOf(drive).c_str())) {
+    switch (drive.empty() ? DRIVE_UNKNOWN : Disk::driveType(rootOf(drive))) {
         case DRIVE_REMOVABLE:
             return DriveType::Removable;
         case DRIVE_FIXED:
@@ -110,25 +103,16 @@ DriveType driveType(const std::wstring& drive) {
 }
 
 std::vector<FolderEntry> listFolder(const std::wstring& folder) {
-    diskStep(DiskStep::Read, folder);
     if (folder.empty()) raiseSystemError(kSource, ERROR_PATH_NOT_FOUND);
-    WIN32_FIND_DATAW entry;
-    const std::wstring pattern = withBackslash(systemPath(folder)) + L"*";
-    const FindHandle search(FindFirstFileExW(pattern.c_str(), FindExInfoStandard, &entry,
-                                             FindExSearchNameMatch, nullptr, 0));
-    if (!search) {
-        const DWORD error = GetLastError();
-        // The root of an empty drive has not even "." and "..".
-        if (error == ERROR_FILE_NOT_FOUND && FolderExists(folder)) return {};
-        raiseSystemError(kSource, error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
-    }
     std::vector<FolderEntry> entries;
-    do {
-        if (wcscmp(entry.cFileName, L".") != 0 && wcscmp(entry.cFileName, L"..") != 0)
-            entries.push_back({entry.cFileName, entry.cAlternateFileName, entry.dwFileAttributes,
-                               joined(entry.nFileSizeHigh, entry.nFileSizeLow)});
-    } while (FindNextFileW(search.get(), &entry));
-    if (GetLastError() != ERROR_NO_MORE_FILES) raiseSystemError(kSource);
+    const DWORD error = Disk::list(systemPath(folder), [&](const WIN32_FIND_DATAW& entry) {
+        entries.push_back({entry.cFileName, entry.cAlternateFileName, entry.dwFileAttributes,
+                           joined(entry.nFileSizeHigh, entry.nFileSizeLow)});
+        return true;
+    });
+    // The root of an empty drive has not even "." and "..".
+    if (error == ERROR_FILE_NOT_FOUND && FolderExists(folder)) return {};
+    require(error == ERROR_FILE_NOT_FOUND ? DWORD{ERROR_PATH_NOT_FOUND} : error);
     return entries;
 }
 
@@ -143,18 +127,15 @@ std::wstring asOnDisk(const std::wstring& path) {
 
 std::wstring shortName(const std::wstring& path) {
     WIN32_FIND_DATAW entry;
-    const FindHandle search(FindFirstFileW(systemPath(path).c_str(), &entry));
-    if (!search) raiseSystemError(kSource);
+    require(Disk::entry(systemPath(path), entry));
     return entry.cAlternateFileName[0] ? entry.cAlternateFileName : entry.cFileName;
 }
 
 FileDetails details(const std::wstring& path) {
-    diskStep(DiskStep::Read, path);
     // Of what a link names, not of the link.
     const std::wstring file = linkTarget(requireFile(path));
     WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data))
-        raiseSystemError(kSource);
+    require(Disk::details(file, data));
     FileDetails details;
     details.size = joined(data.nFileSizeHigh, data.nFileSizeLow);
     details.attributes = data.dwFileAttributes;
@@ -166,35 +147,36 @@ FileDetails details(const std::wstring& path) {
 
 std::uint32_t attributes(const std::wstring& path) {
     systemPath(path);
-    const DWORD attributes = attributesOf(path);
-    if (attributes == INVALID_FILE_ATTRIBUTES) raiseSystemError(kSource);
+    DWORD error = ERROR_SUCCESS;
+    const DWORD attributes = attributesOf(path, error);
+    require(error);
     return attributes;
 }
 
 void setAttributes(const std::wstring& path, std::uint32_t attributes) {
-    diskStep(DiskStep::SetAttributes, path);
-    if (!SetFileAttributesW(systemPath(path).c_str(), attributes)) raiseSystemError(kSource);
+    require(Disk::setAttributes(systemPath(path), attributes));
 }
 
 std::string readAll(const std::wstring& path) {
-    const FileHandle file = openForReading(path);
-    LARGE_INTEGER size;
-    if (!GetFileSizeEx(file.get(), &size)) raiseSystemError(kSource);
-    if (static_cast<std::uint64_t>(size.QuadPart) > kLargestContent)
-        throw RuntimeError(kPathFileAccess, {}, kSource);
-    std::string content(static_cast<std::size_t>(size.QuadPart), '\0');
-    readInto(file, content);
+    const DiskFile file = openForReading(path);
+    const std::uint64_t size = sizeOf(file);
+    if (size > kLargestContent) throw RuntimeError(kPathFileAccess, {}, kSource);
+    std::string content = readBytes(file, static_cast<std::size_t>(size));
+    if (content.size() < size) throw RuntimeError(kPathFileAccess, {}, kSource);  // it was cut
     return content;
 }
 
 std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t count) {
-    const FileHandle file = openForReading(path);
-    LARGE_INTEGER place;
-    place.QuadPart = static_cast<LONGLONG>(offset);
-    if (!SetFilePointerEx(file.get(), place, nullptr, FILE_BEGIN)) raiseSystemError(kSource);
-    std::string part(count, '\0');
-    readInto(file, part);
-    return part;
+    const DiskFile file = openForReading(path);
+    require(file.seek(offset));
+    return readBytes(file, count);
+}
+
+std::string readEnd(const std::wstring& path, std::size_t count) {
+    const DiskFile file = openForReading(path);
+    const std::uint64_t size = sizeOf(file);
+    require(file.seek(size > count ? size - count : 0));
+    return readBytes(file, count);
 }
 
 bool sameFile(const std::wstring& one, const std::wstring& other) {

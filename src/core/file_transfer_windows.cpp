@@ -1,12 +1,13 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <atomic>
 #include <optional>
+#include <vector>
 
-#include "core/disk_steps_windows.h"
+#include "core/disk_windows.h"
 #include "core/errors.h"
 #include "core/file_system.h"
-#include "core/handle.h"
 #include "core/paths.h"
 #include "core/system_windows.h"
 
@@ -17,13 +18,61 @@ namespace tunovka {
 namespace {
 
 constexpr wchar_t kSource[] = L"FileSystemObject";
-constexpr DWORD kPiece = 256 * 1024;  // bytes between two looks at the progress
+constexpr DWORD kPiece = 256 * 1024;  // bytes of one write
 constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
                                   FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                                   FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
 
-bool isFolder(DWORD attributes) {
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+void require(DWORD error) {
+    if (error) raiseSystemError(kSource, error);
+}
+
+bool isThere(const std::wstring& path) {
+    DWORD error = ERROR_SUCCESS;
+    attributesOf(path, error);
+    return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
+}
+
+// What deleting the file would answer.
+DWORD deletable(const std::wstring& file) {
+    DiskFile probe;
+    return probe.open(file, {.rights = DELETE, .flags = FILE_FLAG_OPEN_REPARSE_POINT});
+}
+
+// --- files that are being made
+
+constexpr wchar_t kUnfinished[] = L"~tunovka-%08x-%04x.tmp";
+constexpr wchar_t kUnfinishedMatch[] = L"~tunovka-*.tmp";
+constexpr std::size_t kUnfinishedLength = 26;
+constexpr std::uint64_t kDay = 24ull * 60 * 60 * 10'000'000;  // in units of 100 ns
+
+std::uint64_t ticks(const FILETIME& time) {
+    return joined(time.dwHighDateTime, time.dwLowDateTime);
+}
+
+// Takes a file away that nobody has open.
+void removeUnused(const std::wstring& path) {
+    if (DiskFile file; file.open(path, {.rights = DELETE, .share = 0})) return;
+    Disk::remove(path);
+}
+
+// What the program left behind when it was ended in the middle of its work.
+void removeLeftovers(const std::wstring& folder) {
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    std::vector<std::wstring> old;
+    Disk::list(
+        folder,
+        [&](const WIN32_FIND_DATAW& entry) {
+            // A copy has its source's time of change, but was created when it was made.
+            const std::uint64_t made =
+                std::max(ticks(entry.ftCreationTime), ticks(entry.ftLastWriteTime));
+            if (made + kDay < ticks(now) && wcslen(entry.cFileName) == kUnfinishedLength)
+                old.push_back(folder + entry.cFileName);
+            return true;
+        },
+        kUnfinishedMatch);
+    for (const std::wstring& path : old) removeUnused(path);
 }
 
 // A file that is being made beside its target. It goes away with this object unless it was put
@@ -31,53 +80,110 @@ bool isFolder(DWORD attributes) {
 class Unfinished {
   public:
     explicit Unfinished(const std::wstring& target) : target_(target) {
-        diskStep(DiskStep::Create, target);
-        do {
-            path_ = unfinishedName(target);
-            file_.reset(CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-        } while (!file_ && GetLastError() == ERROR_FILE_EXISTS);
-        if (!file_) raiseSystemError(kSource);
+        const std::wstring full = systemPath(target);
+        folder_ = full.substr(0, full.find_last_of(L'\\') + 1);
+        removeLeftovers(folder_);
     }
     Unfinished(const Unfinished&) = delete;
     Unfinished& operator=(const Unfinished&) = delete;
     ~Unfinished() {
-        file_.reset();
         if (path_.empty()) return;
-        SetFileAttributesW(path_.c_str(), FILE_ATTRIBUTE_NORMAL);
-        DeleteFileW(path_.c_str());
+        Disk::setAttributes(path_, FILE_ATTRIBUTE_NORMAL);
+        Disk::remove(path_);
     }
 
-    void write(const char* bytes, DWORD count) {
-        DWORD written = 0;
-        if (!WriteFile(file_.get(), bytes, count, &written, nullptr)) raiseSystemError(kSource);
-        if (written < count) raiseSystemError(kSource, ERROR_DISK_FULL);
+    void write(std::string_view content, const std::optional<FILETIME>& created) {
+        DiskFile file;
+        require(make([&] {
+            return file.open(path_,
+                             {.rights = GENERIC_WRITE, .share = 0, .disposition = CREATE_NEW});
+        }));
+        while (!content.empty()) {
+            const DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(kPiece, content.size()));
+            DWORD written = wanted;
+            require(file.write(content.data(), written));
+            if (written < wanted) raiseSystemError(kSource, ERROR_DISK_FULL);
+            content.remove_prefix(written);
+        }
+        require(file.flush());
+        if (created) file.setTimes(&*created, nullptr);  // not every volume keeps it
     }
 
-    // Times may be nullptr: those of now.
-    void finish(DWORD attributes, const FILETIME* created, const FILETIME* modified) {
-        diskStep(DiskStep::Flush, target_);
-        if (!FlushFileBuffers(file_.get())) raiseSystemError(kSource);
-        SetFileTime(file_.get(), created, nullptr, modified);  // not every volume keeps them
-        file_.reset();
-        diskStep(DiskStep::SetAttributes, target_);
-        if ((attributes & kKeptAttributes) &&
-            !SetFileAttributesW(path_.c_str(), attributes & kKeptAttributes))
-            raiseSystemError(kSource);
+    // False when the progress stopped it.
+    bool copy(const std::wstring& source, const CopyProgress& progress) {
+        WIN32_FILE_ATTRIBUTE_DATA from, copied;
+        require(Disk::details(linkTarget(source), from));
+        const std::uint64_t total = joined(from.nFileSizeHigh, from.nFileSizeLow);
+        if (progress && !progress(0, total)) return false;
+        const DWORD error = make([&] { return Disk::copy(source, path_, progress); });
+        if (error == ERROR_REQUEST_ABORTED) return false;
+        require(error);
+        require(Disk::details(path_, copied));
+        if (joined(copied.nFileSizeHigh, copied.nFileSizeLow) < total)
+            throw RuntimeError(kPathFileAccess, {}, kSource);  // the source was cut meanwhile
+        // Not every system tells anything meanwhile.
+        if (progress && !progress(total, total)) return false;
+        flushCopy(copied.dwFileAttributes);
+        keepAttributes(from.dwFileAttributes);
+        return true;
     }
 
-    void takePlace(bool mayReplace) {
-        diskStep(DiskStep::Replace, target_);
-        const DWORD flags = MOVEFILE_WRITE_THROUGH | (mayReplace ? MOVEFILE_REPLACE_EXISTING : 0);
-        if (!MoveFileExW(path_.c_str(), target_.c_str(), flags)) raiseSystemError(kSource);
+    void keepAttributes(DWORD attributes) {
+        if (attributes & kKeptAttributes)
+            require(Disk::setAttributes(path_, attributes & kKeptAttributes));
+    }
+
+    void takePlace(bool mayReplace, const TransferHooks& hooks) {
+        const bool replaces = mayReplace && isThere(target_);
+        if (replaces && hooks.letGo) hooks.letGo(target_);
+        const DWORD error = Disk::persistently(target_, [&] { return place(mayReplace); });
+        // An interrupted replacing may have cost the target: then this is the only copy.
+        if (error && replaces && !isThere(target_)) path_.clear();
+        require(error);
         path_.clear();
     }
 
   private:
+    // Makes the file under a name that is free.
+    template <class Attempt>
+    DWORD make(Attempt attempt) {
+        static std::atomic<unsigned> counter = 0;
+        DWORD error = ERROR_FILE_EXISTS;
+        while (error == ERROR_FILE_EXISTS) {
+            wchar_t name[40];
+            wsprintfW(name, kUnfinished, GetCurrentProcessId() ^ GetTickCount(),
+                      ++counter & 0xFFFF);
+            path_ = systemPath(folder_ + name);
+            error = attempt();
+        }
+        return error;
+    }
+
+    void flushCopy(DWORD attributes) {
+        if (attributes & FILE_ATTRIBUTE_READONLY)
+            require(Disk::setAttributes(path_, FILE_ATTRIBUTE_NORMAL));
+        DiskFile file;
+        require(
+            Disk::persistently(path_, [&] { return file.open(path_, {.rights = GENERIC_WRITE}); }));
+        require(file.flush());
+    }
+
+    DWORD place(bool mayReplace) const {
+        if (mayReplace && isThere(target_)) {
+            // Some systems leave something behind when they replace a file that is in use.
+            if (deletable(target_) == ERROR_SHARING_VIOLATION) return ERROR_SHARING_VIOLATION;
+            if (!Disk::replace(target_, path_)) return ERROR_SUCCESS;
+        }
+        const DWORD flags = MOVEFILE_WRITE_THROUGH | (mayReplace ? MOVEFILE_REPLACE_EXISTING : 0);
+        return Disk::move(path_, target_, flags);
+    }
+
     std::wstring target_;
-    std::wstring path_;  // "" when the file is in its place
-    FileHandle file_;
+    std::wstring folder_;
+    std::wstring path_;  // "" before it is made and when it is in its place
 };
+
+// --- what may stand against an operation
 
 // The destination of a copy or move as the system takes it; a path that ends in "\" names the
 // folder.
@@ -91,84 +197,61 @@ std::wstring destinationFor(const std::wstring& source, const std::wstring& dest
 void requireReplaceable(const std::wstring& source, const std::wstring& destination) {
     const DWORD attributes = attributesOf(destination);
     if (attributes == INVALID_FILE_ATTRIBUTES) return;
-    if (isFolder(attributes) || (attributes & FILE_ATTRIBUTE_READONLY) ||
+    if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) ||
         FileSystemObject::sameFile(source, destination))
         raiseSystemError(kSource, ERROR_ACCESS_DENIED);
 }
 
-// Raises what deleting the file would raise, without deleting it.
-void requireDeletable(const std::wstring& file) {
-    const FileHandle probe(
-        CreateFileW(file.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                    nullptr, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
-    if (!probe) raiseSystemError(kSource);
-}
-
-// Copies the content, piece by piece; false when the progress stopped it.
-bool copyContent(const FileHandle& from, std::uint64_t total, const std::wstring& source,
-                 Unfinished& to, const CopyProgress& progress) {
-    std::string piece(kPiece, '\0');
-    std::uint64_t done = 0;
-    while (done < total) {
-        diskStep(DiskStep::Copy, source);
-        DWORD read = 0;
-        if (!ReadFile(from.get(), piece.data(), kPiece, &read, nullptr)) raiseSystemError(kSource);
-        if (read == 0) throw RuntimeError(kPathFileAccess, {}, kSource);  // it was cut meanwhile
-        to.write(piece.data(), read);
-        done += read;
-        if (progress && !progress(done, total)) return false;
-    }
-    return true;
-}
-
-bool copyBeside(const std::wstring& source, const std::wstring& destination, bool mayReplace,
-                const CopyProgress& progress) {
-    const FileHandle from(CreateFileW(source.c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-    BY_HANDLE_FILE_INFORMATION information;
-    if (!from || !GetFileInformationByHandle(from.get(), &information)) raiseSystemError(kSource);
-    const std::uint64_t total =
-        std::uint64_t{information.nFileSizeHigh} << 32 | information.nFileSizeLow;
-
-    Unfinished copy(destination);
-    if (!copyContent(from, total, source, copy, progress)) return false;
-    copy.finish(information.dwFileAttributes, nullptr, &information.ftLastWriteTime);
-    copy.takePlace(mayReplace);
-    return true;
+// Makes an attempt on files. Where one of them is in use, or when it has worked, whoever has them
+// open lets go of them; a refusal for another reason disturbs nobody.
+DWORD freeing(const std::vector<std::wstring>& files, const TransferHooks& hooks,
+              const std::function<DWORD()>& attempt) {
+    const DWORD error = attempt();
+    const bool mayBeUse = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+    const auto inUse = [](const std::wstring& file) {
+        return deletable(file) == ERROR_SHARING_VIOLATION;
+    };
+    if (error && !(mayBeUse && std::ranges::any_of(files, inUse))) return error;
+    if (hooks.letGo) std::ranges::for_each(files, hooks.letGo);
+    return error ? Disk::persistently(files.front(), attempt) : error;
 }
 
 // A file that is about to be written whole, as it stands.
 struct OldFile {
     DWORD attributes = 0;
-    std::optional<FILETIME> created;
+    std::optional<FILETIME> created{};
 };
 
 // Raises what writing into the file itself would raise: read-only, locked, without rights. Putting
 // another file into its place would not always notice.
 OldFile requireWritable(const std::wstring& target) {
-    OldFile old;
-    old.attributes = attributesOf(target);
-    if (old.attributes == INVALID_FILE_ATTRIBUTES) return {};
-    const FileHandle file(CreateFileW(target.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                      OPEN_EXISTING, 0, nullptr));
-    if (!file || (old.attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)))
-        raiseSystemError(kSource, file ? ERROR_ACCESS_DENIED : GetLastError());
-    FILETIME created;
-    if (GetFileTime(file.get(), &created, nullptr, nullptr)) old.created = created;
-    return old;
+    DWORD error = ERROR_SUCCESS;
+    const DWORD attributes = attributesOf(target, error);
+    if (error) return {};
+    DiskFile file;
+    require(file.open(target, {.rights = GENERIC_WRITE, .share = FILE_SHARE_READ}));
+    if (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
+        raiseSystemError(kSource, ERROR_ACCESS_DENIED);
+    BY_HANDLE_FILE_INFORMATION information;
+    if (file.information(information)) return {attributes};
+    return {attributes, information.ftCreationTime};
 }
 
 void replaceContent(const std::wstring& target, std::string_view content) {
     const OldFile old = requireWritable(target);
     Unfinished file(target);
-    for (std::size_t at = 0; at < content.size(); at += kPiece) {
-        diskStep(DiskStep::Write, target);
-        const std::size_t count = std::min<std::size_t>(kPiece, content.size() - at);
-        file.write(content.data() + at, static_cast<DWORD>(count));
-    }
-    file.finish(old.attributes, old.created ? &*old.created : nullptr, nullptr);
-    file.takePlace(true);
+    file.write(content, old.created);
+    file.keepAttributes(old.attributes);
+    file.takePlace(true, {});
+}
+
+bool copyBeside(const std::wstring& source, const std::wstring& destination, bool mayReplace,
+                const TransferHooks& hooks, const std::function<void()>& check) {
+    Unfinished copy(destination);
+    if (!copy.copy(source, hooks.progress)) return false;
+    if (check) check();
+    copy.takePlace(mayReplace, hooks);
+    return true;
 }
 
 }  // namespace
@@ -178,51 +261,55 @@ namespace FileSystemObject {
 void writeWhole(const std::wstring& path, std::string_view content) {
     try {
         replaceContent(systemPath(linkTarget(systemPath(path))), content);
-    } catch (const RuntimeError& failure) {
-        throw RuntimeError(failure.number, path, failure.source);  // a notice is to name the file
+    } catch (RuntimeError& failure) {
+        failure.description += L": " + path;  // a notice is to name the file
+        throw;
     }
 }
 
 bool copyFile(const std::wstring& source, const std::wstring& destination,
-              const CopyProgress& progress) {
+              const TransferHooks& hooks) {
     const std::wstring from = requireFile(source);
     const std::wstring to = linkTarget(destinationFor(source, destination));
     requireReplaceable(from, to);
-    return copyBeside(from, to, true, progress);
+    return copyBeside(from, to, true, hooks, {});
 }
 
 bool moveFile(const std::wstring& source, const std::wstring& destination, bool replace,
-              const CopyProgress& progress) {
+              const TransferHooks& hooks) {
     const std::wstring from = requireFile(source);
     const std::wstring to = destinationFor(source, destination);
-    if (!replace && attributesOf(to) != INVALID_FILE_ATTRIBUTES)
-        raiseSystemError(kSource, ERROR_FILE_EXISTS);
+    const bool replaces = attributesOf(to) != INVALID_FILE_ATTRIBUTES;
+    if (!replace && replaces) raiseSystemError(kSource, ERROR_FILE_EXISTS);
     requireReplaceable(from, to);
 
-    diskStep(DiskStep::Move, from);
+    std::vector<std::wstring> files{from};
+    if (replaces) files.push_back(to);
     const DWORD flags = MOVEFILE_WRITE_THROUGH | (replace ? MOVEFILE_REPLACE_EXISTING : 0);
-    if (MoveFileExW(from.c_str(), to.c_str(), flags)) return true;
-    if (GetLastError() != ERROR_NOT_SAME_DEVICE) raiseSystemError(kSource);
-
-    requireDeletable(from);  // before the destination's old file is gone
-    if (!copyBeside(from, to, replace, progress)) return false;
+    const DWORD error = freeing(files, hooks, [&] { return Disk::move(from, to, flags); });
+    if (error != ERROR_NOT_SAME_DEVICE) {
+        require(error);
+        return true;
+    }
+    // Before the destination's old file is gone.
+    const auto requireDeletable = [&] {
+        require(freeing({from}, hooks, [&] { return deletable(from); }));
+    };
+    if (const DWORD refusal = deletable(from); refusal != ERROR_SHARING_VIOLATION) require(refusal);
+    if (!copyBeside(from, to, replace, hooks, requireDeletable)) return false;
     deleteFile(from, true);
     return true;
 }
 
-void deleteFile(const std::wstring& path, bool force) {
+void deleteFile(const std::wstring& path, bool force, const TransferHooks& hooks) {
     const std::wstring file = requireFile(path);
     const DWORD attributes = attributesOf(file);
     const bool readOnly = attributes & FILE_ATTRIBUTE_READONLY;
     if (readOnly && !force) raiseSystemError(kSource, ERROR_ACCESS_DENIED);
-    if (readOnly) setAttributes(file, attributes & ~FILE_ATTRIBUTE_READONLY);
-    try {
-        diskStep(DiskStep::Delete, file);
-        if (!DeleteFileW(file.c_str())) raiseSystemError(kSource);
-    } catch (...) {
-        if (readOnly) SetFileAttributesW(file.c_str(), attributes);
-        throw;
-    }
+    if (readOnly) require(Disk::setAttributes(file, attributes & ~FILE_ATTRIBUTE_READONLY));
+    const DWORD error = freeing({file}, hooks, [&] { return Disk::remove(file); });
+    if (error && readOnly) Disk::setAttributes(file, attributes);
+    require(error);
 }
 
 }  // namespace FileSystemObject

@@ -7,9 +7,8 @@ namespace tunovka::MultiMedialny {
 
 Id3v1Tag ReadId3v1(const std::wstring& path) {
     if (!FileSystemObject::FileExists(path)) return {};
-    const std::uint64_t size = FileSystemObject::details(path).size;
-    if (size < kId3v1Size) throw RuntimeError(kBadRecordNumber, {}, L"MultiMedialny");
-    const std::string end = FileSystemObject::readPart(path, size - kId3v1Size, kId3v1Size);
+    const std::string end = FileSystemObject::readEnd(path, kId3v1Size);
+    if (end.size() < kId3v1Size) throw RuntimeError(kBadRecordNumber, {}, L"MultiMedialny");
     const std::optional<Id3v1Bytes> bytes = parseId3v1(end);
     return bytes ? id3v1Text(*bytes, fromAnsi) : Id3v1Tag{};
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "core/loop.h"
+
 namespace tunovka::RozneApi {
 
 // Thin wrappers over the Win32 shell and file services; no state of their own.
@@ -14,10 +16,6 @@ std::wstring TrimAtNul(const std::wstring& text);
 // The shell's own answer whether a folder has sub-folders; nothing is enumerated. False when the
 // shell does not know the path.
 bool HasSubfolders(const std::wstring& folder);
-
-// Replaces the question above in tests (an empty function restores it): a folder without
-// sub-folders cannot be shown on every system.
-void setHasSubfolders(std::function<bool(const std::wstring& folder)> question);
 
 // What AddSubfolderNodes needs of a tree.
 class FolderNodes {
@@ -44,10 +42,10 @@ using CollectProgress = std::function<void(const std::wstring& folder, std::size
 
 // All files below a folder, breadth first, each folder's files in the system's order before those
 // of its sub-folders. Clears StopRequested at its start and ends after the folder in which it is
-// raised, or in which `cancelled` says so; it then returns what was found so far. Lets events run
-// per entry. Links are followed, each target once. Folders that cannot be listed give no files.
+// raised or the loop is cancelled; it then returns what was found so far. Lets events run per
+// entry. Links are followed, each target once. Folders that cannot be listed give no files.
 std::vector<std::wstring> CollectFiles(const std::wstring& folder,
                                        const CollectProgress& progress = {},
-                                       const std::function<bool()>& cancelled = {});
+                                       const LoopHooks& hooks = {yieldToEvents});
 
 }  // namespace tunovka::RozneApi

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "core/disk_windows.h"
 #include "core/errors.h"
-#include "core/handle.h"
 #include "core/late_function.h"
 
 namespace tunovka {
@@ -11,7 +11,6 @@ namespace {
 
 // Longest path that every system accepts for a folder; files may have 12 more.
 constexpr std::size_t kShortPath = 247;
-constexpr DWORD kDiskQuotaExceeded = 1295;  // not in every header set
 constexpr std::size_t kLongestName = 255;
 constexpr wchar_t kExtended[] = L"\\\\?\\";
 constexpr wchar_t kExtendedShare[] = L"\\\\?\\UNC\\";
@@ -33,59 +32,14 @@ bool hasTooLongName(const std::wstring& path, std::size_t start) {
     return false;
 }
 
-// A handle that reads and changes nothing: it opens locked files and folders too.
-FileHandle openedForQuestions(const std::wstring& path) {
+// Opens to read and change nothing: locked files and folders too.
+bool openForQuestions(const std::wstring& path, DiskFile& file) {
     const std::wstring usable = systemPathOrNone(path);
-    if (usable.empty()) return {};
-    return FileHandle(CreateFileW(usable.c_str(), 0,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return !usable.empty() &&
+           file.open(usable, {.rights = 0, .flags = FILE_FLAG_BACKUP_SEMANTICS}) == ERROR_SUCCESS;
 }
 
 }  // namespace
-
-int errorNumberOf(DWORD systemError) {
-    switch (systemError) {
-        case ERROR_FILE_NOT_FOUND:
-            return kFileNotFound;
-        case ERROR_PATH_NOT_FOUND:
-        case ERROR_DIRECTORY:
-        case ERROR_INVALID_DRIVE:
-        case ERROR_NOT_READY:
-        case ERROR_BAD_NETPATH:
-        case ERROR_BAD_NET_NAME:
-        case ERROR_BAD_DEV_TYPE:  // of a network path
-        case ERROR_NETWORK_UNREACHABLE:
-        case ERROR_DEVICE_NOT_CONNECTED:
-        case ERROR_UNRECOGNIZED_VOLUME:
-            return kPathNotFound;
-        case ERROR_FILE_EXISTS:
-        case ERROR_ALREADY_EXISTS:
-            return kFileAlreadyExists;
-        case ERROR_DISK_FULL:
-        case ERROR_HANDLE_DISK_FULL:
-        case kDiskQuotaExceeded:
-            return kDiskFull;
-        case ERROR_ACCESS_DENIED:
-        case ERROR_SHARING_VIOLATION:
-        case ERROR_LOCK_VIOLATION:
-        case ERROR_WRITE_PROTECT:
-        case ERROR_NETWORK_ACCESS_DENIED:
-        case ERROR_USER_MAPPED_FILE:
-        case ERROR_DELETE_PENDING:
-            return kPermissionDenied;
-        case ERROR_INVALID_NAME:
-        case ERROR_BAD_PATHNAME:
-        case ERROR_FILENAME_EXCED_RANGE:
-            return kBadFileName;
-        default:
-            return kPathFileAccess;
-    }
-}
-
-void raiseSystemError(const wchar_t* source, DWORD systemError) {
-    throw RuntimeError(errorNumberOf(systemError), {}, source);
-}
 
 std::wstring fullPath(const std::wstring& path) {
     if (path.empty() || path.find(L'\0') != std::wstring::npos) return {};
@@ -116,25 +70,28 @@ std::wstring systemPath(const std::wstring& path) {
     return usable;
 }
 
-DWORD attributesOf(const std::wstring& path) {
+DWORD attributesOf(const std::wstring& path, DWORD& error) {
     const std::wstring usable = systemPathOrNone(path);
-    if (usable.empty()) {
-        SetLastError(ERROR_INVALID_NAME);
-        return INVALID_FILE_ATTRIBUTES;
-    }
-    const DWORD attributes = GetFileAttributesW(usable.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES || GetLastError() != ERROR_SHARING_VIOLATION)
-        return attributes;
+    error = ERROR_INVALID_NAME;
+    if (usable.empty()) return INVALID_FILE_ATTRIBUTES;
+    DWORD attributes = INVALID_FILE_ATTRIBUTES;
+    error = Disk::attributes(usable, attributes);
+    if (error != ERROR_SHARING_VIOLATION) return attributes;
     // Locked against every look at the file itself; its folder still tells.
     WIN32_FIND_DATAW entry;
-    const FindHandle search(FindFirstFileW(usable.c_str(), &entry));
-    return search ? entry.dwFileAttributes : INVALID_FILE_ATTRIBUTES;
+    error = Disk::entry(usable, entry);
+    return error ? INVALID_FILE_ATTRIBUTES : entry.dwFileAttributes;
+}
+
+DWORD attributesOf(const std::wstring& path) {
+    DWORD error = ERROR_SUCCESS;
+    return attributesOf(path, error);
 }
 
 bool identityOf(const std::wstring& path, FileIdentity& identity) {
-    const FileHandle file = openedForQuestions(path);
+    DiskFile file;
     BY_HANDLE_FILE_INFORMATION information;
-    if (!file || !GetFileInformationByHandle(file.get(), &information)) return false;
+    if (!openForQuestions(path, file) || file.information(information)) return false;
     identity.volume = information.dwVolumeSerialNumber;
     identity.index = joined(information.nFileIndexHigh, information.nFileIndexLow);
     identity.created =
@@ -143,27 +100,14 @@ bool identityOf(const std::wstring& path, FileIdentity& identity) {
 }
 
 std::wstring linkTarget(const std::wstring& path) {
-    const FileHandle file = openedForQuestions(path);
+    DiskFile file;
     // Newer than the oldest system that the program starts on, which has no links to files.
     static const LateFunction<DWORD WINAPI(HANDLE, LPWSTR, DWORD, DWORD)> finalPath(
         L"kernel32.dll", "GetFinalPathNameByHandleW");
-    if (!file || !finalPath) return path;
+    if (!finalPath || !openForQuestions(path, file)) return path;
     std::wstring target(32768, L'\0');  // no path is longer
-    target.resize(finalPath(file.get(), target.data(), static_cast<DWORD>(target.size()), 0));
+    target.resize(finalPath(file.handle(), target.data(), static_cast<DWORD>(target.size()), 0));
     return target.empty() ? path : target;
-}
-
-std::wstring unfinishedName(const std::wstring& path) {
-    static unsigned counter = 0;
-    const std::wstring full = systemPath(path);
-    const std::wstring folder = full.substr(0, full.find_last_of(L'\\') + 1);
-    for (;;) {
-        wchar_t name[40];
-        wsprintfW(name, L"~tunovka-%08x-%04x.tmp", GetCurrentProcessId() ^ GetTickCount(),
-                  ++counter & 0xFFFF);
-        std::wstring unfinished = systemPath(folder + name);
-        if (GetFileAttributesW(unfinished.c_str()) == INVALID_FILE_ATTRIBUTES) return unfinished;
-    }
 }
 
 }  // namespace tunovka

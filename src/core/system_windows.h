@@ -12,12 +12,6 @@ inline std::uint64_t joined(DWORD high, DWORD low) {
     return std::uint64_t{high} << 32 | low;
 }
 
-// The number of a run-time error for an error of the system: 53, 58, 61, 70, 76, 52, else 75.
-int errorNumberOf(DWORD systemError);
-
-// Raises the RuntimeError of a system error, by default the thread's last one.
-[[noreturn]] void raiseSystemError(const wchar_t* source, DWORD systemError = GetLastError());
-
 // The full path as the system itself normalises it: "..", "/", doubled "\", trailing dots and
 // blanks resolved, relative paths from the current folder. "" for a text that is no path ("", a
 // NUL inside).
@@ -29,7 +23,11 @@ std::wstring fullPath(const std::wstring& path);
 // of more than 255 characters.
 std::wstring systemPath(const std::wstring& path);
 
-// The same, but "" instead of an error.
+// The same for a file that is to be there: raises kFileNotFound or kPathNotFound when there is none
+// (a folder is none).
+std::wstring requireFile(const std::wstring& path);
+
+// As systemPath(), but "" instead of an error.
 std::wstring systemPathOrNone(const std::wstring& path);
 
 // What tells one file or folder from every other, whatever the path that leads to it.
@@ -48,12 +46,9 @@ bool identityOf(const std::wstring& path, FileIdentity& identity);
 // is there or the system cannot tell.
 std::wstring linkTarget(const std::wstring& path);
 
-// The attributes of a file or folder, also of one that is locked; INVALID_FILE_ATTRIBUTES and the
-// thread's last error when there is none. Never raises.
+// The attributes of a file or folder, also of one that is locked; INVALID_FILE_ATTRIBUTES and, in
+// `error`, the system's error when there is none. Never raises.
 DWORD attributesOf(const std::wstring& path);
-
-// The path of a file of its own in the folder of `path`, for content that is not finished yet. No
-// file of that name exists at this moment; create it so that an existing one is refused.
-std::wstring unfinishedName(const std::wstring& path);
+DWORD attributesOf(const std::wstring& path, DWORD& error);
 
 }  // namespace tunovka

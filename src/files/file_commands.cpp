@@ -14,15 +14,16 @@ namespace tunovka {
 
 FileCommands::FileCommands(Parts parts)
     : parts_(std::move(parts)),
-      explorer_{
-          .txtsubor = parts_.txtsubor,
-          .txtodkaz = parts_.txtodkaz,
-          .pickFolder =
-              [this](std::wstring_view prompt) {
-                  return pickFolder(parts_.form, prompt, parts_.strom.selectedKey());
-              },
-          .letGo = [this](const std::wstring& path) { parts_.letGo(path); },
-          .watchCopy = [this](const std::wstring& path) { return watchedBy(parts_.form, path); }},
+      explorer_{.txtsubor = parts_.txtsubor,
+                .txtodkaz = parts_.txtodkaz,
+                .pickFolder =
+                    [this](std::wstring_view prompt) {
+                        return pickFolder(parts_.form, prompt, parts_.strom.selectedKey());
+                    },
+                .carry =
+                    [this](const std::wstring& path, const FSOakcie::Explorer::Work& work) {
+                        return CopyWatch(parts_.form, path, parts_.letGo).run(work);
+                    }},
       stromDrops_(parts_.strom, {.over = [this](Point at) { return strom_OLEDragOver(at); },
                                  .leave = [this] { parts_.strom.setDropHighlight(L""); },
                                  .drop = [this](const std::wstring& path, Point,
@@ -87,8 +88,11 @@ void FileCommands::premenovat_subor_Click() {
         return;
     }
     try {
-        parts_.letGo(path);
-        FileSystemObject::moveFile(path, withBackslash(parentFolder(path)) + newName);
+        const std::wstring to = withBackslash(parentFolder(path)) + newName;
+        if (!explorer_.carry(path, [path, to](const TransferHooks& hooks) {
+                return FileSystemObject::moveFile(path, to, false, hooks);
+            }))
+            return;
     } catch (const RuntimeError& error) {
         ask(transferFailure(error.number, error.description));
         return;

@@ -28,7 +28,7 @@ class FileCommands {
 
         // Path of the file behind the selected node of Tview, "" when there is none.
         std::function<std::wstring()> selectedPath;
-        // A file is about to be replaced, renamed, moved or deleted: the player lets go of it.
+        // A file is being replaced, renamed, moved or deleted: the player lets go of it.
         std::function<void(const std::wstring& path)> letGo;
         // The file of a node of Tview has got another name.
         std::function<void(const std::wstring& key, const std::wstring& name)> renamed;

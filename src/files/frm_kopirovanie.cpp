@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "core/disk_questions.h"
+#include "core/handle.h"
 #include "core/loop.h"
 #include "core/paths.h"
 #include "ui/painting.h"
@@ -21,6 +23,8 @@ constexpr int kButtonWidth = 88;
 constexpr int kButtonHeight = 26;
 
 constexpr DWORD kShortCopy = 400;  // milliseconds that a copy may take without a window
+constexpr DWORD kLeftAfter = 100;  // milliseconds after which stopped work is left to itself
+constexpr DWORD kLook = 50;        // milliseconds
 
 constexpr wchar_t kTitle[] = L"Kopírovanie súboru";
 
@@ -48,7 +52,6 @@ frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
     PicProgres.onPaint = [this](HDC dc, Size size) { PicProgres_Paint(dc, size); };
     Izastavit.onClick = [this] { stopped_ = true; };
     layoutCentred();
-    Izastavit.focus();
 }
 
 void frmkopirovanie::showProgress(std::uint64_t done, std::uint64_t total) {
@@ -86,24 +89,73 @@ Size frmkopirovanie::arrange(int top) {
     return {inner, top + height + margin};
 }
 
-CopyWatch::CopyWatch(Form& form, std::wstring path) : form_(form), path_(std::move(path)) {}
+std::optional<LRESULT> frmkopirovanie::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
+    return SkinnedForm::onMessage(message, wparam, lparam);
+}
 
-CopyWatch::~CopyWatch() = default;
+namespace {
 
-bool CopyWatch::step(std::uint64_t done, std::uint64_t total) {
+// Calls a routine on the windows' thread, from another one, and waits for its end.
+void callOnLoop(std::function<void()> routine) {
+    struct Ended {
+        KernelHandle event{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    };
+    const auto ended = std::make_shared<Ended>();
+    postToLoop([ended, routine = std::move(routine)] {
+        guarded(routine);
+        SetEvent(ended->event.get());
+    });
+    WaitForSingleObject(ended->event.get(), INFINITE);
+}
+
+}  // namespace
+
+CopyWatch::CopyWatch(Form& form, const std::wstring& path, LetGo letGo)
+    : form_(form), path_(path), letGo_(std::move(letGo)) {
+    Timer1.onTick = [this] { Timer1_Tick(); };
+    Timer1.setInterval(kLook);
+}
+
+CopyWatch::~CopyWatch() {
+    shared_->stopped = true;
+}
+
+bool CopyWatch::run(const std::function<bool(const TransferHooks&)>& work) {
+    const auto question = [work, hooks = hooks()] { return work(hooks); };
+    return askDisk(LoopHooks{yieldNow, [this] { return isLeft(); }}, question).value_or(false);
+}
+
+TransferHooks CopyWatch::hooks() const {
+    const auto progress = [shared = shared_](std::uint64_t done, std::uint64_t total) {
+        shared->done = done;
+        shared->total = total;
+        return !shared->stopped;
+    };
+    const auto letGo = [shared = shared_, letGo = letGo_](const std::wstring& path) {
+        callOnLoop([=] {
+            if (!shared->stopped) letGo(path);
+        });
+    };
+    return {.progress = progress, .letGo = letGo};
+}
+
+void CopyWatch::Timer1_Tick() {
+    const std::uint64_t done = shared_->done, total = shared_->total;
     if (!window_ && done < total && GetTickCount() - start_ > kShortCopy) {
         window_ = std::make_unique<frmkopirovanie>(form_, fileName(path_));
         window_->showProgress(done, total);
-        window_->show();
+        window_->showInactive();
     }
     if (window_) window_->showProgress(done, total);
-    yieldToEvents();
-    return !form_.isClosing() && !(window_ && window_->isStopped());
+    isLeft();  // also while a box runs on top of the wait
 }
 
-CopyProgress watchedBy(Form& form, const std::wstring& path) {
-    const auto watch = std::make_shared<CopyWatch>(form, path);
-    return [watch](std::uint64_t done, std::uint64_t total) { return watch->step(done, total); };
+// Stopped work is waited for a moment, so that nothing half made is seen.
+bool CopyWatch::isLeft() {
+    const bool stops = form_.isGivenUp() || (window_ && window_->isStopped());
+    if (stops && !shared_->stopped.exchange(true)) stop_ = GetTickCount();
+    return stops && GetTickCount() - stop_ > kLeftAfter;
 }
 
 }  // namespace tunovka

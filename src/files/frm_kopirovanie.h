@@ -2,16 +2,21 @@
 
 #include <windows.h>
 
+#include <atomic>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/file_system.h"
 #include "ui/label.h"
 #include "ui/skinned_form.h"
+#include "ui/timer.h"
 
 namespace tunovka {
 
-// Shows how far a long copy is and takes the wish to stop it. The other windows stay usable.
+// Shows how far a long copy is and takes the wish to stop it. It never takes the focus, the other
+// windows stay usable, and it stays usable itself while a box is open.
 class frmkopirovanie : public SkinnedForm {
   public:
     // `owner` is the form over which it lies, `name` the file's name.
@@ -20,8 +25,11 @@ class frmkopirovanie : public SkinnedForm {
     void showProgress(std::uint64_t done, std::uint64_t total);  // bytes
     bool isStopped() const { return stopped_; }
 
+    bool staysUsable() const override { return true; }
+
   protected:
     Size arrange(int top) override;
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     void onCancel() override { stopped_ = true; }
     // Whoever copies closes it, when the copy has ended.
     bool queryUnload() override;
@@ -36,24 +44,40 @@ class frmkopirovanie : public SkinnedForm {
     Image Izastavit;
 };
 
-// Keeps the windows alive during a copy that a form started. A copy that takes longer than a
-// moment gets a window with its progress, gone at the copy's end.
+// Work on a file that a form started, done by a worker while the windows live. A copy that takes
+// longer than a moment gets a window with its progress, gone at the copy's end.
 class CopyWatch {
   public:
-    CopyWatch(Form& form, std::wstring path);
+    using LetGo = std::function<void(const std::wstring& path)>;
+
+    // `letGo` is called on the windows' thread when the work comes to a file.
+    CopyWatch(Form& form, const std::wstring& path, LetGo letGo);
+    CopyWatch(const CopyWatch&) = delete;
+    CopyWatch& operator=(const CopyWatch&) = delete;
     ~CopyWatch();
 
-    // Lets events run. False when the person wants to stop the copy or has closed the form.
-    bool step(std::uint64_t done, std::uint64_t total);
+    // What the work gives back; false when the person stopped it, in the window, by Escape or by
+    // closing the form. Stopped work that does not end at once is left to itself.
+    bool run(const std::function<bool(const TransferHooks& hooks)>& work);
 
   private:
+    // What the worker and the windows tell each other.
+    struct Shared {
+        std::atomic<std::uint64_t> done = 0, total = 0;  // bytes
+        std::atomic<bool> stopped = false;
+    };
+    TransferHooks hooks() const;
+    void Timer1_Tick();
+    bool isLeft();
+
     Form& form_;
     std::wstring path_;
+    LetGo letGo_;
     DWORD start_ = GetTickCount();
+    DWORD stop_ = 0;  // when it was stopped
+    std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
     std::unique_ptr<frmkopirovanie> window_;
+    Timer Timer1;
 };
-
-// The same as the parameter of a copy.
-CopyProgress watchedBy(Form& form, const std::wstring& path);
 
 }  // namespace tunovka

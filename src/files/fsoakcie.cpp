@@ -85,7 +85,7 @@ class Operation {
         const std::wstring folder = normalizedFolder(chosen);
         // Unlike the other operations it does not prepare what it replaces: a read-only file there
         // makes it fail.
-        return refreshIf(copy(folder + fileName(source_)));
+        return refreshIf(copy(folder + fileName(source_), false));
     }
 
     std::optional<Outcome> moveIntoFolder() const {
@@ -97,38 +97,38 @@ class Operation {
     std::optional<Outcome> transfer(const std::wstring& destination) const {
         if (destination.empty()) return std::nullopt;
         if (!isCopied(explorer_.txtsubor.text())) return refreshIf(move(destination));
-        Prepared replaced(destination);
-        const bool done = copy(destination);
-        if (done) replaced.ended();
-        return refreshIf(done);
+        return refreshIf(copy(destination, true));
     }
 
     std::optional<Outcome> remove() const {
         if (ask(deleteQuestion(source_)) != 1) return std::nullopt;
-        explorer_.letGo(source_);
-        Prepared doomed(source_);
-        fso::deleteFile(source_);
-        doomed.ended();
-        return refreshIf(true);
+        return refreshIf(explorer_.carry(source_, [source = source_](const TransferHooks& hooks) {
+            Prepared doomed(source);
+            fso::deleteFile(source, false, hooks);
+            doomed.ended();
+            return true;
+        }));
     }
 
     // False when the person stopped it.
-    bool copy(const std::wstring& destination) const {
-        explorer_.letGo(destination);
-        return fso::copyFile(source_, destination, progress());
+    bool copy(const std::wstring& destination, bool prepares) const {
+        return explorer_.carry(
+            source_, [source = source_, destination, prepares](const TransferHooks& hooks) {
+                Prepared replaced(prepares ? destination : std::wstring());
+                const bool done = fso::copyFile(source, destination, hooks);
+                if (done) replaced.ended();
+                return done;
+            });
     }
 
     bool move(const std::wstring& destination) const {
-        explorer_.letGo(source_);
-        explorer_.letGo(destination);
-        Prepared replaced(destination);
-        const bool done = fso::moveFile(source_, destination, true, progress());
-        if (done) replaced.ended();
-        return done;
-    }
-
-    CopyProgress progress() const {
-        return explorer_.watchCopy ? explorer_.watchCopy(source_) : CopyProgress{};
+        return explorer_.carry(
+            source_, [source = source_, destination](const TransferHooks& hooks) {
+                Prepared replaced(destination);
+                const bool done = fso::moveFile(source, destination, true, hooks);
+                if (done) replaced.ended();
+                return done;
+            });
     }
 
     static std::optional<Outcome> refreshIf(bool done) {

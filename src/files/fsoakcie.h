@@ -20,11 +20,12 @@ struct Explorer {
     // Asks for a folder; "" when the person cancels.
     std::function<std::wstring(std::wstring_view prompt)> pickFolder;
 
-    // A file is about to be replaced, renamed, moved or deleted: whoever plays it lets go of it.
-    std::function<void(const std::wstring& path)> letGo;
-
-    // Shows how far a copy of the file is and lets the person stop it. May be empty.
-    std::function<CopyProgress(const std::wstring& path)> watchCopy;
+    // Runs work on the file on a worker while the windows live, with hooks that show how far a copy
+    // is and let go of a file that is being played. False when the work says so or when the person
+    // stopped it; what it raises is raised here. The work holds values of its own: stopped, it may
+    // still run for a while.
+    using Work = std::function<bool(const TransferHooks& hooks)>;
+    std::function<bool(const std::wstring& path, const Work& work)> carry;
 };
 
 // Carries out the operation of that number on the file `source`; `destination` (a full path) is

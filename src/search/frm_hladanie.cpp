@@ -136,12 +136,12 @@ void frmhladanie::ScanFolder(const std::wstring& folder) {
     scroller.hide();
     if (isAbandoned()) return;
 
-    std::vector<std::wstring> files = RozneApi::CollectFiles(
-        folder,
-        [this](const std::wstring& visited, std::size_t found) {
-            if (!isAbandoned()) panel.progress(visited, found);
-        },
-        [this] { return isAbandoned(); });
+    std::vector<std::wstring> files =
+        RozneApi::CollectFiles(folder,
+                               [this](const std::wstring& visited, std::size_t found) {
+                                   if (!isAbandoned()) panel.progress(visited, found);
+                               },
+                               {yieldToEvents, [this] { return isAbandoned(); }});
     if (isAbandoned()) return;
     const bool stopped = StopRequested;
     lblpočet.setText(collectedText(files.size(), stopped));

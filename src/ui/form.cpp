@@ -117,6 +117,12 @@ void Form::show() {
     UpdateWindow(handle());
 }
 
+void Form::showInactive() {
+    layout();
+    ShowWindow(handle(), SW_SHOWNOACTIVATE);
+    UpdateWindow(handle());
+}
+
 void Form::minimize() {
     ShowWindow(handle(), SW_MINIMIZE);
 }
@@ -289,7 +295,10 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
             return unload() ? TRUE : FALSE;
         case WM_COMMAND:
             if (lparam == 0 && LOWORD(wparam) == IDOK) onAccept();
-            if (lparam == 0 && LOWORD(wparam) == IDCANCEL) onCancel();
+            if (lparam == 0 && LOWORD(wparam) == IDCANCEL) {
+                givenUp_ = isBusy();
+                onCancel();
+            }
             return std::nullopt;
         case WM_NCHITTEST:
             return hitTestBorder(pointOf(lparam));

@@ -36,6 +36,7 @@ class Form : public Window, public Host {
     bool isClosing() const { return closing_; }
 
     void show();
+    void showInactive();  // without taking the focus
     void minimize();
     // Shows the form with every other window of the program switched off, until it is unloaded.
     void showModal();
@@ -51,6 +52,12 @@ class Form : public Window, public Host {
     // True while a long command of the form runs: commands that would change what its loop walks
     // over wait or are refused.
     bool isBusy() const { return busy_ > 0; }
+
+    // True when the person gave the running command up: by Escape or by closing the form.
+    bool isGivenUp() const { return closing_ || givenUp_; }
+
+    // True for a form that boxes do not switch off.
+    virtual bool staysUsable() const { return false; }
 
     // Keeps the form alive (and marks nothing else).
     class Depth {
@@ -77,7 +84,9 @@ class Form : public Window, public Host {
     // Marks a long command; keeps the form alive as well.
     class Busy {
       public:
-        explicit Busy(Form& form) : depth_(&form), form_(form) { ++form_.busy_; }
+        explicit Busy(Form& form) : depth_(&form), form_(form) {
+            if (form_.busy_++ == 0) form_.givenUp_ = false;
+        }
         ~Busy() { --form_.busy_; }
         Busy(const Busy&) = delete;
         Busy& operator=(const Busy&) = delete;
@@ -126,6 +135,7 @@ class Form : public Window, public Host {
     int depth_ = 0;
     int busy_ = 0;
     bool closing_ = false;
+    bool givenUp_ = false;
     bool owned_ = false;  // by Forms, which destroys it
     HWND lastFocus_ = nullptr;
     LoopSignal becameActive_;

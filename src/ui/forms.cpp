@@ -79,6 +79,8 @@ struct Search {
 
 BOOL CALLBACK collectEnabled(HWND window, LPARAM data) {
     auto& search = *reinterpret_cast<Search*>(data);
+    const auto* form = dynamic_cast<Form*>(windowOf(window));
+    if (form && form->staysUsable()) return TRUE;
     if (window != search.except && IsWindowVisible(window) && IsWindowEnabled(window))
         search.found.push_back(window);
     return TRUE;

@@ -74,17 +74,20 @@ void notifyLater(const std::wstring& title, const std::wstring& text, const std:
 
 void installFailureNotice() {
     const auto report = [](const std::exception_ptr& failure) {
-        std::wstring text;
+        const auto tell = [](const RuntimeError& error) {
+            notifyLater(L"CHYBA",
+                        L"Chyba č. " + std::to_wstring(error.number) + L": " + error.description,
+                        L"Rozumiem ...");
+        };
         try {
             std::rethrow_exception(failure);
         } catch (const RuntimeError& error) {
-            text = L"Chyba č. " + std::to_wstring(error.number) + L": " + error.description;
+            tell(error);
         } catch (const std::bad_alloc&) {
-            text = L"Chyba č. 7: Out of memory";
+            tell(RuntimeError(kOutOfMemory));
         } catch (...) {
-            text = L"Chyba č. 51: Internal error";
+            tell(RuntimeError(kInternalError));
         }
-        notifyLater(L"CHYBA", text, L"Rozumiem ...");
     };
     setFailureHandler(report);
 }

@@ -23,7 +23,6 @@ class FileMenus : public testing::Test {
         explorer = std::make_unique<frmPrieskumnik>();
     }
     ~FileMenus() override {
-        FileSystemObject::setFault({});
         if (explorer) explorer->unload();
     }
     // Shows the folder in both trees and selects a node.

@@ -29,8 +29,11 @@ struct FileStage {
                 prompts.emplace_back(prompt);
                 return chosenFolder;
             },
-        .letGo = [this](const std::wstring& path) { letGo.push_back(path); },
-        .watchCopy = [this](const std::wstring&) { return progress; },
+        .carry =
+            [this](const std::wstring&, const FSOakcie::Explorer::Work& work) {
+                return work({.progress = progress,
+                             .letGo = [this](const std::wstring& path) { letGo.push_back(path); }});
+            },
     };
 
     // Every operation that does not fail writes its command: a text of before does not stay.

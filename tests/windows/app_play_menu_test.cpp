@@ -51,7 +51,7 @@ TEST_F(PlaySubmenu, AProgramThatCannotBeStartedIsToldAndTheExplorerGoesOn) {
     ASSERT_EQ(person.seen.size(), 1u);
     EXPECT_EQ(person.seen[0].title, L" CHYBA");
     EXPECT_EQ(person.seen[0].text,
-              L"Program sa nepodarilo spustiť !\rChyba č. 53: File not found: " + gone);
+              L"Program sa nepodarilo spustiť !\rChyba č. 53: Súbor sa nenašiel: " + gone);
     EXPECT_TRUE(explorer->isEnabled());
     EXPECT_FALSE(explorer->isClosing());
 }

@@ -206,7 +206,10 @@ TEST(RozneApi, CollectsLevelByLevel) {
             .size(),
         1u);
     StopRequested = 0;
-    EXPECT_EQ(RozneApi::CollectFiles(folder, {}, [] { return true; }).size(), 1u);
+    bool cancelled = false;
+    const auto cancel = [&](const std::wstring&, std::size_t) { cancelled = true; };
+    const LoopHooks hooks{yieldToEvents, [&] { return cancelled; }};
+    EXPECT_EQ(RozneApi::CollectFiles(folder, cancel, hooks).size(), 1u);
 }
 
 TEST(RozneApi, FollowsLinksEachTargetOnce) {

@@ -113,7 +113,8 @@ TEST_F(InfoWindow, KeepsWhatCanBeReadOfALockedFileAndTellsTheRest) {
     ASSERT_TRUE(runUntil([&] { return !person.seen.empty(); }));
     EXPECT_EQ(person.seen[0], (BoxRequest{L" CHYBA",
                                           L"Nie je možné načítať všetky informácie o súbore.\r"
-                                          L"Chyba č. 70: Permission denied",
+                                          L"Chyba č. 70: Súbor používa iný program. Zavri ho v "
+                                          L"ňom a skús to znova",
                                           L"Rozumiem ..."}));
 }
 

@@ -1,9 +1,13 @@
 // A copy that takes its time: its window, stopping it, and what the explorer does meanwhile.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "core/errors.h"
 #include "core/loop.h"
+#include "support/disk_faults.h"
 #include "support/file_menus.h"
+#include "ui/modal.h"
 
 namespace tunovka {
 namespace {
@@ -12,9 +16,14 @@ class LongCopies : public FileMenus {
   protected:
     LongCopies() {
         song = folder.file(L"a.mp3", std::string(12 << 20, 's'));
-        FileSystemObject::setFault([](DiskStep step, const std::wstring&) {
-            if (step == DiskStep::Copy) Sleep(30);  // a slow disk
+        disk.become([](DiskCall call, const std::wstring&, DWORD&) {
+            if (call == DiskCall::Copy) Sleep(30);  // a slow disk
+            return DWORD{ERROR_SUCCESS};
         });
+    }
+    // What was stopped may take a moment to clear up.
+    bool isAlone(const wchar_t* name) {
+        return runUntil([&] { return folder.names() == std::vector<std::wstring>{name}; });
     }
 
     // Starts copying the file; `during` is called once when the window has come.
@@ -29,11 +38,13 @@ class LongCopies : public FileMenus {
             during(*window);
         };
         timer.setInterval(10);
+        Tview().focus();
         person.saveAs({L"kopia.mp3"});
         choose(L"kopirovat_subor");
         choose(L"vlozit_subor");
     }
 
+    OddDisk disk;
     std::wstring song;
     bool shown = false;
 };
@@ -65,17 +76,56 @@ TEST_F(LongCopies, ThatAreStoppedLeaveNoHalfFile) {
         shown = false;
         copy(std::move(how));
         EXPECT_TRUE(shown);
-        EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
+        EXPECT_TRUE(isAlone(L"a.mp3"));
         EXPECT_EQ(clipboard(), L"copy:" + song);
         EXPECT_TRUE(person.seen.empty());
     };
     stopping([](Form& window) { pressAndRelease(*controlNamed(window, L"Izastavit")); });
-    stopping([](Form& window) {
-        Window& stop = *controlNamed(window, L"Izastavit");
-        EXPECT_TRUE(stop.hasFocus());
-        PostMessageW(stop.handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+    stopping([this](Form&) {
+        EXPECT_TRUE(Tview().hasFocus());  // which a copy leaves where it is
+        PostMessageW(Tview().handle(), WM_KEYDOWN, VK_ESCAPE, 0);
     });
     stopping([](Form& window) { PostMessageW(window.handle(), WM_CLOSE, 0, 0); });
+}
+
+TEST_F(LongCopies, GoOnBehindAnOpenBoxAndCanBeStoppedThere) {
+    for (const bool stops : {false, true}) {
+        DeleteFileW((folder / L"kopia.mp3").c_str());
+        copy([&](Form& window) {
+            const ModalState box(nullptr);
+            EXPECT_FALSE(explorer->isEnabled());
+            EXPECT_TRUE(window.isEnabled());
+            if (stops) pressAndRelease(*controlNamed(window, L"Izastavit"));
+            EXPECT_TRUE(runUntil([&] {
+                const auto names = folder.names();
+                return names.size() == (stops ? 1u : 2u) &&
+                       std::ranges::count(names, stops ? L"a.mp3" : L"kopia.mp3") == 1;
+            }));
+        });
+        EXPECT_TRUE(contentOf(folder / L"kopia.mp3") == (stops ? "" : contentOf(song)));
+    }
+}
+
+TEST_F(LongCopies, ToADiskThatDoesNotAnswerAreLeftToThemselves) {
+    Silence silence(folder.path());
+    disk.become([&](DiskCall call, const std::wstring& path, DWORD&) {
+        if (call == DiskCall::Copy) silence.hold(path);
+        return DWORD{ERROR_SUCCESS};
+    });
+    DWORD escaped = 0;
+    Timer timer;
+    timer.onTick = [&] {
+        if (escaped || silence.held() == 0) return;
+        escaped = GetTickCount();
+        PostMessageW(Tview().handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+    };
+    timer.setInterval(10);
+    copy([](Form&) {});
+    EXPECT_LT(GetTickCount() - escaped, 1000u);
+    EXPECT_FALSE(explorer->isBusy());
+    EXPECT_EQ(silence.held(), 1);
+    silence.end();
+    EXPECT_TRUE(isAlone(L"a.mp3"));
 }
 
 TEST_F(LongCopies, EndWithTheExplorer) {
@@ -83,7 +133,7 @@ TEST_F(LongCopies, EndWithTheExplorer) {
     EXPECT_TRUE(shown);
     EXPECT_TRUE(explorer->isClosing());
     EXPECT_FALSE(openForm(L"frmkopirovanie"));
-    EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"a.mp3"});
+    EXPECT_TRUE(isAlone(L"a.mp3"));
 }
 
 }  // namespace
