@@ -120,8 +120,8 @@ std::wstring asOnDisk(const std::wstring& path) {
     const std::wstring usable = systemPathOrNone(path);
     if (usable.empty()) return path;
     WIN32_FIND_DATAW entry;
-    const FindHandle search(FindFirstFileW(usable.c_str(), &entry));
-    if (!search || (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return path;
+    if (Disk::entry(usable, entry) || (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+        return path;
     return path.substr(0, path.find_last_of(L"\\/:") + 1) + entry.cFileName;
 }
 
