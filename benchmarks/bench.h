@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/disk_windows.h"
 #include "ui/program_links.h"
 
 // The frame of the benchmark program: each *_bench.cpp adds its benchmarks with BENCH and reports
@@ -74,6 +75,16 @@ struct Program : ProgramLinks {
     void showInformation(const std::wstring&) override {}
 
     std::wstring folder;
+};
+
+// A disk on which each enumeration and each opening of a file takes 10 ms.
+struct SlowDisk : DiskStandIn {
+    SlowDisk() { setDiskStandIn(this); }
+    ~SlowDisk() override { setDiskStandIn(nullptr); }
+    DWORD asked(DiskCall call, const std::wstring&, DWORD&) override {
+        if (call == DiskCall::List || call == DiskCall::Open) Sleep(10);
+        return ERROR_SUCCESS;
+    }
 };
 
 struct Registration {

@@ -43,6 +43,10 @@ BENCH(editor_open) {
     const auto bare = [&] { FileSystemObject::readAll(list), bareCollect(root); };
     reportCompared("editor_open", 9, 1.5, open, bare, prepare);
     reportAnswer("editor_open", 5, open, prepare);
+    {
+        const SlowDisk disk;
+        reportTime("slow_editor_open", 3, 490, open, prepare);
+    }
     // What a person waits for: the window is made as well.
     reportTime("editor_open_window", 9, {}, [&] { Window(list).painted(); });
 }

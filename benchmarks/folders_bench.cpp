@@ -44,9 +44,22 @@ BENCH(collect) {
     reportCompared(
         "collect_flat", 9, 1.15, [&] { RozneApi::CollectFiles(flat); }, [&] { bareCollect(flat); });
     reportAnswer("collect_flat", 9, [&] { RozneApi::CollectFiles(flat); });
+    const SlowDisk disk;
+    reportTime("slow_search", 3, 3300, [&] { RozneApi::CollectFiles(deep); });
 }
 
 BENCH(listing) {
+    const std::wstring scattered = data(L"listing-scattered", [](const std::wstring& folder) {
+        for (int i = 0; i < 100; ++i) {
+            const std::wstring name = std::to_wstring(i);
+            writeFile(folder + name + L".m3u", std::to_string(i) + "\\a.mp3\r\n");
+            makeFolder(folder + name + L"\\", 1, [](int) { return L"a.mp3"; });
+        }
+    });
+    {
+        const SlowDisk disk;
+        listing("slow_listing", scattered, 330);
+    }
     listing("listing_music", flatFolder(), 400);
     listing("listing_playlist", mixedCollection(), 500);
 }

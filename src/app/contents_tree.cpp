@@ -2,6 +2,7 @@
 
 #include "core/ansi.h"
 #include "core/counter16.h"
+#include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/existing_files.h"
 #include "core/file_system.h"
@@ -17,13 +18,56 @@ namespace tunovka {
 
 using namespace MultiMedialny;
 
+// A playlist as a worker has read it.
+struct ContentsTree::ReadPlaylist {
+    std::wstring content;
+    std::exception_ptr failure;
+
+    static ReadPlaylist of(const std::wstring& path) {
+        try {
+            return {fromAnsi(FileSystemObject::readAll(path)), nullptr};
+        } catch (const RuntimeError&) {
+            return {{}, std::current_exception()};
+        }
+    }
+};
+
+namespace {
+
+// A line that cannot be read is told when its turn has come.
+void expectEntries(ExistingFiles& existing, const std::wstring& content,
+                   const std::wstring& folder) {
+    try {
+        WideLineReader lines(content);
+        for (std::wstring_view line; lines.next(line);)
+            if (const auto text = explorerEntryText(line))
+                existing.expect(absoluteEntryPath(withoutFilePrefixAnyCase(*text), folder));
+    } catch (const RuntimeError&) {
+    }
+}
+
+}  // namespace
+
 ContentsTree::ContentsTree(Form& form, TextBox& txtPath, bool putOff)
     : Tview({.name = L"Tview", .text = L"Obsah priečinka", .parent = &form, .putOff = putOff}),
+      form_(form),
       txtPath_(txtPath) {}
 
 void ContentsTree::ListFolderContents(const std::wstring& path) {
+    txtPath_.setText(path);
+    ++wanted_;
+    if (std::exchange(listing_, true)) return;  // the listing under way ends and this one follows
+    const Form::Depth alive(&form_);
+    for (unsigned shown = 0; shown != wanted_ && !form_.isClosing();) {
+        shown = wanted_;
+        listOrTell();
+    }
+    listing_ = false;
+}
+
+void ContentsTree::listOrTell() {
     try {
-        list(path);
+        list(txtPath_.text());
     } catch (const RuntimeError& error) {
         const std::wstring text =
             error.number == kPermissionDenied
@@ -35,22 +79,57 @@ void ContentsTree::ListFolderContents(const std::wstring& path) {
     }
 }
 
+// All that has to be asked is asked before the first node comes, several questions at a time.
 void ContentsTree::list(const std::wstring& path) {
-    txtPath_.setText(path);
-    if (path.empty() || !FileSystemObject::FolderExists(path)) return;
+    if (path.empty()) return;
+    std::optional<Form::Busy> busy(form_);
+    const LoopHooks hooks{
+        yieldToEvents, [this, wanted = wanted_] { return wanted != wanted_ || form_.isGivenUp(); }};
+    const auto entries = askDisk(hooks, [path]() -> std::optional<std::vector<FolderEntry>> {
+        if (!FileSystemObject::FolderExists(path)) return std::nullopt;
+        return FileSystemObject::listFolder(path);
+    });
+    if (!entries || !*entries) return;
+    std::vector<FolderEntry> files = std::move(**entries);
+    std::erase_if(files, [](const FolderEntry& entry) { return entry.isFolder(); });
+    std::map<std::wstring, ReadPlaylist> playlists;
+    ExistingFiles existing;
+    if (!readPlaylists(path, files, playlists, hooks)) return;
+    for (const auto& [name, playlist] : playlists) expectEntries(existing, playlist.content, path);
+    if (!existing.prepare(hooks)) return;
+    busy.reset();
+
     const TreeView::RedrawOff off(Tview);
     Tview.clear();
     names_.clear();
-    ExistingFiles existing;
-    const FileExistsTest exists = [&](const std::wstring& file) { return existing.contains(file); };
-    for (const FolderEntry& file : FileSystemObject::listFolder(path)) {
-        if (file.isFolder()) continue;
-        const std::wstring name = lowerCased(file.name);
-        if (isPlaylistName(name)) addPlaylist(path, file, exists);
-        if (IsPlayableMedia(name)) addMusic(file.name);
+    for (const FolderEntry& file : files) {
+        const auto playlist = playlists.find(file.name);
+        if (playlist != playlists.end())
+            addPlaylist(path, file, playlist->second, std::ref(existing));
+        if (IsPlayableMedia(lowerCased(file.name))) addMusic(file.name);
+        if (!hooks.next()) return;
     }
     const std::wstring first = Tview.firstRoot();
     if (!first.empty()) Tview.select(first);
+}
+
+// False when the listing was given up.
+bool ContentsTree::readPlaylists(const std::wstring& folder, const std::vector<FolderEntry>& files,
+                                 std::map<std::wstring, ReadPlaylist>& playlists,
+                                 const LoopHooks& hooks) {
+    std::vector<std::wstring> names;
+    for (const FolderEntry& file : files)
+        if (isPlaylistName(lowerCased(file.name))) names.push_back(file.name);
+    DiskQuestions<ReadPlaylist> questions;
+    std::size_t ahead = 0;
+    for (const std::wstring& name : names) {
+        for (; ahead < names.size() && !questions.full(); ++ahead)
+            questions.put([path = folder + names[ahead]] { return ReadPlaylist::of(path); });
+        auto playlist = questions.next(hooks);
+        if (!playlist || !hooks.next()) return false;
+        playlists[name] = std::move(*playlist);
+    }
+    return true;
 }
 
 // The key of a file's node is its lower-cased name. Files that differ in letter case alone are a
@@ -68,17 +147,17 @@ void ContentsTree::addMusic(const std::wstring& name) {
 }
 
 void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& file,
-                               const FileExistsTest& exists) {
+                               const ReadPlaylist& playlist, const FileExistsTest& exists) {
     const std::wstring parent = newKey(file.name), name = lowerCased(file.name);
     Tview.add({.key = parent,
                .text = name,
                .imageKey = IconKeyByExtension(mediaKind(name)),
                .foreground = palette().PlaylistNodeColor,
                .bold = true});
-    const std::wstring content = fromAnsi(FileSystemObject::readAll(folder + file.name));
+    if (playlist.failure) std::rethrow_exception(playlist.failure);
     const std::wstring& shortName = file.shortName.empty() ? file.name : file.shortName;
     Counter16 number;
-    WideLineReader lines(content);
+    WideLineReader lines(playlist.content);
     for (std::wstring_view line; lines.next(line);) {
         const std::optional<std::wstring> text = explorerEntryText(line);
         if (!text) continue;
@@ -96,8 +175,8 @@ void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
 std::wstring ContentsTree::PathFromNodeKey(const std::wstring& key) const {
     const auto file = names_.find(key);
     const bool isFile = file != names_.end() && !key.starts_with(L"pl=");
-    return FileSystemObject::asOnDisk(
-        resolveNodeKey(isFile ? file->second : key, txtPath_.text(), FileSystemObject::FileExists));
+    const auto whatever = [](const std::wstring&) { return true; };
+    return fileOnDisk(resolveNodeKey(isFile ? file->second : key, txtPath_.text(), whatever));
 }
 
 std::wstring ContentsTree::selectedPath() const {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
+#include "core/loop.h"
 #include "playlist/resolve.h"
 #include "ui/text_box.h"
 #include "ui/tree_view.h"
@@ -20,8 +23,9 @@ class ContentsTree {
     // `txtPath` holds the folder that is listed. Put off: the tree is created by createNow().
     ContentsTree(Form& form, TextBox& txtPath, bool putOff = false);
 
-    // Replaces the contents by the listing of a folder. A failure is reported and ends the listing
-    // where it stands.
+    // Replaces the contents by the listing of a folder, while events run. Called meanwhile, it only
+    // changes the folder: the last one is listed to its end. A failure is reported and ends the
+    // listing where it stands; a disk that does not answer is given up by Escape.
     void ListFolderContents(const std::wstring& path);
 
     // Full path of the existing file behind a node, its name as the disk spells it; "" when there
@@ -40,13 +44,21 @@ class ContentsTree {
     TreeView Tview;
 
   private:
+    struct ReadPlaylist;
+    void listOrTell();
     void list(const std::wstring& path);
+    static bool readPlaylists(const std::wstring& folder, const std::vector<FolderEntry>& files,
+                              std::map<std::wstring, ReadPlaylist>& playlists,
+                              const LoopHooks& hooks);
     std::wstring newKey(const std::wstring& name);
     void addPlaylist(const std::wstring& folder, const FolderEntry& file,
-                     const FileExistsTest& exists);
+                     const ReadPlaylist& playlist, const FileExistsTest& exists);
     void addMusic(const std::wstring& name);
 
+    Form& form_;
     TextBox& txtPath_;
+    unsigned wanted_ = 0;  // counts the folders that were asked for
+    bool listing_ = false;
     // The name on the disk of each file node: the lower-cased one of its key does not lead back to
     // it for every letter.
     std::unordered_map<std::wstring, std::wstring> names_;

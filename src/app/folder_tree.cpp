@@ -1,5 +1,6 @@
 #include "app/folder_tree.h"
 
+#include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/file_system.h"
 #include "core/paths.h"
@@ -23,6 +24,17 @@ std::wstring hintFor(DriveType type) {
         default:
             return {};
     }
+}
+
+// Not answered is not ready.
+bool isReady(const std::wstring& drive) {
+    return askDisk(drive, [drive] { return FileSystemObject::IsDriveReady(drive); })
+        .value_or(false);
+}
+
+DriveType typeOf(const std::wstring& drive) {
+    return askDisk(drive, [drive] { return FileSystemObject::driveType(drive); })
+        .value_or(DriveType::Unknown);
 }
 
 std::wstring programFolder() {
@@ -61,7 +73,7 @@ void FolderTree::chooseStartDrive() {
     driveChanged_ = false;
     Drive1.refresh();
     try {
-        if (FileSystemObject::IsDriveReady(kStartDrive)) Drive1.setDrive(kStartDrive);
+        if (isReady(kStartDrive)) Drive1.setDrive(kStartDrive);
     } catch (const RuntimeError&) {
         // It has gone this moment: the current one is shown, as without it or its medium.
     }
@@ -83,7 +95,7 @@ void FolderTree::FillTreeForDrive() {
 }
 
 void FolderTree::fill() {
-    if (!FileSystemObject::IsDriveReady(Drive1.letter())) throw RuntimeError(kPathNotFound);
+    if (!isReady(Drive1.letter())) throw RuntimeError(kPathNotFound);
     const std::wstring key = Drive1.letter() + L"\\";
     if (strom.firstRoot() == key) return;
 
@@ -104,8 +116,7 @@ void FolderTree::report(const RuntimeError& error) {
     if (error.number == kPathNotFound) {
         const std::wstring letter = Drive1.letter();
         ask(L"CHYBA",
-            L"Zariadenie \"" + letter + L"\" nie je pripravené !\r\n" +
-                hintFor(FileSystemObject::driveType(letter)),
+            L"Zariadenie \"" + letter + L"\" nie je pripravené !\r\n" + hintFor(typeOf(letter)),
             L"Rozumiem !");
     } else {
         ask(L"CHYBA",
@@ -137,7 +148,9 @@ bool FolderTree::hasNode(const std::wstring& key) const {
 }
 
 void FolderTree::ExpandFolder(const std::wstring& key) {
-    if (key.empty() || !strom.contains(key) || !RozneApi::HasSubfolders(key)) return;
+    if (key.empty() || !strom.contains(key)) return;
+    if (!askDisk(key, [key] { return RozneApi::HasSubfolders(key); }).value_or(false)) return;
+    if (!strom.contains(key)) return;
     const Form::Busy busy(form_);
     const HCURSOR pointer = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
     const bool hadFocus = strom.hasFocus();
@@ -148,13 +161,15 @@ void FolderTree::ExpandFolder(const std::wstring& key) {
         const TreeView::RedrawOff off(strom);
         const std::wstring child = strom.firstChild(key);
         if (!child.empty() && strom.text(child) == RozneApi::kPlaceholderText) strom.remove(child);
-        RozneApi::AddSubfolderNodes(*this, key);
+        RozneApi::AddSubfolderNodes(*this, key,
+                                    {yieldToEvents, [this] { return form_.isGivenUp(); }});
         if (strom.contains(key)) strom.sortChildren(key);
     }
 
     strom.setEnabled(true);
     --expanding_;
-    if (hadFocus) strom.focus();
+    // Nobody has put it elsewhere meanwhile.
+    if (hadFocus && !GetFocus()) strom.focus();
     SetCursor(pointer);
 }
 

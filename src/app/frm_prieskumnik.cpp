@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "app/frm_o_programe.h"
-#include "core/file_system.h"
+#include "core/disk_questions.h"
 #include "core/loop.h"
 #include "core/text.h"
 #include "editor/frm_plejlist.h"
@@ -196,7 +196,8 @@ void frmPrieskumnik::txtodkaz_Change() {
     if (command == kRefreshCommand) {
         refreshFolder();
     } else if (const auto path = pathToPlay(command)) {
-        if (FileSystemObject::FileExists(*path)) player.play(FileSystemObject::asOnDisk(*path));
+        const std::wstring file = fileOnDisk(*path);
+        if (!file.empty()) player.play(file);
     }
 }
 

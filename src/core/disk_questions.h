@@ -93,6 +93,11 @@ auto askDisk(const std::wstring& path, Question question) {
     return DiskQuestion<Answer>(std::move(question)).answer(path);
 }
 
+// The commonest single question: is a file there? Not answered is no.
+bool fileAnswers(const std::wstring& path);
+// The path of a file as the disk spells its name: "" when none is there, or not answered.
+std::wstring fileOnDisk(const std::wstring& path);
+
 // Asks many questions of one long command, several at a time, and gives their answers in the order
 // of the questions.
 template <typename Answer>

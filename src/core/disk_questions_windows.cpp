@@ -8,6 +8,7 @@
 
 #include "core/disk_questions.h"
 #include "core/errors.h"
+#include "core/file_system.h"
 #include "core/handle.h"
 #include "core/late_function.h"
 #include "core/paths.h"
@@ -210,4 +211,17 @@ bool isSilent(const std::wstring& path) {
 }
 
 }  // namespace DiskWork
+
+bool fileAnswers(const std::wstring& path) {
+    return askDisk(path, [path] { return FileSystemObject::FileExists(path); }).value_or(false);
+}
+
+std::wstring fileOnDisk(const std::wstring& path) {
+    const auto ask = [path] {
+        return FileSystemObject::FileExists(path) ? FileSystemObject::asOnDisk(path)
+                                                  : std::wstring();
+    };
+    return askDisk(path, ask).value_or(std::wstring());
+}
+
 }  // namespace tunovka

@@ -1,6 +1,7 @@
 #include "core/existing_files.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/paths.h"
 #include "core/text.h"
@@ -37,6 +38,12 @@ Spelling spellingOf(std::wstring_view path) {
     return normal && endsWell ? Spelling::Normal : Spelling::Other;
 }
 
+// A folder whose name ends in a dot or a blank: asked for alone, the system would take it for
+// another one.
+bool hasOddPart(std::wstring_view full) {
+    return full.find(L" \\") != full.npos || full.find(L".\\") != full.npos;
+}
+
 }  // namespace
 
 ExistingFiles::ExistingFiles(Disk disk) : disk_(std::move(disk)) {}
@@ -46,14 +53,23 @@ std::reference_wrapper<ExistingFiles> ExistingFiles::anew() {
     ++operation_;
     roots_.clear();
     spelled_.clear();
+    expected_.clear();
+    expectedNames_.clear();
     return *this;
 }
 
 bool ExistingFiles::contains(const std::wstring& path) {
     const Spelling spelling = spellingOf(path);
     if (spelling == Spelling::Impossible) return false;
-    if (spelling == Spelling::Other) return holds(disk_.normalized(path));
-    return holds(path);
+    if (spelling == Spelling::Normal) return holds(path);
+    const std::wstring full = disk_.normalized(path);
+    return hasOddPart(full) ? isThere(full) : holds(full);
+}
+
+bool ExistingFiles::isThere(const std::wstring& full) {
+    const auto answer =
+        disk_.ask(full, [full, exists = disk_.exists] { return Disk::Answer{exists(full)}; });
+    return !answer || answer->there;
 }
 
 bool ExistingFiles::holds(const std::wstring& full) {
@@ -64,7 +80,7 @@ bool ExistingFiles::holds(const std::wstring& full) {
     if (!folder.answers) return false;
     const std::wstring name = upperCased(std::wstring_view(full).substr(cut + 1));
     if (folder.names.contains(name)) return true;
-    return folder.complete ? false : disk_.exists(full);
+    return !folder.complete && isThere(full);
 }
 
 const ExistingFiles::Folder& ExistingFiles::folderOf(const std::wstring& path, std::size_t cut) {
@@ -77,26 +93,82 @@ const ExistingFiles::Folder& ExistingFiles::folderOf(const std::wstring& path, s
     return known;
 }
 
+void ExistingFiles::expect(std::wstring_view path) {
+    const std::size_t cut = path.rfind(L'\\');
+    if (cut == std::wstring::npos || spellingOf(path) != Spelling::Normal) return;
+    if (expectedNames_.contains(path.substr(0, cut))) return;
+    expectedNames_.emplace(path.substr(0, cut));
+    expected_.push_back(parentFolder(path));
+}
+
+bool ExistingFiles::prepare(const LoopHooks& command) {
+    const std::vector<std::wstring> folders = std::exchange(expected_, {});
+    expectedNames_.clear();
+
+    std::vector<std::wstring> roots;
+    std::vector<Disk::Question> questions;
+    for (const std::wstring& folder : folders) {
+        const std::wstring root = driveName(folder);
+        if (!roots_.try_emplace(root, true).second) continue;
+        roots.push_back(root);
+        questions.push_back(
+            [root, answers = disk_.rootAnswers] { return Disk::Answer{answers(root)}; });
+    }
+    if (!disk_.askMany(questions, command, [&](std::size_t i, const Disk::Answer& answer) {
+            roots_[roots[i]] = answer.there;
+        })) {
+        for (const std::wstring& root : roots) roots_.erase(root);
+        return false;
+    }
+
+    std::vector<Folder*> asked;
+    questions.clear();
+    for (const std::wstring& path : folders) {
+        Folder& folder = folders_[upperCased(path)];
+        if (folder.operation == operation_) continue;
+        folder.answers = rootAnswers(driveName(path));
+        if (folder.answers) {
+            asked.push_back(&folder);
+            questions.push_back(questionFor(folder, path));
+        } else {
+            folder.operation = operation_;
+        }
+    }
+    return disk_.askMany(questions, command, [&](std::size_t i, Disk::Answer answer) {
+        asked[i]->operation = operation_;
+        take(*asked[i], std::move(answer));
+    });
+}
+
 void ExistingFiles::update(Folder& folder, const std::wstring& path) {
     folder.operation = operation_;
     folder.answers = !path.empty() && rootAnswers(driveName(path));
     if (!folder.answers) return;
-    // Taken before the listing: what happens during it shows the next time.
-    const auto stamp = disk_.stamp(path);
-    const bool unchanged = folder.complete && stamp && folder.stamp == stamp;
-    if (unchanged) return;
-    folder.stamp = stamp;
-    fill(folder, path);
+    take(folder, disk_.ask(path, questionFor(folder, path)).value_or(Disk::Answer()));
 }
 
-void ExistingFiles::fill(Folder& folder, const std::wstring& path) {
+ExistingFiles::Disk::Question ExistingFiles::questionFor(const Folder& folder,
+                                                         const std::wstring& path) const {
+    const auto known = folder.complete ? folder.stamp : std::nullopt;
+    return [path, known, stamp = disk_.stamp, list = disk_.list] {
+        Disk::Answer answer;
+        // Taken before the listing: what happens during it shows the next time.
+        answer.stamp = stamp(path);
+        answer.unchanged = answer.stamp && answer.stamp == known;
+        if (!answer.unchanged) answer.listing = list(path);
+        return answer;
+    };
+}
+
+void ExistingFiles::take(Folder& folder, Disk::Answer answer) {
+    if (answer.unchanged) return;
+    folder.stamp = answer.stamp;
     folder.complete = false;
     folder.names.clear();
-    const auto listing = disk_.list(path);
-    if (!listing) return;
-    folder.complete = listing->complete;
+    if (!answer.listing) return;
+    folder.complete = answer.listing->complete;
     // One text for all names: a folder of thousands costs one allocation and one mapping.
-    folder.text = upperCased(listing->files);
+    folder.text = upperCased(answer.listing->files);
     folder.names.reserve(std::ranges::count(folder.text, L'\\'));
     std::wstring_view rest = folder.text;
     for (std::size_t end; (end = rest.find(L'\\')) != rest.npos; rest.remove_prefix(end + 1))
@@ -104,8 +176,11 @@ void ExistingFiles::fill(Folder& folder, const std::wstring& path) {
 }
 
 bool ExistingFiles::rootAnswers(const std::wstring& root) {
-    const auto [known, isNew] = roots_.try_emplace(root);
-    if (isNew) known->second = disk_.rootAnswers(root);
+    const auto [known, isNew] = roots_.try_emplace(root, true);
+    if (!isNew) return known->second;
+    const auto answer = disk_.ask(
+        root, [root, answers = disk_.rootAnswers] { return Disk::Answer{answers(root)}; });
+    known->second = !answer || answer->there;
     return known->second;
 }
 

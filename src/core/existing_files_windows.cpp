@@ -1,3 +1,4 @@
+#include "core/disk_questions.h"
 #include "core/disk_windows.h"
 #include "core/errors.h"
 #include "core/existing_files.h"
@@ -68,8 +69,28 @@ bool answers(const std::wstring& root) {
     return !error || errorNumberOf(error) == kPermissionDenied;
 }
 
+std::optional<ExistingFiles::Disk::Answer> askOne(const std::wstring& path,
+                                                  const ExistingFiles::Disk::Question& question) {
+    return askDisk(path, question);
+}
+
+bool askMany(const std::vector<ExistingFiles::Disk::Question>& questions, const LoopHooks& command,
+             const ExistingFiles::Disk::Take& take) {
+    DiskQuestions<ExistingFiles::Disk::Answer> asked;
+    std::size_t ahead = 0;
+    for (std::size_t i = 0; i < questions.size(); ++i) {
+        for (; ahead < questions.size() && !asked.full(); ++ahead) asked.put(questions[ahead]);
+        std::optional<ExistingFiles::Disk::Answer> answer = asked.next(command);
+        if (!answer) return false;
+        take(i, std::move(*answer));
+        if (!command.next()) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
-ExistingFiles::ExistingFiles() : ExistingFiles(Disk{list, stamp, exists, fullPath, answers}) {}
+ExistingFiles::ExistingFiles()
+    : ExistingFiles(Disk{list, stamp, exists, fullPath, answers, askOne, askMany}) {}
 
 }  // namespace tunovka

@@ -32,7 +32,8 @@ inline constexpr wchar_t kPlaceholderSuffix[] = L"_*.?";
 
 // Adds the sub-folders of a folder under its node, each with a placeholder child when it has
 // sub-folders of its own. Unreadable folders add nothing.
-void AddSubfolderNodes(FolderNodes& tree, const std::wstring& parentKey);
+void AddSubfolderNodes(FolderNodes& tree, const std::wstring& parentKey,
+                       const LoopHooks& hooks = {yieldToEvents});
 
 // The program that the shell associates with a file, "" without one.
 std::wstring FindAssociatedProgram(const std::wstring& path);

@@ -1,5 +1,6 @@
 #include "core/rozneapi.h"
 
+#include "core/disk_questions.h"
 #include "core/disk_windows.h"
 #include "core/loop.h"
 #include "core/paths.h"
@@ -33,17 +34,24 @@ bool HasSubfolders(const std::wstring& folder) {
     return Disk::hasSubfolders(folder);
 }
 
-void AddSubfolderNodes(FolderNodes& tree, const std::wstring& parentKey) {
-    const std::wstring folder = withBackslash(parentKey);
-    if (!HasSubfolders(folder)) return;
-    for (const std::wstring& name : subfolderNames(folder)) {
-        const std::wstring key = parentKey + name + L"\\";
+void AddSubfolderNodes(FolderNodes& tree, const std::wstring& parentKey, const LoopHooks& hooks) {
+    const auto names = askDisk(hooks, [folder = withBackslash(parentKey)] {
+        return HasSubfolders(folder) ? subfolderNames(folder) : std::vector<std::wstring>();
+    });
+    if (!names) return;
+    DiskQuestions<bool> hasMore;
+    std::size_t ahead = 0;
+    for (const std::wstring& name : *names) {
+        for (; ahead < names->size() && !hasMore.full(); ++ahead)
+            hasMore.put([key = parentKey + (*names)[ahead] + L"\\"] { return HasSubfolders(key); });
+        const auto more = hasMore.next(hooks);
         // While events ran the tree may have been filled anew.
-        if (!tree.hasNode(parentKey)) return;
+        if (!more || !tree.hasNode(parentKey)) return;
+        const std::wstring key = parentKey + name + L"\\";
         if (tree.hasNode(key)) continue;
         tree.add(parentKey, key, name);
-        if (HasSubfolders(key)) tree.add(key, key + kPlaceholderSuffix, kPlaceholderText);
-        yieldToEvents();  // the shell's answers take milliseconds each
+        if (*more) tree.add(key, key + kPlaceholderSuffix, kPlaceholderText);
+        if (!hooks.next()) return;
     }
     yieldNow();
 }

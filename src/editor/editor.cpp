@@ -3,17 +3,45 @@
 #include <algorithm>
 
 #include "core/ansi.h"
+#include "core/disk_questions.h"
 #include "core/file_system.h"
 #include "editor/texts.h"
+#include "playlist/line_grammar.h"
+#include "playlist/line_reader.h"
 #include "playlist/write.h"
 #include "ui/frm_box.h"
 #include "ui/system_dialogs.h"
 
 namespace tunovka {
 
-// For loops over the document: events run, closing the window ends the loop.
+// For loops over the document: events run, closing the window or Escape ends the loop.
 LoopHooks Editor::hooks() const {
-    return {[] { yieldToEvents(); }, [this] { return form_.isClosing(); }};
+    return {yieldToEvents, [this] { return form_.isGivenUp(); }};
+}
+
+std::optional<std::wstring> Editor::read(const std::wstring& path) const {
+    return askDisk(hooks(), [path] { return fromAnsi(FileSystemObject::readAll(path)); });
+}
+
+std::optional<FileExistsTest> Editor::filesOfRows() {
+    files_.anew();
+    const auto expect = [this](const std::wstring& path) {
+        files_.expect(path);
+        return true;
+    };
+    if (!document.invalidLinks(expect, hooks()) || !files_.prepare(hooks())) return std::nullopt;
+    return std::ref(files_);
+}
+
+std::optional<FileExistsTest> Editor::filesOfText(std::wstring_view text,
+                                                  const std::wstring& folder) {
+    files_.anew();
+    WideLineReader lines(text);
+    for (std::wstring_view line; lines.next(line);)
+        if (isPlaylistEntryLine(line))
+            files_.expect(absoluteEntryPath(withoutFilePrefix(line), folder));
+    if (!files_.prepare(hooks())) return std::nullopt;
+    return std::ref(files_);
 }
 
 // False as well when the window has been closed meanwhile.
@@ -35,12 +63,15 @@ void Editor::selectLast() const {
 }
 
 std::wstring Editor::pathOf(std::size_t row) const {
-    return document.resolve(row, FileSystemObject::FileExists);
+    return document.resolve(row, fileAnswers);
 }
 
 void Editor::loadPlaylistFile(const std::wstring& path) {
-    const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
-    document.load(path, text, files_.anew(), hooks());
+    const auto text = read(path);
+    if (!text) return;
+    const auto exists = filesOfText(*text, playlistFolder(path));
+    if (!exists) return;
+    document.load(path, *text, *exists, hooks());
     if (document.mayBeSaved() && !form_.isClosing()) onSelect(0);
 }
 
@@ -50,7 +81,7 @@ void Editor::drop(const std::wstring& text, std::optional<std::size_t> target,
                   const DragState& drag) {
     if (text.empty()) return;
     if (text == drag.path) return move(drag.key, target);
-    if (!FileSystemObject::FileExists(text)) return;
+    if (!fileAnswers(text)) return;
     switch (droppedKind(text)) {
         case DroppedKind::Media:
             return addFile(text);
@@ -74,10 +105,13 @@ void Editor::addFile(const std::wstring& path) {
 
 void Editor::mergeDroppedPlaylist(const std::wstring& path) {
     if (!agrees(addPlaylistQuestion(path))) return;
-    const std::wstring text = fromAnsi(FileSystemObject::readAll(path));
+    const auto text = read(path);
+    if (!text) return;
+    const auto exists = filesOfText(*text, playlistFolder(path));
+    if (!exists) return;
     std::optional<MergeReport> report;
     try {
-        report = document.merge(path, text, files_.anew(), hooks());
+        report = document.merge(path, *text, *exists, hooks());
     } catch (...) {
         selectLast();  // of what was read before the error
         throw;
@@ -94,7 +128,9 @@ void Editor::removeAt(std::size_t row) {
 }
 
 void Editor::removeDuplicates() {
-    const auto keys = document.duplicates(files_.anew(), hooks());
+    const auto exists = filesOfRows();
+    if (!exists) return;
+    const auto keys = document.duplicates(*exists, hooks());
     if (keys && agrees(duplicatesBox(keys->size())) && document.remove(*keys) > 0) selectFirst();
 }
 
@@ -103,7 +139,9 @@ void Editor::removeInvalidLinks() {
 }
 
 std::optional<std::size_t> Editor::dropInvalidLinks() {
-    const auto keys = document.invalidLinks(files_.anew(), hooks());
+    const auto exists = filesOfRows();
+    if (!exists) return std::nullopt;
+    const auto keys = document.invalidLinks(*exists, hooks());
     if (!keys) return std::nullopt;
     if (document.remove(*keys) > 0) selectFirst();
     return keys->size();
@@ -114,7 +152,9 @@ void Editor::sort(SortOrder order) {
 }
 
 void Editor::restoreLoadOrder() {
-    document.restoreLoadOrder(files_.anew(), hooks());
+    const auto exists = filesOfRows();
+    if (!exists) return;
+    document.restoreLoadOrder(*exists, hooks());
     selectFirst();
 }
 
@@ -139,8 +179,10 @@ void Editor::saveAs() {
 }
 
 bool Editor::write(const std::wstring& target, bool relative) {
+    const auto exists = filesOfRows();
+    if (!exists) return false;
     const EditorDocument::Busy busy(document);
-    const auto paths = document.pathsToSave(files_.anew(), hooks());
+    const auto paths = document.pathsToSave(*exists, hooks());
     if (!paths) return false;
     bool goesOn = true;
     const auto look = [&] { goesOn = hooks().next() && goesOn; };
@@ -150,7 +192,11 @@ bool Editor::write(const std::wstring& target, bool relative) {
         return toAnsi(line);
     });
     if (!goesOn) return false;
-    FileSystemObject::writeWhole(target, content);
+    const auto written = askDisk(hooks(), [target, content] {
+        FileSystemObject::writeWhole(target, content);
+        return true;
+    });
+    if (!written) return false;
     document.markSaved();
     return true;
 }

@@ -52,6 +52,13 @@ class Editor {
 
   private:
     LoopHooks hooks() const;
+    // A file's content; empty when the command was given up.
+    std::optional<std::wstring> read(const std::wstring& path) const;
+    // The test for files, anew, once the disk has told about the folders of all rows, or of all
+    // entries of a playlist's text whose relative ones lead from `folder`; empty when the command
+    // was given up.
+    std::optional<FileExistsTest> filesOfRows();
+    std::optional<FileExistsTest> filesOfText(std::wstring_view text, const std::wstring& folder);
     bool agrees(const BoxRequest& question) const;
     void notify(const BoxRequest& notice) const;
     void move(const std::wstring& key, std::optional<std::size_t> target);

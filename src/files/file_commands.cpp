@@ -1,5 +1,6 @@
 #include "files/file_commands.h"
 
+#include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/file_system.h"
 #include "core/paths.h"
@@ -61,8 +62,9 @@ void FileCommands::runOnSelected(int operation) {
 }
 
 void FileCommands::vlozit_subor_Click() {
-    const std::wstring source = FileSystemObject::asOnDisk(clipboardPath(parts_.txtsubor.text()));
-    if (source.empty()) return;
+    const std::wstring copied = clipboardPath(parts_.txtsubor.text());
+    if (copied.empty()) return;
+    const std::wstring found = fileOnDisk(copied), source = found.empty() ? copied : found;
     const std::wstring destination = askSavePath(parts_.form, {.title = std::wstring(kPasteTitle),
                                                                .filter = pasteFilter(source),
                                                                .folder = parts_.strom.selectedKey(),
@@ -82,7 +84,7 @@ void FileCommands::premenovat_subor_Click() {
     if (typed.empty()) return;
     const std::wstring newName = newFileName(typed, path);
     const RenameVerdict verdict =
-        judgeRename(parts_.strom.selectedKey() + newName, path, FileSystemObject::FileExists);
+        judgeRename(parts_.strom.selectedKey() + newName, path, fileAnswers);
     if (verdict != RenameVerdict::Rename) {
         ask(renameRefusal(verdict));
         return;
@@ -124,8 +126,7 @@ bool FileCommands::Tview_OLEDragOver() const {
 
 void FileCommands::Tview_OLEDragDrop(const std::wstring& path) {
     const std::wstring folder = parts_.txtPath.text();
-    if (FileSystemObject::FileExists(path))
-        copyDropped(path, folder, copyToContentsQuestion(path, folder));
+    if (fileAnswers(path)) copyDropped(path, folder, copyToContentsQuestion(path, folder));
 }
 
 void FileCommands::copyDropped(const std::wstring& path, const std::wstring& folder,
@@ -133,7 +134,7 @@ void FileCommands::copyDropped(const std::wstring& path, const std::wstring& fol
     alone([&] {
         if (ask(question) != 1) return;
         parts_.txtsubor.setText(copiedClipboard(path));
-        const std::wstring name = fileName(FileSystemObject::asOnDisk(path));
+        const std::wstring found = fileOnDisk(path), name = fileName(found.empty() ? path : found);
         FSOakcie::carryOut(explorer_, kTransfer, path, folder + name);
     });
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/id3v1.h"
 #include "core/text.h"
@@ -112,21 +113,47 @@ void frminfo::Timer1_Tick() {
     lblvystraha.setVisible(!lblvystraha.isVisible());
 }
 
-// Each part that can be read is shown, whatever becomes of the others.
+namespace {
+
+// What a worker has found out about a file: each part that can be read, whatever becomes of the
+// others.
+struct Facts {
+    bool there = false;
+    std::optional<FileDetails> details;
+    std::optional<MultiMedialny::Id3v1Tag> tag;
+    std::optional<RuntimeError> failure;
+};
+
+Facts factsOf(const std::wstring& path) {
+    Facts facts;
+    facts.there = FileSystemObject::FileExists(path);
+    if (!facts.there) return facts;
+    try {
+        facts.details = FileSystemObject::details(path);
+        facts.tag = MultiMedialny::ReadId3v1(path);
+    } catch (const RuntimeError& error) {
+        if (error.number == kBadRecordNumber) return facts;  // a short file has just no tag
+        facts.there = FileSystemObject::FileExists(path);
+        facts.failure = error;
+    }
+    return facts;
+}
+
+}  // namespace
+
 void frminfo::showFile(const std::wstring& path) {
     lblPath.setText(path);
-    if (!FileSystemObject::FileExists(path)) return warn();
-    try {
-        showDetails(FileSystemObject::details(path));
-        showTag(MultiMedialny::ReadId3v1(path));
-    } catch (const RuntimeError& error) {
-        if (error.number == kBadRecordNumber) return;  // a short file has just no tag
-        if (!FileSystemObject::FileExists(path)) return warn();
+    const auto facts = askDisk(path, [path] { return factsOf(path); });
+    if (!facts) return;
+    if (facts->details) showDetails(*facts->details);
+    if (facts->tag) showTag(*facts->tag);
+    if (!facts->there) return warn();
+    if (facts->failure)
         notifyLater(L"CHYBA",
                     L"Nie je možné načítať všetky informácie o súbore.\rChyba č. " +
-                        std::to_wstring(error.number) + L": " + error.description,
+                        std::to_wstring(facts->failure->number) + L": " +
+                        facts->failure->description,
                     L"Rozumiem ...");
-    }
 }
 
 void frminfo::showDetails(const FileDetails& details) {

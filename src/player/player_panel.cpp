@@ -172,7 +172,11 @@ void PlayerPanel::letGo(const std::wstring& path) {
 bool PlayerPanel::holds(const std::wstring& path) const {
     const std::wstring& playing = mp.FileName();
     if (playing.empty()) return false;
-    if (FileSystemObject::sameFile(playing, path)) return true;
+    // A file that has gone already is known by its path alone.
+    const auto isIt = [&](const std::wstring& file) {
+        return lowerCased(file) == lowerCased(path) || FileSystemObject::sameFile(file, path);
+    };
+    if (isIt(playing)) return true;
     if (!MultiMedialny::isPlaylistName(lowerCased(playing))) return false;
     const std::wstring name = lowerCased(fileName(path));
     try {
@@ -180,8 +184,7 @@ bool PlayerPanel::holds(const std::wstring& path) const {
             listedFiles(fromAnsi(FileSystemObject::readAll(playing)), playlistFolder(playing));
         return std::ranges::any_of(files, [&](const ListedFile& file) {
             // The cheap question first: a long list names many files.
-            return lowerCased(fileName(file.path)) == name &&
-                   FileSystemObject::sameFile(file.path, path);
+            return lowerCased(fileName(file.path)) == name && isIt(file.path);
         });
     } catch (const RuntimeError&) {
         return true;  // the list cannot be read any more: it may be any of its files

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "core/disk_questions.h"
 #include "core/drives.h"
 #include "core/errors.h"
 #include "core/text.h"
@@ -20,7 +21,8 @@ std::wstring letterOf(const std::wstring& drive) {
 
 std::vector<std::wstring> driveTexts() {
     std::vector<std::wstring> texts;
-    for (const Drive& drive : listDrives()) texts.push_back(drive.text());
+    const auto drives = askDisk(std::wstring(), [] { return listDrives(); });
+    for (const Drive& drive : drives.value_or(std::vector<Drive>())) texts.push_back(drive.text());
     return texts;
 }
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 
+#include "core/disk_questions.h"
 #include "core/file_system.h"
 #include "core/handle.h"
 #include "core/late_function.h"
@@ -123,7 +124,8 @@ std::wstring pickFolder(const Form& owner, std::wstring_view prompt, const std::
     const TaskMemoryOwner chosen(ask(&browse));
     if (!chosen || owner.isClosing()) return {};
     const std::wstring path = pathOf(static_cast<PCIDLIST_ABSOLUTE>(chosen.get()));
-    return FileSystemObject::FolderExists(path) ? path : std::wstring();
+    const auto isFolder = askDisk(path, [path] { return FileSystemObject::FolderExists(path); });
+    return isFolder.value_or(false) ? path : std::wstring();
 }
 
 }  // namespace tunovka

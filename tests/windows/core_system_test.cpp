@@ -55,7 +55,7 @@ TEST(ExistingFiles, AnswersAsTheDiskDoes) {
         EXPECT_TRUE(files.contains(scratch / name)) << std::string(name.begin(), name.end());
     for (const wchar_t* name :
          {L"", L"hudba", L"hudba\\b.mp3", L"hudba\\a.mp3\\", L"nie.mp3", L"*.mp3", L"hudba\\?.mp3",
-          L"nie je\\a.mp3", L"hudba\\a.mp3\\a.mp3", L"nul"})
+          L"nie je\\a.mp3", L"hudba\\a.mp3\\a.mp3", L"hudba \\a.mp3", L"hudba.\\nie.mp3", L"nul"})
         EXPECT_FALSE(files.contains(scratch / name)) << std::string(name, name + wcslen(name));
     EXPECT_FALSE(files.contains(L""));
     EXPECT_FALSE(files.contains(L"Q:\\a.mp3"));

@@ -5,6 +5,7 @@
 #include "core/counter16.h"
 #include "core/file_system.h"
 #include "core/loop.h"
+#include "support/disk_faults.h"
 #include "support/editor_stage.h"
 #include "support/error_of.h"
 #include "ui/frm_box.h"
@@ -115,7 +116,7 @@ TEST_F(EditorSaving, AFailureIsToldAndTheListStaysToBeSavedAgain) {
     }
     EXPECT_EQ(person.seen[1],
               (BoxRequest{L" CHYBA",
-                          L"Chyba č. 70: " + errorDescription(kPermissionDenied) + L": " + target,
+                          L"Chyba č. 70: " + sentenceOf(ERROR_SHARING_VIOLATION) + L": " + target,
                           L"Rozumiem ..."}));
     EXPECT_EQ(contentOf(target), "a.mp3\r\nb.wav\r\n");
     EXPECT_TRUE(editor().document.changed());

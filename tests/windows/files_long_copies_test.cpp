@@ -7,7 +7,7 @@
 #include "core/loop.h"
 #include "support/disk_faults.h"
 #include "support/file_menus.h"
-#include "ui/modal.h"
+#include "ui/forms.h"
 
 namespace tunovka {
 namespace {

@@ -5,6 +5,7 @@
 #include "core/file_system.h"
 #include "core/loop.h"
 #include "search/frm_hladanie.h"
+#include "support/disk_faults.h"
 #include "support/machine.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
@@ -324,7 +325,7 @@ TEST_F(Search, AFailedExportLeavesTheOldFileAndSaysSo) {
         const FileHandle lock = locked(old, FILE_SHARE_READ);
         EXPECT_EQ(
             exported(L"old.m3u.bak", {1}),
-            Texts{L" CHYBA|Chyba č. 70: " + errorDescription(kPermissionDenied) + L": " + old});
+            Texts{L" CHYBA|Chyba č. 70: " + sentenceOf(ERROR_SHARING_VIOLATION) + L": " + old});
     }
     EXPECT_EQ(contentOf(old), "old");
     EXPECT_EQ(exported(L"old.m3u.bak", {1}),

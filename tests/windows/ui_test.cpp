@@ -198,7 +198,8 @@ TEST(Box, AFailureThatNobodyHandledBecomesANoticeAfterTheOpenBox) {
     EXPECT_EQ(ask(L"Prvá", L"Otázka", L"ÁNO;NIE"), 1);
     ASSERT_TRUE(runUntil([&] { return person.seen.size() == 2; }));
     EXPECT_EQ(person.seen[0].title, L" Prvá");
-    EXPECT_EQ(person.seen[1], (BoxRequest{L" CHYBA", L"Chyba č. 6: " + errorDescription(kOverflow), L"Rozumiem ..."}));
+    EXPECT_EQ(person.seen[1], (BoxRequest{L" CHYBA", L"Chyba č. 6: " + errorDescription(kOverflow),
+                                          L"Rozumiem ..."}));
 }
 
 TEST(Box, ABoxOverAnotherNeverAnswersForIt) {
