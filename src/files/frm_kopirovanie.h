@@ -9,9 +9,9 @@
 #include <string>
 
 #include "core/file_system.h"
+#include "core/loop.h"
 #include "ui/label.h"
 #include "ui/skinned_form.h"
-#include "ui/timer.h"
 
 namespace tunovka {
 
