@@ -222,7 +222,7 @@ void ListView::keyboardMenu() {
     if (!onContextMenu) return;
     int top = headerHeight();  // of the menu
     if (const auto position = selected()) {
-        ensureVisible(*position);
+        scrolled(LVM_ENSUREVISIBLE, *position, FALSE);
         top = rowArea(*position).bottom();
     }
     onContextMenu(toScreen({scaled(kMargin + kPicture), top}));

@@ -130,11 +130,11 @@ TEST_F(Pictures, LongList) {
     edit(L"dlhý.m3u", 100);
     const HWND thumb = control(L"frmplejlist", L"Iposuv");
     hold(L"list-start", L"frmplejlist");
-    holdMenu(L"editor-menu", control(L"frmplejlist", L"Lview"), {VK_UP, VK_RIGHT});
     for (int i = 0; i < 2; ++i) press(thumb, VK_NEXT);
     hold(L"list-middle", L"frmplejlist");
     press(thumb, VK_END);
     hold(L"list-end", L"frmplejlist");
+    holdMenu(L"editor-menu", control(L"frmplejlist", L"Lview"), {VK_UP, VK_RIGHT});
     holdControls(L"list", L"frmplejlist");
     edit(L"prázdny.m3u", 0);
     hold(L"empty-list", L"frmplejlist");
