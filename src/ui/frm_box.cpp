@@ -30,6 +30,17 @@ std::wstring readable(const std::wstring& text) {
     return text.size() <= kLongestText ? text : text.substr(0, kLongestText) + L" …";
 }
 
+// The same text for the system's field, which knows CR LF alone as a line's end.
+std::wstring fieldLines(const std::wstring& text) {
+    std::wstring lines;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == L'\r' && text[i + 1] == L'\n') continue;
+        const bool endsLine = text[i] == L'\r' || text[i] == L'\n';
+        lines += endsLine ? L"\r\n" : text.substr(i, 1);
+    }
+    return lines;
+}
+
 int openBoxes = 0;
 
 struct Notice {
@@ -99,7 +110,7 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
       lblotazka({.name = L"lblotazka", .caption = readable(text), .parent = this, .wraps = true}),
       lblpokus({.name = L"lblpokus", .caption = readable(text), .parent = this, .visible = false}),
       scrolled_({.name = L"txtotazka",
-                 .text = readable(text),
+                 .text = fieldLines(readable(text)),
                  .parent = this,
                  .ground = colors().ground,
                  .wraps = true,
