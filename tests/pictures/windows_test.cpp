@@ -64,8 +64,12 @@ TEST_F(Pictures, Player) {
     ASSERT_TRUE(runUntil([&] { return !explorer.player.lblčas.text().empty(); }));
     explorer.player.mp.Pause();
     press(control(L"PicProgres"));  // in its middle
-    explorer.player.Timer1.onTick();
-    hold(L"playing");
+    const std::wstring title = explorer.player.lblnapis.text();
+    Album::hold(L"playing", [&] {
+        explorer.player.lblnapis.setText(title);
+        explorer.player.Timer1.onTick();
+        return picture(L"frmPrieskumnik");
+    });
 }
 
 TEST_F(Pictures, Search) {
