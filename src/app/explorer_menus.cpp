@@ -113,8 +113,12 @@ void PlayMenu::PlaySelected(const std::wstring& program) {
 
 void PlayMenu::prehraťvprog_Click() {
     const std::wstring path = contents_.selectedPath();
-    const std::wstring program = path.empty() ? path : RozneApi::FindAssociatedProgram(path);
-    if (!program.empty()) PlaySelected(program);
+    if (path.empty()) return;
+    const std::wstring program = RozneApi::FindAssociatedProgram(path);
+    if (program.empty())
+        openByAssociation(path);
+    else
+        PlaySelected(program);
 }
 
 void PlayMenu::prehrat_v_programe_Click() {

@@ -32,7 +32,7 @@ class PlayMenu {
     // file are told in a notice.
     void PlaySelected(const std::wstring& program);
 
-    // In the program that the system associates with the file; nothing when there is none.
+    // In what the system opens the file with; nothing when there is no such program.
     void prehraťvprog_Click();
 
     // In a program that the person chooses in the system's own window.

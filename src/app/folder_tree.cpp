@@ -137,7 +137,7 @@ void FolderTree::returnToShownDrive() {
 
 void FolderTree::add(const std::wstring& parentKey, const std::wstring& key,
                      const std::wstring& text) {
-    // Names that differ in letter case alone are one folder to Windows.
+    // Folders that differ in letter case alone are a node each, as the contents tree's files are.
     if (strom.contains(key) || !strom.contains(parentKey)) return;
     strom.add({.parentKey = parentKey, .key = key, .text = text});
 }
@@ -173,6 +173,17 @@ void FolderTree::ExpandFolder(const std::wstring& key) {
     SetCursor(pointer);
 }
 
+bool FolderTree::showHourglass() const {
+    POINT pointer{};
+    GetCursorPos(&pointer);
+    const Point at = strom.fromScreen({static_cast<int>(pointer.x), static_cast<int>(pointer.y)});
+    const Size size = strom.clientSize();
+    if (expanding_ == 0 || at.x < 0 || at.y < 0 || at.x >= size.width || at.y >= size.height)
+        return false;
+    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    return true;
+}
+
 void FolderTree::strom_Expand(const std::wstring& key) {
     if (filling_ || expanding_ > 0) return;
     const std::wstring child = strom.firstChild(key);
@@ -183,7 +194,7 @@ void FolderTree::strom_Expand(const std::wstring& key) {
         strom.expand(key);
     }
     strom.select(key);
-    strom_Click();
+    strom_NodeClick(key);
 }
 
 void FolderTree::strom_Click() {

@@ -31,6 +31,9 @@ class FolderTree : private RozneApi::FolderNodes {
     // Chooses the first drive at start: "e:" where there is one.
     void chooseStartDrive();
 
+    // Shows it when the pointer is over the tree while that is filled; false otherwise.
+    bool showHourglass() const;
+
     std::wstring selectedFolder() const { return strom.selectedKey(); }
 
     DriveList Drive1;

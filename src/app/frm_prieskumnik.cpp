@@ -22,7 +22,7 @@ constexpr int kMargin = 8;
 constexpr int kSplitter = 8;
 constexpr int kDriveHeight = 21;  // until the list is there
 constexpr int kStatusHeight = 20;
-constexpr int kLeastTree = 7;  // a tree never gets narrower: 100 twips
+constexpr int kLeast = 7;  // how near the boundary comes to either side: 100 twips
 
 constexpr wchar_t kEditors[] = L"vrtilkofrm*";
 
@@ -82,7 +82,7 @@ void frmPrieskumnik::bindHandlers() {
     Tview.onSelectionByKey = [this] { selectionChanged(); };
     Tview.onContextMenu = [this](Point screen) { Tview_ContextMenu(screen); };
     Tview.onDoubleClick = [this] { Tview_DblClick(); };
-    Tview.onBeginDrag = [this](const std::wstring&) { Tview_OLEStartDrag(); };
+    Tview.onBeginDrag = [this](const std::wstring&) { return Tview_OLEStartDrag(); };
     Tview.onKeyDown = [this](WORD key) { return Tview_KeyDown(key); };
 
     tri.onClick(L"miminalizovat") = [this] { minimize(); };
@@ -144,9 +144,12 @@ void frmPrieskumnik::Tview_DblClick() {
     if (!contents.Tview.selectedKey().empty()) playing.PlaySelected(kHere);
 }
 
-void frmPrieskumnik::Tview_OLEStartDrag() {
+bool frmPrieskumnik::Tview_OLEStartDrag() {
+    selectionChanged();  // the release that would tell it belongs to the drag
     const std::wstring path = contents.selectedPathForPlaylists();
-    if (!path.empty()) dragText(path, {.source = L"Tview", .key = contents.Tview.selectedKey()});
+    if (path.empty()) return false;
+    dragText(path, {.source = L"Tview", .key = contents.Tview.selectedKey()});
+    return true;
 }
 
 bool frmPrieskumnik::Tview_KeyDown(WORD key) {
@@ -238,6 +241,12 @@ void frmPrieskumnik::showInformation(const std::wstring& command) {
     window.showModal();
 }
 
+std::optional<LRESULT> frmPrieskumnik::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    // The tree takes no input while it fills: its window is asked for the pointer over it.
+    if (message == WM_SETCURSOR && folders.showHourglass()) return TRUE;
+    return SkinnedForm::onMessage(message, wparam, lparam);
+}
+
 bool frmPrieskumnik::onShortcut(WORD key) {
     if (key != VK_F5) return false;
     refresh();
@@ -314,18 +323,18 @@ Size frmPrieskumnik::arrange(int stripBottom) {
 
     const int gap = scaled(kSplitter);
     const int width = size.width - 2 * margin - gap;
-    const int least = scaled(kLeastTree);
-    const int left =
-        std::clamp(MulDiv(width, leftShare_, 1000), least, std::max(least, width - least));
+    const int least = margin + scaled(kLeast);
+    const int most = std::max(least, size.width - scaled(kLeast));
+    const int boundary = std::clamp(margin + MulDiv(width, leftShare_, 1000), least, most);
+    const int left = boundary - margin;
     // As high as its font makes it: more than that would show the text above the middle.
     const int driveHeight =
         folders.Drive1.handle() ? folders.Drive1.bounds().height : scaled(kDriveHeight);
     folders.Drive1.setBounds({margin, top, left, driveHeight});
     const int stromTop = top + driveHeight + scaled(4);
     folders.strom.setBounds({margin, stromTop, left, treesBottom - stromTop});
-    splitter.setBounds({margin + left, top, gap, treesBottom - top}, margin + least,
-                       size.width - margin - gap - least);
-    contents.Tview.setBounds({margin + left + gap, top, width - left, treesBottom - top});
+    splitter.setBounds({boundary, top, gap, treesBottom - top}, least, most);
+    contents.Tview.setBounds({boundary + gap, top, std::max(0, width - left), treesBottom - top});
     return size;
 }
 

@@ -43,6 +43,7 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     Size arrange(int stripBottom) override;
     void onUnload() override;
     bool queryUnload() override;
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     bool onShortcut(WORD key) override;
     void onMenuKey() override;
     void onPaintGround(HDC dc, const RECT& area) const override;
@@ -63,7 +64,7 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     void Tview_MouseUp(MouseButton button, Point at);
     void Tview_ContextMenu(Point screen);
     void Tview_DblClick();
-    void Tview_OLEStartDrag();
+    bool Tview_OLEStartDrag();
     bool Tview_KeyDown(WORD key);
     void o_programe_Click();
     void info_o_subore_Click();

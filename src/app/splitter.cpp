@@ -2,6 +2,8 @@
 
 #include <oleacc.h>
 
+#include <algorithm>
+
 #include "ui/form.h"
 #include "ui/painting.h"
 
@@ -24,6 +26,7 @@ Splitter::Splitter(Form& form)
     Medzera.onMouseDown = [this](MouseButton button, Point at) { Medzera_MouseDown(button, at); };
     Medzera.onMouseMove = [this](MouseButton held, Point at) { Medzera_MouseMove(held, at); };
     Medzera.onMouseUp = [this](MouseButton button, Point) { Medzera_MouseUp(button); };
+    Medzera.onCaptureLost = [this] { endDrag(); };
     Medzera.cursor = IDC_SIZEWE;
     Obdlznik.onPaint = [](HDC dc, Size size) {
         fillRect(dc, {0, 0, size.width, size.height}, colors().rim);
@@ -49,29 +52,33 @@ void Splitter::Medzera_MouseDown(MouseButton button, Point at) {
 void Splitter::Medzera_MouseMove(MouseButton held, Point at) {
     if (held != MouseButton::Left || pressedAt_ < 0) return;
     Rect frame = Medzera.bounds();
-    frame.x += at.x - pressedAt_;
-    if (frame.x > leftLimit_ && frame.x < rightLimit_) Obdlznik.setBounds(frame);
+    frame.x = std::clamp(frame.x + at.x - pressedAt_, least_, most_);
+    Obdlznik.setBounds(frame);
 }
 
 void Splitter::Medzera_MouseUp(MouseButton button) {
     if (button != MouseButton::Left || pressedAt_ < 0) return;
+    endDrag();
+    if (onMoved) onMoved(Obdlznik.bounds().x);
+}
+
+void Splitter::endDrag() {
     pressedAt_ = -1;
     Obdlznik.setVisible(false);
-    if (onMoved) onMoved(Obdlznik.bounds().x);
 }
 
 void Splitter::Medzera_Move(StripMove move) {
     const StripSteps steps{.line = static_cast<double>(Medzera.scaled(kLine)),
                            .page = static_cast<double>(Medzera.scaled(kPage)),
-                           .least = leftLimit_ + 1.0,
-                           .most = rightLimit_ - 1.0};
+                           .least = static_cast<double>(least_),
+                           .most = static_cast<double>(most_)};
     if (onMoved) onMoved(static_cast<int>(moved(move, Medzera.bounds().x, steps)));
 }
 
-void Splitter::setBounds(const Rect& bounds, int leftLimit, int rightLimit) {
+void Splitter::setBounds(const Rect& bounds, int least, int most) {
     Medzera.setBounds(bounds);
-    leftLimit_ = leftLimit;
-    rightLimit_ = rightLimit;
+    least_ = least;
+    most_ = most;
 }
 
 }  // namespace tunovka

@@ -14,8 +14,8 @@ class Splitter {
   public:
     explicit Splitter(Form& form);
 
-    // Place of the boundary, and how far it may go to either side (both exclusive), in pixels.
-    void setBounds(const Rect& bounds, int leftLimit, int rightLimit);
+    // Place of the boundary, and the least and the most that its left edge may be, in pixels.
+    void setBounds(const Rect& bounds, int least, int most);
 
     std::function<void(int left)> onMoved;  // the new left edge
 
@@ -28,8 +28,9 @@ class Splitter {
     void Medzera_MouseDown(MouseButton button, Point at);
     void Medzera_MouseMove(MouseButton held, Point at);
     void Medzera_MouseUp(MouseButton button);
+    void endDrag();
 
-    int leftLimit_ = 0, rightLimit_ = 0;
+    int least_ = 0, most_ = 0;
     int pressedAt_ = -1;  // from the left edge; -1 while nobody drags
 };
 

@@ -1,6 +1,11 @@
 #include "player/external_players.h"
 
+#include <windows.h>
+
+#include <shellapi.h>
+
 #include "core/errors.h"
+#include "core/late_function.h"
 #include "core/loop.h"
 #include "core/process_windows.h"
 #include "core/register_windows.h"
@@ -40,6 +45,17 @@ ExternalPlayers ExternalPlayers::find() {
 void playInProgram(const std::wstring& program, const std::wstring& file) {
     start(playingCommandLine(program, file), SW_SHOWNORMAL, program);
     yieldNow();
+}
+
+void openByAssociation(const std::wstring& file) {
+    static const LateFunction<decltype(ShellExecuteExW)> execute(L"shell32.dll", "ShellExecuteExW");
+    SHELLEXECUTEINFOW open{};
+    open.cbSize = sizeof open;
+    open.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
+    open.lpVerb = L"open";  // the default verb of an unknown type asks for a program
+    open.lpFile = file.c_str();
+    open.nShow = SW_SHOWNORMAL;
+    if (execute) execute(&open);
 }
 
 void openWith(const std::wstring& file) {

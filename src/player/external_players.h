@@ -30,6 +30,10 @@ std::wstring openWithCommandLine(std::wstring_view file);
 // kPermissionDenied or kInvalidCall with the program named when it cannot be started.
 void playInProgram(const std::wstring& program, const std::wstring& file);
 
+// Opens a file as the system itself would, which also knows programs without a program file.
+// Nothing happens for a type that no program opens.
+void openByAssociation(const std::wstring& file);
+
 // Lets the person choose a program for a file; the system's helper starts minimised. Raises as
 // above.
 void openWith(const std::wstring& file);

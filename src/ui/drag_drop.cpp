@@ -13,6 +13,7 @@
 #include "core/late_function.h"
 #include "core/loop.h"
 #include "core/text.h"
+#include "ui/form.h"
 
 namespace tunovka {
 
@@ -149,7 +150,9 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
     HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL at, DWORD* effect) override {
         welcome_ = false;
         guarded([&] {
-            welcome_ = window_ && offersText_ && window_->isEnabled() && events_.over &&
+            // A form is switched off while a box over it is open; its controls are not.
+            welcome_ = window_ && offersText_ && window_->isEnabled() &&
+                       IsWindowEnabled(GetAncestor(window_->handle(), GA_ROOT)) && events_.over &&
                        events_.over(place(at));
         });
         *effect = welcome_ ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;

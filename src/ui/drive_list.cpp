@@ -38,18 +38,20 @@ DriveList::DriveList(const std::wstring& name, const std::wstring& accessibleNam
     setAccessibleName(accessibleName);
 }
 
-// The drive of the current directory.
+// The drive of the current directory. Where that lies on a share, the first fixed drive that
+// answers.
 void DriveList::chooseFirst() {
-    wchar_t current[MAX_PATH]{};
-    GetCurrentDirectoryW(MAX_PATH, current);
-    const auto found = std::find_if(drives_.begin(), drives_.end(), [&](const auto& drive) {
-        return letterOf(drive) == letterOf(current);
-    });
-    if (found != drives_.end()) {
-        drive_ = *found;
-    } else if (!drives_.empty()) {
-        drive_ = drives_.back();
-    }
+    if (drives_.empty()) return;
+    std::wstring current(GetCurrentDirectoryW(0, nullptr), L'\0');
+    GetCurrentDirectoryW(static_cast<DWORD>(current.size()), current.data());
+    const auto isCurrent = [&](const auto& drive) { return letterOf(drive) == letterOf(current); };
+    const auto answers = [](const auto& drive) {
+        return FileSystemObject::driveType(drive) == DriveType::Fixed &&
+               FileSystemObject::IsDriveReady(drive);
+    };
+    auto chosen = std::ranges::find_if(drives_, isCurrent);
+    if (chosen == drives_.end()) chosen = std::ranges::find_if(drives_, answers);
+    drive_ = chosen == drives_.end() ? drives_.back() : *chosen;
 }
 
 void DriveList::fill() {
@@ -114,12 +116,21 @@ std::optional<LRESULT> DriveList::onMessage(UINT message, WPARAM, LPARAM) {
 }
 
 std::optional<LRESULT> DriveList::onCommand(WORD code) {
-    if (code == CBN_DROPDOWN) refresh();
     // While the list is open the arrows only move the mark; the choice counts when it closes.
-    const bool chosen = code == CBN_CLOSEUP || (code == CBN_SELCHANGE && !send(CB_GETDROPPEDSTATE));
-    if (chosen) {
-        const int position = static_cast<int>(send(CB_GETCURSEL));
-        if (position >= 0) choose(position);
+    switch (code) {
+        case CBN_DROPDOWN:
+            refresh();
+            break;
+        case CBN_SELENDCANCEL:
+        case CBN_SELENDOK:
+            cancelled_ = code == CBN_SELENDCANCEL;
+            break;
+        case CBN_CLOSEUP:
+            choose(cancelled_ ? -1 : static_cast<int>(send(CB_GETCURSEL)));
+            break;
+        case CBN_SELCHANGE:
+            if (!send(CB_GETDROPPEDSTATE)) choose(static_cast<int>(send(CB_GETCURSEL)));
+            break;
     }
     return 0;
 }

@@ -40,6 +40,7 @@ class DriveList : public Window {
 
     std::vector<std::wstring> drives_;
     std::wstring drive_;
+    bool cancelled_ = false;  // the open list was left without a choice
 };
 
 }  // namespace tunovka

@@ -9,6 +9,15 @@ bool ItemMouse::draggedAway(Point point) const {
            std::abs(point.y - pressedAt_.y) > GetSystemMetrics(SM_CYDRAG);
 }
 
+void ItemMouse::tryDrag() {
+    held_ = MouseButton::None;
+    ReleaseCapture();
+    if (events_.drag && events_.drag(pressedAt_)) return;
+    staysClick_ = true;
+    SetCapture(owner_->handle());
+    held_ = MouseButton::Left;
+}
+
 bool ItemMouse::take(UINT message, WPARAM wparam, LPARAM lparam) {
     const Point point = pointOf(lparam);
     switch (message) {
@@ -18,6 +27,7 @@ bool ItemMouse::take(UINT message, WPARAM wparam, LPARAM lparam) {
         case WM_MBUTTONDOWN:
             held_ = buttonOf(message);
             pressedAt_ = point;
+            staysClick_ = false;
             owner_->focus();
             SetCapture(owner_->handle());
             if (events_.press) events_.press(held_, point);
@@ -28,11 +38,10 @@ bool ItemMouse::take(UINT message, WPARAM wparam, LPARAM lparam) {
             if (events_.doubleClick) events_.doubleClick(point);
             return true;
         case WM_MOUSEMOVE:
-            if (held_ != MouseButton::Left || !(wparam & MK_LBUTTON) || !draggedAway(point))
+            if (held_ != MouseButton::Left || staysClick_ || !(wparam & MK_LBUTTON) ||
+                !draggedAway(point))
                 return false;
-            held_ = MouseButton::None;
-            ReleaseCapture();
-            if (events_.drag) events_.drag(pressedAt_);
+            tryDrag();
             return true;
         case WM_LBUTTONUP:
         case WM_RBUTTONUP:

@@ -17,7 +17,9 @@ class ItemMouse {
         std::function<void(MouseButton, Point)> press;    // after the item was selected
         std::function<void(MouseButton, Point)> release;  // not after a drag
         std::function<void(Point)> doubleClick;
-        std::function<void(Point)> drag;  // the pointer has left the press behind, left button
+        // The pointer has left the press of the left button behind: drags what is at that point.
+        // False when nothing is dragged; the press then stays a click, wherever its release is.
+        std::function<bool(Point)> drag;
     };
 
     explicit ItemMouse(Window& owner, Events events) : owner_(&owner), events_(std::move(events)) {}
@@ -27,11 +29,13 @@ class ItemMouse {
 
   private:
     bool draggedAway(Point point) const;
+    void tryDrag();
 
     Window* owner_;
     Events events_;
     MouseButton held_ = MouseButton::None;
     Point pressedAt_;
+    bool staysClick_ = false;
 };
 
 }  // namespace tunovka

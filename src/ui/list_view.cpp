@@ -48,7 +48,9 @@ ListView::ListView(const ListArgs& args, ListModel& model)
               .drag =
                   [this](Point from) {
                       const auto position = itemAt(from);
-                      if (position && onBeginDrag) onBeginDrag(*position);
+                      if (!position || !onBeginDrag) return false;
+                      onBeginDrag(*position);
+                      return true;
                   }}) {
     setAccessibleName(args.text);
     send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,

@@ -2,6 +2,8 @@
 
 #include <oleacc.h>
 
+#include <utility>
+
 #include "core/text.h"
 #include "ui/accessible.h"
 #include "ui/painting.h"
@@ -114,6 +116,7 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
         case WM_RBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
             SetCapture(handle());
+            pressed_ = true;
             if (onMouseDown) onMouseDown(buttonOf(message), pointOf(lparam));
             return 0;
         case WM_MOUSEMOVE:
@@ -121,8 +124,12 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
             return 0;
         case WM_LBUTTONUP:
         case WM_RBUTTONUP:
+            pressed_ = false;
             if (GetCapture() == handle()) ReleaseCapture();
             if (onMouseUp) onMouseUp(buttonOf(message), pointOf(lparam));
+            return 0;
+        case WM_CAPTURECHANGED:
+            if (std::exchange(pressed_, false) && onCaptureLost) onCaptureLost();
             return 0;
         default:
             return std::nullopt;

@@ -31,6 +31,7 @@ class PictureBox : public Window {
     std::function<void(MouseButton, Point)> onMouseDown;
     std::function<void(MouseButton, Point)> onMouseMove;  // the button that is held
     std::function<void(MouseButton, Point)> onMouseUp;
+    std::function<void()> onCaptureLost;       // the mouse was taken away: no release will come
     std::function<void(StripMove)> onMove;     // by a key
     std::function<void(int notches)> onWheel;  // away from the person is positive
     std::function<std::wstring()> value;       // as a screen reader tells it
@@ -52,6 +53,7 @@ class PictureBox : public Window {
 
     long role_;
     bool rising_;
+    bool pressed_ = false;
     int turned_ = 0;  // the part of a notch of the wheel that is not passed on yet
 };
 

@@ -26,7 +26,7 @@ TreeView::TreeView(const TreeArgs& args)
              {.press = [this](MouseButton button, Point point) { pressed(button, point); },
               .release = [this](MouseButton button, Point point) { released(button, point); },
               .doubleClick = [this](Point point) { doubleClicked(point); },
-              .drag = [this](Point from) { dragged(from); }}) {
+              .drag = [this](Point from) { return dragged(from); }}) {
     setAccessibleName(args.text);
     if (!args.putOff) onCreated();
 }
@@ -251,9 +251,9 @@ void TreeView::doubleClicked(Point point) {
     if (onDoubleClick) onDoubleClick();
 }
 
-void TreeView::dragged(Point from) {
+bool TreeView::dragged(Point from) {
     const std::wstring key = nodeAt(from);
-    if (!key.empty() && !toggled_ && onBeginDrag) onBeginDrag(key);
+    return !key.empty() && !toggled_ && onBeginDrag && onBeginDrag(key);
 }
 
 std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {

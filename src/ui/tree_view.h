@@ -86,9 +86,9 @@ class TreeView : public Window {
     std::function<void()> onDoubleClick;                       // anywhere but on a node's button
     std::function<void(const std::wstring& key)> onExpand;     // by a person or expand()
     std::function<void()> onSelectionByKey;  // the selection moved by the keyboard
-    std::function<void(const std::wstring& key)> onBeginDrag;
-    std::function<bool(WORD key)> onKeyDown;          // true when used up
-    std::function<void(Point screen)> onContextMenu;  // asked by the keyboard
+    std::function<bool(const std::wstring& key)> onBeginDrag;  // false when nothing is dragged
+    std::function<bool(WORD key)> onKeyDown;                   // true when used up
+    std::function<void(Point screen)> onContextMenu;           // asked by the keyboard
 
     // Asked by tests and benchmarks alone.
     std::size_t count() const { return nodes_.size(); }
@@ -116,7 +116,7 @@ class TreeView : public Window {
     void pressed(MouseButton button, Point point);
     void released(MouseButton button, Point point);
     void doubleClicked(Point point);
-    void dragged(Point from);
+    bool dragged(Point from);
     LRESULT customDraw(NMTVCUSTOMDRAW& draw) const;
     LRESULT byKeyboard(UINT message, WPARAM wparam, LPARAM lparam);
     void keyboardMenu();

@@ -1,6 +1,8 @@
 // The explorer window as a whole: folders, menus, commands, closing.
 #include <gtest/gtest.h>
 
+#include "core/ansi.h"
+#include "files/frm_info.h"
 #include "support/file_menus.h"
 
 namespace tunovka {
@@ -29,6 +31,7 @@ TEST_F(Explorer, StartsOnDriveEWithItsFoldersAndLists) {
     EXPECT_EQ(strom().text(strom().firstChild(folder.path())), L"podzložky");
 
     strom().expand(folder.path());
+    EXPECT_EQ(explorer->LblBar.text(), folder.path());
     EXPECT_EQ(strom().firstChild(folder.path()), folder / L"Ľudové\\");
     EXPECT_EQ(strom().selectedKey(), folder.path());  // expanding selects and lists
     EXPECT_EQ(explorer->txtPath.text(), folder.path());
@@ -52,10 +55,13 @@ void withoutMedium(const std::wstring& drive, const std::function<void()>& actio
 
 TEST_F(Explorer, AStartDriveWithoutItsMediumIsPassedOverInSilence) {
     person.answer({1});
+    wchar_t before[MAX_PATH];
+    GetCurrentDirectoryW(MAX_PATH, before);
+    EXPECT_TRUE(SetCurrentDirectoryW(L"\\\\?\\unix\\tmp"));  // a share, as far as letters go
     withoutMedium(L"E:", [&] { explorer->load(); });
+    SetCurrentDirectoryW(before);
     EXPECT_TRUE(person.seen.empty());
-    EXPECT_NE(strom().firstRoot(), L"E:\\");
-    EXPECT_NE(strom().firstRoot(), L"");
+    EXPECT_EQ(strom().firstRoot(), L"C:\\");  // the first that answers
 }
 
 TEST_F(Explorer, ADriveThatIsNotReadyIsReportedAndTheListGoesBack) {
@@ -118,6 +124,110 @@ TEST_F(Explorer, ObeysItsCommandChannel) {
     EXPECT_EQ(explorer->player.mp.FileName(), folder / L"a.mp3");
     EXPECT_TRUE(explorer->player.isPlaying());
     explorer->player.mp.release();
+}
+
+TEST_F(Explorer, APressThatSlipsStaysAClick) {
+    folder.file(L"a.m3u", "nie je.mp3\r\n");
+    explorer->load();
+    const auto slip = [&](TreeView& tree, const std::wstring& key) {
+        tree.ensureVisible(key);
+        const Rect area = tree.nodeArea(key);
+        for (const auto& [message, x] : {std::pair<UINT, int>{WM_LBUTTONDOWN, 3},
+                                         {WM_MOUSEMOVE, 30},
+                                         {WM_MOUSEMOVE, 60},
+                                         {WM_LBUTTONUP, 60}})
+            SendMessageW(tree.handle(), message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON,
+                         MAKELPARAM(area.x + x, area.y + 3));
+    };
+    slip(strom(), folder.path());
+    EXPECT_EQ(explorer->txtPath.text(), folder.path());
+    EXPECT_EQ(explorer->LblBar.text(), folder.path());
+    Tview().expand(L"a.m3u");
+    slip(Tview(), Tview().firstChild(L"a.m3u"));  // its drag is refused
+    EXPECT_EQ(explorer->LblBar.text(), L"Odkaz je na neexistujúci súbor");
+}
+
+TEST_F(Explorer, TheHourglassStaysWhileTheTreeFills) {
+    for (int i = 0; i < 100; ++i) folder.folder(L"p" + std::to_wstring(i));
+    const bool both = onMachine("mkdir '" + machinePath(folder.path()) + "/P0'",
+                                [&] { return folder.names().size() == 101; });
+    explorer->load();
+    const Point over = strom().toScreen({20, 20});
+    SetCursorPos(over.x, over.y);
+    int hourglasses = 0, arrows = 0;
+    Timer heartbeat;
+    heartbeat.onTick = [&] {  // the pointer moves a little
+        SendMessageW(explorer->handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(explorer->handle()),
+                     MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        ++(GetCursor() == LoadCursorW(nullptr, IDC_WAIT) ? hourglasses : arrows);
+    };
+    heartbeat.setInterval(10);
+    strom().expand(folder.path());
+    EXPECT_GT(hourglasses, 0);
+    EXPECT_EQ(arrows, 0);
+    EXPECT_TRUE(strom().contains(folder / L"p0\\"));
+    EXPECT_EQ(strom().contains(folder / L"P0\\"), both);
+}
+
+TEST_F(Explorer, EscapeInTheOpenDriveListChangesNothing) {
+    explorer->load();
+    const HWND list = explorer->folders.Drive1.handle();
+    for (const WPARAM end : {VK_ESCAPE, VK_RETURN}) {
+        SendMessageW(list, CB_SHOWDROPDOWN, TRUE, 0);
+        SendMessageW(list, WM_KEYDOWN, VK_UP, 0);
+        SendMessageW(list, WM_KEYDOWN, end, 0);
+        EXPECT_EQ(strom().firstRoot() == L"E:\\", end == VK_ESCAPE);
+        EXPECT_EQ(explorer->folders.Drive1.letter() + L"\\", strom().firstRoot());
+        wchar_t shown[64] = L"";
+        GetWindowTextW(list, shown, 64);
+        EXPECT_EQ(shown, explorer->folders.Drive1.drive());
+    }
+}
+
+TEST_F(Explorer, TheSplitterGoesToTheEdgesAndItsFrameWithTheMouse) {
+    show(L"");
+    Splitter& splitter = explorer->splitter;
+    const HWND bar = splitter.Medzera.handle();
+    const auto drag = [&](int by) {
+        SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 50));
+        SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(2 + by, 50));
+    };
+    const int least = explorer->scaled(7);  // 100 twips
+    const int before = splitter.Medzera.bounds().x;
+    drag(50);
+    EXPECT_EQ(splitter.Obdlznik.bounds().x, before + 50);
+    ReleaseCapture();
+    EXPECT_FALSE(splitter.Obdlznik.isVisible());
+    SendMessageW(bar, WM_LBUTTONUP, 0, 0);
+    EXPECT_EQ(splitter.Medzera.bounds().x, before);
+    for (const int by : {-5000, 5000}) {
+        drag(by);
+        SendMessageW(bar, WM_LBUTTONUP, 0, 0);
+        EXPECT_EQ(splitter.Medzera.bounds().x,
+                  by < 0 ? strom().bounds().x + least : explorer->clientSize().width - least);
+    }
+}
+
+// A node's text is cut, what a person reads of it is not.
+TEST_F(Explorer, AVeryLongPathIsShownWhole) {
+    std::wstring path = folder.path(), line;
+    for (int i = 0; i < 5; ++i) {
+        const std::wstring name(240, static_cast<wchar_t>(L'a' + i));
+        path += name + L"\\";
+        line += name + L"/";
+        CreateDirectoryW((L"\\\\?\\" + path).c_str(), nullptr);
+    }
+    ScratchFolder::write(L"\\\\?\\" + path + L"Song.mp3", "x");
+    folder.file(L"a.m3u", toAnsi(line + L"song.mp3\r\n"));
+    show(L"");
+    const std::wstring entry = Tview().firstChild(L"a.m3u");
+    select(entry);
+    EXPECT_EQ(Tview().text(entry).size(), 1023u);
+    EXPECT_EQ(explorer->LblBar.text(), folder.path() + line + L"Song.mp3");
+    frminfo window(explorer->handle());
+    window.txtodkaz.setText(explorer->LblBar.text());
+    EXPECT_EQ(window.lblPath.text(), explorer->LblBar.text());
+    EXPECT_NE(window.lblvelkosť.text(), L"");
 }
 
 }  // namespace

@@ -5,7 +5,9 @@
 
 #include "core/ansi.h"
 #include "core/com_object.h"
+#include "core/loop.h"
 #include "support/file_menus.h"
+#include "ui/frm_box.h"
 
 namespace tunovka {
 namespace {
@@ -133,6 +135,17 @@ TEST_F(Drops, OnlyFoldersUnderThePointerAreWelcomeAndTheEdgeScrolls) {
 }
 
 // What an older program drags: text in the system's code page.
+TEST_F(Drops, NothingIsTakenWhileABoxIsOpen) {
+    show(L"");
+    DWORD effect = DROPEFFECT_COPY;
+    postToLoop([&] {  // which is the box's by then
+        const Drag drag(target(Tview()), Tview(), {5, 200}, createTextData(folder.path()));
+        effect = drag.effect;
+    });
+    ask(L"Otázka", L"?", L"ÁNO");
+    EXPECT_EQ(effect, DWORD{DROPEFFECT_NONE});
+}
+
 TEST_F(Drops, AnsiTextIsTakenAsWell) {
     const std::wstring song = other.file(L"žaba.mp3", "song");
     show(L"");
