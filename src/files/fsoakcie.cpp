@@ -1,5 +1,6 @@
 #include "files/fsoakcie.h"
 
+#include <memory>
 #include <optional>
 
 #include "core/errors.h"
@@ -41,6 +42,15 @@ class Prepared {
 
     void ended() { ended_ = true; }
 
+    // Another file has taken its place, although the operation failed.
+    bool isReplaced() const {
+        try {
+            return fso::FileExists(path_) && !isStillThere();
+        } catch (const RuntimeError&) {
+            return false;
+        }
+    }
+
   private:
     bool isStillThere() const {
         const FileDetails now = fso::details(path_);
@@ -77,6 +87,9 @@ class Operation {
                 return std::nullopt;
         }
     }
+
+    // A move that failed has left its copy in place, as well as the source.
+    bool leftBoth() const { return *leftBoth_; }
 
   private:
     std::optional<Outcome> copyIntoFolder() const {
@@ -123,11 +136,16 @@ class Operation {
 
     bool move(const std::wstring& destination) const {
         return explorer_.carry(
-            source_, [source = source_, destination](const TransferHooks& hooks) {
+            source_, [source = source_, destination, both = leftBoth_](const TransferHooks& hooks) {
                 Prepared replaced(destination);
-                const bool done = fso::moveFile(source, destination, true, hooks);
-                if (done) replaced.ended();
-                return done;
+                try {
+                    const bool done = fso::moveFile(source, destination, true, hooks);
+                    if (done) replaced.ended();
+                    return done;
+                } catch (const RuntimeError&) {
+                    *both = replaced.isReplaced();
+                    throw;
+                }
             });
     }
 
@@ -138,6 +156,7 @@ class Operation {
 
     const Explorer& explorer_;
     const std::wstring& source_;
+    const std::shared_ptr<bool> leftBoth_ = std::make_shared<bool>(false);  // a worker tells
 };
 
 bool isKnown(int operation) {
@@ -150,15 +169,16 @@ void carryOut(const Explorer& explorer, int operation, const std::wstring& sourc
               const std::wstring& destination) {
     if (source.empty() || !isKnown(operation)) return;
     std::wstring command;
+    const Operation underWay(explorer, source);
     try {
-        const std::optional<Outcome> outcome =
-            Operation(explorer, source).run(operation, destination);
+        const std::optional<Outcome> outcome = underWay.run(operation, destination);
         if (outcome) {
             explorer.txtsubor.setText(outcome->clipboard);
             command = outcome->command;
         }
     } catch (const RuntimeError& error) {
         ask(transferFailure(error.number, error.description));
+        if (underWay.leftBoth()) explorer.txtodkaz.setText(kRefreshCommand);
         return;
     }
     explorer.txtodkaz.setText(command);

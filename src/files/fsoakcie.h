@@ -33,7 +33,8 @@ struct Explorer {
 // and the notice of a failure are asked here; nothing is raised.
 //
 // An operation that runs to its end replaces the clipboard text; one that the person breaks off
-// leaves it. Both write their command, which may be "", into `txtodkaz`. A failure leaves both.
+// leaves it. Both write their command, which may be "", into `txtodkaz`. A failure leaves both;
+// only a move whose copy is in place beside its source makes the explorer show it.
 //
 // Whatever happens, a whole copy of every file stays: the old file goes when the new one is
 // complete, and a moved file's source goes last.
