@@ -5,25 +5,24 @@
 #include <string>
 #include <string_view>
 
-#include "core/multimedialny.h"
-
 namespace tunovka::MultiMedialny {
 
 inline constexpr std::size_t kId3v1Size = 128;  // bytes, counted from the file's end
 
-// The fields of a tag as the file's bytes, padding included; views into the parsed bytes.
-struct Id3v1Bytes {
-    std::string_view Title, Artist, Album, Year, Comment;
+// The fixed 128-byte record at the end of an MP3 file. Fields keep their padding.
+struct Id3v1Tag {
+    std::wstring Title = std::wstring(30, L'\0');
+    std::wstring Artist = std::wstring(30, L'\0');
+    std::wstring Album = std::wstring(30, L'\0');
+    std::wstring Year = std::wstring(4, L'\0');
+    std::wstring Comment = std::wstring(30, L'\0');
 };
 
 // Reads the tag out of a file's last bytes (128 or more, of which the last 128 count). nullopt
-// when there are fewer or when they do not begin with "TAG" in exactly this case.
-std::optional<Id3v1Bytes> parseId3v1(std::string_view fileEnd);
-
-// The tag as text of the fixed widths. `fromAnsi` turns the code page's bytes into text; where it
-// gives fewer characters than bytes, NULs fill up.
-Id3v1Tag id3v1Text(const Id3v1Bytes& bytes,
-                   const std::function<std::wstring(std::string_view)>& fromAnsi);
+// when there are fewer or when they do not begin with "TAG" in exactly this case. `fromAnsi` turns
+// the code page's bytes into text; where it gives fewer characters than bytes, NULs fill up.
+std::optional<Id3v1Tag> parseId3v1(std::string_view fileEnd,
+                                   const std::function<std::wstring(std::string_view)>& fromAnsi);
 
 // The tag of a file, of whatever kind it is; an empty one when the path is empty, when no such file
 // exists or when it carries no tag. Raises kBadRecordNumber for a file that is too short to end in

@@ -9,8 +9,7 @@ Id3v1Tag ReadId3v1(const std::wstring& path) {
     if (!FileSystemObject::FileExists(path)) return {};
     const std::string end = FileSystemObject::readEnd(path, kId3v1Size);
     if (end.size() < kId3v1Size) throw RuntimeError(kBadRecordNumber, {}, L"MultiMedialny");
-    const std::optional<Id3v1Bytes> bytes = parseId3v1(end);
-    return bytes ? id3v1Text(*bytes, fromAnsi) : Id3v1Tag{};
+    return parseId3v1(end, fromAnsi).value_or(Id3v1Tag{});
 }
 
 }  // namespace tunovka::MultiMedialny

@@ -71,13 +71,4 @@ bool isPlaylistName(std::wstring_view name);
 // The same without those that the program reads only, "*.asx".
 bool isWritablePlaylistName(std::wstring_view name);
 
-// The fixed 128-byte record at the end of an MP3 file. Fields keep their padding.
-struct Id3v1Tag {
-    std::wstring Title = std::wstring(30, L'\0');
-    std::wstring Artist = std::wstring(30, L'\0');
-    std::wstring Album = std::wstring(30, L'\0');
-    std::wstring Year = std::wstring(4, L'\0');
-    std::wstring Comment = std::wstring(30, L'\0');
-};
-
 }  // namespace tunovka::MultiMedialny

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "core/file_system.h"
+#include "core/id3v1.h"
 #include "core/loop.h"
-#include "core/multimedialny.h"
 #include "ui/label.h"
 #include "ui/read_only_text.h"
 #include "ui/skinned_form.h"

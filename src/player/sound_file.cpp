@@ -222,10 +222,9 @@ ClipDetails asfDetails(std::string_view header) {
 
 ClipDetails id3v1Details(std::string_view fileEnd,
                          const std::function<std::wstring(std::string_view)>& fromAnsi) {
-    const auto tag = MultiMedialny::parseId3v1(fileEnd);
+    const auto tag = MultiMedialny::parseId3v1(fileEnd, fromAnsi);
     if (!tag) return {};
-    return {MultiMedialny::shownField(fromAnsi(tag->Title)),
-            MultiMedialny::shownField(fromAnsi(tag->Artist))};
+    return {MultiMedialny::shownField(tag->Title), MultiMedialny::shownField(tag->Artist)};
 }
 
 }  // namespace tunovka

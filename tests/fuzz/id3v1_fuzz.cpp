@@ -7,20 +7,16 @@ namespace {
 
 void run(std::string_view input) {
     using namespace MultiMedialny;
-    const auto bytes = parseId3v1(input);
+    const auto whole = parseId3v1(input, [](std::string_view raw) { return wide(raw); });
     const bool isTag = input.size() >= 128 && input.substr(input.size() - 128, 3) == "TAG";
-    require(bytes.has_value() == isTag, "exactly 128 bytes that begin with TAG are one");
-    if (!bytes) return;
-
-    std::string all = "TAG";
-    for (const auto field :
-         {bytes->Title, bytes->Artist, bytes->Album, bytes->Year, bytes->Comment})
-        all += field;
-    require(all == input.substr(input.size() - 128, 127),
+    require(whole.has_value() == isTag, "exactly 128 bytes that begin with TAG are one");
+    if (!whole) return;
+    require(whole->Title + whole->Artist + whole->Album + whole->Year + whole->Comment ==
+                wide(input.substr(input.size() - 125, 124)),
             "the fields hold every byte but the last");
 
     // A code page with two-byte characters gives fewer characters than bytes.
-    const Id3v1Tag tag = id3v1Text(*bytes, [&](std::string_view raw) {
+    const Id3v1Tag tag = *parseId3v1(input, [&](std::string_view raw) {
         return wide(raw.substr(0, static_cast<unsigned char>(input.back()) % (raw.size() + 1)));
     });
     require(tag.Title.size() == 30 && tag.Artist.size() == 30 && tag.Album.size() == 30 &&
