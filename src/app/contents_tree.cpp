@@ -10,7 +10,6 @@
 #include "core/text.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
-#include "playlist/line_reader.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
 

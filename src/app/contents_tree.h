@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/loop.h"
-#include "playlist/resolve.h"
+#include "playlist/entry_key.h"
 #include "ui/text_box.h"
 #include "ui/tree_view.h"
 

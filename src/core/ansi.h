@@ -6,11 +6,16 @@
 namespace tunovka {
 
 // Bytes in the system's ANSI code page as text. Bytes that the code page does not define become
-// what the system makes of them; no byte is dropped.
+// what the system makes of them; no byte is dropped. Where the code page is UTF-8, what is not
+// valid UTF-8 is read as code page 1250, in which playlists and tags were written before.
 std::wstring fromAnsi(std::string_view bytes);
 
 // Text as bytes in the system's ANSI code page. A character that the code page cannot hold raises
-// kInvalidCall with the text named in the description; nothing is ever replaced silently.
+// kInvalidCall with a description that names the text; nothing is ever replaced silently.
 std::string toAnsi(std::wstring_view text);
+
+// The same for a given code page of the system's.
+std::wstring fromCodePage(unsigned codePage, std::string_view bytes);
+std::string toCodePage(unsigned codePage, std::wstring_view text);
 
 }  // namespace tunovka

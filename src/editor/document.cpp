@@ -8,7 +8,6 @@
 #include "editor/texts.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
-#include "playlist/line_reader.h"
 
 namespace tunovka {
 
@@ -33,59 +32,80 @@ std::wstring EditorDocument::resolve(std::size_t position, const FileExistsTest&
     return resolveEntryPath(at(position).key, folder(), exists);
 }
 
-void EditorDocument::reset(std::wstring_view playlistPath) {
+void EditorDocument::clear(std::wstring_view path) {
     loadOrder_.clear();
-    playlistPath_ = playlistPath;
+    playlistPath_ = path;
     highestNumber_ = 0;
     changed_ = false;
     whole_ = false;
     empty_ = true;
-    ListRows::sort(SortOrder::None);
+    sort(SortOrder::None);
     setRows({});
 }
 
-bool EditorDocument::clear(std::wstring_view path) {
-    if (busy()) return false;
-    reset(path);
-    return true;
-}
-
-bool EditorDocument::openNew(std::wstring_view text) {
-    if (!clear(text)) return false;
+void EditorDocument::openNew(std::wstring_view text) {
+    clear(text);
     whole_ = true;
     empty_ = false;
-    return true;
 }
 
-bool EditorDocument::load(std::wstring_view path, std::wstring_view text,
+void EditorDocument::load(std::wstring_view path, std::wstring_view text,
                           const FileExistsTest& exists, const LoopHooks& hooks) {
-    if (!clear(path)) return false;
-    const Busy guard(*this);
+    clear(path);
+    const auto asItIs = [](std::wstring_view line) { return line; };
+    whole_ = appendLines(text, 0, exists, hooks, asItIs).has_value();
+    if (count() > 0) return;
+    append({});
+    showAppended();
+}
+
+std::optional<MergeReport> EditorDocument::merge(std::wstring_view droppedPath,
+                                                 std::wstring_view text,
+                                                 const FileExistsTest& exists,
+                                                 const LoopHooks& hooks) {
+    const std::wstring droppedFolder = playlistFolder(droppedPath);
+    const auto report =
+        appendLines(text, largestNumber(), exists, hooks, [&](std::wstring_view line) {
+            changed_ = true;
+            return mergedEntryPath(withoutFilePrefixAnyCase(line), droppedFolder);
+        });
+    changed_ = changed_ || report;
+    return report;
+}
+
+// Appends the entries of a playlist's text, each with what `entryText` makes of its line, and shows
+// them; those before an error or a cancellation (nullopt) as well.
+template <class EntryText>
+std::optional<MergeReport> EditorDocument::appendLines(std::wstring_view text,
+                                                       std::int16_t lastNumber,
+                                                       const FileExistsTest& exists,
+                                                       const LoopHooks& hooks,
+                                                       EntryText entryText) {
+    MergeReport report;
+    Counter16 number(lastNumber);
+    const std::wstring home = folder();
     try {
-        whole_ = readLines(text, exists, hooks);
+        WideLineReader lines(text);
+        for (std::wstring_view line; lines.next(line);) {
+            if (isPlaylistEntryLine(line)) {
+                ++number;
+                const auto entry = entryText(line);
+                const bool missing = !exists(absoluteEntryPath(withoutFilePrefix(entry), home));
+                appendEntry(number, entry, missing);
+                ++report.added;
+                report.invalid += missing;
+            }
+            if (!hooks.next()) {
+                showAppended();
+                return std::nullopt;
+            }
+        }
     } catch (...) {
-        showAppended();  // what was read before the error
+        showAppended();
         throw;
     }
-    if (count() == 0) append({});
     showAppended();
-    return true;
-}
-
-// False when cancelled.
-bool EditorDocument::readLines(std::wstring_view text, const FileExistsTest& exists,
-                               const LoopHooks& hooks) {
-    const std::wstring home = folder();
-    Counter16 number;
-    WideLineReader lines(text);
-    for (std::wstring_view line; lines.next(line);) {
-        if (isPlaylistEntryLine(line)) {
-            ++number;
-            appendEntry(number, line, !exists(absoluteEntryPath(withoutFilePrefix(line), home)));
-        }
-        if (!hooks.next()) return false;
-    }
-    return true;
+    return report;
 }
 
 // Read out of the keys, so that a row without one raises its error before anything is changed.
@@ -103,145 +123,78 @@ void EditorDocument::appendEntry(std::int16_t number, std::wstring_view entryTex
     empty_ = false;
 }
 
-// Hands every row to `take` and lets events run; the document stays busy. False when cancelled.
+// The texts that `take` puts together out of all rows. Events run after each; nullopt when
+// cancelled.
 template <class Take>
-bool EditorDocument::forEachRow(const LoopHooks& hooks, Take take) {
-    const Busy guard(*this);
+std::optional<std::vector<std::wstring>> EditorDocument::collect(const LoopHooks& hooks,
+                                                                 Take take) const {
+    std::vector<std::wstring> texts;
     for (const PlaylistEntry& entry : rows()) {
-        take(entry);
-        if (!hooks.next()) return false;
+        take(entry, texts);
+        if (!hooks.next()) return std::nullopt;
     }
-    return true;
+    return texts;
 }
 
-std::optional<bool> EditorDocument::holds(const std::wstring& path, const LoopHooks& hooks) {
-    if (busy()) return std::nullopt;
-    bool found = false;
-    const std::wstring home = folder();
-    const bool whole = forEachRow(hooks, [&](const PlaylistEntry& entry) {
+std::optional<bool> EditorDocument::holds(const std::wstring& path, const LoopHooks& hooks) const {
+    const auto same = collect(hooks, [&, home = folder()](const PlaylistEntry& entry, auto& keys) {
         entryNumberOf(entry.key);  // raises the error of a row without a key
-        found = found || entryPath(entry.key, home) == path;
+        if (entryPath(entry.key, home) == path) keys.push_back(entry.key);
     });
-    if (!whole) return std::nullopt;
-    return found;
+    if (!same) return std::nullopt;
+    return !same->empty();
 }
 
-std::optional<std::size_t> EditorDocument::add(const std::wstring& path,
-                                               const FileExistsTest& exists) {
-    if (busy()) return std::nullopt;
+std::size_t EditorDocument::add(const std::wstring& path, const FileExistsTest& exists) {
     Counter16 number(largestNumber());
     ++number;
     appendEntry(number, path, !exists(absoluteEntryPath(withoutFilePrefix(path), folder())));
     const std::wstring key = rows().back().key;
     changed_ = true;
     showAppended();
-    return find(key);
+    return *find(key);
 }
 
-std::optional<MergeReport> EditorDocument::merge(std::wstring_view droppedPath,
-                                                 std::wstring_view text,
-                                                 const FileExistsTest& exists,
-                                                 const LoopHooks& hooks) {
-    if (busy()) return std::nullopt;
-    const Busy guard(*this);
-    MergeReport report;
-    bool whole = false;
-    try {
-        whole = mergeLines(playlistFolder(droppedPath), text, exists, hooks, report);
-    } catch (...) {
-        showAppended();  // what was added before the error stays
-        throw;
-    }
-    showAppended();
-    if (!whole) return std::nullopt;
-    changed_ = true;
-    return report;
-}
-
-bool EditorDocument::mergeLines(std::wstring_view droppedFolder, std::wstring_view text,
-                                const FileExistsTest& exists, const LoopHooks& hooks,
-                                MergeReport& report) {
-    Counter16 number(largestNumber());
-    const std::wstring home = folder();
-    WideLineReader lines(text);
-    for (std::wstring_view line; lines.next(line);) {
-        if (isPlaylistEntryLine(line)) {
-            ++number;
-            const std::wstring path =
-                mergedEntryPath(withoutFilePrefixAnyCase(line), droppedFolder);
-            const bool missing = !exists(absoluteEntryPath(withoutFilePrefix(path), home));
-            appendEntry(number, path, missing);
-            changed_ = true;
-            ++report.added;
-            if (missing) ++report.invalid;
-        }
-        if (!hooks.next()) return false;
-    }
-    return true;
-}
-
-std::optional<std::size_t> EditorDocument::move(std::wstring_view key, std::size_t to) {
-    if (busy() || sortOrder() != SortOrder::None) return std::nullopt;
+bool EditorDocument::move(std::wstring_view key, std::size_t to) {
     const auto from = find(key);
-    if (!from || *from == to || to >= count()) return std::nullopt;
+    if (sortOrder() != SortOrder::None || !from || *from == to || to >= count()) return false;
     changed_ = true;
     ListRows::move(*from, to);
     loadOrder_.clear();
     for (const PlaylistEntry& entry : rows())
         if (!entry.key.empty()) loadOrder_.push_back(entryNumberOf(entry.key));
-    return to;
-}
-
-bool EditorDocument::removeAt(std::size_t position) {
-    if (busy() || position >= count()) return false;
-    changed_ = true;
-    ListRows::removeAt(position);
     return true;
 }
 
+void EditorDocument::removeAt(std::size_t position) {
+    changed_ = true;
+    ListRows::removeAt(position);
+}
+
 std::optional<std::vector<std::wstring>> EditorDocument::duplicates(const FileExistsTest& exists,
-                                                                    const LoopHooks& hooks) {
-    if (busy()) return std::nullopt;
-    std::vector<std::wstring> keys;
+                                                                    const LoopHooks& hooks) const {
     std::unordered_set<std::wstring> paths;
-    const std::wstring home = folder();
-    const bool whole = forEachRow(hooks, [&](const PlaylistEntry& entry) {
+    return collect(hooks, [&, home = folder()](const PlaylistEntry& entry, auto& keys) {
         std::wstring path = resolveEntryPath(entry.key, home, exists);
         if (!path.empty() && !paths.insert(std::move(path)).second) keys.push_back(entry.key);
     });
-    if (!whole) return std::nullopt;
-    return keys;
 }
 
-std::optional<std::vector<std::wstring>> EditorDocument::invalidLinks(const FileExistsTest& exists,
-                                                                      const LoopHooks& hooks) {
-    if (busy()) return std::nullopt;
-    std::vector<std::wstring> keys;
-    const std::wstring home = folder();
-    const bool whole = forEachRow(hooks, [&](const PlaylistEntry& entry) {
+std::optional<std::vector<std::wstring>> EditorDocument::invalidLinks(
+    const FileExistsTest& exists, const LoopHooks& hooks) const {
+    return collect(hooks, [&, home = folder()](const PlaylistEntry& entry, auto& keys) {
         const bool isLink = !entry.key.empty();
         if (isLink && !exists(entryPath(entry.key, home))) keys.push_back(entry.key);
     });
-    if (!whole) return std::nullopt;
-    return keys;
 }
 
 std::size_t EditorDocument::remove(const std::vector<std::wstring>& keys) {
-    if (busy()) return 0;
     const std::size_t removed = ListRows::remove(keys);
-    if (removed > 0) changed_ = true;
+    changed_ = changed_ || removed > 0;
     return removed;
 }
 
-bool EditorDocument::sort(SortOrder order, const LoopHooks& hooks) {
-    if (busy()) return false;
-    const Busy guard(*this);
-    return ListRows::sort(order, hooks);
-}
-
-bool EditorDocument::restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks) {
-    if (busy()) return false;
-    const Busy guard(*this);
+void EditorDocument::restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks) {
     constexpr std::uint32_t kNoRow = -1;
     std::vector<std::uint32_t> rowOf(highestNumber_ + 1, kNoRow);  // by number
     for (std::uint32_t row = 0; row < count(); ++row)
@@ -257,26 +210,21 @@ bool EditorDocument::restoreLoadOrder(const FileExistsTest& exists, const LoopHo
         left.push_back(number);
         order.push_back(row);
         missing.push_back(!exists(entryPath(rows()[row].key, home)));
-        if (!hooks.next()) return true;
+        if (!hooks.next()) return;
     }
-    ListRows::sort(SortOrder::None);
-    if (order.empty()) return true;
+    sort(SortOrder::None);
+    if (order.empty()) return;
     loadOrder_ = std::move(left);
     for (std::size_t i = 0; i < order.size(); ++i) rowToChange(order[i]).missing = missing[i];
     reorder(order);
-    return true;
 }
 
 std::optional<std::vector<std::wstring>> EditorDocument::pathsToSave(const FileExistsTest& exists,
-                                                                     const LoopHooks& hooks) {
-    std::vector<std::wstring> paths;
-    const std::wstring home = folder();
-    const bool whole = forEachRow(hooks, [&](const PlaylistEntry& entry) {
+                                                                     const LoopHooks& hooks) const {
+    return collect(hooks, [&, home = folder()](const PlaylistEntry& entry, auto& paths) {
         std::wstring path = resolveEntryPath(entry.key, home, exists);
         if (!path.empty()) paths.push_back(std::move(path));
     });
-    if (!whole) return std::nullopt;
-    return paths;
 }
 
 }  // namespace tunovka

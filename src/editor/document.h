@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "playlist/resolve.h"
+#include "playlist/entry_key.h"
 #include "ui/list_model.h"
 
 namespace tunovka {
@@ -19,6 +19,7 @@ struct PlaylistEntry {
     std::wstring name() const;  // what the list shows
 };
 
+// How many entries came with a playlist, and how many of them lead to no file.
 struct MergeReport {
     int added = 0;
     int invalid = 0;
@@ -29,26 +30,11 @@ struct MergeReport {
 // has done when that is whole.
 //
 // Every existence test is passed in and should serve one command. Long commands let events run
-// between rows; until they return the document is busy and refuses every command that changes it,
-// by doing nothing and returning nullopt or false. A command whose loop is cancelled keeps what it
-// has done whole; see each one.
+// between rows, in which no other command may be given; the window sees to that. A command whose
+// loop is cancelled keeps what it has done whole; see each one.
 class EditorDocument : public ListRows<PlaylistEntry> {
   public:
     ListRow row(std::size_t position) const override;
-
-    // Keeps the document busy while it lives; commands nest it.
-    class Busy {
-      public:
-        explicit Busy(EditorDocument& document) : document_(document) { ++document_.busy_; }
-        ~Busy() { --document_.busy_; }
-        Busy(const Busy&) = delete;
-        Busy& operator=(const Busy&) = delete;
-
-      private:
-        EditorDocument& document_;
-    };
-
-    bool busy() const { return busy_ > 0; }
 
     // The entries in the order in which they were read or added, each by the number in its key,
     // which is never given twice. Removed rows stay in it until the order is restored.
@@ -67,79 +53,76 @@ class EditorDocument : public ListRows<PlaylistEntry> {
     // The path of the row's file, "" when it is missing now.
     std::wstring resolve(std::size_t position, const FileExistsTest& exists) const;
 
-    // Drops all rows; a playlist is about to be read.
-    bool clear(std::wstring_view path);
+    // Drops all rows; the playlist of that path is about to be read.
+    void clear(std::wstring_view path);
 
     // Starts with no rows. `text` is what the command channel received.
-    bool openNew(std::wstring_view text);
+    void openNew(std::wstring_view text);
 
     // Reads the text of a playlist file; the rows so far are dropped. Without an entry line the
     // one row kNothingFound stands there. Past 32,767 entries kOverflow is raised and the rows
     // read so far stay, as they do after a cancellation.
-    bool load(std::wstring_view path, std::wstring_view text, const FileExistsTest& exists,
+    void load(std::wstring_view path, std::wstring_view text, const FileExistsTest& exists,
               const LoopHooks& hooks = {});
 
-    // True when a row's file is exactly this existing path. nullopt when busy or cancelled. A row
-    // without a key raises kInvalidCall.
-    std::optional<bool> holds(const std::wstring& path, const LoopHooks& hooks = {});
+    // True when a row's file is exactly this existing path. nullopt when cancelled. A row without a
+    // key raises kInvalidCall.
+    std::optional<bool> holds(const std::wstring& path, const LoopHooks& hooks = {}) const;
 
     // Adds a media file and returns its position. It is missing when its text, read like that of
     // every other entry, leads to no file. Raises kInvalidCall for a row without a key, kOverflow
     // when the numbers are used up.
-    std::optional<std::size_t> add(const std::wstring& path, const FileExistsTest& exists);
+    std::size_t add(const std::wstring& path, const FileExistsTest& exists);
 
-    // Appends the entries of a dropped playlist. An error or a cancellation keeps the rows added
-    // so far, with the changed flag set. nullopt when busy or cancelled.
+    // Appends the entries of a dropped playlist. An error or a cancellation (nullopt) keeps the
+    // rows added so far, with the changed flag set.
     std::optional<MergeReport> merge(std::wstring_view droppedPath, std::wstring_view text,
                                      const FileExistsTest& exists, const LoopHooks& hooks = {});
 
     // Moves the row of that key to the position of another; the load order becomes the display
-    // order. nullopt when nothing changes: busy, sorted, unknown key, own or no such position.
-    std::optional<std::size_t> move(std::wstring_view key, std::size_t to);
+    // order. False when nothing changes: sorted, unknown key, own or no such position.
+    bool move(std::wstring_view key, std::size_t to);
 
-    // Removes one row.
-    bool removeAt(std::size_t position);
+    void removeAt(std::size_t position);
 
-    // Keys of the rows whose file an earlier row names as well. nullopt when busy or cancelled.
+    // Keys of the rows whose file an earlier row names as well. nullopt when cancelled.
     std::optional<std::vector<std::wstring>> duplicates(const FileExistsTest& exists,
-                                                        const LoopHooks& hooks = {});
+                                                        const LoopHooks& hooks = {}) const;
 
-    // Keys of the rows whose file is missing now. nullopt when busy or cancelled.
+    // Keys of the rows whose file is missing now. nullopt when cancelled.
     std::optional<std::vector<std::wstring>> invalidLinks(const FileExistsTest& exists,
-                                                          const LoopHooks& hooks = {});
+                                                          const LoopHooks& hooks = {}) const;
 
     // Removes the rows of those keys, as far as they are still there; returns how many there were.
     std::size_t remove(const std::vector<std::wstring>& keys);
 
     // Sorts by name and keeps the list sorted until the load order is restored. Rows of equal
-    // names stay in the order they have. A cancellation leaves the rows as they were.
-    bool sort(SortOrder order, const LoopHooks& hooks = {});
+    // names stay in the order they have. A cancellation (false) leaves the rows as they were.
+    using ListRows::sort;
 
     // Ends the sorting and puts the rows into the order of the load order list, which loses those
     // without a row. A cancellation leaves rows and load order as they were.
-    bool restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks = {});
+    void restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks = {});
 
-    // The paths of all rows in display order, missing files left out. nullopt when cancelled. The
-    // caller has looked at busy() and holds a Busy of its own until the file is written.
+    // The paths of all rows in display order, missing files left out. nullopt when cancelled.
     std::optional<std::vector<std::wstring>> pathsToSave(const FileExistsTest& exists,
-                                                         const LoopHooks& hooks = {});
+                                                         const LoopHooks& hooks = {}) const;
 
     void markSaved() { changed_ = false; }
 
   private:
-    void reset(std::wstring_view playlistPath);
     std::int16_t largestNumber() const;
     void appendEntry(std::int16_t number, std::wstring_view entryText, bool missing);
-    bool readLines(std::wstring_view text, const FileExistsTest& exists, const LoopHooks& hooks);
-    bool mergeLines(std::wstring_view droppedFolder, std::wstring_view text,
-                    const FileExistsTest& exists, const LoopHooks& hooks, MergeReport& report);
+    template <class EntryText>
+    std::optional<MergeReport> appendLines(std::wstring_view text, std::int16_t lastNumber,
+                                           const FileExistsTest& exists, const LoopHooks& hooks,
+                                           EntryText entryText);
     template <class Take>
-    bool forEachRow(const LoopHooks& hooks, Take take);
+    std::optional<std::vector<std::wstring>> collect(const LoopHooks& hooks, Take take) const;
 
     std::vector<std::int16_t> loadOrder_;
     std::wstring playlistPath_;
     std::int16_t highestNumber_ = 0;  // ever given: a number is not used again
-    int busy_ = 0;
     bool changed_ = false;
     bool whole_ = false;  // the playlist was read to its end
     bool empty_ = true;   // no entry was read or added

@@ -7,7 +7,6 @@
 #include "core/file_system.h"
 #include "editor/texts.h"
 #include "playlist/line_grammar.h"
-#include "playlist/line_reader.h"
 #include "playlist/write.h"
 #include "ui/frm_box.h"
 #include "ui/system_dialogs.h"
@@ -100,7 +99,7 @@ void Editor::move(const std::wstring& key, std::optional<std::size_t> target) {
 void Editor::addFile(const std::wstring& path) {
     const auto isThere = document.holds(path, hooks());
     if (!isThere || (*isThere && !agrees(addDuplicateQuestion(path)))) return;
-    if (const auto row = document.add(path, files_.anew())) onSelect(*row);
+    onSelect(document.add(path, files_.anew()));
 }
 
 void Editor::mergeDroppedPlaylist(const std::wstring& path) {
@@ -123,7 +122,7 @@ void Editor::mergeDroppedPlaylist(const std::wstring& path) {
 // ---- Taking rows out, and their order ---------------------------------------------------------
 
 void Editor::removeAt(std::size_t row) {
-    if (!document.removeAt(row)) return;
+    document.removeAt(row);
     onSelect(document.count() == 0 ? 0 : std::min(row, document.count() - 1));
 }
 
@@ -181,7 +180,6 @@ void Editor::saveAs() {
 bool Editor::write(const std::wstring& target, bool relative) {
     const auto exists = filesOfRows();
     if (!exists) return false;
-    const EditorDocument::Busy busy(document);
     const auto paths = document.pathsToSave(*exists, hooks());
     if (!paths) return false;
     bool goesOn = true;

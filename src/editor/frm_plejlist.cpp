@@ -91,7 +91,7 @@ void frmplejlist::bindHandlers() {
     Lview.onMouseDown = [this](MouseButton, Point at) { Lview_MouseDown(at); };
     Lview.onMouseUp = [this](MouseButton button, Point at) { Lview_MouseUp(button, at); };
     Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
-    Lview.onDoubleClick = [this] { Lview_DblClick(); };
+    Lview.onDoubleClick = [this] { prehrat_Click(); };
     Lview.onKeyDown = [this](WORD key) { return Lview_KeyDown(key); };
     Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
     Lview.onBeginDrag = [this](std::size_t) { Lview_OLEStartDrag(); };
@@ -181,10 +181,6 @@ void frmplejlist::Lview_MouseDown(Point at) {
 
 void frmplejlist::Lview_MouseUp(MouseButton button, Point at) {
     if (button == MouseButton::Right) showMenu(Lview.toScreen(at));
-}
-
-void frmplejlist::Lview_DblClick() {
-    prehrat_Click();
 }
 
 bool frmplejlist::Lview_KeyDown(WORD key) {

@@ -56,7 +56,6 @@ class frmplejlist : public SkinnedForm {
     void Lview_ItemClick();
     void Lview_MouseDown(Point at);
     void Lview_MouseUp(MouseButton button, Point at);
-    void Lview_DblClick();
     bool Lview_KeyDown(WORD key);
     void Lview_OLEStartDrag();
     bool Lview_OLEDragOver(Point at);

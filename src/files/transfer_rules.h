@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "playlist/resolve.h"
+#include "playlist/entry_key.h"
 #include "ui/box_layout.h"
 
 namespace tunovka {

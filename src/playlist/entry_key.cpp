@@ -7,6 +7,7 @@
 #include "core/counter16.h"
 #include "core/errors.h"
 #include "core/paths.h"
+#include "playlist/line_grammar.h"
 
 namespace tunovka {
 namespace {
@@ -20,6 +21,10 @@ std::wstring decimal(std::int16_t number) {
     std::array<char, 8> digits{};
     char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
     return std::wstring(digits.data(), end);
+}
+
+std::wstring ifExists(std::wstring path, const FileExistsTest& exists) {
+    return exists(path) ? std::move(path) : std::wstring();
 }
 
 }  // namespace
@@ -64,6 +69,26 @@ std::wstring playlistNodeKey(std::wstring_view shortName, std::int16_t number,
     const std::wstring digits = decimal(number);
     key.append(digits.size() < 3 ? 3 - digits.size() : 0, L'0').append(digits);
     return key.append(L"id=").append(entryText);
+}
+
+std::wstring entryPath(std::wstring_view key, std::wstring_view folder) {
+    return absoluteEntryPath(withoutFilePrefix(entryTextOf(key)), folder);
+}
+
+std::wstring resolveEntryPath(std::wstring_view key, std::wstring_view folder,
+                              const FileExistsTest& exists) {
+    return ifExists(entryPath(key, folder), exists);
+}
+
+std::wstring resolveNodeKey(std::wstring_view key, std::wstring_view folder,
+                            const FileExistsTest& exists) {
+    if (folder.empty()) return {};
+    if (!key.starts_with(L"pl=")) return ifExists(std::wstring(folder).append(key), exists);
+    constexpr std::wstring_view kMark = L"id=";
+    const std::size_t mark = key.find(kMark);
+    if (mark == std::wstring_view::npos) return {};
+    const std::wstring_view text = key.substr(mark + kMark.size());
+    return ifExists(absoluteEntryPath(withoutFilePrefixAnyCase(text), folder), exists);
 }
 
 }  // namespace tunovka

@@ -6,7 +6,6 @@
 #include "core/errors.h"
 #include "core/text.h"
 #include "playlist/line_grammar.h"
-#include "playlist/line_reader.h"
 
 namespace tunovka {
 namespace {

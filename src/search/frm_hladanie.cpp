@@ -76,11 +76,10 @@ frmhladanie::frmhladanie(ProgramLinks& links)
 }
 
 void frmhladanie::bindHandlers() {
-    Lview.onMouseDown = [this](MouseButton, Point) { Lview_MouseDown(); };
+    Lview.onMouseDown = [this](MouseButton, Point) { Lview_ItemClick(); };
     Lview.onMouseUp = [this](MouseButton button, Point at) { Lview_MouseUp(button, at); };
-    Lview.onItemClick = [this] { Lview_ItemClick(); };
     Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
-    Lview.onDoubleClick = [this] { Lview_DblClick(); };
+    Lview.onDoubleClick = [this] { prehrat_Click(); };
     Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
     Lview.onBeginDrag = [this](std::size_t) { Lview_OLEStartDrag(); };
 
@@ -150,7 +149,7 @@ void frmhladanie::ScanFolder(const std::wstring& folder) {
         menu1.setEnabled(L"info_o_subore", false);
         menu1.setEnabled(L"uloz_playlist", false);
     }
-    if (!isWorthListing(files.size())) return panel.end();
+    if (files.size() <= 1) return panel.end();  // a single file is as good as none
     listFiles(std::move(files));
 }
 
@@ -187,11 +186,6 @@ void frmhladanie::showResult() {
 
 // ---- The list and its menu --------------------------------------------------------------------
 
-// The row that says that nothing was found has no key: there is nothing to do with it.
-void frmhladanie::Lview_MouseDown() {
-    lblbar.setText(Lview.selectedKey());
-}
-
 void frmhladanie::Lview_MouseUp(MouseButton button, Point at) {
     if (button == MouseButton::Right) showMenu(Lview.toScreen(at));
 }
@@ -199,10 +193,6 @@ void frmhladanie::Lview_MouseUp(MouseButton button, Point at) {
 void frmhladanie::Lview_ItemClick() {
     lblbar.setText(Lview.selectedKey());
     scroller.followSelection();
-}
-
-void frmhladanie::Lview_DblClick() {
-    prehrat_Click();
 }
 
 void frmhladanie::Lview_OLEStartDrag() {

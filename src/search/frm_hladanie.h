@@ -42,10 +42,8 @@ class frmhladanie : public SkinnedForm {
     void showResult();
     bool isAbandoned() const { return wanted_ || isClosing(); }
 
-    void Lview_MouseDown();
     void Lview_MouseUp(MouseButton button, Point at);
     void Lview_ItemClick();
-    void Lview_DblClick();
     void Lview_OLEStartDrag();
     void info_o_subore_Click();
     void prehrat_Click();

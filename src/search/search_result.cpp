@@ -18,10 +18,6 @@ std::wstring sortedOutText(std::wstring collected, std::uint64_t keptFiles) {
     return std::move(collected) + L", z toho hudobné: " + formatGrouped(keptFiles);
 }
 
-bool isWorthListing(std::uint64_t allFiles) {
-    return allFiles > 1;
-}
-
 void keepMusicAndPlaylists(std::vector<std::wstring>& paths, const LoopHooks& hooks) {
     std::vector<std::wstring> all;
     all.swap(paths);

@@ -17,10 +17,6 @@ std::wstring collectedText(std::uint64_t allFiles, bool stopped);
 // The label once the files are sorted out: ", z toho hudobné: " and the count are appended.
 std::wstring sortedOutText(std::wstring collected, std::uint64_t keptFiles);
 
-// A tree that holds a single file is treated like an empty one: it is not sorted out, and the list
-// stays hidden.
-bool isWorthListing(std::uint64_t allFiles);
-
 // Leaves only music and playlists, by their endings in lower case, in their order, and lets events
 // run per path. When cancelled, only what was looked at so far can remain.
 void keepMusicAndPlaylists(std::vector<std::wstring>& paths, const LoopHooks& hooks = {});

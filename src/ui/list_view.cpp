@@ -33,25 +33,22 @@ ListView::ListView(const ListArgs& args, ListModel& model)
                   .style = listStyle(args),
                   .parent = args.parent}),
       model_(model),
-      mouse_(*this,
-             {.press = [this](MouseButton button, Point point) { pressed(button, point); },
-              .release =
-                  [this](MouseButton button, Point point) {
-                      if (onMouseUp) onMouseUp(button, point);
-                      if (button == MouseButton::Left && itemAt(point) && selected() && onItemClick)
-                          onItemClick();
-                  },
-              .doubleClick =
-                  [this](Point point) {
-                      if (itemAt(point) && onDoubleClick) onDoubleClick();
-                  },
-              .drag =
-                  [this](Point from) {
-                      const auto position = itemAt(from);
-                      if (!position || !onBeginDrag) return false;
-                      onBeginDrag(*position);
-                      return true;
-                  }}) {
+      mouse_(*this, {.press = [this](MouseButton button, Point point) { pressed(button, point); },
+                     .release =
+                         [this](MouseButton button, Point point) {
+                             if (onMouseUp) onMouseUp(button, point);
+                         },
+                     .doubleClick =
+                         [this](Point point) {
+                             if (itemAt(point) && onDoubleClick) onDoubleClick();
+                         },
+                     .drag =
+                         [this](Point from) {
+                             const auto position = itemAt(from);
+                             if (!position || !onBeginDrag) return false;
+                             onBeginDrag(*position);
+                             return true;
+                         }}) {
     setAccessibleName(args.text);
     send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
          LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);

@@ -60,7 +60,6 @@ class ListView : public Window {
 
     std::function<void(MouseButton, Point)> onMouseDown;  // the row under it is selected already
     std::function<void(MouseButton, Point)> onMouseUp;
-    std::function<void()> onItemClick;       // left button, on a row, which is the selected one
     std::function<void()> onDoubleClick;     // on a row
     std::function<void()> onSelectionByKey;  // the selection moved by the keyboard
     std::function<void(std::size_t position)> onBeginDrag;

@@ -34,8 +34,14 @@ TEST(Ansi, GivesBackEveryByteAndRefusesWhatTheCodePageCannotHold) {
     try {
         toAnsi(L"歌.mp3");
     } catch (const RuntimeError& error) {
-        EXPECT_NE(error.description.find(L"歌.mp3"), std::wstring::npos);
+        EXPECT_TRUE(error.description.starts_with(L"Kódová stránka") &&
+                    error.description.ends_with(L": 歌.mp3"));
     }
+    // Where the system's code page is UTF-8.
+    EXPECT_EQ(fromCodePage(CP_UTF8, "\xC4\x8D\xE6\xAD\x8C.mp3"), L"č歌.mp3");
+    EXPECT_EQ(fromCodePage(CP_UTF8, "\xE8\x61j.mp3"), L"čaj.mp3");
+    EXPECT_EQ(toCodePage(CP_UTF8, L"č歌.mp3"), "\xC4\x8D\xE6\xAD\x8C.mp3");
+    EXPECT_EQ(errorOf([] { toCodePage(CP_UTF8, L"\xD83D"); }), kInvalidCall);
 }
 
 TEST(ExistingFiles, AnswersAsTheDiskDoes) {

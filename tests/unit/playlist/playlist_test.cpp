@@ -4,7 +4,6 @@
 #include "core/paths.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
-#include "playlist/resolve.h"
 #include "playlist/write.h"
 #include "support/error_of.h"
 
