@@ -99,7 +99,7 @@ void Editor::move(const std::wstring& key, std::optional<std::size_t> target) {
 void Editor::addFile(const std::wstring& path) {
     const auto isThere = document.holds(path, hooks());
     if (!isThere || (*isThere && !agrees(addDuplicateQuestion(path)))) return;
-    onSelect(document.add(path, files_.anew()));
+    onSelect(document.add(path, fileAnswers));
 }
 
 void Editor::mergeDroppedPlaylist(const std::wstring& path) {
