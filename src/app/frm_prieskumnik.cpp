@@ -269,9 +269,9 @@ void frmPrieskumnik::onUnload() {
 }
 
 void frmPrieskumnik::applyDpi() {
-    if (fontDpi_ == dpi()) return;
-    fontDpi_ = dpi();
-    const auto font = reinterpret_cast<WPARAM>(Skin::font(fontDpi_));
+    if (font_ == Skin::font(dpi())) return;
+    font_ = Skin::font(dpi());
+    const auto font = reinterpret_cast<WPARAM>(font_);
     if (!contents.Tview.handle()) return;
     setTreePictures();
     for (const TreeView* tree : {&folders.strom, &contents.Tview}) {
@@ -294,7 +294,7 @@ void frmPrieskumnik::createTrees() {
         SetWindowLongW(tree->handle(), GWL_STYLE, style | TVS_NOTOOLTIPS);
     }
     files.takeDrops();
-    fontDpi_ = 0;
+    font_ = nullptr;
     layout();
     contents.Tview.focus();
 }

@@ -78,8 +78,8 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     void applyDpi();
     void setTreePictures();
 
-    int fontDpi_ = 0;
-    int leftShare_ = 300;  // of the folder tree's width in thousandths
+    HFONT font_ = nullptr;  // that the trees have now
+    int leftShare_ = 300;   // of the folder tree's width in thousandths
 };
 
 }  // namespace tunovka

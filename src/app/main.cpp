@@ -3,6 +3,7 @@
 #include <ole2.h>
 
 #include "app/frm_prieskumnik.h"
+#include "core/late_function.h"
 #include "core/loop.h"
 #include "core/multimedialny.h"
 #include "ui/forms.h"
@@ -12,6 +13,14 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     using namespace tunovka;
     // A drive without a medium is told by the program, not by a system box.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    // Libraries come from the system's folder: none from the current one, which may be anybody's.
+    static const LateFunction<BOOL WINAPI(const wchar_t*)> setDirectory(L"kernel32.dll",
+                                                                        "SetDllDirectoryW");
+    if (setDirectory) setDirectory(L"");
+    static const LateFunction<BOOL WINAPI(DWORD)> setDirectories(L"kernel32.dll",
+                                                                 "SetDefaultDllDirectories");
+    if (setDirectories)
+        setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
     OleInitialize(nullptr);
 
     installFailureNotice();

@@ -65,9 +65,6 @@ template <typename T>
 struct Gdi : NullIsNone<T> {
     static void close(T object) { DeleteObject(object); }
 };
-struct Icon : NullIsNone<HICON> {
-    static void close(HICON icon) { DestroyIcon(icon); }
-};
 struct SystemWindow : NullIsNone<HWND> {
     static void close(HWND window) { DestroyWindow(window); }
 };
@@ -87,7 +84,6 @@ using FindHandle = Handle<handle_kinds::Find>;
 using RegistryKey = Handle<handle_kinds::Key>;
 using Bitmap = Handle<handle_kinds::Gdi<HBITMAP>>;
 using Font = Handle<handle_kinds::Gdi<HFONT>>;
-using Icon = Handle<handle_kinds::Icon>;
 using SystemWindow = Handle<handle_kinds::SystemWindow>;
 using Library = Handle<handle_kinds::Library>;
 

@@ -1,6 +1,7 @@
 #include "editor/frm_plejlist.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "core/loop.h"
 #include "core/text.h"
@@ -249,6 +250,8 @@ bool frmplejlist::queryUnload() {
     if (!editor.document.changed()) return true;
     if (asking_) return false;
     asking_ = true;
+    // Also when an answer ends in a failure: the window must still be able to close.
+    const std::shared_ptr<void> asked(nullptr, [this](void*) { asking_ = false; });
     show();  // the question lies over the window that it is about
     const std::int16_t answer = ask(saveChangesQuestion());
     if (answer == 1 && editor.document.playlistPath() == kNewPlaylist) {
@@ -256,8 +259,11 @@ bool frmplejlist::queryUnload() {
                             .filter = std::wstring(kCloseSaveFilter),
                             .folder = links_.shownFolder()});
     }
-    asking_ = false;
     return answer == 1 || answer == 2;
+}
+
+std::wstring frmplejlist::sessionBlock() const {
+    return editor.document.changed() ? L"Playlist má zmeny, ktoré nie sú uložené." : L"";
 }
 
 void frmplejlist::onAccept() {

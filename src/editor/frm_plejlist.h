@@ -42,6 +42,7 @@ class frmplejlist : public SkinnedForm {
 
   protected:
     bool queryUnload() override;
+    std::wstring sessionBlock() const override;
     void onAccept() override;
     Size arrange(int stripBottom) override;
 

@@ -39,7 +39,7 @@ std::wstring decimalSeparator() {
 
 frminfo::frminfo(HWND owner)
     : SkinnedForm({.name = L"frminfo",
-                   .title = L"Informácie o súbore",
+                   .title = L" Informácie o súbore",
                    .size = {kWidth, 300},
                    .owner = owner,
                    .strip = L"Pic",

@@ -20,7 +20,6 @@ constexpr int kGap = 8;
 constexpr int kPercentWidth = 44;
 constexpr int kStripHeight = 14;
 constexpr int kButtonWidth = 88;
-constexpr int kButtonHeight = 26;
 
 constexpr DWORD kShortCopy = 400;  // milliseconds that a copy may take without a window
 constexpr DWORD kLeftAfter = 100;  // milliseconds after which stopped work is left to itself
@@ -84,7 +83,7 @@ Size frmkopirovanie::arrange(int top) {
     top += line + gap;
     PicProgres.setBounds({margin, top, width, scaled(kStripHeight)});
     top += scaled(kStripHeight) + margin;
-    const int button = scaled(kButtonWidth), height = scaled(kButtonHeight);
+    const int button = scaled(kButtonWidth), height = buttonHeight();
     Izastavit.setBounds({(inner - button) / 2, top, button, height});
     return {inner, top + height + margin};
 }

@@ -33,6 +33,7 @@ class frmkopirovanie : public SkinnedForm {
     void onCancel() override { stopped_ = true; }
     // Whoever copies closes it, when the copy has ended.
     bool queryUnload() override;
+    std::wstring sessionBlock() const override { return L"Kopíruje sa súbor."; }
 
   private:
     void PicProgres_Paint(HDC dc, Size size) const;

@@ -25,6 +25,7 @@ constexpr int kHeight = 68;
 constexpr int kGap = 6;
 constexpr int kProgressHeight = 12;
 constexpr int kVolumeWidth = 18;
+constexpr int kKnob = 6;
 constexpr UINT kTick = 250;  // milliseconds
 
 Image::ImageArgs button(const wchar_t* name, const wchar_t* text, Form& form, const wchar_t* normal,
@@ -327,12 +328,13 @@ void PlayerPanel::showPosition() {
 }
 
 void PlayerPanel::PicProgres_Paint(HDC dc, Size size) const {
-    paintStrip(dc, size, {0, 0, static_cast<int>(progress_ * size.width), size.height});
+    paintSlider(dc, size, {0, 0, static_cast<int>(progress_ * size.width), size.height},
+                form_.scaled(kKnob));
 }
 
 void PlayerPanel::PicHlas_Paint(HDC dc, Size size) const {
     const int top = size.height - static_cast<int>(volumeShare_ * size.height);
-    paintStrip(dc, size, {0, top, size.width, size.height});
+    paintSlider(dc, size, {0, top, size.width, size.height}, form_.scaled(kKnob));
 }
 
 }  // namespace tunovka

@@ -15,17 +15,27 @@ int boxTextHeight(int widthOnOneLine, int labelWidth, int lineHeight, int wrappe
     return std::max(lines * lineHeight, wrappedHeight);
 }
 
-std::vector<Rect> boxButtonRow(const std::vector<int>& captionWidths, int top, int height,
-                               int padding, int gap, int innerWidth) {
-    std::vector<Rect> row;
+std::vector<Rect> boxButtonRows(const std::vector<int>& captionWidths, int top, int height,
+                                int padding, int gap, int innerWidth) {
+    std::vector<Rect> buttons;
+    std::size_t rowStart = 0;
     int left = 0;
-    for (const int width : captionWidths) {
-        row.push_back({left, top, width + padding, height});
-        left += width + padding + gap;
+    const auto endRow = [&] {
+        const int shift = (innerWidth - (left - gap)) / 2;
+        for (; rowStart < buttons.size(); ++rowStart) buttons[rowStart].x += shift;
+    };
+    for (const int caption : captionWidths) {
+        const int width = std::min(caption + padding, innerWidth);
+        if (left > 0 && left + width > innerWidth) {
+            endRow();
+            left = 0;
+            top += height + gap;
+        }
+        buttons.push_back({left, top, width, height});
+        left += width + gap;
     }
-    const int shift = std::max(0, (innerWidth - (left - gap)) / 2);
-    for (Rect& button : row) button.x += shift;
-    return row;
+    endRow();
+    return buttons;
 }
 
 }  // namespace tunovka

@@ -27,9 +27,10 @@ std::vector<std::wstring> boxCaptions(std::wstring_view buttons);
 // even, plus one), or the height that it takes when wrapped, whichever is larger.
 int boxTextHeight(int widthOnOneLine, int labelWidth, int lineHeight, int wrappedHeight);
 
-// Places of the buttons in one row: each as wide as its caption plus `padding`, `gap` apart, the
-// row centred in `innerWidth`. A row that is wider than that starts at the left edge.
-std::vector<Rect> boxButtonRow(const std::vector<int>& captionWidths, int top, int height,
-                               int padding, int gap, int innerWidth);
+// Places of the buttons in a row: each as wide as its caption plus `padding`, `gap` apart, the row
+// centred in `innerWidth`. What does not fit there goes on in a next row, and a button is never
+// wider than a row.
+std::vector<Rect> boxButtonRows(const std::vector<int>& captionWidths, int top, int height,
+                                int padding, int gap, int innerWidth);
 
 }  // namespace tunovka

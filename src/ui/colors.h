@@ -12,6 +12,7 @@ struct Colors {
     Color ground, groundLight;  // of a window: most of it, and where light falls on it from above
     Color rim, rimLight;        // its two frames, from outside
     Color text;                 // labels
+    Color textOff;              // of what cannot be pressed now
     Color title, titleText;
     Color button, buttonText;               // of a button with a caption, where no picture is drawn
     Color card;                             // a pale plain field on the ground

@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <set>
 
+#include "core/late_function.h"
 #include "core/loop.h"
 #include "core/text.h"
 #include "ui/accessible.h"
 #include "ui/forms.h"
 #include "ui/painting.h"
+#include "ui/skin.h"
 
 namespace tunovka {
 namespace {
@@ -18,7 +20,7 @@ namespace {
 constexpr int kBorder = 5;    // how far inside the edge a sizable form is still grasped
 constexpr int kCascade = 26;  // how far a further window lies from the one before: a strip
 
-// The system tells top-level windows alone.
+// The system sends this to top-level windows only.
 BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
     SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
     return TRUE;
@@ -121,6 +123,34 @@ void Form::showInactive() {
     layout();
     ShowWindow(handle(), SW_SHOWNOACTIVATE);
     UpdateWindow(handle());
+}
+
+namespace {
+
+bool isPress(UINT message) {
+    return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN;
+}
+
+}  // namespace
+
+// Nothing is closed or asked yet: another program may still keep the session.
+bool Form::mayEndSession() {
+    const std::wstring reason = closing_ ? L"" : sessionBlock();
+    blockSession(reason);
+    return reason.empty();
+}
+
+// What the system shows while it waits; "" takes it back. Systems before Vista show nothing.
+void Form::blockSession(const std::wstring& reason) {
+    static const LateFunction<BOOL WINAPI(HWND, const wchar_t*)> block(L"user32.dll",
+                                                                       "ShutdownBlockReasonCreate");
+    static const LateFunction<BOOL WINAPI(HWND)> unblock(L"user32.dll",
+                                                         "ShutdownBlockReasonDestroy");
+    if (!block || !unblock) return;
+    if (reason.empty())
+        unblock(handle());
+    else
+        block(handle(), reason.c_str());
 }
 
 void Form::minimize() {
@@ -292,7 +322,14 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
             unload();
             return 0;
         case WM_QUERYENDSESSION:
-            return unload() ? TRUE : FALSE;
+            return mayEndSession();
+        case WM_ENDSESSION:
+            blockSession({});
+            if (wparam) close();
+            return 0;
+        case WM_SETCURSOR:
+            if (!isEnabled() && isPress(HIWORD(lparam))) Forms::showModalOne();
+            return std::nullopt;
         case WM_COMMAND:
             if (lparam == 0 && LOWORD(wparam) == IDOK) onAccept();
             if (lparam == 0 && LOWORD(wparam) == IDCANCEL) {
@@ -323,6 +360,10 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
         case WM_SYSCOLORCHANGE:
         case WM_THEMECHANGED:
             refreshColors();
+            if (message == WM_SETTINGCHANGE && wparam == SPI_SETNONCLIENTMETRICS) {
+                Skin::forgetFonts();
+                layout();
+            }
             if (message == WM_SYSCOLORCHANGE) EnumChildWindows(handle(), passOnColorChange, 0);
             RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
             return std::nullopt;
@@ -341,6 +382,7 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
                 if (const HWND focus = GetFocus(); focus && IsChild(handle(), focus))
                     lastFocus_ = focus;
             } else {
+                Forms::becameActive(*this);
                 becameActive_.raise();
             }
             return std::nullopt;

@@ -101,6 +101,8 @@ class Form : public Window, public Host {
 
     // May refuse to close by returning false.
     virtual bool queryUnload() { return true; }
+    // Why the session must not end now, in the person's words; "" when it may.
+    virtual std::wstring sessionBlock() const { return {}; }
     // The form closes now: stop timers and loops; its controls still exist.
     virtual void onUnload() {}
     // Places the controls; called on every change of size or dpi.
@@ -128,6 +130,8 @@ class Form : public Window, public Host {
     std::optional<LRESULT> hitTestBorder(Point screen) const;
     void paintFocus(HDC dc) const;
     void limitSize(MINMAXINFO& limits) const;
+    bool mayEndSession();
+    void blockSession(const std::wstring& reason);
     void close();
 
     FormArgs args_;

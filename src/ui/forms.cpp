@@ -15,9 +15,30 @@ std::vector<std::unique_ptr<Form>>& all() {
 
 }  // namespace
 
+namespace {
+
+HWND lastActive = nullptr;
+
+bool isSeen(HWND window) {
+    return dynamic_cast<Form*>(windowOf(window)) && IsWindowVisible(window) && !IsIconic(window);
+}
+
+}  // namespace
+
 HWND activeForm() {
-    const HWND active = GetActiveWindow();
-    return active && windowOf(active) && IsWindowVisible(active) ? active : nullptr;
+    for (const HWND form : {GetActiveWindow(), lastActive})
+        if (isSeen(form)) return form;
+    for (const Form* form : Forms::loaded())
+        if (isSeen(form->handle())) return form->handle();
+    return nullptr;
+}
+
+void Forms::becameActive(const Form& form) {
+    lastActive = form.handle();
+}
+
+void Forms::showModalOne() {
+    if (isSeen(lastActive) && IsWindowEnabled(lastActive)) SetForegroundWindow(lastActive);
 }
 
 void Forms::adopt(std::unique_ptr<Form> form) {

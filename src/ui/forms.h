@@ -9,8 +9,8 @@
 
 namespace tunovka {
 
-// The program's window that is active now and visible, as the owner of one that is opened over it;
-// nullptr when there is none.
+// The window over which another one is opened: the program's active one, else the last that was,
+// else the first that is loaded and seen. nullptr when there is none.
 HWND activeForm();
 
 // The program's loaded windows, in the order in which they were loaded. When the last one is
@@ -37,6 +37,9 @@ class Forms {
 
   private:
     friend class Form;
+    static void becameActive(const Form& form);
+    // Brings the form to the front that has switched the others off.
+    static void showModalOne();
     static void adopt(std::unique_ptr<Form> form);
     static void destroyLater(Form* form);
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 
 #include "core/errors.h"
 #include "core/loop.h"
@@ -21,7 +22,6 @@ constexpr int kMargin = 16;
 constexpr int kTextGap = 4;  // between text and buttons
 constexpr int kButtonPadding = 8;
 constexpr int kButtonGap = 6;
-constexpr int kButtonHeight = 26;
 constexpr int kBottom = 3;
 // Nobody reads a longer text, and the system's word wrap takes time by the square of its length.
 constexpr std::size_t kLongestText = 4000;
@@ -43,21 +43,28 @@ std::wstring fieldLines(const std::wstring& text) {
 
 int openBoxes = 0;
 
-struct Notice {
-    std::wstring title, text, button;
-};
-
-std::deque<Notice>& waitingNotices() {
-    static std::deque<Notice> notices;
+std::deque<BoxRequest>& waitingNotices() {
+    static std::deque<BoxRequest> notices;
     return notices;
 }
 
 void showWaitingNotice() {
     if (openBoxes > 0 || waitingNotices().empty()) return;
-    const Notice notice = waitingNotices().front();
+    const BoxRequest notice = waitingNotices().front();
     waitingNotices().pop_front();
-    ask(notice.title, notice.text, notice.button);
+    ask(notice);
 }
+
+// Counts a box from before it is built, and shows a notice that waits for its end.
+struct OpenBox {
+    OpenBox() { ++openBoxes; }
+    ~OpenBox() {
+        if (--openBoxes == 0 && !waitingNotices().empty())
+            guarded([] { postToLoop(showWaitingNotice); });
+    }
+    OpenBox(const OpenBox&) = delete;
+    OpenBox& operator=(const OpenBox&) = delete;
+};
 
 }  // namespace
 
@@ -65,17 +72,11 @@ std::int16_t ask(const std::wstring& title, const std::wstring& text, const std:
     BoxTitle = title;
     BoxText = text;
     BoxButtons = buttons;
-    ++openBoxes;
-    std::int16_t answer = 0;
-    {
-        frmBox box(activeForm(), title, text, buttons);
-        box.showModal();
-        answer = box.answer();
-    }
-    --openBoxes;
-    BoxAnswer = answer;
-    if (openBoxes == 0 && !waitingNotices().empty()) postToLoop(showWaitingNotice);
-    return answer;
+    BoxAnswer = 0;
+    const OpenBox counted;
+    frmBox box(activeForm(), title, text, buttons);
+    box.showModal();
+    return BoxAnswer = box.answer();
 }
 
 void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button) {
@@ -147,6 +148,17 @@ int frmBox::textHeight(int width, int limit) {
     return std::min(height, limit);
 }
 
+// The arrows move between the answers.
+bool frmBox::onShortcut(WORD key) {
+    if (key != VK_LEFT && key != VK_RIGHT) return false;
+    const auto focused =
+        std::ranges::find_if(Itlačítko, [](const auto& i) { return i->hasFocus(); });
+    if (focused == Itlačítko.end()) return false;
+    if (key == VK_LEFT && focused != Itlačítko.begin()) (*std::prev(focused))->focus();
+    if (key == VK_RIGHT && std::next(focused) != Itlačítko.end()) (*std::next(focused))->focus();
+    return true;
+}
+
 Size frmBox::arrange(int title) {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
@@ -165,10 +177,10 @@ Size frmBox::arrange(int title) {
     for (const std::wstring& caption : lblnadpis)
         captions.push_back(measureText(caption, Skin::font(dpi())).width);
     const int buttonTop = top + height + scaled(kTextGap);
-    const std::vector<Rect> row = boxButtonRow(captions, buttonTop, scaled(kButtonHeight),
-                                               scaled(kButtonPadding), scaled(kButtonGap), inner);
-    for (std::size_t i = 0; i < row.size(); ++i) Itlačítko[i]->setBounds(row[i]);
-    return {inner, buttonTop + scaled(kButtonHeight) + scaled(kBottom)};
+    const std::vector<Rect> rows = boxButtonRows(captions, buttonTop, buttonHeight(),
+                                                 scaled(kButtonPadding), scaled(kButtonGap), inner);
+    for (std::size_t i = 0; i < rows.size(); ++i) Itlačítko[i]->setBounds(rows[i]);
+    return {inner, rows.back().bottom() + scaled(kBottom)};
 }
 
 }  // namespace tunovka

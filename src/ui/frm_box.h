@@ -43,6 +43,7 @@ class frmBox : public SkinnedForm {
   protected:
     Size arrange(int title) override;
     void onCancel() override { unload(); }
+    bool onShortcut(WORD key) override;
 
   private:
     void addButton(const std::wstring& caption);

@@ -11,7 +11,6 @@ constexpr int kMargin = 16;
 constexpr int kGap = 8;
 constexpr int kFieldPadding = 4;  // between the field's letters and its frame
 constexpr int kButtonWidth = 88;
-constexpr int kButtonHeight = 26;
 
 }  // namespace
 
@@ -92,7 +91,7 @@ Size frmVstup::arrange(int top) {
     txtodpoved.setBounds({margin + padding, top + padding, width - 2 * padding, field});
     top += field + 2 * padding + margin;
 
-    const int button = scaled(kButtonWidth), height = scaled(kButtonHeight);
+    const int button = scaled(kButtonWidth), height = buttonHeight();
     const int left = (inner - 2 * button - gap) / 2;
     Iano.setBounds({left, top, button, height});
     Izrusit.setBounds({left + button + gap, top, button, height});

@@ -27,9 +27,12 @@ Size Image::naturalSize() const {
     return Skin::pictureSize(normalKey_, dpi());
 }
 
-void Image::showPressed(bool pressed) {
-    if (pressed_ == pressed) return;
-    pressed_ = pressed;
+Skin::Look Image::look() const {
+    if (!isEnabled()) return Skin::Look::Off;
+    return pointed_ && !isPressed() ? Skin::Look::Lit : Skin::Look::Plain;
+}
+
+void Image::showState() {
     invalidate();
     UpdateWindow(handle());
     tellNewState(handle());
@@ -38,24 +41,39 @@ void Image::showPressed(bool pressed) {
 std::optional<AccessibleFacts> Image::describe() const {
     return AccessibleFacts{.role = ROLE_SYSTEM_PUSHBUTTON,
                            .name = trimBlanks(text()),
-                           .state = pressed_ ? STATE_SYSTEM_PRESSED : 0,
+                           .state = isPressed() ? STATE_SYSTEM_PRESSED : 0,
                            .action = L"Stlačiť"};
 }
 
 void Image::press(MouseButton button) {
-    if (held_ != MouseButton::None || (button != MouseButton::Left && !anyButton_)) return;
+    if (isPressed() || (button != MouseButton::Left && !anyButton_)) return;
     held_ = button;
     SetCapture(handle());
-    showPressed(true);
+    showState();
     if (onPress) onPress();
 }
 
-void Image::release(MouseButton button) {
-    if (held_ == MouseButton::None || held_ != button) return;
+// The button comes up, and nothing is done.
+void Image::cancelPress() {
+    if (!isPressed()) return;
     held_ = MouseButton::None;
+    byKey_ = false;
     if (GetCapture() == handle()) ReleaseCapture();
-    showPressed(false);
+    showState();
+}
+
+void Image::release(MouseButton button) {
+    if (!isPressed() || held_ != button) return;
+    cancelPress();
     if (onClick) onClick();
+}
+
+// The system tells once when the pointer has left, if it is asked to.
+void Image::pointerOver() {
+    if (pointed_) return;
+    TRACKMOUSEEVENT leave{sizeof leave, TME_LEAVE, handle(), 0};
+    pointed_ = TrackMouseEvent(&leave);
+    invalidate();
 }
 
 void Image::paint() const {
@@ -68,15 +86,15 @@ void Image::paint() const {
         fillRect(paint.dc(), area, colors().button);
         frameRect(paint.dc(), area, colors().buttonText);
     } else if (size == naturalSize()) {
-        Skin::draw(paint.dc(), key, {0, 0}, dpi());
+        Skin::draw(paint.dc(), key, {0, 0}, dpi(), look());
     } else {
-        Skin::drawStretched(paint.dc(), key, {0, 0, size.width, size.height}, dpi());
+        Skin::drawStretched(paint.dc(), key, {0, 0, size.width, size.height}, dpi(), look());
     }
-    const int shift = pressed_ ? scaled(1) : 0;
+    const int shift = isPressed() ? scaled(1) : 0;
     if (!caption_.empty()) {
         const RECT area{shift, shift, size.width + shift, size.height + shift};
         drawText(paint.dc(), caption_, area, DT_SINGLELINE | DT_CENTER | DT_VCENTER,
-                 Skin::font(dpi()), colors().buttonText);
+                 Skin::font(dpi()), isEnabled() ? colors().buttonText : colors().textOff);
     }
     if (hasFocus()) {
         drawFocus(paint.dc(), {0, 0, size.width, size.height}, scaled(1));
@@ -103,16 +121,27 @@ std::optional<LRESULT> Image::onMessage(UINT message, WPARAM wparam, LPARAM lpar
         case WM_MBUTTONUP:
             release(buttonOf(message));
             return 0;
-        case WM_CAPTURECHANGED:
-            // Something else took the mouse: the button comes up and nothing is done.
-            held_ = MouseButton::None;
-            showPressed(false);
+        case WM_MOUSEMOVE:
+            pointerOver();
+            return 0;
+        case WM_MOUSELEAVE:
+            pointed_ = false;
+            invalidate();
+            return 0;
+        case WM_ENABLE:
+            invalidate();
+            return 0;
+        case WM_CAPTURECHANGED:  // something else took the mouse
+            cancelPress();
             return 0;
         case WM_GETDLGCODE:
             return wparam == VK_RETURN ? DLGC_WANTMESSAGE | DLGC_BUTTON : DLGC_BUTTON;
         case WM_KEYDOWN:
             if (wparam != VK_SPACE && wparam != VK_RETURN) return std::nullopt;
-            if (!(lparam & 1 << 30)) press(MouseButton::Left);
+            if (!(lparam & 1 << 30)) {
+                byKey_ = !isPressed();
+                press(MouseButton::Left);
+            }
             return 0;
         case WM_KEYUP:
             if (wparam != VK_SPACE && wparam != VK_RETURN) return std::nullopt;
@@ -122,8 +151,11 @@ std::optional<LRESULT> Image::onMessage(UINT message, WPARAM wparam, LPARAM lpar
             press(MouseButton::Left);
             release(MouseButton::Left);
             return 0;
-        case WM_SETFOCUS:
         case WM_KILLFOCUS:
+            if (byKey_) cancelPress();  // its release goes elsewhere
+            invalidate();
+            return 0;
+        case WM_SETFOCUS:
             invalidate();
             return 0;
         default:

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "ui/skin.h"
 #include "ui/window.h"
 
 namespace tunovka {
@@ -32,8 +33,9 @@ class Image : public Window {
 
     std::optional<AccessibleFacts> describe() const override;
     bool isCaptioned() const { return !caption_.empty(); }
-    bool isPressed() const { return pressed_; }
-    const std::wstring& shownPicture() const { return pressed_ ? pressedKey_ : normalKey_; }
+    bool isPressed() const { return held_ != MouseButton::None; }
+    Skin::Look look() const;
+    const std::wstring& shownPicture() const { return isPressed() ? pressedKey_ : normalKey_; }
 
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -41,12 +43,16 @@ class Image : public Window {
   private:
     void press(MouseButton button);
     void release(MouseButton button);
-    void showPressed(bool pressed);
+    void cancelPress();
+    void showState();
+    void pointerOver();
     void paint() const;
 
     std::wstring normalKey_, pressedKey_, caption_;
     MouseButton held_ = MouseButton::None;
-    bool pressed_ = false, anyButton_;
+    bool anyButton_;
+    bool byKey_ = false;    // it is held by a key
+    bool pointed_ = false;  // the pointer is over it
 };
 
 }  // namespace tunovka

@@ -1,5 +1,6 @@
 #include "ui/painting.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace tunovka {
@@ -107,6 +108,23 @@ void paintStrip(HDC dc, Size size, const RECT& filled) {
     fillRect(dc, area, colors().field);
     fillRect(dc, filled, colors().bar);
     frameRect(dc, area, colors().edge);
+}
+
+void paintSlider(HDC dc, Size size, const RECT& filled, int thick) {
+    paintStrip(dc, size, filled);
+    const auto placed = [thick](LONG at, int length) {
+        return std::clamp<LONG>(at - thick / 2, 0, std::max(0, length - thick));
+    };
+    RECT knob{0, 0, size.width, size.height};
+    if (size.width > size.height) {
+        knob.left = placed(filled.right, size.width);
+        knob.right = knob.left + thick;
+    } else {
+        knob.top = placed(filled.top, size.height);
+        knob.bottom = knob.top + thick;
+    }
+    fillRect(dc, knob, colors().field);
+    frameRect(dc, knob, colors().edge);
 }
 
 void drawFocus(HDC dc, RECT area, int line) {

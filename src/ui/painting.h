@@ -75,6 +75,8 @@ void paintCard(HDC dc, const RECT& area);
 void paintWell(HDC dc, const RECT& area);
 // A framed strip of which a part is filled.
 void paintStrip(HDC dc, Size size, const RECT& filled);
+// The same with a knob, `thick` pixels long, where the filled part ends and the strip is grasped.
+void paintSlider(HDC dc, Size size, const RECT& filled, int thick);
 
 // Two frames within an area that show the focus, one dark and one light, so that they are seen on
 // any picture; each as thick as `line` pixels.

@@ -120,7 +120,10 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
             if (onMouseDown) onMouseDown(buttonOf(message), pointOf(lparam));
             return 0;
         case WM_MOUSEMOVE:
-            if (onMouseMove) onMouseMove(heldButton(wparam), pointOf(lparam));
+            // A button that was pressed elsewhere means something elsewhere.
+            if (onMouseMove)
+                onMouseMove(GetCapture() == handle() ? heldButton(wparam) : MouseButton::None,
+                            pointOf(lparam));
             return 0;
         case WM_LBUTTONUP:
         case WM_RBUTTONUP:

@@ -15,22 +15,25 @@ namespace tunovka {
 namespace Skin {
 namespace {
 
+Bitmap bitmapOf(const Picture& picture) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = picture.width;
+    info.bmiHeader.biHeight = -picture.height;  // rows from the top
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    Bitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (bitmap) std::memcpy(bits, picture.pixels.data(), picture.pixels.size() * 4);
+    return bitmap;
+}
+
 // A picture ready for AlphaBlend.
 class Drawn {
   public:
-    explicit Drawn(const Picture& picture) : size_{picture.width, picture.height} {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = picture.width;
-        info.bmiHeader.biHeight = -picture.height;  // rows from the top
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        void* bits = nullptr;
-        bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        if (bitmap_) std::memcpy(bits, picture.pixels.data(), picture.pixels.size() * 4);
-    }
+    explicit Drawn(const Picture& picture)
+        : size_{picture.width, picture.height}, bitmap_(bitmapOf(picture)) {}
 
-    Size size() const { return size_; }
     void draw(HDC target, Point place) const {
         if (!bitmap_) return;
         const MemoryDc source;
@@ -65,8 +68,26 @@ const Picture* pictureAt(const std::wstring& key, int dpi) {
                 .first->second;
 }
 
-// Pictures by key, dpi and size, at the sizes that windows use.
-using Bitmaps = std::map<std::tuple<std::wstring, int, int, int>, Drawn>;
+// Lighter by a quarter of what is missing to white, or grey and half as strong; the colours stay
+// multiplied by alpha.
+Picture inLook(Picture picture, Look look) {
+    if (look == Look::Plain) return picture;
+    for (std::uint32_t& pixel : picture.pixels) {
+        const std::uint32_t alpha = pixel >> 24;
+        std::uint32_t channels[3];
+        for (int i = 0; i < 3; ++i) channels[i] = pixel >> 8 * i & 0xFF;
+        const std::uint32_t grey = (channels[0] + 6 * channels[1] + 3 * channels[2]) / 10;
+        pixel = (look == Look::Lit ? alpha : alpha / 2) << 24;
+        for (int i = 0; i < 3; ++i) {
+            const std::uint32_t lit = channels[i] + (alpha - channels[i]) / 4;
+            pixel |= (look == Look::Lit ? lit : grey / 2) << 8 * i;
+        }
+    }
+    return picture;
+}
+
+// Pictures by key, dpi, size and look, at the sizes that windows use.
+using Bitmaps = std::map<std::tuple<std::wstring, int, int, int, Look>, Drawn>;
 
 Bitmaps& keptBitmaps() {
     static Bitmaps bitmaps;
@@ -74,9 +95,9 @@ Bitmaps& keptBitmaps() {
 }
 
 // A window that is being resized asks for many widths: when there are too many of them, all go.
-const Drawn* drawnAt(const std::wstring& key, int dpi, Size size) {
+const Drawn* drawnAt(const std::wstring& key, int dpi, Size size, Look look) {
     Bitmaps& bitmaps = keptBitmaps();
-    const auto wanted = std::tuple{key, dpi, size.width, size.height};
+    const auto wanted = std::tuple{key, dpi, size.width, size.height, look};
     const auto known = bitmaps.find(wanted);
     if (known != bitmaps.end()) return &known->second;
     const Picture* picture = pictureAt(key, dpi);
@@ -85,7 +106,9 @@ const Drawn* drawnAt(const std::wstring& key, int dpi, Size size) {
     const bool asItIs = size == Size{picture->width, picture->height};
     return &bitmaps
                 .try_emplace(
-                    wanted, asItIs ? *picture : stretchedPicture(*picture, size.width, size.height))
+                    wanted,
+                    inLook(asItIs ? *picture : stretchedPicture(*picture, size.width, size.height),
+                           look))
                 .first->second;
 }
 
@@ -108,13 +131,14 @@ Size pictureSize(const std::wstring& key, int dpi) {
     return picture ? Size{picture->width, picture->height} : Size{};
 }
 
-void draw(HDC dc, const std::wstring& key, Point place, int dpi) {
-    if (const Drawn* picture = drawnAt(key, dpi, pictureSize(key, dpi))) picture->draw(dc, place);
+void draw(HDC dc, const std::wstring& key, Point place, int dpi, Look look) {
+    if (const Drawn* picture = drawnAt(key, dpi, pictureSize(key, dpi), look))
+        picture->draw(dc, place);
 }
 
-void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi) {
+void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi, Look look) {
     if (area.width < 1 || area.height < 1) return;
-    if (const Drawn* picture = drawnAt(key, dpi, {area.width, area.height}))
+    if (const Drawn* picture = drawnAt(key, dpi, {area.width, area.height}, look))
         picture->draw(dc, {area.x, area.y});
 }
 
@@ -122,11 +146,11 @@ void forgetBitmaps() {
     keptBitmaps().clear();
 }
 
-HICON createIcon(const std::wstring& key, int side) {
+Bitmap createIcon(const std::wstring& key, int side) {
     const auto found = pack().find(key);
-    if (found == pack().end()) return nullptr;
+    if (found == pack().end()) return {};
     Picture picture = scaledPicture(found->second, side, found->second.width);
-    for (std::uint32_t& pixel : picture.pixels) {  // an icon wants plain colours beside its alpha
+    for (std::uint32_t& pixel : picture.pixels) {  // plain colours beside their alpha
         const std::uint32_t alpha = pixel >> 24;
         if (alpha == 0) continue;
         std::uint32_t plain = alpha << 24;
@@ -134,29 +158,25 @@ HICON createIcon(const std::wstring& key, int side) {
             plain |= std::min<std::uint32_t>(255, (pixel >> shift & 0xFF) * 255 / alpha) << shift;
         pixel = plain;
     }
-    const int width = picture.width, height = picture.height;
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    const HBITMAP color = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    if (!color) return nullptr;
-    std::memcpy(bits, picture.pixels.data(), picture.pixels.size() * 4);
-    const std::vector<std::uint8_t> opaque((width + 15) / 16 * 2 * height, 0);
-    const HBITMAP mask = CreateBitmap(width, height, 1, 1, opaque.data());
-    ICONINFO parts{TRUE, 0, 0, mask, color};
-    const HICON icon = CreateIconIndirect(&parts);
-    DeleteObject(mask);
-    DeleteObject(color);
-    return icon;
+    return bitmapOf(picture);
+}
+
+namespace {
+
+std::map<std::pair<int, Font>, HFONT>& fonts() {
+    static std::map<std::pair<int, Font>, HFONT> all;
+    return all;
+}
+
+}  // namespace
+
+// Controls may still hold the former ones, so that these are not destroyed.
+void forgetFonts() {
+    fonts().clear();
 }
 
 HFONT font(int dpi, Font kind) {
-    static std::map<std::pair<int, Font>, HFONT> fonts;
-    HFONT& font = fonts[{dpi, kind}];
+    HFONT& font = fonts()[{dpi, kind}];
     if (!font) font = createFont(dpi, kind);
     return font;
 }
@@ -175,16 +195,15 @@ constexpr wchar_t kControls[] = L"comctl32.dll";  // loaded with the first list
 
 ImageList::ImageList(Size size) {
     static const LateFunction<decltype(ImageList_Create)> create(kControls, "ImageList_Create");
-    if (create) handle_ = create(size.width, size.height, ILC_COLOR32 | ILC_MASK, 1, 16);
+    if (create) handle_ = create(size.width, size.height, ILC_COLOR32, 1, 16);
 }
 
 ImageList::ImageList(const std::vector<std::wstring>& keys, int side)
     : ImageList(Size{side, side}) {
-    static const LateFunction<decltype(ImageList_ReplaceIcon)> put(kControls,
-                                                                   "ImageList_ReplaceIcon");
+    static const LateFunction<decltype(ImageList_Add)> add(kControls, "ImageList_Add");
     for (const std::wstring& key : keys) {
-        const Icon icon(Skin::createIcon(key, side));
-        if (icon && put && put(handle_, -1, icon.get()) >= 0) keys_.push_back(key);
+        const Bitmap icon = Skin::createIcon(key, side);
+        if (icon && add && add(handle_, icon.get(), nullptr) >= 0) keys_.push_back(key);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/handle.h"
 #include "ui/geometry.h"
 
 namespace tunovka {
@@ -19,22 +20,28 @@ namespace Skin {
 // Size of a picture in pixels at a dpi; nothing for an unknown key.
 Size pictureSize(const std::wstring& key, int dpi);
 
+enum class Look { Plain, Lit, Off };  // lit under the pointer, off for what cannot be pressed
+
 // Draws a picture at its own size with its left top corner at a place.
-void draw(HDC dc, const std::wstring& key, Point place, int dpi);
+void draw(HDC dc, const std::wstring& key, Point place, int dpi, Look look = Look::Plain);
 
 // Draws a picture stretched into an area; its borders keep their size.
-void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi);
+void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi,
+                   Look look = Look::Plain);
 
 // Gives back the pictures that are kept for the next drawing, which makes them again.
 void forgetBitmaps();
 
-// The picture as an icon with soft edges, `side` pixels square; the caller destroys it.
-HICON createIcon(const std::wstring& key, int side);
+// The picture `side` pixels square, with soft edges, as image lists take it; nothing for an unknown
+// key.
+Bitmap createIcon(const std::wstring& key, int side);
 
 enum class Font { Text, Bold, Title };  // a title is bold and twice as large
 
 // The system's message font at a dpi; it lives as long as the program.
 HFONT font(int dpi, Font font = Font::Text);
+// The system's fonts have changed: font() gives others from now on.
+void forgetFonts();
 int fontHeight(int dpi, Font font = Font::Text);
 
 }  // namespace Skin

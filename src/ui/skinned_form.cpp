@@ -2,6 +2,8 @@
 
 #include <oleacc.h>
 
+#include <algorithm>
+
 #include "core/text.h"
 #include "ui/accessible.h"
 #include "ui/painting.h"
@@ -10,7 +12,9 @@
 namespace tunovka {
 namespace {
 
-constexpr int kStripHeight = 26;  // in 96ths of an inch
+// In 96ths of an inch.
+constexpr int kStripHeight = 26, kButtonHeight = 26;
+constexpr int kAroundText = 8;  // that a strip or a button leaves at least
 
 // Hands the pointer's drag to the system, which moves the window as if by its caption.
 void dragWindow(const Form& form) {
@@ -32,7 +36,7 @@ TitleStrip::TitleStrip(const std::wstring& name, const std::wstring& title, Form
                  Skin::font(dpi(), Skin::Font::Bold), colors().titleText);
     };
     onMouseMove = [this, &form](MouseButton held, Point) {
-        if (held == MouseButton::Left && GetCapture() == handle()) dragWindow(form);
+        if (held == MouseButton::Left) dragWindow(form);
     };
     onMouseUp = [this](MouseButton button, Point) {
         if (button == MouseButton::Right && onRightUp) onRightUp();
@@ -54,7 +58,7 @@ SkinnedForm::SkinnedForm(const SkinArgs& args)
                     .size = args.size,
                     .minimum = args.minimum,
                     .owner = args.owner}),
-      strip_(args.strip, L" " + args.title, *this) {
+      strip_(args.strip, L" " + trimBlanks(args.title), *this) {
     RozneApi::ShowTitleBar(*this, false);
     if (args.closer) {
         closer_.emplace(Image::ImageArgs{.name = args.closer,
@@ -74,13 +78,22 @@ SkinnedForm::SkinnedForm(const SkinArgs& args)
     }
 }
 
+int SkinnedForm::stripHeight() const {
+    return std::max(scaled(kStripHeight),
+                    Skin::fontHeight(dpi(), Skin::Font::Bold) + scaled(kAroundText));
+}
+
+int SkinnedForm::buttonHeight() const {
+    return std::max(scaled(kButtonHeight), Skin::fontHeight(dpi()) + scaled(kAroundText));
+}
+
 void SkinnedForm::layoutCentred() {
     layout();
     centre(GetWindow(handle(), GW_OWNER));
 }
 
 void SkinnedForm::onLayout() {
-    const Size needed = arrange(scaled(kStripHeight));
+    const Size needed = arrange(stripHeight());
     if (!isSizable()) setClientSize(needed);
     placeStrip();
     invalidate();
@@ -88,7 +101,7 @@ void SkinnedForm::onLayout() {
 
 // The strip along the upper edge; on it, from the right, the close and the minimise picture.
 void SkinnedForm::placeStrip() {
-    const int height = scaled(kStripHeight);
+    const int height = stripHeight();
     int right = clientSize().width;
     strip_.setBounds({0, 0, right, height});
     // Last for the Tab key, which is after the window's content first.
@@ -109,6 +122,19 @@ void SkinnedForm::onPaintGround(HDC dc, const RECT& area) const {
     frameRect(dc, frame, colors().rim);
     InflateRect(&frame, -1, -1);
     frameRect(dc, frame, colors().rimLight);
+    if (isSizable()) paintGrip(dc, area);
+}
+
+// Three dots by three, of which the half towards the corner is painted.
+void SkinnedForm::paintGrip(HDC dc, const RECT& area) const {
+    const int dot = scaled(1), step = scaled(2);
+    for (int row = 0; row < 3; ++row) {
+        for (int column = 0; column + row < 3; ++column) {
+            const LONG x = area.right - scaled(2) - dot - column * step;
+            const LONG y = area.bottom - scaled(2) - dot - row * step;
+            fillRect(dc, {x, y, x + dot, y + dot}, colors().rim);
+        }
+    }
 }
 
 }  // namespace tunovka

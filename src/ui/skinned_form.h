@@ -49,11 +49,16 @@ class SkinnedForm : public Form {
     void onLayout() final;
     void onPaintGround(HDC dc, const RECT& area) const override;
 
+    // Of a button with a caption, also with a large font. Pixels.
+    int buttonHeight() const;
+
     // For the end of a fixed form's construction: lays it out and centres it over its owner.
     void layoutCentred();
 
   private:
+    int stripHeight() const;
     void placeStrip();
+    void paintGrip(HDC dc, const RECT& area) const;
 
     TitleStrip strip_;
     std::optional<Image> closer_, minimizer_;

@@ -3,16 +3,20 @@
 #include <windows.h>
 // windows.h first: these need its types.
 #include <cderr.h>
+#include <commctrl.h>
 #include <commdlg.h>
 #include <shlobj.h>
 #include <shlwapi.h>
 
 #include <algorithm>
+#include <iterator>
+#include <string_view>
 
 #include "core/disk_questions.h"
 #include "core/file_system.h"
 #include "core/handle.h"
 #include "core/late_function.h"
+#include "core/paths.h"
 #include "core/text.h"
 #include "ui/forms.h"
 
@@ -43,7 +47,11 @@ std::wstring askSavePath(const Form& owner, const SaveDialogArgs& args) {
     // The system reads the filter up to an empty part.
     std::wstring filter = args.filter + L"||";
     std::replace(filter.begin(), filter.end(), L'|', L'\0');
-    std::wstring path = args.name.substr(0, kLongestPath - 1);
+    // The folder before the name is what counts: of the folder alone newer systems think once, and
+    // then offer the one that was chosen last.
+    const bool named = !args.folder.empty() && !args.name.empty();
+    std::wstring path =
+        (named ? withBackslash(args.folder) + args.name : args.name).substr(0, kLongestPath - 1);
     path.resize(kLongestPath);
 
     OPENFILENAMEW request{};
@@ -53,7 +61,7 @@ std::wstring askSavePath(const Form& owner, const SaveDialogArgs& args) {
     request.nFilterIndex = args.filterIndex;
     request.lpstrFile = path.data();
     request.nMaxFile = static_cast<DWORD>(path.size());
-    request.lpstrInitialDir = args.folder.empty() ? nullptr : args.folder.c_str();
+    request.lpstrInitialDir = args.folder.empty() || named ? nullptr : args.folder.c_str();
     request.lpstrTitle = args.title.c_str();
     request.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
 
@@ -66,6 +74,7 @@ std::wstring askSavePath(const Form& owner, const SaveDialogArgs& args) {
     BOOL chosen = ask(&request);
     if (!chosen && failure() == FNERR_INVALIDFILENAME) {
         path.front() = L'\0';  // it could not show the name: it then offers none
+        request.lpstrInitialDir = args.folder.c_str();
         chosen = ask(&request);
     }
     if (!chosen || owner.isClosing()) return {};
@@ -99,8 +108,19 @@ std::wstring pathOf(PCIDLIST_ABSOLUTE place) {
     return text;
 }
 
+BOOL CALLBACK showSelected(HWND control, LPARAM) noexcept {
+    wchar_t kind[32] = L"";
+    GetClassNameW(control, kind, static_cast<int>(std::size(kind)));
+    if (std::wstring_view(kind) != WC_TREEVIEWW) return TRUE;
+    const LRESULT selected = SendMessageW(control, TVM_GETNEXTITEM, TVGN_CARET, 0);
+    SendMessageW(control, TVM_ENSUREVISIBLE, 0, selected);
+    return FALSE;
+}
+
+// Newer systems select the start but leave it out of sight.
 int CALLBACK selectStart(HWND window, UINT message, LPARAM, LPARAM start) noexcept {
     if (message == BFFM_INITIALIZED) SendMessageW(window, BFFM_SETSELECTIONW, TRUE, start);
+    if (message == BFFM_SELCHANGED) EnumChildWindows(window, showSelected, 0);
     return 0;
 }
 

@@ -59,16 +59,17 @@ Window* windowOf(HWND handle) {
 }
 
 int dpiOf(HWND window) {
-    using GetDpi = UINT(WINAPI*)(HWND);
-    static const auto getDpi = reinterpret_cast<GetDpi>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow")));
-    if (getDpi) {
-        if (const UINT dpi = getDpi(window)) return static_cast<int>(dpi);
-    }
+    static const LateFunction<UINT WINAPI(HWND)> ofWindow(L"user32.dll", "GetDpiForWindow");
+    static const LateFunction<HRESULT WINAPI(HMONITOR, int, UINT*, UINT*)> ofMonitor(
+        L"shcore.dll", "GetDpiForMonitor");  // Windows 8.1 and the first 10
+    UINT dpi = window && ofWindow ? ofWindow(window) : 0, vertical = 0;
+    if (dpi == 0 && window && ofMonitor)
+        ofMonitor(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), 0, &dpi, &vertical);
+    if (dpi != 0) return static_cast<int>(dpi);
     const HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+    dpi = GetDeviceCaps(screen, LOGPIXELSX);
     ReleaseDC(nullptr, screen);
-    return dpi;
+    return static_cast<int>(dpi);
 }
 
 Point pointOf(LPARAM lparam) {

@@ -1,0 +1,99 @@
+// Controls under hands that do not do what is expected of them.
+#include <gtest/gtest.h>
+
+#include "support/person.h"
+#include "ui/forms.h"
+#include "ui/frm_box.h"
+#include "ui/skinned_form.h"
+
+namespace tunovka {
+namespace {
+
+// Does something with the box that opens, once.
+class WithBox {
+  public:
+    explicit WithBox(std::function<void(frmBox& box)> act) {
+        timer_.onTick = [this, act] {
+            auto* const box = dynamic_cast<frmBox*>(openForm(L"frmBox"));
+            if (!box) return;
+            timer_.setInterval(0);
+            act(*box);
+        };
+        timer_.setInterval(10);
+    }
+
+  private:
+    Timer timer_;
+};
+
+TEST(Controls, AHeldKeyThatLosesTheFocusIsNoPress) {
+    const WithBox person([](frmBox& box) {
+        Window& yes = *controlNamed(box, L"Itlačítko1");
+        yes.focus();
+        SendMessageW(yes.handle(), WM_KEYDOWN, VK_SPACE, 1);
+        EXPECT_TRUE(dynamic_cast<Image&>(yes).isPressed());
+        Window& no = *controlNamed(box, L"Itlačítko2");
+        no.focus();
+        EXPECT_FALSE(dynamic_cast<Image&>(yes).isPressed());
+        EXPECT_EQ(GetCapture(), nullptr);
+        SendMessageW(yes.handle(), WM_KEYUP, VK_SPACE, 1);
+        EXPECT_FALSE(box.isClosing());
+        pressAndRelease(no);
+    });
+    EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE"), 2);
+}
+
+TEST(Controls, ArrowsMoveBetweenTheAnswersOfABox) {
+    BoxAnswer = 3;
+    const WithBox person([](frmBox& box) {
+        EXPECT_EQ(BoxAnswer, 0);
+        for (const WPARAM key : {VK_LEFT, VK_LEFT, VK_LEFT, VK_RIGHT}) {
+            MSG press{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
+            EXPECT_TRUE(filterMessage(press));
+        }
+        Window& second = *controlNamed(box, L"Itlačítko2");
+        EXPECT_TRUE(second.hasFocus());
+        pressAndRelease(second);
+    });
+    EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE;STORNO"), 2);
+}
+
+TEST(Controls, EachOfManyLongAnswersCanBeReached) {
+    const std::wstring caption(40, L'W');
+    frmBox box(nullptr, L"T", L"Otázka", caption + L';' + caption + L";NIE;" + caption + caption);
+    const Size inside = box.clientSize();
+    for (int i = 1; i <= 4; ++i) {
+        const Rect button = controlNamed(box, L"Itlačítko" + std::to_wstring(i))->bounds();
+        EXPECT_TRUE(button.x >= 0 && button.right() <= inside.width) << i;
+        EXPECT_LE(button.bottom(), inside.height) << i;
+    }
+}
+
+TEST(Controls, AStripFollowsOnlyThePressThatBeganOnIt) {
+    frmBox form(nullptr, L"T", L"Otázka", L"O.K.");
+    PictureBox strip({.name = L"strip", .text = L"", .parent = &form});
+    strip.setBounds({0, 0, 50, 10});
+    std::vector<MouseButton> held;
+    strip.onMouseMove = [&](MouseButton button, Point) { held.push_back(button); };
+    SendMessageW(strip.handle(), WM_MOUSEMOVE, MK_LBUTTON, 0);
+    SendMessageW(strip.handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    SendMessageW(strip.handle(), WM_MOUSEMOVE, MK_LBUTTON, 0);
+    ReleaseCapture();
+    EXPECT_EQ(held, (std::vector{MouseButton::None, MouseButton::Left}));
+}
+
+TEST(Controls, APictureAnswersThePointerAndShowsThatItIsOff) {
+    frmBox form(nullptr, L"T", L"Otázka", L"O.K.");
+    form.show();
+    Image& closer = form.closer();
+    EXPECT_EQ(closer.look(), Skin::Look::Plain);
+    SendMessageW(closer.handle(), WM_MOUSEMOVE, 0, MAKELPARAM(3, 3));
+    EXPECT_EQ(closer.look(), Skin::Look::Lit);
+    SendMessageW(closer.handle(), WM_MOUSELEAVE, 0, 0);
+    EXPECT_EQ(closer.look(), Skin::Look::Plain);
+    closer.setEnabled(false);
+    EXPECT_EQ(closer.look(), Skin::Look::Off);
+}
+
+}  // namespace
+}  // namespace tunovka
