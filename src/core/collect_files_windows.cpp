@@ -55,20 +55,37 @@ class Collector {
           folders_{withBackslash(folder)} {}
 
     std::vector<std::wstring> run(const CollectProgress& progress) {
-        for (at_ = 0; at_ < folders_.size(); ++at_) {
-            for (; ahead_ < folders_.size() && !visits_.full(); ++ahead_)
-                visits_.put([folder = folders_[ahead_]] { return visit(folder); });
-            std::optional<Visit> found = visits_.next(hooks_);
-            if (!found) break;
-            const bool isNew = !watching_ || remember(at_, at_ + 1);
-            if (isNew) take(std::move(*found));
-            if (isNew && progress) progress(folders_[at_], files_.size());
-            if (!hooks_.next()) break;
+        while (at_ < folders_.size()) {
+            lookAhead();
+            std::optional<std::vector<Visit>> visits = visits_.next(hooks_);
+            if (!visits) break;
+            for (Visit& found : *visits) {
+                const bool isNew = !watching_ || remember(at_, at_ + 1);
+                if (isNew) take(std::move(found));
+                if (isNew && progress) progress(folders_[at_], files_.size());
+                ++at_;
+                if (!hooks_.next()) return std::move(files_);
+            }
         }
         return std::move(files_);
     }
 
   private:
+    // A worker takes a few folders at a time when many wait: handing one over costs more than a
+    // quick visit.
+    void lookAhead() {
+        while (ahead_ < folders_.size() && !visits_.full()) {
+            const std::size_t waiting = folders_.size() - ahead_, few = waiting >= 64 ? 4 : 1;
+            const auto first = folders_.begin() + static_cast<std::ptrdiff_t>(ahead_);
+            visits_.put([part = std::vector(first, first + static_cast<std::ptrdiff_t>(few))] {
+                std::vector<Visit> visits;
+                for (const std::wstring& folder : part) visits.push_back(visit(folder));
+                return visits;
+            });
+            ahead_ += few;
+        }
+    }
+
     void take(Visit found) {
         std::ranges::move(found.files, std::back_inserter(files_));
         std::ranges::move(found.folders, std::back_inserter(folders_));
@@ -97,7 +114,7 @@ class Collector {
     std::vector<std::wstring> folders_;  // the visited ones and, from at_ on, the queue
     std::size_t at_ = 0, ahead_ = 0;     // which is taken next, which is asked for next
     std::vector<std::wstring> files_;
-    DiskQuestions<Visit> visits_;
+    DiskQuestions<std::vector<Visit>> visits_;
     bool watching_ = false;
     std::unordered_set<FileIdentity, IdentityHash> seen_;
 };

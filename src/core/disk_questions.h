@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <deque>
 #include <exception>
 #include <functional>
@@ -103,21 +104,25 @@ std::wstring fileOnDisk(const std::wstring& path);
 template <typename Answer>
 class DiskQuestions {
   public:
-    // As many as help are under way: an answer is to be taken before the next question.
-    bool full() const { return running_.size() == kAtOnce; }
+    // As many as help are under way: an answer is to be taken before the next question. A disk that
+    // answers at once is asked by two workers, any other by eight.
+    bool full() const { return running_.size() >= atOnce_; }
     bool empty() const { return running_.empty(); }
     void put(std::function<Answer()> question) { running_.emplace_back(std::move(question)); }
 
     // The answer to the oldest question. When it is given up, so are all others.
     std::optional<Answer> next(const LoopHooks& command) {
+        const auto start = std::chrono::steady_clock::now();
         std::optional<Answer> answer = running_.front().answer(command);
         running_.pop_front();
+        if (std::chrono::steady_clock::now() - start > kAtOnce) atOnce_ = 8;
         if (!answer) running_.clear();
         return answer;
     }
 
   private:
-    static constexpr std::size_t kAtOnce = 8;
+    static constexpr std::chrono::milliseconds kAtOnce{5};
+    std::size_t atOnce_ = 2;
     std::deque<DiskQuestion<Answer>> running_;
 };
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "core/disk_questions.h"
 #include "core/disk_windows.h"
 #include "core/errors.h"
@@ -76,13 +78,24 @@ std::optional<ExistingFiles::Disk::Answer> askOne(const std::wstring& path,
 
 bool askMany(const std::vector<ExistingFiles::Disk::Question>& questions, const LoopHooks& command,
              const ExistingFiles::Disk::Take& take) {
-    DiskQuestions<ExistingFiles::Disk::Answer> asked;
+    using Answers = std::vector<ExistingFiles::Disk::Answer>;
+    // A worker takes a few at a time: handing one over costs more than a quick answer.
+    const std::size_t few = questions.size() >= 64 ? 4 : 1;
+    const auto from = [&](std::size_t first) {
+        const std::size_t last = std::min(first + few, questions.size());
+        return [part = std::vector(questions.begin() + first, questions.begin() + last)] {
+            Answers answers;
+            for (const auto& question : part) answers.push_back(question());
+            return answers;
+        };
+    };
+    DiskQuestions<Answers> asked;
     std::size_t ahead = 0;
-    for (std::size_t i = 0; i < questions.size(); ++i) {
-        for (; ahead < questions.size() && !asked.full(); ++ahead) asked.put(questions[ahead]);
-        std::optional<ExistingFiles::Disk::Answer> answer = asked.next(command);
-        if (!answer) return false;
-        take(i, std::move(*answer));
+    for (std::size_t i = 0; i < questions.size();) {
+        for (; ahead < questions.size() && !asked.full(); ahead += few) asked.put(from(ahead));
+        std::optional<Answers> answers = asked.next(command);
+        if (!answers) return false;
+        for (ExistingFiles::Disk::Answer& answer : *answers) take(i++, std::move(answer));
         if (!command.next()) return false;
     }
     return true;
