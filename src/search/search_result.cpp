@@ -43,9 +43,10 @@ ListRow SearchResult::row(std::size_t position) const {
 void SearchResult::list(std::vector<std::wstring> paths, const LoopHooks& hooks) {
     std::vector<FoundFile> files;
     files.reserve(paths.size());
-    std::unordered_set<std::wstring_view> listed;  // parts of the paths, which are copied
-    for (const std::wstring& path : paths) {
-        if (listed.insert(path).second) files.push_back({path});
+    std::unordered_set<std::wstring_view> listed;  // parts of `files`, which does not grow further
+    for (std::wstring& path : paths) {
+        files.push_back({std::move(path)});
+        if (!listed.insert(files.back().key).second) files.pop_back();
         if (!hooks.next()) break;
     }
     if (files.empty()) files.push_back({});
