@@ -33,14 +33,14 @@ def files_in(folder):
             for path in folder.rglob("*") if path.is_file()}
 
 
-def make(program, version, name, settings):
-    """Makes the packages from a copy of the program; gives back their paths."""
+def make(program, version, name, settings, *build):
+    """Makes the packages from a copy of the program; gives back the paths of installer and zip."""
     copy, folder = PLACE / name / program.name, PLACE / name / "made"
     copy.parent.mkdir(parents=True)
     shutil.copyfile(program, copy)
-    subprocess.run([TOP / "tools/make-package", copy, version, folder], check=True,
+    subprocess.run([TOP / "tools/make-package", copy, version, folder, *build], check=True,
                    stdin=subprocess.DEVNULL, env=dict(os.environ, **settings))
-    made = sorted(folder.iterdir())
+    made = sorted(path for path in folder.iterdir() if "check" not in path.name)
     check([path.name for path in made] == [f"Tunovka-{version}-setup.exe", f"Tunovka-{version}.zip"],
           f"what is made: {made}")
     return made
@@ -83,6 +83,18 @@ def try_zip(path, program, probe, version):
         check(name in notices, f"the notices name {name}")
     try_program(top / "tunovka.exe", probe, top / "samples")
     return unpacked
+
+
+def try_check(path, version):
+    """What tries the program on another computer: unpacked and started, it reports."""
+    with zipfile.ZipFile(path) as archive:
+        archive.extractall(PLACE)
+    top = PLACE / f"Tunovka-{version}-check"
+    code, _ = wine(top / "bin/check.exe", "unit_playlist")
+    report = (top / "report.txt").read_text(encoding="utf-8")
+    check(code == 0 and "\n0 programs failed" in report, f"the check ends well: {report}")
+    for words in f"Tunovka {version}\n", "\nWindows: ", "\nCode pages: ANSI 1250", "[  PASSED  ] ":
+        check(words in report, f"{words!r} in the report: {report}")
 
 
 def forget_installation():
@@ -148,7 +160,8 @@ def main(program, probe, version):
     shutil.rmtree(PLACE, ignore_errors=True)
     subprocess.run([TOP / "tools/stage", "start", "96"], check=True, stdout=subprocess.DEVNULL)
     forget_installation()
-    made = setup, archive = make(program, version, "one", {})
+    made = setup, archive = make(program, version, "one", {}, BUILD / "windows")
+    try_check(PLACE / "one/made" / f"Tunovka-{version}-check.zip", version)
     packed = try_zip(archive, program, probe, version)
     try_making_again(program, version, made)
     try_installer(setup, packed, probe, version)
