@@ -27,6 +27,7 @@ bool soundDeviceMissing() {
 }  // namespace
 
 HRESULT SoundGraph::build(const std::wstring& file) {
+    const WineTurn turn;
     HRESULT done = CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER,
                                     IID_IGraphBuilder, builder.receiveVoid());
     if (FAILED(done)) return done;
@@ -52,11 +53,18 @@ HRESULT SoundGraph::build(const std::wstring& file) {
     return S_OK;
 }
 
-// A graph must stand still before it goes.
+// A graph must stand still before it goes; its own reference goes last.
 SoundGraph::~SoundGraph() {
-    if (!control) return;
-    feeder_.stop(control.get());
-    control->Stop();
+    const WineTurn turn;
+    if (control) {
+        feeder_.stop(control.get());
+        control->Stop();
+    }
+    events.reset();
+    audio.reset();
+    seeking.reset();
+    control.reset();
+    builder.reset();
 }
 
 std::optional<PlaybackTrouble> DirectShowEngine::open(const std::wstring& path) {

@@ -11,7 +11,7 @@
 #include "core/handle.h"
 #include "player/media_engine.h"
 #include "player/sound_file.h"
-#include "player/wine_feeder.h"
+#include "player/wine_faults.h"
 
 namespace tunovka {
 

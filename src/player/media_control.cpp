@@ -139,6 +139,7 @@ void MediaControlEngine::handle(DISPID event, const std::vector<long>& arguments
 
 // Waiting for data and skipping are no states of their own.
 void MediaControlEngine::playStateIs(long state) {
+    plays_ = state == kPlaying;
     if (state == kPlaying) {
         opening_ = false;
         endedAt_.reset();
@@ -178,14 +179,14 @@ void MediaControlEngine::close() {
         put(kFileName, Variant(std::wstring()));
     }
     file_.clear();
-    opening_ = openTold_ = streamTold_ = false;
+    opening_ = plays_ = openTold_ = streamTold_ = false;
     endedAt_.reset();
     observed_.clear();
 }
 
-// What is still opening starts by itself.
+// What is opened starts by itself.
 void MediaControlEngine::play() {
-    if (!opening_ && FAILED(call(kPlay)))
+    if (!opening_ && !plays_ && FAILED(call(kPlay)))
         observe({.kind = EngineEvent::Kind::Failed, .trouble = trouble()});
 }
 

@@ -126,7 +126,8 @@ class MediaControlEngine final : public MediaEngine {
 
     std::wstring file_;
     bool isList_ = false;
-    bool opening_ = false;          // from setting the file until it plays or fails
+    bool opening_ = false;  // from setting the file until it plays or fails
+    bool plays_ = false;
     bool openTold_ = false;         // of what is open now
     bool streamTold_ = false;       // the same, by its other event
     std::optional<DWORD> endedAt_;  // tick count when an entry of a list ended

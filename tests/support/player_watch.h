@@ -14,8 +14,8 @@ namespace tunovka {
 
 using Notifications = std::vector<MediaNotification>;
 
-inline constexpr MediaNotification kNewStream{MediaNotification::Kind::NewStream};
-inline constexpr MediaNotification kError{MediaNotification::Kind::Error};
+inline constexpr MediaNotification kNewClip{MediaNotification::Kind::NewStream};
+inline constexpr MediaNotification kFailure{MediaNotification::Kind::Error};
 inline constexpr MediaNotification kEnd{MediaNotification::Kind::EndOfStream, kPlayedToEnd};
 
 constexpr MediaNotification change(int from, int to) {
@@ -29,10 +29,10 @@ class WatchedPlayer {
         : player_(std::make_unique<MediaPlayer>(createEngine)) {
         using Kind = MediaNotification::Kind;
         player_->NewStream = [this] {
-            told_.push_back(kNewStream);
+            told_.push_back(kNewClip);
             titles_.push_back(player_->GetMediaInfoString(kClipTitle));
         };
-        player_->Error = [this] { told_.push_back(kError); };
+        player_->Error = [this] { told_.push_back(kFailure); };
         player_->EndOfStream = [this](int result) { told_.push_back({Kind::EndOfStream, result}); };
         player_->PlayStateChange = [this](int from, int to) { told_.push_back(change(from, to)); };
     }

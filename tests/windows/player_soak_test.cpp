@@ -164,9 +164,11 @@ TEST(PlayerSoak, filesThatAreReplacedWhileTheyOpenLeaveNothingBehind) {
     const auto endsOpening = [&](const std::wstring& file, bool plays) {
         const DWORD start = GetTickCount();
         set(file);
-        EXPECT_TRUE(runUntil([&] {
-            return player.has(change(0, 2)) || (!plays && player.has(kError));
-        })) << testing::PrintToString(file);
+        const auto ended = [&] {
+            return player.has(change(0, 2)) || (!plays && player.has(kFailure));
+        };
+        // Beside other programs a niced run gets a small part of the machine.
+        EXPECT_TRUE(runUntil(ended, 120'000)) << testing::PrintToString(file);
         longestOpening = std::max(longestOpening, GetTickCount() - start);
     };
     const auto release = [&] {

@@ -4,6 +4,7 @@
 #include "core/paths.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
+#include "playlist/listed_files.h"
 #include "playlist/write.h"
 #include "support/error_of.h"
 
@@ -91,6 +92,28 @@ TEST(Writing, aLetterThatCannotBeWrittenNamesItsEntry) {
     } catch (const RuntimeError& error) {
         EXPECT_NE(error.description.find(L"日本.mp3"), std::wstring::npos);
     }
+}
+
+TEST(ListedFiles, eachKindTellsItsEntriesAndTheirTitles) {
+    using Files = std::vector<ListedFile>;
+    EXPECT_EQ(listedFiles(L"#EXTM3U\r\n#EXTINF:215,Hana Hegerová - Levandulová\r\n"
+                          L"D:\\Hudba\\a.mp3\r\n\\b.wma\r\n#EXTINF:9,Sám\r\n#poznámka\r\n"
+                          L"..\\c.wav\r\nd.txt\r\n#EXTINF:1\r\nE.MP3\r\nxmp3",
+                          L"E:\\zoznamy\\"),
+              (Files{{L"D:\\Hudba\\a.mp3", {L"Levandulová", L"Hana Hegerová"}},
+                     {L"E:\\b.wma", {}},
+                     {L"E:\\zoznamy\\..\\c.wav", {L"Sám", L""}},
+                     {L"E:\\zoznamy\\xmp3", {}}}));
+    EXPECT_EQ(listedFiles(L"[playlist]\nTitle2=Druhá\nFile1=a.mp3\nfile2=b.mp3\nFILE10=c.wav\n"
+                          L"title10=Jana - Desiata\n",
+                          L"E:\\"),
+              (Files{{L"E:\\a.mp3", {}},
+                     {L"E:\\b.mp3", {L"Druhá", L""}},
+                     {L"E:\\c.wav", {L"Desiata", L"Jana"}}}));
+    EXPECT_EQ(listedFiles(L"<asx>\n<Entry><Ref HREF = \"hory\\a.mp3\"/>\n"
+                          L"<ref href=\"nedokončené.mp3>\n<ref href=\"b.wma\"/>\n</asx>",
+                          L"E:\\"),
+              (Files{{L"E:\\hory\\a.mp3", {}}, {L"E:\\b.wma", {}}}));
 }
 
 }  // namespace

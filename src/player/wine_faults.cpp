@@ -1,4 +1,4 @@
-#include "player/wine_feeder.h"
+#include "player/wine_faults.h"
 
 #include <utility>
 
@@ -26,7 +26,24 @@ DWORD WINAPI stopFilter(void* filter) {
     return 0;
 }
 
+// The lock that Wine has not got; null on Windows.
+HANDLE soundLock() {
+    static const KernelHandle only(underWine() ? CreateMutexW(nullptr, FALSE, nullptr) : nullptr);
+    return only.get();
+}
+
 }  // namespace
+
+WineTurn::WineTurn() {
+    constexpr DWORD kPatience = 60'000;  // ms; a busy machine builds a graph in a few thousand
+    if (!soundLock()) return;
+    const DWORD answer = WaitForSingleObject(soundLock(), kPatience);
+    held_ = answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED;
+}
+
+WineTurn::~WineTurn() {
+    if (held_) ReleaseMutex(soundLock());
+}
 
 void WineFeeder::remember(IGraphBuilder* graph) {
     ComPtr<IEnumFilters> filters;

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <windows.h>
+// windows.h first: this one needs its types.
+#include <dshow.h>
+
+#include <vector>
+
+#include "core/handle.h"
+
+namespace tunovka {
+
+// The two faults of Wine that playing goes round, so that they do not end the program. On Windows
+// nothing here does anything.
+
+// Wine counts the users of a sound device without a lock: while one thread gives the device back
+// and another asks for it, both work in freed memory. So graphs are built and taken apart one at a
+// time.
+class WineTurn {
+  public:
+    WineTurn();  // waits for the turn, though not for ever for a file that never opens
+    ~WineTurn();
+    WineTurn(const WineTurn&) = delete;
+    WineTurn& operator=(const WineTurn&) = delete;
+
+  private:
+    bool held_ = false;
+};
+
+// Wine stops a decoder while the thread that feeds it still runs: that thread then works in freed
+// memory. The feeder, a filter that reads the file and hands it on from a thread of its own, has to
+// stand still before the rest is stopped.
+class WineFeeder {
+  public:
+    // Remembers the feeder of a graph that was never told to pause or run: from then on another
+    // thread of Wine may be moving the graph's filters about, and to ask for them is to crash.
+    void remember(IGraphBuilder* graph);
+
+    // To be called right before the graph is stopped for good. Returns when the feeder's thread has
+    // ended.
+    void stop(IMediaControl* graph);
+
+  private:
+    ComPtr<IBaseFilter> feeder_;
+    ComPtr<IMediaSeeking> output_;
+    std::vector<ComPtr<IPin>> behind_;  // the inputs that the feeder's data comes to
+};
+
+}  // namespace tunovka

@@ -1,0 +1,92 @@
+// The player's panel in the explorer: what a person sees and hears about.
+#include <gtest/gtest.h>
+
+#include "support/file_menus.h"
+#include "support/player_watch.h"
+
+namespace tunovka {
+namespace {
+
+class Panel : public FileMenus {
+  protected:
+    void play(const wchar_t* key) {
+        show(key);
+        pressAndRelease(panel().Image1);
+    }
+    PlayerPanel& panel() { return explorer->player; }
+    std::wstring title() { return panel().PicČas.text(); }
+    bool untilTitle(const wchar_t* part) {
+        return runUntil([&] { return title().find(part) != std::wstring::npos; });
+    }
+    // The colour of the strip at a share of its width.
+    COLORREF strip(double share) {
+        const Size size = panel().PicProgres.clientSize();
+        return GetPixel(WindowDc(panel().PicProgres.handle()).get(),
+                        static_cast<int>(share * size.width), size.height / 2);
+    }
+};
+
+TEST_F(Panel, AShortToneIsShownFromItsOpeningToItsEnd) {
+    folder.file(L"tón.wav", tone(2));
+    play(L"tón.wav");
+    EXPECT_EQ(title(), L"Otvára sa: tón.wav");
+    EXPECT_EQ(panel().lblčas.text(), L"");
+    EXPECT_TRUE(panel().isPlaying());
+    ASSERT_TRUE(untilTitle(L"Titul: neuvedený"));
+    EXPECT_EQ(panel().lblčas.text(), L"0:02 min");
+    ASSERT_TRUE(runUntil([&] { return strip(0.3) != strip(0.99); })) << "the strip grows";
+    ASSERT_TRUE(runUntil([&] { return !panel().isPlaying(); }));
+    EXPECT_EQ(panel().lblčas.text() + panel().lblušielčas.text(), L"");
+    ASSERT_TRUE(runUntil([&] { return strip(0.3) == strip(0.99); })) << "and is empty at the end";
+}
+
+TEST_F(Panel, ABrokenFileIsToldAndNothingIsShownOfIt) {
+    folder.file(L"zlý.mp3", noise(5000));
+    play(L"zlý.mp3");
+    ASSERT_TRUE(runUntil([&] { return !person.seen.empty(); }));
+    EXPECT_EQ(person.seen[0],
+              (BoxRequest{L" CHYBA",
+                          L"Pri pokuse prehrať požadovaný súbor došlo ku chybe : Súbor nie je "
+                          L"zvuk, ktorý sa dá prehrať. Cheš prehrať súbor v predvolenom programe ?",
+                          L"ÁNO;NIE"}));
+    EXPECT_FALSE(panel().isPlaying());
+    EXPECT_EQ(title(), L"");
+}
+
+TEST_F(Panel, TheButtonsStepThroughListsOfTheirKinds) {
+    for (const wchar_t* name : {L"a.wav", L"b.wav"}) folder.file(name, tone(20));
+    folder.file(L"1.pls", "File1=a.wav\nTitle1=A\nFile2=b.wav\nTitle2=B\n");
+    folder.file(L"2.m3u", "#EXTINF:1,A\na.wav\n#EXTINF:1,B\nb.wav\n");
+    for (const wchar_t* list : {L"1.pls", L"2.m3u"}) {
+        play(list);
+        ASSERT_TRUE(untilTitle(L"Titul: A")) << list;
+        pressAndRelease(panel().Image5);
+        ASSERT_TRUE(untilTitle(L"Titul: B")) << list;
+        pressAndRelease(panel().Image4);
+        ASSERT_TRUE(untilTitle(L"Titul: A")) << list;
+    }
+    pressAndRelease(panel().Image2);
+    EXPECT_EQ(title(), L"");
+}
+
+DWORD WINAPI closeLate(void* file) {
+    Sleep(300);
+    static_cast<FileHandle*>(file)->reset();
+    return 0;
+}
+
+// As a component does that lets go of a file a moment late.
+TEST_F(Panel, AFileThatIsReleasedLateIsWaitedFor) {
+    const std::wstring path = folder.file(L"a.wav", tone(20));
+    play(L"a.wav");
+    ASSERT_TRUE(untilTitle(L"Titul"));
+    FileHandle late(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                0, nullptr));
+    const KernelHandle thread(CreateThread(nullptr, 0, closeLate, &late, 0, nullptr));
+    panel().letGo(path);
+    EXPECT_TRUE(DeleteFileW(path.c_str()));
+    WaitForSingleObject(thread.get(), INFINITE);
+}
+
+}  // namespace
+}  // namespace tunovka
