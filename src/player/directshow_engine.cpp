@@ -60,6 +60,7 @@ SoundGraph::~SoundGraph() {
         feeder_.stop(control.get());
         control->Stop();
     }
+    feeder_ = {};  // no filter may outlive its graph
     events.reset();
     audio.reset();
     seeking.reset();

@@ -104,16 +104,17 @@ class MediaPlayer::PlayingThread {
     }
 
     PlayState wanted() const { return switches_.wanted; }
-    bool busy() const { return switches_.busy; }
+    bool busy() const { return switches_.busy > 0; }
 
     void open(const std::wstring& file, unsigned opening) {
         const std::scoped_lock lock(lock_);
         switches_.wanted = PlayState::Playing;
         shown_ = {};
-        switches_.busy = true;
+        ++switches_.busy;
         give([this, file, opening](Playback& playback) {
             opening_ = opening;
             playback.open(file);
+            --switches_.busy;
         });
     }
     void want(PlayState state) {
@@ -123,8 +124,11 @@ class MediaPlayer::PlayingThread {
     }
     void step(Playback::Step step) {
         const std::scoped_lock lock(lock_);
-        switches_.busy = true;
-        give([step](Playback& playback) { playback.step(step); });
+        ++switches_.busy;
+        give([this, step](Playback& playback) {
+            playback.step(step);
+            --switches_.busy;
+        });
     }
     void seek(double seconds) {
         const std::scoped_lock lock(lock_);
@@ -194,10 +198,7 @@ class MediaPlayer::PlayingThread {
     }
     Order takeOrder() {
         const std::scoped_lock lock(lock_);
-        if (orders_.empty()) {
-            switches_.busy = false;
-            return {};
-        }
+        if (orders_.empty()) return {};
         Order order = std::move(orders_.front());
         orders_.pop_front();
         return order;

@@ -16,14 +16,13 @@ const PlaybackTrouble kNothingToPlay{
 
 class BusyMark {
   public:
-    explicit BusyMark(std::atomic<bool>& busy) : busy_(busy), before_(busy.exchange(true)) {}
+    explicit BusyMark(std::atomic<int>& busy) : busy_(busy) { ++busy_; }
     BusyMark(const BusyMark&) = delete;
     BusyMark& operator=(const BusyMark&) = delete;
-    ~BusyMark() { busy_ = before_; }
+    ~BusyMark() { --busy_; }
 
   private:
-    std::atomic<bool>& busy_;
-    bool before_;
+    std::atomic<int>& busy_;
 };
 
 }  // namespace

@@ -34,7 +34,7 @@ struct MediaNotification {
 // What the thread of the windows and that of the player both see.
 struct PlaybackSwitches {
     std::atomic<PlayState> wanted = PlayState::Stopped;
-    std::atomic<bool> busy = false;  // at work that may take long: opening, closing
+    std::atomic<int> busy = 0;       // how much is to be done that may take long: opening, closing
     std::atomic<bool> left = false;  // nobody waits for what comes of it any more
 };
 

@@ -1,6 +1,7 @@
 // The player's panel in the explorer: what a person sees and hears about.
 #include <gtest/gtest.h>
 
+#include "core/handle.h"
 #include "support/file_menus.h"
 #include "support/player_watch.h"
 
@@ -21,8 +22,10 @@ class Panel : public FileMenus {
     // The colour of the strip at a share of its width.
     COLORREF strip(double share) {
         const Size size = panel().PicProgres.clientSize();
-        return GetPixel(WindowDc(panel().PicProgres.handle()).get(),
-                        static_cast<int>(share * size.width), size.height / 2);
+        const HDC dc = GetDC(panel().PicProgres.handle());
+        const COLORREF color = GetPixel(dc, static_cast<int>(share * size.width), size.height / 2);
+        ReleaseDC(panel().PicProgres.handle(), dc);
+        return color;
     }
 };
 
