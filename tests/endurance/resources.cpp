@@ -67,22 +67,23 @@ int countLowWords(IsOne isOne, UINT_PTR step = 1) {
     return count;
 }
 
+// The longer form: the shorter one cuts a handle's value to 16 bits, which long playing exceeds.
 struct HandleEntry {
-    ULONG process;
-    BYTE type, flags;
-    USHORT value;
     PVOID object;
+    ULONG_PTR process, value;
     ACCESS_MASK access;
+    USHORT creator, type;
+    ULONG attributes, reserved;
 };
 
 std::vector<HandleEntry> handlesOfThisProcess() {
-    constexpr auto kHandles = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+    constexpr auto kHandles = static_cast<SYSTEM_INFORMATION_CLASS>(64);
     std::vector<ULONG> answer(1 << 16);
     ULONG size = 0;
     while (NtQuerySystemInformation(kHandles, answer.data(),
                                     static_cast<ULONG>(answer.size() * sizeof(ULONG)), &size) < 0)
         answer.resize(answer.size() * 2);
-    const auto* const entries = reinterpret_cast<const HandleEntry*>(answer.data() + 1);
+    const auto* const entries = reinterpret_cast<const HandleEntry*>(answer.data() + 2);
     std::vector<HandleEntry> own(entries, entries + answer[0]);
     std::erase_if(own,
                   [](const HandleEntry& entry) { return entry.process != GetCurrentProcessId(); });
@@ -99,9 +100,9 @@ int countHandles() {
     const auto typeOf = [&](const void* handle) {
         for (const HandleEntry& entry : handles)
             if (entry.value == reinterpret_cast<UINT_PTR>(handle)) return entry.type;
-        return BYTE{0};
+        return USHORT{0};
     };
-    const BYTE eventType = typeOf(event.get()), keyType = typeOf(key.get());
+    const USHORT eventType = typeOf(event.get()), keyType = typeOf(key.get());
     return static_cast<int>(std::ranges::count_if(handles, [&](const HandleEntry& entry) {
         return entry.type != eventType && entry.type != keyType;
     }));

@@ -154,5 +154,35 @@ TEST_F(Playing, aListOfEachKindPlaysItsEntriesAndPassesOverWhatIsBad) {
     ASSERT_TRUE(runUntil([&] { return player_.titles().back() == L"Prvý"; }));
 }
 
+// Ten minutes of silence: the first half in frames of 8,000 bits a second, the second of 32,000.
+TEST_F(Playing, aVariableRateIsReckonedWithInLengthAndSeeking) {
+    constexpr int kFrames = 22969;  // of 576 samples, 22,050 a second: 600 s
+    const auto frame = [](int rate, int bytes) {
+        return std::string("\xFF\xF3", 2) + static_cast<char>(rate << 4) + '\xC0' +
+               std::string(static_cast<std::size_t>(bytes) - 4, '\0');
+    };
+    std::string rest;
+    for (int at = 0; at < kFrames; ++at) rest += at < kFrames / 2 ? frame(1, 26) : frame(4, 104);
+    const auto number = [](std::size_t value) {
+        std::string bytes;
+        for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift);
+        return bytes;
+    };
+    std::string table;  // a fifth of the bytes are in the first half
+    for (int at = 0; at < 100; ++at)
+        table += static_cast<char>(256 * (at < 50 ? at * 0.4 : 20 + (at - 50) * 1.6) / 100);
+    std::string first = frame(6, 156);
+    first.replace(13, 116,
+                  "Xing" + number(7) + number(kFrames) + number(156 + rest.size()) + table);
+    const std::string bytes = first + rest;
+    player_->setFileName(file(L"dlhý.mp3", bytes));
+    ASSERT_TRUE(player_.untilTold(change(0, 2)));
+    EXPECT_NEAR(player_->Duration(), 600, 1);
+    player_->setCurrentPosition(596);
+    const DWORD sought = GetTickCount();
+    ASSERT_TRUE(player_.untilTold(kEnd));
+    EXPECT_NEAR((GetTickCount() - sought) / 1000.0, 4, 1.5);
+}
+
 }  // namespace
 }  // namespace tunovka
