@@ -84,7 +84,7 @@ void ContentsTree::list(const std::wstring& path) {
     std::optional<Form::Busy> busy(form_);
     const LoopHooks hooks{
         yieldToEvents, [this, wanted = wanted_] { return wanted != wanted_ || form_.isGivenUp(); }};
-    const auto entries = askDisk(hooks, [path]() -> std::optional<std::vector<FolderEntry>> {
+    auto entries = askDisk(hooks, [path]() -> std::optional<std::vector<FolderEntry>> {
         if (!FileSystemObject::FolderExists(path)) return std::nullopt;
         return FileSystemObject::listFolder(path);
     });

@@ -70,7 +70,7 @@ std::string toCodePage(unsigned codePage, std::wstring_view text) {
                 L"Kódová stránka systému nemá všetky písmená tejto položky, preto "
                 L"ju nemožno zapísať: " +
                 std::wstring(text);
-            throw error;
+            throw RuntimeError(error);
         }
         at += count;
     }

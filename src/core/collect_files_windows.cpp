@@ -79,6 +79,7 @@ class Collector {
             const auto first = folders_.begin() + static_cast<std::ptrdiff_t>(ahead_);
             visits_.put([part = std::vector(first, first + static_cast<std::ptrdiff_t>(few))] {
                 std::vector<Visit> visits;
+                visits.reserve(part.size());
                 for (const std::wstring& folder : part) visits.push_back(visit(folder));
                 return visits;
             });

@@ -56,7 +56,7 @@ class DiskQuestion {
                   result->failure = std::current_exception();
               }
           })) {}
-    DiskQuestion(DiskQuestion&&) = default;
+    DiskQuestion(DiskQuestion&&) noexcept = default;
     DiskQuestion& operator=(DiskQuestion&&) = delete;
     ~DiskQuestion() {
         if (task_) DiskWork::giveUp(task_);

@@ -94,7 +94,7 @@ DWORD persistently(const std::wstring& path, const std::function<DWORD()>& attem
 class DiskFile {
   public:
     struct Access {
-        DWORD rights;
+        DWORD rights = 0;
         DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
         DWORD disposition = OPEN_EXISTING;
         DWORD flags = 0;

@@ -36,8 +36,8 @@ constexpr Description kDescriptions[] = {
 // Errors of the system by their numbers in winerror.h. A sentence stands only where it tells more
 // than that of the number.
 struct SystemError {
-    unsigned long code;
-    int number;
+    unsigned long code = 0;
+    int number = 0;
     const wchar_t* sentence = nullptr;
 };
 

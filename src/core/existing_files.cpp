@@ -111,7 +111,7 @@ bool ExistingFiles::prepare(const LoopHooks& command) {
         const std::wstring root = driveName(folder);
         if (!roots_.try_emplace(root, true).second) continue;
         roots.push_back(root);
-        questions.push_back(
+        questions.emplace_back(
             [root, answers = disk_.rootAnswers] { return Disk::Answer{answers(root)}; });
     }
     if (!disk_.askMany(questions, command, [&](std::size_t i, const Disk::Answer& answer) {

@@ -98,7 +98,7 @@ void frmplejlist::bindHandlers() {
     Lview.onBeginDrag = [this](std::size_t) { Lview_OLEStartDrag(); };
     Lview.onRowsChange = [this] { updateCountLabel(); };
 
-    const auto bind = [this](const wchar_t* entry, std::function<void(Editor&)> command) {
+    const auto bind = [this](const wchar_t* entry, const std::function<void(Editor&)>& command) {
         menu1.onClick(entry) = [this, command] { run(command); };
     };
     menu1.onClick(L"info_o_subore") = [this] { info_o_subore_Click(); };

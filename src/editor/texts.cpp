@@ -132,7 +132,7 @@ std::wstring saveFilter() {
         if (!kind.isWritten()) continue;
         const std::wstring pattern = L"*." + std::wstring(kind.ending);
         if (!filter.empty()) filter += L'|';
-        filter.append(kind.format).append(L" (" + pattern + L")|" + pattern);
+        filter.append(kind.format).append(L" (").append(pattern).append(L")|").append(pattern);
     }
     return filter;
 }

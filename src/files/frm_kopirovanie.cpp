@@ -110,8 +110,8 @@ void callOnLoop(std::function<void()> routine) {
 
 }  // namespace
 
-CopyWatch::CopyWatch(Form& form, const std::wstring& path, LetGo letGo)
-    : form_(form), path_(path), letGo_(std::move(letGo)) {
+CopyWatch::CopyWatch(Form& form, std::wstring path, LetGo letGo)
+    : form_(form), path_(std::move(path)), letGo_(std::move(letGo)) {
     Timer1.onTick = [this] { Timer1_Tick(); };
     Timer1.setInterval(kLook);
 }

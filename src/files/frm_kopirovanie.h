@@ -52,7 +52,7 @@ class CopyWatch {
     using LetGo = std::function<void(const std::wstring& path)>;
 
     // `letGo` is called on the windows' thread when the work comes to a file.
-    CopyWatch(Form& form, const std::wstring& path, LetGo letGo);
+    CopyWatch(Form& form, std::wstring path, LetGo letGo);
     CopyWatch(const CopyWatch&) = delete;
     CopyWatch& operator=(const CopyWatch&) = delete;
     ~CopyWatch();

@@ -242,7 +242,7 @@ MediaPlayer::MediaPlayer(MediaEngineFactory createEngine)
 
 MediaPlayer::~MediaPlayer() {
     *self_ = nullptr;
-    release();
+    guarded([this] { release(); });
 }
 
 void MediaPlayer::setFileName(const std::wstring& path) {

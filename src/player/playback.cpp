@@ -90,7 +90,7 @@ std::optional<PlaybackTrouble> Playback::openFirstThat(Step step) {
     std::size_t at = step == Step::First ? 0 : current_.value_or(0);
     if (step == Step::Next) ++at;
     for (; !switches_.left && (back ? at-- > 0 : at < files_.size()); at += back ? 0 : 1) {
-        const std::optional<PlaybackTrouble> trouble = engine_.open(files_[at].path);
+        std::optional<PlaybackTrouble> trouble = engine_.open(files_[at].path);
         if (!trouble) {
             current_ = at;
             return std::nullopt;

@@ -68,11 +68,14 @@ void Image::release(MouseButton button) {
     if (onClick) onClick();
 }
 
-// The system tells once when the pointer has left, if it is asked to.
-void Image::pointerOver() {
-    if (pointed_) return;
+// While the button is pressed, moves elsewhere are told too. The system tells once when the pointer
+// has left, if it is asked to.
+void Image::pointerMoved(Point at) {
+    const Size size = clientSize();
+    const bool inside = at.x >= 0 && at.y >= 0 && at.x < size.width && at.y < size.height;
+    if (inside == pointed_) return;
     TRACKMOUSEEVENT leave{sizeof leave, TME_LEAVE, handle(), 0};
-    pointed_ = TrackMouseEvent(&leave);
+    pointed_ = inside && TrackMouseEvent(&leave);
     invalidate();
 }
 
@@ -122,7 +125,7 @@ std::optional<LRESULT> Image::onMessage(UINT message, WPARAM wparam, LPARAM lpar
             release(buttonOf(message));
             return 0;
         case WM_MOUSEMOVE:
-            pointerOver();
+            pointerMoved(pointOf(lparam));
             return 0;
         case WM_MOUSELEAVE:
             pointed_ = false;

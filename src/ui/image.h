@@ -45,7 +45,7 @@ class Image : public Window {
     void release(MouseButton button);
     void cancelPress();
     void showState();
-    void pointerOver();
+    void pointerMoved(Point at);
     void paint() const;
 
     std::wstring normalKey_, pressedKey_, caption_;

@@ -168,7 +168,8 @@ LRESULT Window::route(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 bool Window::answer(LRESULT& result, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_MOUSEMOVE && !tip_.empty()) host_->offerTip(*this, tip_, wparam, lparam);
+    if (message == WM_MOUSEMOVE && host_ && !tip_.empty())
+        host_->offerTip(*this, tip_, wparam, lparam);
     std::optional<LRESULT> answer = reflect(message, wparam, lparam);
     if (!answer) answer = onMessage(message, wparam, lparam);
     if (!answer && message == WM_GETOBJECT && describe())
