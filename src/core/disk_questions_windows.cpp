@@ -94,12 +94,12 @@ class Workers {
 
     void work() {
         for (;;) {
-            const std::shared_ptr<DiskTask> task = next();
+            std::shared_ptr<DiskTask> task = next();
             if (task) {
                 task->work();
                 task->work = {};
             }
-            const After after = finish(task.get());
+            const After after = finish(std::move(task));
             if (after == After::Leave) return;
             if (after == After::Wait) WaitForSingleObject(calls_.get(), INFINITE);
         }
@@ -117,8 +117,8 @@ class Workers {
     enum class After { Next, Wait, Leave };
 
     // Ends the task, if there was one, and counts the worker as idle in one go: whoever is told of
-    // the end finds it for the next task.
-    After finish(DiskTask* task) {
+    // the end finds it for the next task. An idle worker holds nothing of the task.
+    After finish(std::shared_ptr<DiskTask> task) {
         const std::scoped_lock lock(lock_);
         if (task) {
             task->finished = true;
