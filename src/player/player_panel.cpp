@@ -25,7 +25,7 @@ constexpr int kHeight = 68;
 constexpr int kGap = 6;
 constexpr int kProgressHeight = 12;
 constexpr int kVolumeWidth = 18;
-constexpr int kKnob = 6;
+constexpr int kKnob = 8;
 constexpr UINT kTick = 250;  // milliseconds
 
 Image::ImageArgs button(const wchar_t* name, const wchar_t* text, Form& form, const wchar_t* normal,

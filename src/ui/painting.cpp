@@ -123,8 +123,8 @@ void paintSlider(HDC dc, Size size, const RECT& filled, int thick) {
         knob.top = placed(filled.top, size.height);
         knob.bottom = knob.top + thick;
     }
-    fillRect(dc, knob, colors().field);
-    frameRect(dc, knob, colors().edge);
+    fillRect(dc, knob, colors().button);
+    frameRect(dc, knob, colors().buttonText);
 }
 
 void drawFocus(HDC dc, RECT area, int line) {
