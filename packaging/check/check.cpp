@@ -76,26 +76,36 @@ class Place {
     std::wstring path_;
 };
 
-// A drive letter that shows a folder for as long as this lives; none where the letter is taken.
+// A drive letter that shows a folder for as long as this lives; none where the letter is taken, or
+// where the system takes the definition and shows nothing there, as Wine does. A drive that
+// somebody has lent for the check, and says so by TUNOVKA_LENT_DRIVES, is used as it is.
 class Drive {
   public:
     Drive(wchar_t letter, const std::wstring& folder) : name_{letter, L':'} {
-        if (GetLogicalDrives() & 1u << (letter - L'A')) return;
+        if (GetLogicalDrives() & 1u << (letter - L'A')) {
+            isThere_ = _wgetenv(L"TUNOVKA_LENT_DRIVES") && answers();
+            return;
+        }
         folder_ = folder.substr(0, folder.size() - 1);
         CreateDirectoryW(folder_.c_str(), nullptr);
-        if (!DefineDosDeviceW(0, name_.c_str(), folder_.c_str())) folder_.clear();
+        isThere_ = DefineDosDeviceW(0, name_.c_str(), folder_.c_str()) && answers();
     }
     Drive(const Drive&) = delete;
     Drive& operator=(const Drive&) = delete;
     ~Drive() {
-        if (isThere())
+        if (!folder_.empty())
             DefineDosDeviceW(DDD_REMOVE_DEFINITION | DDD_EXACT_MATCH_ON_REMOVE, name_.c_str(),
                              folder_.c_str());
     }
-    bool isThere() const { return !folder_.empty(); }
+    bool isThere() const { return isThere_; }
 
   private:
+    bool answers() const {
+        return GetFileAttributesW((name_ + L'\\').c_str()) != INVALID_FILE_ATTRIBUTES;
+    }
+
     std::wstring name_, folder_;
+    bool isThere_ = false;
 };
 
 // The drive that a program works on, by its letter; 0 for one that needs none.
@@ -195,7 +205,7 @@ int checkAll(const std::wstring& prefix) {
         const wchar_t drive = driveOf(program);
         if ((drive == L'E' && !e.isThere()) || (drive == L'T' && !t.isThere())) {
             append(report, std::string("skipped: it needs the drive letter ") +
-                               static_cast<char>(drive) + ":, which is taken here\r\n");
+                               static_cast<char>(drive) + ":, which is not to be had here\r\n");
             continue;
         }
         const std::wstring log = place.path() + program + L".log";

@@ -12,27 +12,36 @@
 
 namespace tunovka {
 
-// A value in the registry that is there for the length of a test; its key is gone after it.
+// A value in the registry for the length of a test. The whole root is meanwhile a key of the tests'
+// own, for this process alone: what the person's registry holds is neither seen nor touched.
 class TestKey {
   public:
     TestKey(HKEY root, const std::wstring& path, const wchar_t* name, DWORD type, const void* data,
             std::size_t size)
-        : root_(root), path_(path) {
-        RegistryKey key;
-        RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, key.receive(),
-                        nullptr);
-        RegSetValueExW(key.get(), name, 0, type, static_cast<const BYTE*>(data),
+        : root_(root) {
+        const auto create = [](HKEY above, const std::wstring& below) {
+            RegistryKey key;
+            RegCreateKeyExW(above, below.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                            key.receive(), nullptr);
+            return key;
+        };
+        RegOverridePredefKey(root, create(HKEY_CURRENT_USER, kPlace).get());
+        RegSetValueExW(create(root, path).get(), name, 0, type, static_cast<const BYTE*>(data),
                        static_cast<DWORD>(size));
     }
     TestKey(HKEY root, const std::wstring& path, const wchar_t* name, const std::wstring& text)
         : TestKey(root, path, name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t)) {}
     TestKey(const TestKey&) = delete;
     TestKey& operator=(const TestKey&) = delete;
-    ~TestKey() { RegDeleteTreeW(root_, path_.c_str()); }
+    ~TestKey() {
+        RegOverridePredefKey(root_, nullptr);
+        RegDeleteTreeW(HKEY_CURRENT_USER, kPlace);
+    }
 
   private:
+    static constexpr wchar_t kPlace[] = L"Software\\Tunovka tests";
+
     HKEY root_;
-    std::wstring path_;
 };
 
 // The path on the machine below Wine, "" on a real Windows.

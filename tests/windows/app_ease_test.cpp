@@ -233,7 +233,7 @@ TEST_F(Ease, StripsObeyTheKeysAndTellWhatTheyShow) {
     PictureBox& boundary = explorer.splitter.Medzera;
     const int before = boundary.bounds().x;
     pressKeys(boundary, {VK_RIGHT});
-    EXPECT_EQ(boundary.bounds().x, before + 8);
+    EXPECT_EQ(boundary.bounds().x, before + boundary.scaled(8));
     pressKeys(boundary, {VK_HOME, VK_HOME});
     EXPECT_LT(explorer.folders.strom.bounds().width, 16);
     pressKeys(boundary, {VK_END});
