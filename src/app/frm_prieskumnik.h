@@ -7,6 +7,7 @@
 #include "app/folder_tree.h"
 #include "app/splitter.h"
 #include "files/file_commands.h"
+#include "files/frm_kopirovanie.h"
 #include "player/player_panel.h"
 #include "ui/label.h"
 #include "ui/popup_menu.h"
@@ -43,6 +44,7 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     Size arrange(int stripBottom) override;
     void onUnload() override;
     bool queryUnload() override;
+    std::wstring sessionBlock() const override { return CopyWatch::sessionBlock(); }
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     bool onShortcut(WORD key) override;
     void onMenuKey() override;

@@ -95,6 +95,8 @@ std::optional<LRESULT> frmkopirovanie::onMessage(UINT message, WPARAM wparam, LP
 
 namespace {
 
+int underWay = 0;  // how many files are worked on
+
 // Calls a routine on the windows' thread, from another one, and waits for its end.
 void callOnLoop(std::function<void()> routine) {
     struct Ended {
@@ -114,15 +116,21 @@ CopyWatch::CopyWatch(Form& form, std::wstring path, LetGo letGo)
     : form_(form), path_(std::move(path)), letGo_(std::move(letGo)) {
     Timer1.onTick = [this] { Timer1_Tick(); };
     Timer1.setInterval(kLook);
+    ++underWay;
 }
 
 CopyWatch::~CopyWatch() {
+    --underWay;
     shared_->stopped = true;
 }
 
 bool CopyWatch::run(const std::function<bool(const TransferHooks&)>& work) {
     const auto question = [work, hooks = hooks()] { return work(hooks); };
     return askDisk(LoopHooks{yieldNow, [this] { return isLeft(); }}, question).value_or(false);
+}
+
+std::wstring CopyWatch::sessionBlock() {
+    return underWay > 0 ? L"Pracuje sa so súborom." : L"";
 }
 
 TransferHooks CopyWatch::hooks() const {

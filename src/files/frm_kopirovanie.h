@@ -33,7 +33,6 @@ class frmkopirovanie : public SkinnedForm {
     void onCancel() override { stopped_ = true; }
     // Whoever copies closes it, when the copy has ended.
     bool queryUnload() override;
-    std::wstring sessionBlock() const override { return L"Kopíruje sa súbor."; }
 
   private:
     void PicProgres_Paint(HDC dc, Size size) const;
@@ -60,6 +59,9 @@ class CopyWatch {
     // What the work gives back; false when the person stopped it, in the window, by Escape or by
     // closing the form. Stopped work that does not end at once is left to itself.
     bool run(const std::function<bool(const TransferHooks& hooks)>& work);
+
+    // Why the session must not end now, in the person's words; "" while no work is under way.
+    static std::wstring sessionBlock();
 
   private:
     // What the worker and the windows tell each other.

@@ -55,6 +55,7 @@ TEST_F(LongCopies, ShowProgressAndRefuseOtherFileCommands) {
         EXPECT_EQ(controlNamed(window, L"lblsubor")->text(), L"a.mp3");
         EXPECT_TRUE(controlNamed(window, L"lblpercenta")->text().ends_with(L" %"));
         EXPECT_TRUE(explorer->isEnabled());
+        EXPECT_FALSE(SendMessageW(explorer->handle(), WM_QUERYENDSESSION, 0, 0));
         select(L"b.mp3");
         EXPECT_FALSE(explorer->prehrat.isEnabled(L"operacie_so_suborom"));
         press(VK_DELETE);
