@@ -17,6 +17,8 @@
 namespace tunovka {
 namespace {
 
+// Lets the system size a window by keys and at the screen's edges, and give it its shadow.
+constexpr DWORD kSizableStyle = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
 constexpr int kBorder = 5;    // how far inside the edge a sizable form is still grasped
 constexpr int kCascade = 26;  // how far a further window lies from the one before: a strip
 
@@ -73,7 +75,7 @@ Form::Form(const FormArgs& args)
     Args window;
     window.name = args.name;
     window.text = args.caption;
-    window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (isSizable() ? WS_MINIMIZEBOX : 0);
+    window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (isSizable() ? kSizableStyle : 0);
     window.exStyle = WS_EX_CONTROLPARENT | (args.owner ? 0 : WS_EX_APPWINDOW);
     window.owner = args.owner;
     const auto place = [&](int dpi) {
@@ -83,6 +85,9 @@ Form::Form(const FormArgs& args)
     // At its place from the start: moving it there afterwards takes longer.
     window.bounds = place(dpiOf(args.owner));
     create(window);
+    if (isSizable())  // now that its object hears it, the frame has no place
+        SetWindowPos(handle(), nullptr, 0, 0, 0, 0,
+                     SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     setBounds(place(dpiOf(handle())));  // where that screen's dpi is another one after all
 }
 
@@ -311,8 +316,18 @@ std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
     return atTop ? HTTOP : HTBOTTOM;
 }
 
+// A window with a sizing frame that fills its screen hangs over its edges by that frame.
+void Form::fitToScreen(RECT& area) const {
+    if (!IsZoomed(handle())) return;
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (GetMonitorInfoW(MonitorFromRect(&area, MONITOR_DEFAULTTONEAREST), &monitor))
+        area = monitor.rcWork;
+}
+
 void Form::limitSize(MINMAXINFO& limits) const {
     if (!isSizable()) return;
+    limits.ptMaxTrackSize = {SHRT_MAX, SHRT_MAX};  // also larger than the screen, as others are
     limits.ptMinTrackSize = {scaled(args_.minimum.width), scaled(args_.minimum.height)};
 }
 
@@ -337,6 +352,13 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
                 onCancel();
             }
             return std::nullopt;
+        case WM_NCCALCSIZE:  // the skin paints the whole window: the system's frame has no place
+            fitToScreen(*reinterpret_cast<RECT*>(lparam));
+            return 0;
+        case WM_NCPAINT:
+            return 0;
+        case WM_NCACTIVATE:  // -1: without painting the frame
+            return defaultProcedure(message, wparam, -1);
         case WM_NCHITTEST:
             return hitTestBorder(pointOf(lparam));
         case WM_GETMINMAXINFO:

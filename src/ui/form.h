@@ -128,6 +128,7 @@ class Form : public Window, public Host {
     friend bool filterMessage(MSG& message);
     static Rect centred(Size size, HWND beside);
     std::optional<LRESULT> hitTestBorder(Point screen) const;
+    void fitToScreen(RECT& area) const;
     void paintFocus(HDC dc) const;
     void limitSize(MINMAXINFO& limits) const;
     bool mayEndSession();

@@ -14,6 +14,7 @@ namespace tunovka {
 namespace {
 
 constexpr wchar_t kClassName[] = L"Tunovka.Window";
+constexpr wchar_t kShadowClassName[] = L"Tunovka.Window.Shadow";
 constexpr wchar_t kNameProperty[] = L"Tunovka.name";
 
 // Which object owns which system window; a property of the window would cost a system call.
@@ -48,7 +49,15 @@ void registerOwnClass(WNDPROC procedure) {
     type.hIcon = LoadIconW(type.hInstance, MAKEINTRESOURCEW(1));
     type.lpszClassName = kClassName;
     RegisterClassExW(&type);
+    type.style |= CS_DROPSHADOW;
+    type.lpszClassName = kShadowClassName;
+    RegisterClassExW(&type);
     registered = true;
+}
+
+// The system gives a sizable window its shadow itself, and a control may have none.
+const wchar_t* ownClass(DWORD style) {
+    return (style & WS_POPUP) && !(style & WS_THICKFRAME) ? kShadowClassName : kClassName;
 }
 
 }  // namespace
@@ -122,7 +131,7 @@ void Window::create(const Args& args) {
     name_ = args.name;
     if (args.parent) host_ = args.parent->host_;
     registerOwnClass(ownProcedure);
-    handle_ = CreateWindowExW(args.exStyle, args.className ? args.className : kClassName,
+    handle_ = CreateWindowExW(args.exStyle, args.className ? args.className : ownClass(args.style),
                               args.text.c_str(), args.style | WS_CLIPSIBLINGS, args.bounds.x,
                               args.bounds.y, args.bounds.width, args.bounds.height,
                               args.parent ? args.parent->handle() : args.owner, nullptr,
