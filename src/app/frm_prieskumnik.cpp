@@ -21,8 +21,7 @@ constexpr Size kMinimum{620, 400};
 constexpr int kMargin = 8;
 constexpr int kSplitter = 8;
 constexpr int kDriveHeight = 21;  // until the list is there
-constexpr int kStatusHeight = 20;
-constexpr int kLeast = 7;  // how near the boundary comes to either side: 100 twips
+constexpr int kLeast = 7;         // how near the boundary comes to either side: 100 twips
 
 constexpr wchar_t kEditors[] = L"vrtilkofrm*";
 
@@ -276,7 +275,7 @@ void frmPrieskumnik::applyDpi() {
     setTreePictures();
     for (const TreeView* tree : {&folders.strom, &contents.Tview}) {
         SendMessageW(tree->handle(), WM_SETFONT, font, TRUE);
-        SendMessageW(tree->handle(), TVM_SETITEMHEIGHT, scaled(20), 0);
+        SendMessageW(tree->handle(), TVM_SETITEMHEIGHT, Skin::lineHeight(dpi()), 0);
     }
     folders.Drive1.applyFont();
 }
@@ -317,7 +316,7 @@ Size frmPrieskumnik::arrange(int stripBottom) {
     const Rect bottom{margin, size.height - margin - panel, size.width - 2 * margin, panel};
     player.layout(bottom);
 
-    const int status = scaled(kStatusHeight);
+    const int status = Skin::lineHeight(dpi());
     LblBar.setBounds({margin, bottom.y - status - scaled(4), bottom.width, status});
     const int treesBottom = bottom.y - status - scaled(6);
 

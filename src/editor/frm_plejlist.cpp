@@ -19,7 +19,6 @@ constexpr wchar_t kTag[] = L"vrtilkofrmplejlist";
 constexpr Size kSize{480, 460};
 constexpr Size kMinimum{320, 240};
 constexpr int kMargin = 8;
-constexpr int kLine = 20;  // a line of text
 
 int nextWindowNumber() {
     const auto forms = Forms::loaded();
@@ -272,7 +271,7 @@ void frmplejlist::onAccept() {
 
 Size frmplejlist::arrange(int stripBottom) {
     const int margin = scaled(kMargin);
-    const int line = scaled(kLine);
+    const int line = Skin::lineHeight(dpi());
     const Size size = clientSize();
     const int width = size.width - 2 * margin;
     const int top = stripBottom + scaled(4);

@@ -23,6 +23,7 @@ namespace {
 
 constexpr int kHeight = 68;
 constexpr int kGap = 6;
+constexpr int kAroundText = 3;  // above and below the lines of the box
 constexpr int kProgressHeight = 12;
 constexpr int kVolumeWidth = 18;
 constexpr int kKnob = 8;
@@ -124,7 +125,8 @@ void PlayerPanel::bind() {
 }
 
 int PlayerPanel::panelHeight(const Form& form) {
-    return form.scaled(kHeight);
+    const int texts = 2 * (Skin::fontHeight(form.dpi()) + form.scaled(kAroundText));
+    return std::max(form.scaled(kHeight), texts + form.scaled(kProgressHeight + kGap));
 }
 
 void PlayerPanel::layout(const Rect& area) {
@@ -146,11 +148,12 @@ void PlayerPanel::layout(const Rect& area) {
     PicČas.setBounds(display);
 
     const int margin = form_.scaled(8);
-    const int line = (display.height - form_.scaled(6)) / 2;
+    const int line = (display.height - form_.scaled(2 * kAroundText)) / 2;
     const int inner = std::max(0, display.width - 2 * margin);
-    lblnapis.setBounds({margin, form_.scaled(3), inner, line});
-    lblušielčas.setBounds({margin, form_.scaled(3) + line, inner / 2, line});
-    lblčas.setBounds({margin + inner / 2, form_.scaled(3) + line, inner - inner / 2, line});
+    const int top = form_.scaled(kAroundText);
+    lblnapis.setBounds({margin, top, inner, line});
+    lblušielčas.setBounds({margin, top + line, inner / 2, line});
+    lblčas.setBounds({margin + inner / 2, top + line, inner - inner / 2, line});
 }
 
 void PlayerPanel::play(const std::wstring& path) {

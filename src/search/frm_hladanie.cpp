@@ -17,7 +17,6 @@ namespace {
 constexpr Size kSize{520, 460};
 constexpr Size kMinimum{380, 300};
 constexpr int kMargin = 8;
-constexpr int kLine = 20;
 
 constexpr wchar_t kName[] = L"frmhladanie";
 constexpr wchar_t kTag[] = L"hladanie";
@@ -246,7 +245,7 @@ void frmhladanie::uloz_playlist_Click() {
 }
 
 Size frmhladanie::arrange(int stripBottom) {
-    const int margin = scaled(kMargin), line = scaled(kLine);
+    const int margin = scaled(kMargin), line = Skin::lineHeight(dpi());
     const Size size = clientSize();
     const int width = size.width - 2 * margin;
     int top = stripBottom + scaled(4);

@@ -12,7 +12,6 @@ namespace {
 constexpr DWORD kPause = 100;    // ms between two reports
 constexpr Size kSize{340, 128};  // sizes in 96ths of an inch
 constexpr int kMargin = 12;
-constexpr int kLine = 20;
 
 }  // namespace
 
@@ -76,9 +75,10 @@ void ScanPanel::progress(const std::wstring& folder, std::size_t found) {
 
 void ScanPanel::place() {
     const Size window = form_.clientSize();
-    const int width = form_.scaled(kSize.width), height = form_.scaled(kSize.height);
+    const int margin = form_.scaled(kMargin), line = Skin::lineHeight(form_.dpi());
+    const int width = form_.scaled(kSize.width);
+    const int height = std::max(form_.scaled(kSize.height), 4 * line + 4 * margin);
     PicInfo.setBounds({(window.width - width) / 2, (window.height - height) / 2, width, height});
-    const int margin = form_.scaled(kMargin), line = form_.scaled(kLine);
     int top = margin;
     for (Label* label : {&Label1, &folder_, &found_}) {
         label->setBounds({margin, top, width - 2 * margin, line});

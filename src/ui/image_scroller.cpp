@@ -90,7 +90,7 @@ ScrollerTrack ImageScroller::track() const {
 
 void ImageScroller::place(const Rect& area) {
     area_ = area;
-    list_.applyScale();
+    list_.applyFont();
     arrange();
     if (active_) refresh();
 }

@@ -56,7 +56,7 @@ ListView::ListView(const ListArgs& args, ListModel& model)
     column.mask = LVCF_TEXT;
     column.pszText = const_cast<wchar_t*>(args.header.c_str());
     send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
-    applyScale();
+    applyFont();
     model_.onChange = [this](const ListChange& change) { show(change); };
     show({});
 }
@@ -65,18 +65,18 @@ ListView::~ListView() {
     model_.onChange = nullptr;
 }
 
-void ListView::applyScale() {
-    if (scale_ == dpi()) return;
-    scale_ = dpi();
+void ListView::applyFont() {
+    if (font_ == Skin::font(dpi())) return;
+    font_ = Skin::font(dpi());
     // Rows are as high as the pictures of this list, which itself is never seen: rows paint theirs.
-    const int height = std::max(Skin::fontHeight(scale_), scaled(kPicture)) + scaled(kRowPadding);
+    const int height = std::max(Skin::fontHeight(dpi()), scaled(kPicture)) + scaled(kRowPadding);
     const ImageList before(reinterpret_cast<HIMAGELIST>(
         send(LVM_SETIMAGELIST, LVSIL_SMALL,
              reinterpret_cast<LPARAM>(ImageList(Size{1, height}).release()))));
-    send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(scale_)), TRUE);
+    send(WM_SETFONT, reinterpret_cast<WPARAM>(font_), TRUE);
     // The header is as high as its font, which is not the one that it is painted with.
     LOGFONTW font{};
-    GetObjectW(Skin::font(scale_), sizeof font, &font);
+    GetObjectW(font_, sizeof font, &font);
     font.lfHeight = MulDiv(font.lfHeight, 4, 3);
     Font taller(CreateFontIndirectW(&font));
     SendMessageW(header(), WM_SETFONT, reinterpret_cast<WPARAM>(taller.get()), FALSE);

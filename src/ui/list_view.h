@@ -49,8 +49,8 @@ class ListView : public Window {
 
     // Scrolls as the mouse wheel does, by 120ths of a notch; away from the person is positive.
     void turnWheel(int turn);
-    // Takes the fonts and row height of its screen, after the dpi has changed.
-    void applyScale();
+    // Takes the fonts and row height of its screen, after the dpi or the system's font has changed.
+    void applyFont();
 
     // Marks the row under a drag; nullopt marks none.
     void setDropHighlight(std::optional<std::size_t> position);
@@ -94,7 +94,7 @@ class ListView : public Window {
     DWORD lastEdgeScroll_ = 0;
     int turned_ = 0;  // 120ths of a row that the wheel was turned and the list not scrolled yet
     Font headerFont_;
-    int scale_ = 0;  // dpi that font and pictures are made for
+    HFONT font_ = nullptr;  // that text and rows are made for
 };
 
 }  // namespace tunovka

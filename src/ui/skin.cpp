@@ -15,6 +15,8 @@ namespace tunovka {
 namespace Skin {
 namespace {
 
+constexpr int kLine = 20, kAroundLine = 4;  // in 96ths of an inch
+
 Bitmap bitmapOf(const Picture& picture) {
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
@@ -183,6 +185,10 @@ HFONT font(int dpi, Font kind) {
 
 int fontHeight(int dpi, Font kind) {
     return measureText(L"Ág", font(dpi, kind)).height;
+}
+
+int lineHeight(int dpi) {
+    return std::max(scaledTo(dpi, kLine), fontHeight(dpi) + scaledTo(dpi, kAroundLine));
 }
 
 }  // namespace Skin

@@ -43,6 +43,8 @@ HFONT font(int dpi, Font font = Font::Text);
 // The system's fonts have changed: font() gives others from now on.
 void forgetFonts();
 int fontHeight(int dpi, Font font = Font::Text);
+// Of a line of text and of a tree's row: it grows with the system's font.
+int lineHeight(int dpi);
 
 }  // namespace Skin
 

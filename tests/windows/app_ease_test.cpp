@@ -14,6 +14,7 @@
 #include "files/frm_kopirovanie.h"
 #include "search/frm_hladanie.h"
 #include "support/editor_stage.h"
+#include "support/machine.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
 #include "ui/forms.h"
@@ -297,10 +298,28 @@ TEST_F(Ease, WindowsAreSizedAtEveryEdgeAndMinimised) {
         const Rect before = form->bounds();
         form->setBounds({before.x, before.y, before.width + 50, before.height + 40});
         EXPECT_EQ(form->clientSize(), (Size{before.width + 50, before.height + 40}));
+        ShowWindow(form->handle(), SW_MAXIMIZE);
+        RECT screen{};
+        SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+        EXPECT_EQ(form->clientSize(), (Size{static_cast<int>(screen.right - screen.left),
+                                            static_cast<int>(screen.bottom - screen.top)}));
+        ShowWindow(form->handle(), SW_RESTORE);
     }
     frmOprograme about(nullptr);
     about.show();
     EXPECT_EQ(edgesOf(about), L"--------");
+
+    bool hasMenu = false;
+    Timer timer;
+    timer.onTick = [&] {
+        const HWND menu = FindWindowW(L"#32768", nullptr);
+        hasMenu = hasMenu || menu;
+        if (menu) SendMessageW(explorer.handle(), WM_CANCELMODE, 0, 0);
+    };
+    timer.setInterval(20);
+    explorer.show();
+    SendMessageW(explorer.handle(), WM_SYSCOMMAND, SC_KEYMENU, L' ');
+    EXPECT_TRUE(hasMenu);
 
     pressAndRelease(explorer.minimizer());
     EXPECT_TRUE(IsIconic(explorer.handle()));
@@ -330,21 +349,31 @@ std::map<HWND, Rect> places(const Form& form) {
     return found;
 }
 
-// Moved between screens of other dots per inch, and back at the first one it is as it was.
-TEST_F(Ease, EveryWindowFollowsItsScreen) {
+// Each kind of window, shown and full.
+class EveryWindow : public Ease {
+  protected:
+    EveryWindow() {
+        explorer.load();
+        open(L"a.mp3\r\n");
+        search.show();
+        search.panel.begin();
+        info.txtodkaz.setText(folder / L"a.mp3");
+        for (Form* const form : forms()) form->show();
+    }
+    ~EveryWindow() override { explorer.unload(); }
+
+    std::vector<Form*> forms() { return {&explorer, window.get(), &search, &info, &box}; }
+
     frmPrieskumnik explorer;
-    explorer.load();
-    open(L"a.mp3\r\n");
-    frmhladanie search(program);
-    search.show();
-    search.panel.begin();
-    frminfo info(nullptr);
-    info.txtodkaz.setText(folder / L"a.mp3");
-    frmBox box(nullptr, L"Odkazy", std::wstring(3000, L'á') + L" otázka", L"ÁNO;NIE;STORNO");
-    for (Form* const form :
-         std::initializer_list<Form*>{&explorer, window.get(), &search, &info, &box}) {
+    frmhladanie search{program};
+    frminfo info{nullptr};
+    frmBox box{nullptr, L"Odkazy", std::wstring(3000, L'á') + L" otázka", L"ÁNO;NIE;STORNO"};
+};
+
+// Moved between screens of other dots per inch, and back at the first one it is as it was.
+TEST_F(EveryWindow, FollowsItsScreen) {
+    for (Form* const form : forms()) {
         SCOPED_TRACE(testing::PrintToString(form->name()));
-        form->show();
         const auto before = places(*form);
         EXPECT_GT(before.size(), 2u);
         for (const int dpi : {144, 192, 96, form->dpi()}) {
@@ -357,7 +386,51 @@ TEST_F(Ease, EveryWindowFollowsItsScreen) {
         }
         EXPECT_EQ(places(*form), before);
     }
-    explorer.unload();
+}
+
+// A larger font of the system's for the length of a test, told to each window.
+class LargerFont {
+  public:
+    explicit LargerFont(std::vector<Form*> forms) : forms_(std::move(forms)) {
+        metrics_.cbSize = sizeof metrics_;
+        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics_, &metrics_, 0);
+        change(2);
+    }
+    LargerFont(const LargerFont&) = delete;
+    LargerFont& operator=(const LargerFont&) = delete;
+    ~LargerFont() { change(1); }
+
+  private:
+    void change(int times) {
+        NONCLIENTMETRICSW now = metrics_;
+        now.lfMessageFont.lfHeight *= times;
+        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof now, &now, 0);
+        for (Form* const form : forms_)
+            SendMessageW(form->handle(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
+    }
+
+    std::vector<Form*> forms_;
+    NONCLIENTMETRICSW metrics_{};
+};
+
+TEST_F(EveryWindow, GrowsWithTheSystemsFont) {
+    if (machinePath(L"C:\\").empty()) GTEST_SKIP() << "it would change the person's own desktop";
+    std::map<Form*, std::map<HWND, Rect>> before;
+    for (Form* const form : forms()) before[form] = places(*form);
+    {
+        const LargerFont larger(forms());
+        const int letters = Skin::fontHeight(explorer.dpi());
+        EXPECT_GE(window->Lview.rowHeight(), letters);
+        EXPECT_GE(SendMessageW(explorer.contents.Tview.handle(), TVM_GETITEMHEIGHT, 0, 0), letters);
+        for (Form* const form : forms())
+            for (const auto& [handle, place] : places(*form)) {
+                if (dynamic_cast<Label*>(windowOf(handle))) {
+                    EXPECT_GE(place.height, letters)
+                        << testing::PrintToString(windowOf(handle)->name());
+                }
+            }
+    }
+    for (Form* const form : forms()) EXPECT_EQ(places(*form), before[form]);
 }
 
 }  // namespace
