@@ -1,6 +1,7 @@
 // Controls under hands that do not do what is expected of them.
 #include <gtest/gtest.h>
 
+#include "app/frm_o_programe.h"
 #include "support/person.h"
 #include "ui/forms.h"
 #include "ui/frm_box.h"
@@ -41,6 +42,28 @@ TEST(Controls, AHeldKeyThatLosesTheFocusIsNoPress) {
         pressAndRelease(no);
     });
     EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE"), 2);
+}
+
+// While another program is in front no window of this one is active.
+TEST(Controls, ABoxBelongsToTheLastActiveWindowAndAClickOnThatBringsItToTheFront) {
+    Form& first = Forms::load<frmOprograme>(nullptr);
+    Form& last = Forms::load<frmOprograme>(nullptr);
+    first.show();
+    last.show();
+    ASSERT_TRUE(runUntil([&] { return GetActiveWindow() == last.handle(); }));
+    SetForegroundWindow(GetDesktopWindow());
+    SetActiveWindow(GetDesktopWindow());
+    const WithBox person([&](frmBox& box) {
+        EXPECT_EQ(GetWindow(box.handle(), GW_OWNER), last.handle());
+        SetForegroundWindow(GetDesktopWindow());
+        SendMessageW(last.handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(last.handle()),
+                     MAKELPARAM(HTERROR, WM_LBUTTONDOWN));
+        EXPECT_EQ(GetForegroundWindow(), box.handle());
+        box.unload();
+    });
+    ask(L"T", L"Otázka", L"ÁNO");
+    Forms::unloadAll();
+    runLoop();
 }
 
 TEST(Controls, ArrowsMoveBetweenTheAnswersOfABox) {
