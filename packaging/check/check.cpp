@@ -32,8 +32,7 @@ std::wstring ownPath() {
 }
 
 // What the test programs of the folder run themselves, and the one that runs now.
-constexpr std::wstring_view kNoTests[] = {L"check.exe", L"tunovka.exe", L"bench_bare.exe",
-                                          L"command_line_recorder.exe"};
+constexpr std::wstring_view kNoTests[] = {L"check.exe", L"tunovka.exe", L"bench_bare.exe"};
 
 // The test programs of a folder in the order of their names.
 std::vector<std::wstring> programs(const std::wstring& folder, const std::wstring& prefix) {

@@ -82,17 +82,17 @@ class Item(Place):
 
     def __init__(self, app, row):
         self.text, numbers = row[0], [int(field) for field in row[1:]]
-        self.selected, self.level, self.expanded, self.has_children = numbers[:4]
-        super().__init__(app, numbers[4:])
+        self.selected, self.level, self.expanded = numbers[:3]
+        super().__init__(app, numbers[3:])
 
 
 class Control(Place):
     """A window of the program, as it was when it was asked for."""
 
     def __init__(self, app, row):
-        super().__init__(app, [int(field) for field in row[6:]])
+        super().__init__(app, [int(field) for field in row[5:]])
         self.hwnd, self.root, self.kind, self.name = int(row[0]), int(row[1]), row[2], row[3]
-        self.visible, self.enabled = row[4] != "0", row[5] != "0"
+        self.visible = row[4] != "0"
 
     @property
     def text(self):
@@ -113,11 +113,8 @@ class Control(Place):
 
     def expand(self, text):
         """Expands a node by its button, as the mouse does it."""
-        item = self.item(text)
-        check(item.rect, f"{text!r} lies in a collapsed node")
-        if not item.expanded:
-            item.click()
-            self.app.key("Right")
+        self.item(text).click()
+        self.app.key("Right")
         wait_until(lambda: self.item(text).expanded, 10, f"{text!r} expanded")
 
 
@@ -211,8 +208,8 @@ class App:
     def _menus(self):
         return len([w for w in self.top_windows() if w.kind == "#32768"])
 
-    def mark(self, *numbers):
-        """Marks an entry of the open pop-up menu by keys: the entry's number, then that in its
+    def choose(self, *numbers):
+        """Chooses an entry of the open pop-up menu by keys: the entry's number, then that in its
         sub-menu, and so on. Separators do not count; the first entry is 1. (A menu's texts cannot
         be read from another program here: look at a picture.)"""
         for depth, number in enumerate(numbers, 1):
@@ -220,10 +217,6 @@ class App:
             # A sub-menu opens with its first entry marked, a menu with none.
             self.key(*["Down"] * (number if depth == 1 else number - 1),
                      *["Right"] * (depth < len(numbers)))
-
-    def choose(self, *numbers):
-        """Chooses that entry of the open pop-up menu."""
-        self.mark(*numbers)
         self.key("Return")
         wait_until(lambda: not self._menus(), 5, "the menu gone")
 

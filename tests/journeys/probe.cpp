@@ -91,7 +91,7 @@ class RemoteMemory {
     char* page_;
 };
 
-// Handle, top window, class, code name, visible, enabled, rectangle.
+// Handle, top window, class, code name, visible, rectangle.
 Row describe(HWND window) {
     wchar_t kind[256] = L"", name[256] = L"";
     GetClassNameW(window, kind, 256);
@@ -99,12 +99,8 @@ Row describe(HWND window) {
         static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(window, L"Tunovka.name")));
     if (atom) GlobalGetAtomNameW(atom, name, 256);
     const HWND root = GetAncestor(window, GA_ROOT);
-    Row row{number(reinterpret_cast<LONG_PTR>(window)),
-            number(reinterpret_cast<LONG_PTR>(root)),
-            kind,
-            name,
-            number(IsWindowVisible(window)),
-            number(IsWindowEnabled(window))};
+    Row row{number(reinterpret_cast<LONG_PTR>(window)), number(reinterpret_cast<LONG_PTR>(root)),
+            kind, name, number(IsWindowVisible(window))};
     RECT rect{};
     GetWindowRect(window, &rect);
     addRect(row, rect);
@@ -153,14 +149,14 @@ void addNodes(HWND tree, RemoteMemory& memory, HTREEITEM item, int level, Rows& 
     };
     for (; item; item = next(TVGN_NEXT, item)) {
         TVITEMW read{};
-        read.mask = TVIF_TEXT | TVIF_STATE | TVIF_CHILDREN;
+        read.mask = TVIF_TEXT | TVIF_STATE;
         read.hItem = item;
         read.stateMask = ~0u;
         read.pszText = memory.textPlace();
         read.cchTextMax = RemoteMemory::kTextSize;
         memory.exchange(TVM_GETITEMW, 0, read);
         Row row{memory.text(), number((read.state & TVIS_SELECTED) != 0), number(level),
-                number((read.state & TVIS_EXPANDED) != 0), number(read.cChildren)};
+                number((read.state & TVIS_EXPANDED) != 0)};
         // The message takes the item where it leaves the rectangle; none inside a collapsed node.
         RECT rect{};
         rect.left = static_cast<LONG>(reinterpret_cast<LONG_PTR>(item));
@@ -170,7 +166,7 @@ void addNodes(HWND tree, RemoteMemory& memory, HTREEITEM item, int level, Rows& 
     }
 }
 
-// Text, selected, level, expanded, has children and the rectangle, of rows the first two and that.
+// Text, selected, level, expanded and the rectangle, of rows the first two and that.
 Rows items(HWND control) {
     Rows rows;
     RemoteMemory memory(control);
@@ -186,7 +182,7 @@ Rows items(HWND control) {
         read.cchTextMax = RemoteMemory::kTextSize;
         memory.exchange(LVM_GETITEMTEXTW, static_cast<WPARAM>(at), read);
         const auto state = ask(control, LVM_GETITEMSTATE, static_cast<WPARAM>(at), LVIS_SELECTED);
-        Row row{memory.text(), number(state != 0), L"0", L"0", L"0"};
+        Row row{memory.text(), number(state != 0), L"0", L"0"};
         RECT rect{};
         rect.left = LVIR_BOUNDS;
         memory.exchange(LVM_GETITEMRECT, static_cast<WPARAM>(at), rect);

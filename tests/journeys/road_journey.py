@@ -130,6 +130,9 @@ def make_playlist(app, found, collection):
         wait_until(lambda: [item.text for item in target.items()] == rows, 5, f"the rows {rows}")
     app.drag(file_of(app, SONG), target)
     answer(app, 2, f"už nachádza odkaz na tento súbor 'E:\\{FOLK}\\{ON_DISK}'", "duplicate")
+    for rows in ([ENTRY, ON_DISK, FOUND], [ON_DISK, ENTRY, FOUND]):
+        app.drag(target.items()[1], target.items()[0])
+        wait_until(lambda: [item.text for item in target.items()] == rows, 5, f"the rows {rows}")
 
     name = "Môj výber.m3u"
     menu(app, target.items()[0], SAVE)

@@ -43,7 +43,7 @@ class Stage : public testing::Test {
             const Form* const open = openForm(form);
             return open && (found = controlNamed(*open, name));
         });
-        return found->handle();
+        return existing(found, name).handle();
     }
     HWND control(const std::wstring& name) { return control(L"frmPrieskumnik", name); }
 
@@ -134,7 +134,7 @@ class Stage : public testing::Test {
         choose(explorer.contents.Tview, name);
         explorer.prehrat.choose(L"editovat_playlist");
         DeleteFileW((L"E:\\" + name).c_str());
-        return dynamic_cast<frmplejlist&>(*openForm(L"frmplejlist"));
+        return dynamic_cast<frmplejlist&>(existing(openForm(L"frmplejlist"), L"frmplejlist"));
     }
 
     frmPrieskumnik& explorer = start();
@@ -164,7 +164,7 @@ class Stage : public testing::Test {
     static Picture pictureOfEach(const std::wstring& form, const std::function<void(HWND)>& what) {
         Picture all = picture(form);
         const HWND focus = GetFocus();
-        for (const HWND control : WindowList::below(openForm(form)->handle())) {
+        for (const HWND control : WindowList::below(existing(openForm(form), form).handle())) {
             if (!windowOf(control) || !IsWindowVisible(control)) continue;
             what(control);
             if (GetCapture() == control || (GetFocus() == control && control != focus))

@@ -110,7 +110,7 @@ TEST_F(Pictures, Editor) {
     choose(explorer.folders.strom, kFolder);
     explorer.menuprestrom.choose(L"novy_plalist");
     hold(L"new-editor", L"frmplejlist");
-    auto& editor = dynamic_cast<frmplejlist&>(*openForm(L"frmplejlist"));
+    auto& editor = dynamic_cast<frmplejlist&>(existing(openForm(L"frmplejlist"), L"frmplejlist"));
     for (const std::wstring& file : {kFolder + kSong, std::wstring(L"E:\\Čerešňový sad.mp3"),
                                      kFolder + L"Vianočné\\Kométa.wav"})
         editor.Lview_OLEDragDrop(file, {}, {});

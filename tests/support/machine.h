@@ -8,7 +8,7 @@
 #include "core/handle.h"
 
 // The machine around a test: registry values, and what Windows programs cannot do under Wine but
-// the machine below can: links, rights.
+// the machine below can.
 
 namespace tunovka {
 
@@ -71,32 +71,6 @@ inline bool onMachine(const std::string& command, const std::function<bool()>& d
     while (!done() && GetTickCount() - from < 30000) Sleep(5);
     return done();
 }
-
-// A folder that may not be listed for the length of a test; `closed()` is false where this account
-// may do everything, and on a real Windows.
-class ClosedFolder {
-  public:
-    explicit ClosedFolder(const std::wstring& folder)
-        : folder_(folder), path_(machinePath(folder)) {
-        closed_ = !path_.empty() && onMachine("chmod 0 '" + path_ + "'", [&] { return !lists(); });
-    }
-    ClosedFolder(const ClosedFolder&) = delete;
-    ClosedFolder& operator=(const ClosedFolder&) = delete;
-    ~ClosedFolder() {
-        if (closed_) onMachine("chmod 755 '" + path_ + "'", [&] { return lists(); });
-    }
-    bool closed() const { return closed_; }
-
-  private:
-    bool lists() const {
-        WIN32_FIND_DATAW entry;
-        return static_cast<bool>(FindHandle(FindFirstFileW((folder_ + L"\\*").c_str(), &entry)));
-    }
-
-    std::wstring folder_;
-    std::string path_;
-    bool closed_ = false;
-};
 
 // Makes a symbolic link to a file or folder; false where this account or system cannot. The last
 // names of both are to be ASCII.

@@ -7,6 +7,7 @@
 #include <deque>
 #include <optional>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -60,6 +61,23 @@ inline Form* openForm(const std::wstring& name) {
     }
     return nullptr;
 }
+
+// The same where it must be there: else the test ends, and says so.
+template <class Sought>
+Sought& existing(Sought* found, const std::wstring& name) {
+    if (!found) throw std::runtime_error("no " + std::string(name.begin(), name.end()));
+    return *found;
+}
+inline Window& control(const Form& form, const std::wstring& name) {
+    return existing(controlNamed(form, name), name);
+}
+
+// What was shown, in its order; whoever asks for more than that ends the test, not the program.
+template <class Thing>
+struct Shown : std::vector<Thing> {
+    const Thing& operator[](std::size_t at) const { return this->at(at); }
+    const Thing& back() const { return this->at(this->size() - 1); }
+};
 
 // Presses and releases a control in its middle, as the mouse does.
 inline void pressAndRelease(Window& control, UINT down = WM_LBUTTONDOWN, UINT up = WM_LBUTTONUP) {
@@ -136,9 +154,9 @@ class Person {
     void closeForms(const std::wstring& name) { closed_ = name; }
     void closeMenus() { closesMenus_ = true; }
 
-    std::vector<BoxRequest> seen;  // message boxes
-    std::vector<Dialog> dialogs;
-    std::vector<Input> inputs;
+    Shown<BoxRequest> seen;  // message boxes
+    Shown<Dialog> dialogs;
+    Shown<Input> inputs;
     int replaced = 0;  // how often the system asked whether to replace a file
 
     std::size_t unanswered() const { return answers_.size(); }
@@ -174,21 +192,21 @@ class Person {
     }
 
     void answerBox(Form& box) {
-        BoxRequest shown{controlNamed(box, L"PicZahlavie")->text(),
-                         controlNamed(box, L"lblotazka")->text(), L""};
+        BoxRequest shown{control(box, L"PicZahlavie").text(), control(box, L"lblotazka").text(),
+                         L""};
         for (int i = 1; Window* button = controlNamed(box, L"Itlačítko" + std::to_wstring(i)); ++i)
             shown.buttons += (i > 1 ? L";" : L"") + button->text();
         seen.push_back(shown);
         const int answer = next(answers_);
         Window* button = controlNamed(box, L"Itlačítko" + std::to_wstring(answer));
-        pressAndRelease(button ? *button : *controlNamed(box, L"IZavri"));
+        pressAndRelease(button ? *button : control(box, L"IZavri"));
     }
 
     void answerInput(Form& input) {
         if (!answered_.insert(input.handle()).second) return;
-        Window& field = *controlNamed(input, L"txtodpoved");
-        Input shown{controlNamed(input, L"PicZahlavie")->text(),
-                    controlNamed(input, L"lblotazka")->text(),
+        Window& field = control(input, L"txtodpoved");
+        Input shown{control(input, L"PicZahlavie").text(),
+                    control(input, L"lblotazka").text(),
                     field.text(),
                     9,
                     9,

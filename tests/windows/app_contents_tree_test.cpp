@@ -3,48 +3,32 @@
 
 #include <algorithm>
 
-#include "app/contents_tree.h"
 #include "core/ansi.h"
 #include "core/text.h"
+#include "support/file_menus.h"
 #include "support/machine.h"
-#include "support/person.h"
-#include "support/scratch_folder.h"
 
 namespace tunovka {
 namespace {
 
-class Stage : public Form {
-  public:
-    Stage()
-        : Form({.name = L"frmStage", .caption = L"", .size = {300, 300}}), tree(*this, txtPath) {
-        MultiMedialny::InitSharedTables();
-        show();
-    }
-    TextBox txtPath;
-    ContentsTree tree;
-};
-
-class Contents : public testing::Test {
+class Contents : public FileMenus {
   protected:
+    Contents() { show(L""); }
     // Keys below a node (the roots for ""), in their order.
     std::vector<std::wstring> keys(const std::wstring& parent = L"") {
         std::vector<std::wstring> keys;
-        const TreeView& tree = stage.tree.Tview;
-        for (std::wstring key = parent.empty() ? tree.firstRoot() : tree.firstChild(parent);
-             !key.empty(); key = tree.nextSibling(key))
+        for (std::wstring key = parent.empty() ? Tview().firstRoot() : Tview().firstChild(parent);
+             !key.empty(); key = Tview().nextSibling(key))
             keys.push_back(key);
         return keys;
     }
     std::vector<std::wstring> texts(const std::wstring& parent) {
         std::vector<std::wstring> texts;
-        for (const std::wstring& key : keys(parent)) texts.push_back(stage.tree.Tview.text(key));
+        for (const std::wstring& key : keys(parent)) texts.push_back(Tview().text(key));
         return texts;
     }
-    void list() { stage.tree.ListFolderContents(folder.path()); }
-
-    ScratchFolder folder;
-    Stage stage;
-    Person person{{1, 1, 1}};
+    void list() { tree().ListFolderContents(folder.path()); }
+    ContentsTree& tree() { return explorer->contents; }
 };
 
 TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
@@ -61,17 +45,16 @@ TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
     std::sort(shown.begin(), shown.end());
     EXPECT_EQ(shown,
               (std::vector<std::wstring>{L"xmp3", L"zoznam.m3u", L"žaba.mp3", L"日本語 π.mp3"}));
-    const TreeView& tree = stage.tree.Tview;
-    EXPECT_EQ(tree.foreground(L"zoznam.m3u"), MultiMedialny::palette().PlaylistNodeColor);
-    EXPECT_EQ(tree.selectedKey(), tree.firstRoot());
+    EXPECT_EQ(Tview().foreground(L"zoznam.m3u"), MultiMedialny::palette().PlaylistNodeColor);
+    EXPECT_EQ(Tview().selectedKey(), Tview().firstRoot());
     for (const wchar_t* name : {L"Žaba.MP3", L"日本語 π.mp3"})
-        EXPECT_EQ(stage.tree.PathFromNodeKey(lowerCased(name)), folder / name);
+        EXPECT_EQ(tree().PathFromNodeKey(lowerCased(name)), folder / name);
     EXPECT_TRUE(person.seen.empty());
 
     ScratchFolder empty;
-    stage.tree.ListFolderContents(empty.path());
-    EXPECT_EQ(tree.count(), 0u);
-    EXPECT_EQ(stage.tree.selectedPath(), L"");
+    tree().ListFolderContents(empty.path());
+    EXPECT_EQ(Tview().count(), 0u);
+    EXPECT_EQ(tree().selectedPath(), L"");
 }
 
 TEST_F(Contents, ExpandsEveryKindOfPlaylistAndMarksWhatIsMissing) {
@@ -85,12 +68,11 @@ TEST_F(Contents, ExpandsEveryKindOfPlaylistAndMarksWhatIsMissing) {
                 "<asx>\r\n<entry><REF HREF=\"a.mp3\"/></entry>\r\n<ref href = \"none.wma\" />\r\n");
     list();
     ASSERT_TRUE(person.seen.empty()) << person.seen.size();
-    const TreeView& tree = stage.tree.Tview;
     const auto missing = [&](const std::wstring& playlist) {
         std::string marks;
         for (const std::wstring& key : keys(playlist)) {
-            const bool red = tree.foreground(key) == MultiMedialny::palette().MissingEntryColor;
-            EXPECT_EQ(red, stage.tree.PathFromNodeKey(key).empty());
+            const bool red = Tview().foreground(key) == MultiMedialny::palette().MissingEntryColor;
+            EXPECT_EQ(red, tree().PathFromNodeKey(key).empty());
             marks += red ? 'x' : '.';
         }
         return marks;
@@ -114,14 +96,14 @@ TEST_F(Contents, PathsHaveTheDisksNames) {
     folder.file(L"\u212Aarol.M3U", toAnsi(L"ľúbezná pieseň.mp3\r\n"));
     list();
     const std::wstring list = lowerCased(L"\u212Aarol.M3U");
-    ASSERT_TRUE(stage.tree.Tview.contains(list));
-    EXPECT_EQ(stage.tree.PathFromNodeKey(keys(list)[0]), folder / L"Ľúbezná PIESEŇ.MP3");
+    ASSERT_TRUE(Tview().contains(list));
+    EXPECT_EQ(tree().PathFromNodeKey(keys(list)[0]), folder / L"Ľúbezná PIESEŇ.MP3");
     std::vector<std::wstring> paths, there;
-    for (const std::wstring& key : keys()) paths.push_back(stage.tree.PathFromNodeKey(key));
+    for (const std::wstring& key : keys()) paths.push_back(tree().PathFromNodeKey(key));
     for (const std::wstring& name : folder.names()) there.push_back(folder / name);
     EXPECT_EQ(paths, there);  // one node each, although two have the same letters
-    stage.tree.Tview.select(lowerCased(L"Ľúbezná PIESEŇ.MP3"));
-    EXPECT_EQ(stage.tree.selectedPathForPlaylists(), folder / L"Ľúbezná PIESEŇ.mp3");
+    Tview().select(lowerCased(L"Ľúbezná PIESEŇ.MP3"));
+    EXPECT_EQ(tree().selectedPathForPlaylists(), folder / L"Ľúbezná PIESEŇ.mp3");
 }
 
 TEST_F(Contents, SaysWhyAListingEnds) {
@@ -136,7 +118,7 @@ TEST_F(Contents, SaysWhyAListingEnds) {
     const std::wstring path = locked.file(L"a.m3u", "b.mp3");
     const FileHandle lock(
         CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    stage.tree.ListFolderContents(locked.path());
+    tree().ListFolderContents(locked.path());
     ASSERT_EQ(person.seen.size(), 2u);
     EXPECT_EQ(person.seen[1].text,
               L"Nie je možné zobraziť súbory, nie sú dostatočné práva k načítaniu súborov.");
@@ -145,7 +127,7 @@ TEST_F(Contents, SaysWhyAListingEnds) {
     std::string lines;
     for (int i = 0; i < 32768; ++i) lines += "a.mp3\n";
     tooMany.file(L"a.m3u", lines);
-    stage.tree.ListFolderContents(tooMany.path());
+    tree().ListFolderContents(tooMany.path());
     ASSERT_EQ(person.seen.size(), 3u);
     EXPECT_NE(person.seen[2].text.find(L"Číslo chyby: 6 "), std::wstring::npos);
     EXPECT_EQ(keys(L"a.m3u").size(), 32767u);  // what was read stays
@@ -154,12 +136,12 @@ TEST_F(Contents, SaysWhyAListingEnds) {
 TEST_F(Contents, AFolderThatVanishedChangesNothing) {
     folder.file(L"a.mp3");
     list();
-    stage.tree.ListFolderContents(folder / L"gone\\");
-    EXPECT_EQ(stage.txtPath.text(), folder / L"gone\\");
+    tree().ListFolderContents(folder / L"gone\\");
+    EXPECT_EQ(explorer->txtPath.text(), folder / L"gone\\");
     EXPECT_EQ(keys(), std::vector<std::wstring>{L"a.mp3"});
-    EXPECT_EQ(stage.tree.PathFromNodeKey(L"a.mp3"), L"");
-    stage.txtPath.setText(L"");
-    EXPECT_EQ(stage.tree.PathFromNodeKey(L"a.mp3"), L"");
+    EXPECT_EQ(tree().PathFromNodeKey(L"a.mp3"), L"");
+    explorer->txtPath.setText(L"");
+    EXPECT_EQ(tree().PathFromNodeKey(L"a.mp3"), L"");
 }
 
 }  // namespace

@@ -184,7 +184,7 @@ TEST_F(Explorer, EscapeInTheOpenDriveListChangesNothing) {
     }
 }
 
-TEST_F(Explorer, TheSplitterGoesToTheEdgesAndItsFrameWithTheMouse) {
+TEST_F(Explorer, TheSplitterGoesToTheEdgesAndIsLeftWhereItsDragIsBrokenOff) {
     show(L"");
     Splitter& splitter = explorer->splitter;
     const HWND bar = splitter.Medzera.handle();
@@ -195,7 +195,6 @@ TEST_F(Explorer, TheSplitterGoesToTheEdgesAndItsFrameWithTheMouse) {
     const int least = explorer->scaled(7);  // 100 twips
     const int before = splitter.Medzera.bounds().x;
     drag(50);
-    EXPECT_EQ(splitter.Obdlznik.bounds().x, before + 50);
     ReleaseCapture();
     EXPECT_FALSE(splitter.Obdlznik.isVisible());
     SendMessageW(bar, WM_LBUTTONUP, 0, 0);

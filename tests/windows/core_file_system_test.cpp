@@ -154,19 +154,5 @@ TEST(FileSystemObject, WritesThroughLinks) {
     EXPECT_EQ(scratch.names().size() + other.names().size(), 3u);
 }
 
-TEST(FileSystemObject, RefusesWhatTheRightsForbid) {
-    ScratchFolder scratch;
-    const std::wstring folder = scratch.folder(L"closed");
-    scratch.file(L"closed\\a.mp3");
-    const ClosedFolder rights(folder);
-    if (!rights.closed()) GTEST_SKIP() << "no rights to take away here";
-    EXPECT_EQ(errorOf([&] { fso::listFolder(folder); }), kPermissionDenied);
-    EXPECT_EQ(errorOf([&] { fso::writeWhole(folder + L"\\b.mp3", "x"); }), kPermissionDenied);
-    EXPECT_EQ(errorOf([&] { fso::copyFile(scratch.file(L"b.mp3"), folder + L"\\"); }),
-              kPermissionDenied);
-    ExistingFiles files;  // nobody can say that it is missing
-    EXPECT_TRUE(files.contains(folder + L"\\a.mp3"));
-}
-
 }  // namespace
 }  // namespace tunovka

@@ -2,12 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "core/ansi.h"
-#include "core/counter16.h"
 #include "core/file_system.h"
 #include "core/loop.h"
-#include "support/disk_faults.h"
 #include "support/editor_stage.h"
-#include "support/error_of.h"
 #include "ui/frm_box.h"
 
 namespace tunovka {
@@ -61,8 +58,11 @@ TEST_F(EditorSaving, SaysNothingOnceItsWindowHasClosed) {
 
 TEST_F(EditorSaving, TheDialogStartsFromThePlaylist) {
     open(L"a.mp3\r\n", L"mix.pls");
+    program.folder = folder / L"sub\\";
     expect({1, 1});
-    EXPECT_EQ(saved(L"mix"), "a.mp3\r\n");
+    person.saveAs({L"mix"});
+    choose(L"ulozit_ako_plejlist");
+    EXPECT_EQ(contentOf(folder / L"mix"), "a.mp3\r\n");  // beside the playlist
     ASSERT_EQ(person.dialogs.size(), 1u);
     EXPECT_EQ(person.dialogs[0].title, L"Uložiť playlist");
     EXPECT_EQ(person.dialogs[0].name, L"mix");
@@ -77,51 +77,36 @@ TEST_F(EditorSaving, TheDialogStartsFromThePlaylist) {
     EXPECT_EQ(person.seen.size(), 2u);  // a cancelled dialog asks and tells nothing
 }
 
-TEST_F(EditorSaving, ReplacesAFileOnlyWhenItCanBeWrittenWhole) {
-    window->txtodkaz.setText(L"nový playlist");
-    drop(folder / L"a.mp3");
-    const std::wstring target = folder.file(L"old.m3u", "old");
-    const auto failsWith = [&](int error) {
-        expect({2});
+// The list stays to be saved again.
+TEST_F(EditorSaving, AFailureIsToldAndReplacesNothing) {
+    installFailureNotice();
+    open(L"a.mp3\r\nb.wav\r\n", L"old.m3u");
+    const std::wstring target = folder / L"old.m3u", before = L"a.mp3\r\nb.wav\r\n";
+    pressKey(VK_DELETE);
+    const auto failsWith = [&](const std::wstring& notice) {
+        expect({1, 1});
         person.replaced = 0;
-        EXPECT_EQ(errorOf([&] { saveAs(L"old.m3u"); }), error);
+        guarded([&] { saveAs(L"old.m3u"); });
+        ASSERT_TRUE(runUntil([&] { return person.seen.size() == 2; }));
         EXPECT_EQ(person.replaced, 1);
+        EXPECT_EQ(person.seen[1].title, L" CHYBA");
+        EXPECT_TRUE(person.seen[1].text.starts_with(notice)) << person.seen[1].text.c_str();
+        EXPECT_EQ(contentOf(target), std::string(before.begin(), before.end()));
         EXPECT_TRUE(editor().document.changed());
-        EXPECT_EQ(person.seen.size(), 1u);
         EXPECT_FALSE(window->isBusy());
     };
-    SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_READONLY);
-    failsWith(kPermissionDenied);
+    makeReadOnly(target);
+    failsWith(L"Chyba č. 70: Prístup bol odmietnutý.");
     SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_EQ(contentOf(target), "old");
-    drop(folder.file(L"\x6F22.mp3"));
-    failsWith(kInvalidCall);
-    EXPECT_EQ(contentOf(target), "old");
-    pressKey(VK_DELETE);
-    expect({1, 1});
-    EXPECT_EQ(saved(L"old.m3u"), "a.mp3\r\n");
-    EXPECT_FALSE(editor().document.changed());
-}
-
-TEST_F(EditorSaving, AFailureIsToldAndTheListStaysToBeSavedAgain) {
-    installFailureNotice();
-    open(L"a.mp3\r\nb.wav\r\n");
-    pressKey(VK_DELETE);
-    const std::wstring target = folder / L"list.m3u";
     {
         const FileHandle lock = locked(target, FILE_SHARE_READ);
-        expect({1, 1});
-        guarded([&] { saveAs(L"list.m3u"); });
-        ASSERT_TRUE(runUntil([&] { return person.seen.size() == 2; }));
+        failsWith(L"Chyba č. 70: Súbor používa iný program.");
     }
-    EXPECT_EQ(person.seen[1],
-              (BoxRequest{L" CHYBA",
-                          L"Chyba č. 70: " + sentenceOf(ERROR_SHARING_VIOLATION) + L": " + target,
-                          L"Rozumiem ..."}));
-    EXPECT_EQ(contentOf(target), "a.mp3\r\nb.wav\r\n");
-    EXPECT_TRUE(editor().document.changed());
+    drop(folder.file(L"\x6F22.mp3"));
+    failsWith(L"Chyba č. 5: Kódová stránka");
+    pressKey(VK_DELETE);
     expect({1, 1});
-    EXPECT_EQ(saved(L"list.m3u"), "b.wav\r\n");
+    EXPECT_EQ(saved(L"old.m3u"), "b.wav\r\n");
     EXPECT_FALSE(editor().document.changed());
 }
 

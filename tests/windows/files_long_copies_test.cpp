@@ -52,8 +52,8 @@ class LongCopies : public FileMenus {
 TEST_F(LongCopies, ShowProgressAndRefuseOtherFileCommands) {
     folder.file(L"b.mp3");
     copy([&](Form& window) {
-        EXPECT_EQ(controlNamed(window, L"lblsubor")->text(), L"a.mp3");
-        EXPECT_TRUE(controlNamed(window, L"lblpercenta")->text().ends_with(L" %"));
+        EXPECT_EQ(control(window, L"lblsubor").text(), L"a.mp3");
+        EXPECT_TRUE(control(window, L"lblpercenta").text().ends_with(L" %"));
         EXPECT_TRUE(explorer->isEnabled());
         EXPECT_FALSE(SendMessageW(explorer->handle(), WM_QUERYENDSESSION, 0, 0));
         select(L"b.mp3");
@@ -81,7 +81,7 @@ TEST_F(LongCopies, ThatAreStoppedLeaveNoHalfFile) {
         EXPECT_EQ(clipboard(), L"copy:" + song);
         EXPECT_TRUE(person.seen.empty());
     };
-    stopping([](Form& window) { pressAndRelease(*controlNamed(window, L"Izastavit")); });
+    stopping([](Form& window) { pressAndRelease(control(window, L"Izastavit")); });
     stopping([this](Form&) {
         EXPECT_TRUE(Tview().hasFocus());  // which a copy leaves where it is
         PostMessageW(Tview().handle(), WM_KEYDOWN, VK_ESCAPE, 0);
@@ -96,7 +96,7 @@ TEST_F(LongCopies, GoOnBehindAnOpenBoxAndCanBeStoppedThere) {
             const ModalState box(nullptr);
             EXPECT_FALSE(explorer->isEnabled());
             EXPECT_TRUE(window.isEnabled());
-            if (stops) pressAndRelease(*controlNamed(window, L"Izastavit"));
+            if (stops) pressAndRelease(control(window, L"Izastavit"));
             EXPECT_TRUE(runUntil([&] {
                 const auto names = folder.names();
                 return names.size() == (stops ? 1u : 2u) &&

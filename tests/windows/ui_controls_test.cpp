@@ -29,11 +29,11 @@ class WithBox {
 
 TEST(Controls, AHeldKeyThatLosesTheFocusIsNoPress) {
     const WithBox person([](frmBox& box) {
-        Window& yes = *controlNamed(box, L"Itlačítko1");
+        Window& yes = control(box, L"Itlačítko1");
         yes.focus();
         SendMessageW(yes.handle(), WM_KEYDOWN, VK_SPACE, 1);
         EXPECT_TRUE(dynamic_cast<Image&>(yes).isPressed());
-        Window& no = *controlNamed(box, L"Itlačítko2");
+        Window& no = control(box, L"Itlačítko2");
         no.focus();
         EXPECT_FALSE(dynamic_cast<Image&>(yes).isPressed());
         EXPECT_EQ(GetCapture(), nullptr);
@@ -74,7 +74,7 @@ TEST(Controls, ArrowsMoveBetweenTheAnswersOfABox) {
             MSG press{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
             EXPECT_TRUE(filterMessage(press));
         }
-        Window& second = *controlNamed(box, L"Itlačítko2");
+        Window& second = control(box, L"Itlačítko2");
         EXPECT_TRUE(second.hasFocus());
         pressAndRelease(second);
     });
@@ -86,7 +86,7 @@ TEST(Controls, EachOfManyLongAnswersCanBeReached) {
     frmBox box(nullptr, L"T", L"Otázka", caption + L';' + caption + L";NIE;" + caption + caption);
     const Size inside = box.clientSize();
     for (int i = 1; i <= 4; ++i) {
-        const Rect button = controlNamed(box, L"Itlačítko" + std::to_wstring(i))->bounds();
+        const Rect button = control(box, L"Itlačítko" + std::to_wstring(i)).bounds();
         EXPECT_TRUE(button.x >= 0 && button.right() <= inside.width) << i;
         EXPECT_LE(button.bottom(), inside.height) << i;
     }

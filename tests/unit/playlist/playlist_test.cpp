@@ -1,4 +1,4 @@
-// What the fuzz targets do not hold as a property: the grammar's examples, odd keys, written lines.
+// What the fuzz targets do not hold as a property: odd keys, written lines, titles.
 #include <gtest/gtest.h>
 
 #include "core/paths.h"
@@ -12,22 +12,6 @@ namespace tunovka {
 namespace {
 
 using Lines = std::vector<std::wstring>;
-
-TEST(LineGrammar, explorerReadsReferencesAndEntries) {
-    for (const auto& [line, text] : std::vector<std::pair<std::wstring, std::wstring>>{
-             {L"C:\\x\\songmp3", L"C:\\x\\songmp3"},
-             {L"File3=C:\\a.wav", L"File3=C:\\a.wav"},
-             {L"<Ref HREF = \"C:\\Žaba.wma\"/>", L"C:\\Žaba.wma"},
-             {L"<ref href=\"a.mp3\" x=\"b.wav\">", L"a.mp3"}})
-        EXPECT_EQ(explorerEntryText(line), text);
-    for (const wchar_t* line : {L"", L"p3", L"A.MP3", L"Title3=Skladba", L"#EXTM3U",
-                                L"<ref href=\"A.MP3\">", L" <ref href=\"a.mp3\">"})
-        EXPECT_FALSE(explorerEntryText(line)) << testing::PrintToString(line);
-    EXPECT_EQ(errorOf([] { explorerEntryText(L"<ref href=\"a.mp3>"); }), kInvalidCall);
-    EXPECT_EQ(withoutFilePrefix(L"File12=a=b.mp3"), L"a=b.mp3");
-    EXPECT_EQ(withoutFilePrefix(L"file1=a.mp3"), L"file1=a.mp3");
-    EXPECT_EQ(withoutFilePrefixAnyCase(L"fILE1=a.mp3"), L"a.mp3");
-}
 
 TEST(EntryKey, holdsNumberAndTextAndRefusesOddKeys) {
     const std::wstring key = entryKey(12, L"..\\hudba\\skladba.mp3");
@@ -54,15 +38,9 @@ TEST(Writing, relativeTextsFollowTheDriveRootConvention) {
     };
     for (const Row& row : std::vector<Row>{
              {L"C:\\pl", L"", L""},
-             {L"C:\\pl", L"C:\\pl\\rock\\a.mp3", L"rock\\a.mp3"},
              {L"C:\\pl", L"C:\\pl\\rock/a.mp3", L"rock/a.mp3"},
-             {L"C:\\pl", L"C:\\x/y\\z/a.mp3", L"..\\x/y\\z/a.mp3"},
              {L"C:\\pl", L"C:\\\\a.mp3", L"..\\a.mp3"},
-             {L"C:\\pl", L"C:\\hudba\\a.mp3", L"..\\hudba\\a.mp3"},
-             {L"C:\\pl\\sub", L"C:\\a.mp3", L"..\\a.mp3"},
-             {L"C:\\", L"C:\\x\\a.mp3", L"x\\a.mp3"},
              {L"C:\\pl", L"C:\\plus\\a.mp3", L"..\\plus\\a.mp3"},
-             {L"C:\\pl", L"D:\\a.mp3", L"D:\\a.mp3"},
              {L"C:\\pl", L"c:\\x\\a.mp3", L"c:\\x\\a.mp3"},
              {L"C:\\Pl", L"C:\\pl\\a.mp3", L"..\\pl\\a.mp3"},
          })

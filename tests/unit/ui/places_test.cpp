@@ -14,8 +14,9 @@ std::vector<Rect> opened(const Rect& main, const Rect& work, int count) {
 
 TEST(FreePlace, isBesideTheMainWindowWhereThereIsRoom) {
     const Rect screen{0, 0, 1900, 1000};
-    EXPECT_EQ(opened({700, 200, 600, 500}, screen, 2)[1], (Rect{1300, 200, 400, 300}));
-    EXPECT_EQ(opened({700, 200, 600, 500}, screen, 2)[2], (Rect{1330, 230, 400, 300}));
+    const std::vector<Rect> windows = opened({700, 200, 600, 500}, screen, 2);
+    EXPECT_EQ(windows[1], (Rect{1300, 200, 400, 300}));
+    EXPECT_EQ(windows[2], (Rect{1330, 230, 400, 300}));
     EXPECT_EQ(opened({1200, 200, 600, 500}, screen, 1)[1], (Rect{800, 200, 400, 300}));
 }
 
