@@ -1,7 +1,7 @@
 #include "benchmarks/bench.h"
 #include "core/loop.h"
 #include "search/frm_hladanie.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 
 namespace tunovka::bench {
 namespace {

@@ -47,8 +47,8 @@ void expectEntries(ExistingFiles& existing, const std::wstring& content,
 
 }  // namespace
 
-ContentsTree::ContentsTree(Form& form, TextBox& txtPath, bool putOff)
-    : Tview({.name = L"Tview", .text = L"Obsah priečinka", .parent = &form, .putOff = putOff}),
+ContentsTree::ContentsTree(Form& form, TextBox& txtPath)
+    : Tview({.name = L"Tview", .text = L"Obsah priečinka", .parent = &form}),
       form_(form),
       txtPath_(txtPath) {}
 

@@ -7,7 +7,7 @@
 
 #include "core/loop.h"
 #include "playlist/entry_key.h"
-#include "ui/text_box.h"
+#include "ui/program_links.h"
 #include "ui/tree_view.h"
 
 namespace tunovka {
@@ -20,8 +20,8 @@ struct FolderEntry;
 // one folder, each playlist with its entries below it.
 class ContentsTree {
   public:
-    // `txtPath` holds the folder that is listed. Put off: the tree is created by createNow().
-    ContentsTree(Form& form, TextBox& txtPath, bool putOff = false);
+    // `txtPath` holds the folder that is listed.
+    ContentsTree(Form& form, TextBox& txtPath);
 
     // Replaces the contents by the listing of a folder, while events run. Called meanwhile, it only
     // changes the folder: the last one is listed to its end. A failure is reported and ends the

@@ -52,7 +52,7 @@ std::wstring programFolder() {
 FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
                        std::function<void(const std::wstring& folder)> listFolder)
     : Drive1(L"Drive1", L"Jednotka", form),
-      strom({.name = L"strom", .text = L"Priečinky", .parent = &form, .putOff = true}),
+      strom({.name = L"strom", .text = L"Priečinky", .parent = &form}),
       form_(form),
       LblBar_(LblBar),
       txtPath_(txtPath),
@@ -102,7 +102,7 @@ void FolderTree::fill() {
     filling_ = true;
     strom.clear();
     LblBar_.setText(key);
-    strom.add({.key = key, .text = upperCased(Drive1.drive())});
+    strom.add({.key = key, .text = upperCased(Drive1.drive()), .imageKey = kFolderPicture});
     ExpandFolder(key);
     if (strom.contains(key)) {
         strom.select(key);
@@ -139,7 +139,7 @@ void FolderTree::add(const std::wstring& parentKey, const std::wstring& key,
                      const std::wstring& text) {
     // Folders that differ in letter case alone are a node each, as the contents tree's files are.
     if (strom.contains(key) || !strom.contains(parentKey)) return;
-    strom.add({.parentKey = parentKey, .key = key, .text = text});
+    strom.add({.parentKey = parentKey, .key = key, .text = text, .imageKey = kFolderPicture});
 }
 
 // A window that closes takes no more folders.
@@ -174,12 +174,7 @@ void FolderTree::ExpandFolder(const std::wstring& key) {
 }
 
 bool FolderTree::showHourglass() const {
-    POINT pointer{};
-    GetCursorPos(&pointer);
-    const Point at = strom.fromScreen({static_cast<int>(pointer.x), static_cast<int>(pointer.y)});
-    const Size size = strom.clientSize();
-    if (expanding_ == 0 || at.x < 0 || at.y < 0 || at.x >= size.width || at.y >= size.height)
-        return false;
+    if (expanding_ == 0 || !strom.isUnderPointer()) return false;
     SetCursor(LoadCursorW(nullptr, IDC_WAIT));
     return true;
 }

@@ -6,12 +6,14 @@
 #include "core/rozneapi.h"
 #include "ui/drive_list.h"
 #include "ui/label.h"
-#include "ui/text_box.h"
+#include "ui/program_links.h"
 #include "ui/tree_view.h"
 
 namespace tunovka {
 
 class Form;
+
+inline constexpr wchar_t kFolderPicture[] = L"adresar1";
 
 // The explorer's left side: the drive list `Drive1` and the folder tree `strom`, one drive at a
 // time, filled folder by folder as a person opens them. Keys are folder paths ending in "\".

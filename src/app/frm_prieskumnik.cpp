@@ -9,7 +9,7 @@
 #include "editor/frm_plejlist.h"
 #include "files/frm_info.h"
 #include "search/frm_hladanie.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -42,7 +42,7 @@ frmPrieskumnik::frmPrieskumnik()
               .status = true}),
       folders(*this, LblBar, txtPath,
               [this](const std::wstring& folder) { contents.ListFolderContents(folder); }),
-      contents(*this, txtPath, true),
+      contents(*this, txtPath),
       splitter(*this),
       player(*this, {.selectedPath = [this]() -> std::optional<std::wstring> {
                          if (contents.Tview.selectedKey().empty()) return std::nullopt;
@@ -105,9 +105,7 @@ void frmPrieskumnik::load() {
 }
 
 void frmPrieskumnik::Zahlavie_MouseUp() {
-    POINT at{};
-    GetCursorPos(&at);
-    tri.show(*this, {static_cast<int>(at.x), static_cast<int>(at.y)});
+    tri.show(*this, pointerPlace());
 }
 
 void frmPrieskumnik::Medzera_Moved(int left) {
@@ -268,10 +266,9 @@ void frmPrieskumnik::onUnload() {
 }
 
 void frmPrieskumnik::applyDpi() {
-    if (font_ == Skin::font(dpi())) return;
+    if (!treesThere() || font_ == Skin::font(dpi())) return;
     font_ = Skin::font(dpi());
     const auto font = reinterpret_cast<WPARAM>(font_);
-    if (!contents.Tview.handle()) return;
     setTreePictures();
     for (const TreeView* tree : {&folders.strom, &contents.Tview}) {
         SendMessageW(tree->handle(), WM_SETFONT, font, TRUE);
@@ -281,30 +278,27 @@ void frmPrieskumnik::applyDpi() {
 }
 
 void frmPrieskumnik::createTrees() {
+    placeTrees();
     HWND before = HWND_TOP;
     for (Window* control : std::initializer_list<Window*>{&folders.Drive1, &folders.strom,
                                                           &splitter.Medzera, &contents.Tview}) {
-        control->createNow();
         control->setTabPlace(before);
         before = control->handle();
     }
-    for (const TreeView* tree : {&contents.Tview, &folders.strom}) {
-        const LONG style = GetWindowLongW(tree->handle(), GWL_STYLE);
-        SetWindowLongW(tree->handle(), GWL_STYLE, style | TVS_NOTOOLTIPS);
-    }
-    files.takeDrops();
-    font_ = nullptr;
     layout();
     contents.Tview.focus();
 }
 
+void frmPrieskumnik::placeTrees() {
+    for (const auto& [tree, place] : treePlaces_) tree->setBounds(place);
+}
+
 void frmPrieskumnik::setTreePictures() {
-    folders.strom.setImages(ImageList({L"adresar1"}, scaled(16)));
-    folders.strom.setDefaultImage(L"adresar1");
+    folders.strom.setImages({kFolderPicture}, scaled(16));
     std::vector<std::wstring> icons;
     for (const MultiMedialny::Kind& kind : MultiMedialny::kinds())
         if (!kind.iconKey.empty()) icons.emplace_back(kind.iconKey);
-    contents.Tview.setImages(ImageList(icons, scaled(16)));
+    contents.Tview.setImages(icons, scaled(16));
 }
 
 Size frmPrieskumnik::arrange(int stripBottom) {
@@ -329,21 +323,21 @@ Size frmPrieskumnik::arrange(int stripBottom) {
     // As high as its font makes it: more than that would show the text above the middle.
     const int driveHeight =
         folders.Drive1.handle() ? folders.Drive1.bounds().height : scaled(kDriveHeight);
-    folders.Drive1.setBounds({margin, top, left, driveHeight});
     const int stromTop = top + driveHeight + scaled(4);
-    folders.strom.setBounds({margin, stromTop, left, treesBottom - stromTop});
     splitter.setBounds({boundary, top, gap, treesBottom - top}, least, most);
-    contents.Tview.setBounds({boundary + gap, top, std::max(0, width - left), treesBottom - top});
+    treePlaces_ = {
+        {{&folders.Drive1, {margin, top, left, driveHeight}},
+         {&folders.strom, {margin, stromTop, left, treesBottom - stromTop}},
+         {&contents.Tview, {boundary + gap, top, std::max(0, width - left), treesBottom - top}}}};
+    if (treesThere()) placeTrees();
     return size;
 }
 
 void frmPrieskumnik::onPaintGround(HDC dc, const RECT& area) const {
     SkinnedForm::onPaintGround(dc, area);
     // The trees come a moment after the window: their places are not left empty.
-    for (const Window* tree :
-         {static_cast<const Window*>(&folders.Drive1), static_cast<const Window*>(&folders.strom),
-          static_cast<const Window*>(&contents.Tview)})
-        if (!tree->handle()) fillRect(dc, toRECT(tree->bounds()), colors().field);
+    if (treesThere()) return;
+    for (const auto& [tree, place] : treePlaces_) fillRect(dc, toRECT(place), colors().field);
 }
 
 }  // namespace tunovka

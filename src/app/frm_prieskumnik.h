@@ -1,6 +1,7 @@
 #pragma once
 
-#include <memory>
+#include <array>
+#include <utility>
 
 #include "app/contents_tree.h"
 #include "app/explorer_menus.h"
@@ -13,7 +14,6 @@
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
 #include "ui/skinned_form.h"
-#include "ui/text_box.h"
 
 namespace tunovka {
 
@@ -76,12 +76,15 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     void refreshFolder();
     void selectionChanged();
     void fileRenamed(const std::wstring& key, const std::wstring& name);
+    bool treesThere() const { return contents.Tview.handle() != nullptr; }
     void createTrees();
+    void placeTrees();
     void applyDpi();
     void setTreePictures();
 
-    HFONT font_ = nullptr;  // that the trees have now
-    int leftShare_ = 300;   // of the folder tree's width in thousandths
+    std::array<std::pair<Window*, Rect>, 3> treePlaces_;  // with the drive list
+    HFONT font_ = nullptr;                                // that the trees have now
+    int leftShare_ = 300;  // of the folder tree's width in thousandths
 };
 
 }  // namespace tunovka

@@ -6,7 +6,7 @@
 #include "core/late_function.h"
 #include "core/loop.h"
 #include "core/multimedialny.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/frm_box.h"
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {

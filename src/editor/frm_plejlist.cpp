@@ -6,7 +6,7 @@
 #include "core/loop.h"
 #include "core/text.h"
 #include "editor/texts.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/system_dialogs.h"
 

@@ -5,8 +5,8 @@
 #include "ui/label.h"
 #include "ui/list_view.h"
 #include "ui/popup_menu.h"
+#include "ui/program_links.h"
 #include "ui/skinned_form.h"
-#include "ui/text_box.h"
 
 namespace tunovka {
 

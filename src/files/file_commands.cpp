@@ -102,11 +102,6 @@ void FileCommands::premenovat_subor_Click() {
     parts_.renamed(key, newName);
 }
 
-void FileCommands::takeDrops() {
-    stromDrops_.attach();
-    TviewDrops_.attach();
-}
-
 bool FileCommands::strom_OLEDragOver(Point at) {
     TreeView& strom = parts_.strom;
     dropFolder_ = parts_.form.isBusy() ? std::wstring() : strom.nodeAt(at);

@@ -7,7 +7,7 @@
 #include "ui/drag_drop.h"
 #include "ui/form.h"
 #include "ui/popup_menu.h"
-#include "ui/text_box.h"
+#include "ui/program_links.h"
 #include "ui/tree_view.h"
 
 namespace tunovka {
@@ -35,9 +35,6 @@ class FileCommands {
     };
 
     explicit FileCommands(Parts parts);
-
-    // Takes drops on the two trees, once they are created.
-    void takeDrops();
 
     // Deletes the file behind the selected node, also that of a playlist's entry.
     void removeSelected();

@@ -25,7 +25,7 @@ constexpr int kMostPathLines = 10;
 
 constexpr UINT kBlink = 300;  // milliseconds
 
-ReadOnlyText::ReadOnlyTextArgs value(const wchar_t* name, Form* form, bool wraps = false) {
+TextField::TextFieldArgs value(const wchar_t* name, Form* form, bool wraps = false) {
     return {.name = name, .text = L"", .parent = form, .ground = colors().card, .wraps = wraps};
 }
 
@@ -75,7 +75,7 @@ frminfo::frminfo(HWND owner)
     Timer1.onTick = [this] { Timer1_Tick(); };
 }
 
-frminfo::Row frminfo::row(const wchar_t* caption, ReadOnlyText& value) {
+frminfo::Row frminfo::row(const wchar_t* caption, TextField& value) {
     value.setAccessibleName(std::wstring(caption, wcslen(caption) - 1));  // without its colon
     return {std::make_unique<Label>(Label::LabelArgs{
                 .name = value.name() + L"_nadpis", .caption = caption, .parent = this}),

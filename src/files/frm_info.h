@@ -8,9 +8,9 @@
 #include "core/id3v1.h"
 #include "core/loop.h"
 #include "ui/label.h"
-#include "ui/read_only_text.h"
+#include "ui/program_links.h"
 #include "ui/skinned_form.h"
-#include "ui/text_box.h"
+#include "ui/text_field.h"
 
 namespace tunovka {
 
@@ -24,9 +24,9 @@ class frminfo : public SkinnedForm {
     // the window is closed. What cannot be read stays empty and is told in a notice.
     TextBox txtodkaz;
 
-    ReadOnlyText lblPath, lblvelkosť, lbldatvyt, lbldatzmena, lbldatotvor;
+    TextField lblPath, lblvelkosť, lbldatvyt, lbldatzmena, lbldatotvor;
     Label lblznak;  // one line for each attribute
-    ReadOnlyText lbltitul, lblautor, lblalbum, lblrok, lblpoznamka;
+    TextField lbltitul, lblautor, lblalbum, lblrok, lblpoznamka;
     Label lblvystraha;
     Timer Timer1;
 
@@ -41,9 +41,9 @@ class frminfo : public SkinnedForm {
     // A value with the caption beside it.
     struct Row {
         std::unique_ptr<Label> caption;
-        ReadOnlyText* value;
+        TextField* value;
     };
-    Row row(const wchar_t* caption, ReadOnlyText& value);
+    Row row(const wchar_t* caption, TextField& value);
 
     void txtodkaz_Change();
     void Timer1_Tick();

@@ -6,7 +6,7 @@
 
 #include "core/file_system.h"
 #include "files/transfer_rules.h"
-#include "ui/text_box.h"
+#include "ui/program_links.h"
 
 // The file operations behind the explorer's menus and drops.
 

@@ -6,7 +6,7 @@
 #include "core/rozneapi.h"
 #include "playlist/write.h"
 #include "ui/drag_drop.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/system_dialogs.h"
 

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "ui/color_math.h"
+#include "core/multimedialny.h"
 
 namespace tunovka {
+
+using MultiMedialny::Color;
 
 // What windows and controls are painted in: the skin's colours or, while the person at the machine
 // has chosen high contrast, the system's.

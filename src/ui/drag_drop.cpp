@@ -175,9 +175,7 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
     }
 
   private:
-    Point place(POINTL at) const {
-        return window_->fromScreen({static_cast<int>(at.x), static_cast<int>(at.y)});
-    }
+    Point place(POINTL at) const { return window_->fromScreen(pointOf(POINT{at.x, at.y})); }
     void deliver(const std::wstring& text, Point at) {
         AddRef();
         const std::shared_ptr<Target> alive(this, [](Target* target) { target->Release(); });
@@ -194,17 +192,20 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
 
 TextDropTarget::TextDropTarget(Window& window, Events events)
     : target_(new Target(window, std::move(events))), window_(window) {
-    attach();
+    if (window.handle())
+        attach();
+    else
+        window.onCreated = [this] { attach(); };
 }
 
 void TextDropTarget::attach() {
-    if (attached_ || !window_.handle()) return;
     attached_ = window_.handle();
     RegisterDragDrop(attached_, target_);
 }
 
 TextDropTarget::~TextDropTarget() {
     target_->forgetWindow();
+    window_.onCreated = nullptr;
     if (attached_) RevokeDragDrop(attached_);
     target_->Release();
 }

@@ -42,13 +42,13 @@ class TextDropTarget {
     };
 
     TextDropTarget(Window& window, Events events);
-    // Begins to take drops when the window is created later than its target.
-    void attach();
     ~TextDropTarget();
     TextDropTarget(const TextDropTarget&) = delete;
     TextDropTarget& operator=(const TextDropTarget&) = delete;
 
   private:
+    void attach();
+
     class Target;
     Target* target_;
     Window& window_;

@@ -33,8 +33,7 @@ DriveList::DriveList(const std::wstring& name, const std::wstring& accessibleNam
                   .className = WC_COMBOBOXW,
                   .text = accessibleName,
                   .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST,
-                  .parent = &parent},
-             Creation::OnDemand) {
+                  .parent = &parent}) {
     setAccessibleName(accessibleName);
 }
 

@@ -12,7 +12,6 @@ namespace tunovka {
 // it has been filled.
 class DriveList : public Window {
   public:
-    // Created by createNow().
     DriveList(const std::wstring& name, const std::wstring& accessibleName, Window& parent);
 
     // Asks the system for the drives; keeps the chosen one where it is still there. The list is

@@ -7,7 +7,7 @@
 #include "core/errors.h"
 #include "core/loop.h"
 #include "core/text.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/painting.h"
 
 namespace tunovka {

@@ -8,8 +8,8 @@
 #include "ui/box_layout.h"
 #include "ui/image.h"
 #include "ui/label.h"
-#include "ui/read_only_text.h"
 #include "ui/skinned_form.h"
+#include "ui/text_field.h"
 
 namespace tunovka {
 
@@ -51,8 +51,8 @@ class frmBox : public SkinnedForm {
 
     std::int16_t answer_ = 0;
     Label lblotazka;
-    Label lblpokus;          // measures the text on one line, never seen
-    ReadOnlyText scrolled_;  // stands in for the label when the text is taller than the screen
+    Label lblpokus;       // measures the text on one line, never seen
+    TextField scrolled_;  // stands in for the label when the text is taller than the screen
     std::vector<std::unique_ptr<Image>> Itlačítko;
     std::vector<std::wstring> lblnadpis;  // the captions, drawn on the buttons
 };

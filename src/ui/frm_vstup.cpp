@@ -20,36 +20,13 @@ std::wstring askForText(const Form& owner, const InputRequest& request) {
     return form.answer();
 }
 
-frmVstup::Field::Field(Window& parent, const InputRequest& request)
-    : Window(Args{.name = L"txtodpoved",
-                  .className = L"EDIT",
-                  .text = request.answer,
-                  .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL,
-                  .parent = &parent}) {
-    setAccessibleName(request.prompt);
-}
-
-// Only once it has its width: it scrolls to the selection's end.
-void frmVstup::Field::selectStart(std::size_t letters) {
-    send(EM_SETSEL, 0, static_cast<LPARAM>(letters));
-}
-
-// The frame takes the place of the one that is painted around the field.
-int frmVstup::Field::focusGap() const {
-    return kFieldPadding - 1;
-}
-
-void frmVstup::Field::applyFont() {
-    send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(dpi())), TRUE);
-}
-
 frmVstup::frmVstup(const Form& owner, const InputRequest& request)
     : SkinnedForm({.name = L"frmVstup",
                    .title = request.title,
                    .size = {kWidth, 120},
                    .owner = owner.handle()}),
       lblotazka({.name = L"lblotazka", .caption = request.prompt, .parent = this, .wraps = true}),
-      txtodpoved(*this, request),
+      txtodpoved({.name = L"txtodpoved", .text = request.answer, .parent = this}),
       Iano({.name = L"Iano",
             .text = L"O.K.",
             .parent = this,
@@ -62,6 +39,7 @@ frmVstup::frmVstup(const Form& owner, const InputRequest& request)
                .normal = L"buton1",
                .pressed = L"buton2",
                .caption = L"Zrušiť"}) {
+    txtodpoved.setAccessibleName(request.prompt);
     Iano.onClick = [this] { onAccept(); };
     Izrusit.onClick = [this] { unload(); };
     layoutCentred();

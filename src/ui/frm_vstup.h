@@ -6,6 +6,7 @@
 #include "ui/image.h"
 #include "ui/label.h"
 #include "ui/skinned_form.h"
+#include "ui/text_field.h"
 
 namespace tunovka {
 
@@ -13,9 +14,8 @@ namespace tunovka {
 struct InputRequest {
     std::wstring title;
     std::wstring prompt;
-    std::wstring answer;  // what stands in the field at first
-    std::size_t selected =
-        0;  // letters at its start that are selected, so that typing replaces them
+    std::wstring answer;       // what stands in the field at first
+    std::size_t selected = 0;  // letters at its start, so that typing replaces them
 };
 
 // Asks modally over a form. Returns the text as typed, "" when the person cancels.
@@ -35,17 +35,9 @@ class frmVstup : public SkinnedForm {
     void onPaintGround(HDC dc, const RECT& area) const override;
 
   private:
-    class Field : public Window {
-      public:
-        Field(Window& parent, const InputRequest& request);
-        void applyFont();
-        void selectStart(std::size_t letters);
-        int focusGap() const override;
-    };
-
     std::wstring answer_;
     Label lblotazka;
-    Field txtodpoved;
+    TextField txtodpoved;
     Image Iano, Izrusit;
 };
 

@@ -10,12 +10,11 @@
 namespace tunovka {
 
 Image::Image(const ImageArgs& args)
-    : Window(Args{.name = args.name,
-                  .text = args.text,
-                  .style = WS_CHILD | (args.visible ? WS_VISIBLE : 0u) |
-                           (args.tabStop ? WS_TABSTOP : 0u),
-                  .parent = args.parent},
-             Creation::WhenPlaced),
+    : Window(Args{
+          .name = args.name,
+          .text = args.text,
+          .style = WS_CHILD | (args.visible ? WS_VISIBLE : 0u) | (args.tabStop ? WS_TABSTOP : 0u),
+          .parent = args.parent}),
       normalKey_(args.normal),
       pressedKey_(args.pressed),
       caption_(args.caption),
@@ -71,8 +70,7 @@ void Image::release(MouseButton button) {
 // While the button is pressed, moves elsewhere are told too. The system tells once when the pointer
 // has left, if it is asked to.
 void Image::pointerMoved(Point at) {
-    const Size size = clientSize();
-    const bool inside = at.x >= 0 && at.y >= 0 && at.x < size.width && at.y < size.height;
+    const bool inside = clientArea().contains(at);
     if (inside == pointed_) return;
     TRACKMOUSEEVENT leave{sizeof leave, TME_LEAVE, handle(), 0};
     pointed_ = inside && TrackMouseEvent(&leave);

@@ -10,11 +10,9 @@
 namespace tunovka {
 namespace {
 
-constexpr int kPicture = 16;      // sizes in 96ths of an inch
-constexpr int kRowPadding = 3;    // above and below a row's text together
-constexpr int kMargin = 4;        // left of the picture, and between picture and text
-constexpr int kEdge = 16;         // how near to the edge a drag scrolls
-constexpr DWORD kEdgePause = 60;  // ms between two rows of that
+constexpr int kPicture = 16;    // sizes in 96ths of an inch
+constexpr int kRowPadding = 3;  // above and below a row's text together
+constexpr int kMargin = 4;      // left of the picture, and between picture and text
 constexpr UINT kTextFormat = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS;
 constexpr std::size_t kLongestText = 1023;  // painting a text of megabytes stands still
 
@@ -27,37 +25,26 @@ DWORD listStyle(const ListView::ListArgs& args) {
 }  // namespace
 
 ListView::ListView(const ListArgs& args, ListModel& model)
-    : Window(Args{.name = args.name,
-                  .className = WC_LISTVIEWW,
-                  .text = args.text,
-                  .style = listStyle(args),
-                  .parent = args.parent}),
+    : ItemView(Args{.name = args.name,
+                    .className = WC_LISTVIEWW,
+                    .text = args.text,
+                    .style = listStyle(args),
+                    .parent = args.parent}),
       model_(model),
-      mouse_(*this, {.press = [this](MouseButton button, Point point) { pressed(button, point); },
-                     .release =
-                         [this](MouseButton button, Point point) {
-                             if (onMouseUp) onMouseUp(button, point);
-                         },
-                     .doubleClick =
-                         [this](Point point) {
-                             if (itemAt(point) && onDoubleClick) onDoubleClick();
-                         },
-                     .drag =
-                         [this](Point from) {
-                             const auto position = itemAt(from);
-                             if (!position || !onBeginDrag) return false;
-                             onBeginDrag(*position);
-                             return true;
-                         }}) {
+      caption_(args.header) {
     setAccessibleName(args.text);
+    model_.onChange = [this](const ListChange& change) { show(change); };
+}
+
+void ListView::prepare() {
     send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
          LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
     LVCOLUMNW column{};
     column.mask = LVCF_TEXT;
-    column.pszText = const_cast<wchar_t*>(args.header.c_str());
+    column.pszText = caption_.data();
     send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    send(LVM_SETCOLUMNWIDTH, 0, clientSize().width);
     applyFont();
-    model_.onChange = [this](const ListChange& change) { show(change); };
     show({});
 }
 
@@ -66,13 +53,13 @@ ListView::~ListView() {
 }
 
 void ListView::applyFont() {
-    if (font_ == Skin::font(dpi())) return;
+    if (!handle() || font_ == Skin::font(dpi())) return;
     font_ = Skin::font(dpi());
     // Rows are as high as the pictures of this list, which itself is never seen: rows paint theirs.
     const int height = std::max(Skin::fontHeight(dpi()), scaled(kPicture)) + scaled(kRowPadding);
     const ImageList before(reinterpret_cast<HIMAGELIST>(
         send(LVM_SETIMAGELIST, LVSIL_SMALL,
-             reinterpret_cast<LPARAM>(ImageList(Size{1, height}).release()))));
+             reinterpret_cast<LPARAM>(Skin::createImageList({1, height}).release()))));
     send(WM_SETFONT, reinterpret_cast<WPARAM>(font_), TRUE);
     // The header is as high as its font, which is not the one that it is painted with.
     LOGFONTW font{};
@@ -136,7 +123,7 @@ void ListView::ensureVisible(std::size_t position) {
     send(LVM_ENSUREVISIBLE, position, FALSE);
 }
 
-int ListView::headerHeight() const {
+int ListView::itemsTop() const {
     RECT area{};
     if (!header() || !(GetWindowLongW(header(), GWL_STYLE) & WS_VISIBLE)) return 0;
     GetWindowRect(header(), &area);
@@ -146,8 +133,8 @@ int ListView::headerHeight() const {
 Rect ListView::rowArea(std::size_t position) const {
     RECT area{LVIR_BOUNDS};
     if (!send(LVM_GETITEMRECT, position, reinterpret_cast<LPARAM>(&area))) return {};
-    return {0, static_cast<int>(area.top), clientSize().width,
-            static_cast<int>(area.bottom - area.top)};
+    const Rect row = rectOf(area);
+    return {0, row.y, clientSize().width, row.height};
 }
 
 double ListView::rowHeight() const {
@@ -156,15 +143,13 @@ double ListView::rowHeight() const {
 
 double ListView::rowsInView() const {
     const double row = rowHeight();
-    return row > 0 ? (clientSize().height - headerHeight()) / row : 0;
+    return row > 0 ? (clientSize().height - itemsTop()) / row : 0;
 }
 
 std::optional<std::size_t> ListView::itemAt(Point point) const {
-    const int inRows = point.y - headerHeight();
+    const int inRows = point.y - itemsTop();
     const int row = static_cast<int>(rowHeight());
-    if (row <= 0 || inRows < 0 || point.y >= clientSize().height || point.x < 0 ||
-        point.x >= clientSize().width)
-        return std::nullopt;
+    if (row <= 0 || inRows < 0 || !clientArea().contains(point)) return std::nullopt;
     const std::size_t position = firstVisible() + inRows / row;
     if (position >= shown_) return std::nullopt;
     return position;
@@ -176,16 +161,6 @@ void ListView::setDropHighlight(std::optional<std::size_t> position) {
     invalidate();
 }
 
-void ListView::scrollNearEdge(Point point) {
-    const int edge = scaled(kEdge);
-    const bool up = point.y < headerHeight() + edge;
-    const bool down = point.y >= clientSize().height - edge;
-    if (!up && !down) return;
-    if (GetTickCount() - lastEdgeScroll_ < kEdgePause) return;
-    lastEdgeScroll_ = GetTickCount();
-    scrolled(WM_VSCROLL, up ? SB_LINEUP : SB_LINEDOWN, 0);
-}
-
 // The system's list may ignore the wheel where it has no scroll bar of its own.
 void ListView::turnWheel(int turn) {
     UINT linesPerNotch = 3;
@@ -195,7 +170,7 @@ void ListView::turnWheel(int turn) {
     turned_ += turn * static_cast<int>(std::min<UINT>(linesPerNotch, most));
     const int rows = turned_ / WHEEL_DELTA;
     turned_ -= rows * WHEEL_DELTA;
-    if (rows != 0) scrolled(LVM_SCROLL, 0, -rows * static_cast<int>(rowHeight()));
+    if (rows != 0) answerOfSystem(LVM_SCROLL, 0, -rows * static_cast<int>(rowHeight()));
 }
 
 void ListView::pressed(MouseButton button, Point point) {
@@ -203,32 +178,38 @@ void ListView::pressed(MouseButton button, Point point) {
     if (onMouseDown) onMouseDown(button, point);
 }
 
-LRESULT ListView::scrolled(UINT message, WPARAM wparam, LPARAM lparam) {
+void ListView::released(MouseButton button, Point point) {
+    if (onMouseUp) onMouseUp(button, point);
+}
+
+void ListView::doubleClicked(Point point) {
+    if (itemAt(point) && onDoubleClick) onDoubleClick();
+}
+
+bool ListView::dragged(Point from) {
+    const auto position = itemAt(from);
+    if (!position || !onBeginDrag) return false;
+    onBeginDrag(*position);
+    return true;
+}
+
+LRESULT ListView::answerOfSystem(UINT message, WPARAM wparam, LPARAM lparam) {
     const std::size_t before = firstVisible();
     const LRESULT answer = defaultProcedure(message, wparam, lparam);
     if (firstVisible() != before && onScroll) onScroll();
     return answer;
 }
 
-LRESULT ListView::byKeyboard(UINT message, WPARAM wparam, LPARAM lparam) {
-    const std::optional<std::size_t> before = selected();
-    const LRESULT answer = scrolled(message, wparam, lparam);
-    if (selected() && selected() != before && onSelectionByKey) onSelectionByKey();
-    return answer;
-}
-
-void ListView::keyboardMenu() {
-    if (!onContextMenu) return;
-    int top = headerHeight();  // of the menu
+std::optional<Point> ListView::menuPlace() {
+    int top = itemsTop();
     if (const auto position = selected()) {
-        scrolled(LVM_ENSUREVISIBLE, *position, FALSE);
+        answerOfSystem(LVM_ENSUREVISIBLE, *position, FALSE);
         top = rowArea(*position).bottom();
     }
-    onContextMenu(toScreen({scaled(kMargin + kPicture), top}));
+    return Point{scaled(kMargin + kPicture), top};
 }
 
 std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (mouse_.take(message, wparam, lparam)) return 0;
     switch (message) {
         case WM_NCCALCSIZE: {
             // The system's own scroll bar never shows; scrolling by wheel and keys goes on.
@@ -242,23 +223,15 @@ std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM l
             send(LVM_SETCOLUMNWIDTH, 0, clientSize().width);
             return answer;
         }
-        case WM_KEYDOWN:
-            if (onKeyDown && onKeyDown(static_cast<WORD>(wparam))) return 0;
-            return byKeyboard(message, wparam, lparam);
-        case WM_CHAR:  // typing finds a row
-            return wparam == VK_RETURN ? 0 : byKeyboard(message, wparam, lparam);
         case WM_MOUSEWHEEL:
             turnWheel(GET_WHEEL_DELTA_WPARAM(wparam));
             return 0;
         case WM_VSCROLL:
-            return scrolled(message, wparam, lparam);
+            return answerOfSystem(message, wparam, lparam);
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
             invalidate();  // the selected row changes its colours, its left edge too
             return std::nullopt;
-        case WM_CONTEXTMENU:
-            if (lparam == -1) keyboardMenu();
-            return 0;
         case WM_NOTIFY: {  // from the header
             const auto& header = *reinterpret_cast<const NMHDR*>(lparam);
             if (header.code == HDN_BEGINTRACKW || header.code == HDN_BEGINTRACKA) return TRUE;
@@ -269,7 +242,7 @@ std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM l
             return std::nullopt;
         }
         default:
-            return std::nullopt;
+            return ItemView::onMessage(message, wparam, lparam);
     }
 }
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "core/handle.h"
-#include "ui/item_mouse.h"
+#include "ui/item_view.h"
 #include "ui/list_model.h"
 #include "ui/window.h"
 
@@ -20,7 +20,7 @@ namespace tunovka {
 // with its row, and the view where it is. It scrolls by wheel and keyboard and shows no scroll bar:
 // a picture scroll bar stands beside it. Anything that lets events run may remove rows: look up by
 // key again afterwards.
-class ListView : public Window {
+class ListView : public ItemView {
   public:
     struct ListArgs {
         std::wstring name;
@@ -39,7 +39,7 @@ class ListView : public Window {
     // Selecting gives the row the keyboard's place too; it scrolls nothing.
     void select(std::size_t position);
     std::optional<std::size_t> selected() const;
-    std::wstring selectedKey() const;  // "" without a selection or of a row without a key
+    std::wstring selectedKey() const override;
 
     std::size_t firstVisible() const;          // 0 for an empty list
     void ensureVisible(std::size_t position);  // scrolls just enough to show the row whole
@@ -55,43 +55,37 @@ class ListView : public Window {
     // Marks the row under a drag; nullopt marks none.
     void setDropHighlight(std::optional<std::size_t> position);
     std::optional<std::size_t> dropHighlight() const { return dropHighlight_; }
-    // Scrolls by a row when a drag's pointer is near the upper or lower edge.
-    void scrollNearEdge(Point point);
 
-    std::function<void(MouseButton, Point)> onMouseDown;  // the row under it is selected already
-    std::function<void(MouseButton, Point)> onMouseUp;
-    std::function<void()> onDoubleClick;     // on a row
-    std::function<void()> onSelectionByKey;  // the selection moved by the keyboard
     std::function<void(std::size_t position)> onBeginDrag;
-    std::function<bool(WORD key)> onKeyDown;          // true when used up
-    std::function<void(Point screen)> onContextMenu;  // asked by the keyboard
-    std::function<void()> onRowsChange;               // after the model has told of a change
-    std::function<void()> onScroll;  // the first row in view changed by wheel, key or drag
+    std::function<void()> onRowsChange;  // after the model has told of a change
+    std::function<void()> onScroll;      // the first row in view changed by wheel, key or drag
 
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     std::optional<LRESULT> onNotify(NMHDR& header) override;
 
   private:
-    void pressed(MouseButton button, Point point);
+    void prepare() override;
+    void pressed(MouseButton button, Point point) override;
+    void released(MouseButton button, Point point) override;
+    void doubleClicked(Point point) override;
+    bool dragged(Point from) override;
+    std::optional<Point> menuPlace() override;
+    int itemsTop() const override;
+    LRESULT answerOfSystem(UINT message, WPARAM wparam, LPARAM lparam) override;
     void show(const ListChange& change);
     void setSelected(std::size_t position, bool isSelected);
-    LRESULT byKeyboard(UINT message, WPARAM wparam, LPARAM lparam);
-    LRESULT scrolled(UINT message, WPARAM wparam, LPARAM lparam);
     HWND header() const;
-    int headerHeight() const;
     Rect rowArea(std::size_t position) const;
-    void keyboardMenu();
     void tellText(NMLVDISPINFOW& info) const;
     LRESULT customDraw(const NMLVCUSTOMDRAW& draw) const;
     void drawRow(HDC dc, std::size_t position) const;
     LRESULT drawHeader(const NMCUSTOMDRAW& draw) const;
 
     ListModel& model_;
+    std::wstring caption_;  // of the column
     std::size_t shown_ = 0;
-    ItemMouse mouse_;
     std::optional<std::size_t> dropHighlight_;
-    DWORD lastEdgeScroll_ = 0;
     int turned_ = 0;  // 120ths of a row that the wheel was turned and the list not scrolled yet
     Font headerFont_;
     HFONT font_ = nullptr;  // that text and rows are made for

@@ -70,10 +70,6 @@ void fillGradient(HDC dc, const RECT& area, Color top, Color bottom) {
     GdiGradientFill(dc, corners, 2, &whole, 1, GRADIENT_FILL_RECT_V);
 }
 
-RECT toRECT(const Rect& rect) {
-    return {rect.x, rect.y, rect.right(), rect.bottom()};
-}
-
 void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT font, Color color) {
     const SavedDc saved(dc);
     SelectObject(dc, font);

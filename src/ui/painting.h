@@ -61,7 +61,6 @@ void fillRect(HDC dc, const RECT& area, Color color);
 void frameRect(HDC dc, const RECT& area, Color color);
 // From one colour on top to another at the bottom.
 void fillGradient(HDC dc, const RECT& area, Color top, Color bottom);
-RECT toRECT(const Rect& rect);
 
 // Text within an area; `format` is DrawText's. The text is never read as a shortcut ("&").
 void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT font, Color color);

@@ -26,8 +26,7 @@ PictureBox::PictureBox(const PictureBoxArgs& args)
                   .style = WS_CHILD | WS_CLIPCHILDREN | (args.visible ? WS_VISIBLE : 0u) |
                            (args.tabStop ? WS_TABSTOP : 0u),
                   .exStyle = args.container ? DWORD{WS_EX_CONTROLPARENT} : 0u,
-                  .parent = args.parent},
-             Creation::WhenPlaced),
+                  .parent = args.parent}),
       role_(args.role),
       rising_(args.rising) {}
 

@@ -1,10 +1,29 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace tunovka {
+
+// A hidden one-line text through which windows hand each other a command or a value. The change
+// handler runs each time that another text is set; the handler may set the text itself.
+class TextBox {
+  public:
+    const std::wstring& text() const { return text_; }
+
+    void setText(const std::wstring& text) {
+        if (text == text_) return;
+        text_ = text;
+        if (onChange) onChange();
+    }
+
+    std::function<void()> onChange;
+
+  private:
+    std::wstring text_;
+};
 
 // The texts that windows write into each other's hidden text boxes `txtodkaz`. They are put
 // together and taken apart here alone.

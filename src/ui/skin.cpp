@@ -15,7 +15,8 @@ namespace tunovka {
 namespace Skin {
 namespace {
 
-constexpr int kLine = 20, kAroundLine = 4;  // in 96ths of an inch
+constexpr wchar_t kControls[] = L"comctl32.dll";  // loaded with the first list
+constexpr int kLine = 20, kAroundLine = 4;        // in 96ths of an inch
 
 Bitmap bitmapOf(const Picture& picture) {
     BITMAPINFO info{};
@@ -50,23 +51,23 @@ class Drawn {
     Bitmap bitmap_;
 };
 
-const PictureTable& pack() {
-    static const PictureTable table = [] {
+const Picture* drawnPicture(const std::wstring& key) {
+    static const std::map<std::wstring, Picture> pack = [] {
         const HRSRC found = FindResourceW(nullptr, L"SKIN", MAKEINTRESOURCEW(10));  // RT_RCDATA
-        const HGLOBAL loaded = found ? LoadResource(nullptr, found) : nullptr;
-        const auto* bytes = static_cast<const std::byte*>(loaded ? LockResource(loaded) : nullptr);
-        return bytes ? readSkinPack({bytes, SizeofResource(nullptr, found)}) : PictureTable{};
+        const void* bytes = LockResource(LoadResource(nullptr, found));
+        return readSkinPack({static_cast<const std::byte*>(bytes), SizeofResource(nullptr, found)});
     }();
-    return table;
+    const auto drawn = pack.find(key);
+    return drawn == pack.end() ? nullptr : &drawn->second;
 }
 
 const Picture* pictureAt(const std::wstring& key, int dpi) {
     static std::map<std::pair<std::wstring, int>, Picture> scaled;
     const auto known = scaled.find({key, dpi});
     if (known != scaled.end()) return &known->second;
-    const auto drawn = pack().find(key);
-    if (drawn == pack().end()) return nullptr;
-    return &scaled.emplace(std::pair{key, dpi}, scaledPicture(drawn->second, dpi, kSkinDotsPerInch))
+    const Picture* drawn = drawnPicture(key);
+    if (!drawn) return nullptr;
+    return &scaled.emplace(std::pair{key, dpi}, scaledPicture(*drawn, dpi, kSkinDotsPerInch))
                 .first->second;
 }
 
@@ -148,11 +149,14 @@ void forgetBitmaps() {
     keptBitmaps().clear();
 }
 
+namespace {
+
+// Square, with the colours not multiplied by alpha, as image lists take it.
 Bitmap createIcon(const std::wstring& key, int side) {
-    const auto found = pack().find(key);
-    if (found == pack().end()) return {};
-    Picture picture = scaledPicture(found->second, side, found->second.width);
-    for (std::uint32_t& pixel : picture.pixels) {  // plain colours beside their alpha
+    const Picture* drawn = drawnPicture(key);
+    if (!drawn) return {};
+    Picture picture = scaledPicture(*drawn, side, drawn->width);
+    for (std::uint32_t& pixel : picture.pixels) {
         const std::uint32_t alpha = pixel >> 24;
         if (alpha == 0) continue;
         std::uint32_t plain = alpha << 24;
@@ -162,8 +166,6 @@ Bitmap createIcon(const std::wstring& key, int side) {
     }
     return bitmapOf(picture);
 }
-
-namespace {
 
 std::map<std::pair<int, Font>, HFONT>& fonts() {
     static std::map<std::pair<int, Font>, HFONT> all;
@@ -188,48 +190,27 @@ int fontHeight(int dpi, Font kind) {
 }
 
 int lineHeight(int dpi) {
-    return std::max(scaledTo(dpi, kLine), fontHeight(dpi) + scaledTo(dpi, kAroundLine));
+    return std::max(MulDiv(kLine, dpi, 96), fontHeight(dpi) + MulDiv(kAroundLine, dpi, 96));
+}
+
+ImageList createImageList(Size size, const std::vector<std::wstring>& keys) {
+    static const LateFunction<decltype(ImageList_Create)> create(kControls, "ImageList_Create");
+    static const LateFunction<decltype(ImageList_Add)> add(kControls, "ImageList_Add");
+    if (!create || !add) return {};
+    ImageList list(create(size.width, size.height, ILC_COLOR32, 1, 16));
+    for (const std::wstring& key : keys) {
+        const Bitmap icon = createIcon(key, size.width);
+        add(list.get(), icon.get(), nullptr);
+    }
+    return list;
 }
 
 }  // namespace Skin
 
-namespace {
-
-constexpr wchar_t kControls[] = L"comctl32.dll";  // loaded with the first list
-
-}  // namespace
-
-ImageList::ImageList(Size size) {
-    static const LateFunction<decltype(ImageList_Create)> create(kControls, "ImageList_Create");
-    if (create) handle_ = create(size.width, size.height, ILC_COLOR32, 1, 16);
-}
-
-ImageList::ImageList(const std::vector<std::wstring>& keys, int side)
-    : ImageList(Size{side, side}) {
-    static const LateFunction<decltype(ImageList_Add)> add(kControls, "ImageList_Add");
-    for (const std::wstring& key : keys) {
-        const Bitmap icon = Skin::createIcon(key, side);
-        if (icon && add && add(handle_, icon.get(), nullptr) >= 0) keys_.push_back(key);
-    }
-}
-
-ImageList::~ImageList() {
-    static const LateFunction<decltype(ImageList_Destroy)> destroy(kControls, "ImageList_Destroy");
-    if (handle_ && destroy) destroy(handle_);
-}
-
-ImageList::ImageList(ImageList&& other) noexcept
-    : handle_(std::exchange(other.handle_, nullptr)), keys_(std::move(other.keys_)) {}
-
-ImageList& ImageList::operator=(ImageList&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    std::swap(keys_, other.keys_);
-    return *this;
-}
-
-int ImageList::index(const std::wstring& key) const {
-    const auto found = std::find(keys_.begin(), keys_.end(), key);
-    return found == keys_.end() ? -1 : static_cast<int>(found - keys_.begin());
+void ImageListKind::close(HIMAGELIST list) {
+    static const LateFunction<decltype(ImageList_Destroy)> destroy(Skin::kControls,
+                                                                   "ImageList_Destroy");
+    if (destroy) destroy(list);
 }
 
 }  // namespace tunovka

@@ -5,13 +5,17 @@
 #include <commctrl.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "core/handle.h"
 #include "ui/geometry.h"
 
 namespace tunovka {
+
+struct ImageListKind : handle_kinds::NullIsNone<HIMAGELIST> {
+    static void close(HIMAGELIST list);
+};
+using ImageList = Handle<ImageListKind>;
 
 // The skin's pictures by key and the program's fonts. Pictures are kept at 192 dots per inch and
 // scaled once for each dpi, the first time that they are asked for.
@@ -32,10 +36,6 @@ void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi,
 // Gives back the pictures that are kept for the next drawing, which makes them again.
 void forgetBitmaps();
 
-// The picture `side` pixels square, with soft edges, as image lists take it; nothing for an unknown
-// key.
-Bitmap createIcon(const std::wstring& key, int side);
-
 enum class Font { Text, Bold, Title };  // a title is bold and twice as large
 
 // The system's message font at a dpi; it lives as long as the program.
@@ -46,30 +46,9 @@ int fontHeight(int dpi, Font font = Font::Text);
 // Of a line of text and of a tree's row: it grows with the system's font.
 int lineHeight(int dpi);
 
+// A system image list for pictures of that size in pixels, with these square ones in their order.
+ImageList createImageList(Size size, const std::vector<std::wstring>& keys = {});
+
 }  // namespace Skin
-
-// A system image list with pictures by key, shared by trees and lists. It keeps its handle.
-class ImageList {
-  public:
-    ImageList() = default;
-    explicit ImageList(HIMAGELIST list) : handle_(list) {}
-    // For pictures of that size, in pixels; without one.
-    explicit ImageList(Size size);
-    // Square pictures of `side` pixels.
-    ImageList(const std::vector<std::wstring>& keys, int side);
-    ~ImageList();
-    ImageList(ImageList&& other) noexcept;
-    ImageList& operator=(ImageList&& other) noexcept;
-
-    HIMAGELIST handle() const { return handle_; }
-    // Gives the list to a control that destroys it.
-    HIMAGELIST release() { return std::exchange(handle_, nullptr); }
-    // Position of a key's picture, -1 for an unknown or empty key.
-    int index(const std::wstring& key) const;
-
-  private:
-    HIMAGELIST handle_ = nullptr;
-    std::vector<std::wstring> keys_;
-};
 
 }  // namespace tunovka

@@ -14,10 +14,7 @@ inline constexpr int kSkinDotsPerInch = 192;
 
 // Widths, in pixels, of the borders that keep their size when a picture is stretched.
 struct Borders {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
+    int left = 0, top = 0, right = 0, bottom = 0;
 };
 
 // Pixels 0xAARRGGBB with the colours multiplied by alpha (in memory the bytes B G R A, as
@@ -29,19 +26,17 @@ struct Picture {
     std::vector<std::uint32_t> pixels;
 };
 
-using PictureTable = std::map<std::wstring, Picture>;
-
-// The pictures of a skin resource by their keys. Bad or truncated bytes give an empty table.
+// The pictures of a skin resource by their keys. The program's own resource is not checked.
 //
-// The resource, as tools/pack-pictures writes it (numbers little-endian, sizes in pixels at
+// It is what tools/pack-pictures writes (numbers little-endian, sizes in pixels at
 // kSkinDotsPerInch):
-//   "TSKN", 16-bit version 1, 16-bit number of pictures
+//   32-bit number of pictures
 //   a picture: its key in 16 bytes of ASCII filled up with NUL; six 16-bit numbers: width, height
 //   and the borders left, top, right, bottom; 32-bit offset of its runs from the first byte of the
 //   resource; 32-bit length of its runs in bytes
 //   runs: a byte n < 128, then n + 1 pixels B G R A; or a byte n >= 128, then one pixel that
 //   stands n - 127 times. Runs go on over the ends of rows and fill the picture exactly.
-PictureTable readSkinPack(std::span<const std::byte> bytes);
+std::map<std::wstring, Picture> readSkinPack(std::span<const std::byte> bytes);
 
 // The picture and its borders times numerator / denominator (both above 0), rounded half up, at
 // least one pixel: averaged by area where it shrinks, linear between pixels where it grows.

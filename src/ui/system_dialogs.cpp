@@ -18,7 +18,7 @@
 #include "core/late_function.h"
 #include "core/paths.h"
 #include "core/text.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 
 namespace tunovka {
 namespace {

@@ -1,5 +1,6 @@
 #include "ui/tree_view.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/errors.h"
@@ -9,41 +10,28 @@ namespace tunovka {
 namespace {
 
 constexpr std::size_t kLongestText = 1023;
-constexpr int kEdge = 16;         // how near to the edge a drag scrolls, in 96ths of an inch
-constexpr DWORD kEdgePause = 80;  // milliseconds between two scrolled lines
-
 }  // namespace
 
 TreeView::TreeView(const TreeArgs& args)
-    : Window(Args{.name = args.name,
-                  .className = WC_TREEVIEWW,
-                  .text = args.text,
-                  .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | TVS_HASBUTTONS |
-                           TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
-                  .parent = args.parent},
-             args.putOff ? Creation::OnDemand : Creation::Now),
-      mouse_(*this,
-             {.press = [this](MouseButton button, Point point) { pressed(button, point); },
-              .release = [this](MouseButton button, Point point) { released(button, point); },
-              .doubleClick = [this](Point point) { doubleClicked(point); },
-              .drag = [this](Point from) { return dragged(from); }}) {
+    : ItemView(Args{.name = args.name,
+                    .className = WC_TREEVIEWW,
+                    .text = args.text,
+                    .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | TVS_HASBUTTONS |
+                             TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
+                             TVS_DISABLEDRAGDROP | TVS_NOTOOLTIPS,
+                    .parent = args.parent}) {
     setAccessibleName(args.text);
-    if (!args.putOff) onCreated();
 }
 
-void TreeView::onCreated() {
+void TreeView::prepare() {
     send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }
 
-TreeView::~TreeView() = default;
-
-void TreeView::setImages(ImageList images) {
+void TreeView::setImages(const std::vector<std::wstring>& keys, int side) {
+    ImageList images = Skin::createImageList({side, side}, keys);
+    send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images.get()));
     images_ = std::move(images);
-    send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.handle()));
-}
-
-void TreeView::setDefaultImage(const std::wstring& imageKey) {
-    defaultImage_ = images_.index(imageKey);
+    imageKeys_ = keys;
 }
 
 void TreeView::add(const NodeArgs& args) {
@@ -52,14 +40,15 @@ void TreeView::add(const NodeArgs& args) {
     auto node = std::make_unique<Node>(Node{args.key, nullptr, args.foreground});
     // Nobody reads more of a node, and painting a text of megabytes stands still.
     const std::wstring text = args.text.substr(0, kLongestText);
-    const int image = args.imageKey.empty() ? defaultImage_ : images_.index(args.imageKey);
+    const auto image = std::ranges::find(imageKeys_, args.imageKey);
     TVINSERTSTRUCTW insert{};
     insert.hParent = args.parentKey.empty() ? TVI_ROOT : itemOf(args.parentKey);
     insert.hInsertAfter = TVI_LAST;
     insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_STATE | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
     insert.item.pszText = const_cast<wchar_t*>(text.c_str());
     insert.item.lParam = reinterpret_cast<LPARAM>(node.get());
-    insert.item.iImage = insert.item.iSelectedImage = image < 0 ? I_IMAGENONE : image;
+    insert.item.iImage = insert.item.iSelectedImage =
+        image == imageKeys_.end() ? I_IMAGENONE : static_cast<int>(image - imageKeys_.begin());
     insert.item.stateMask = TVIS_BOLD;
     insert.item.state = args.bold ? TVIS_BOLD : 0;
     node->item =
@@ -161,13 +150,20 @@ std::wstring TreeView::nextSibling(const std::wstring& key) const {
     return keyOf(related(itemOf(key), TVGN_NEXT));
 }
 
-std::wstring TreeView::nodeAt(Point point) const {
+// `place` becomes one of TVHT_...
+HTREEITEM TreeView::hitTest(Point point, UINT& place) const {
     TVHITTESTINFO test{};
     test.pt = {point.x, point.y};
-    const auto item =
-        reinterpret_cast<HTREEITEM>(send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&test)));
+    const LRESULT item = send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&test));
+    place = test.flags;
+    return reinterpret_cast<HTREEITEM>(item);
+}
+
+std::wstring TreeView::nodeAt(Point point) const {
+    UINT place = 0;
+    HTREEITEM item = hitTest(point, place);
     const UINT over = TVHT_ONITEM | TVHT_ONITEMRIGHT | TVHT_ONITEMINDENT | TVHT_ONITEMBUTTON;
-    return test.flags & over ? keyOf(item) : std::wstring();
+    return place & over ? keyOf(item) : std::wstring();
 }
 
 Rect TreeView::nodeArea(const std::wstring& key) const {
@@ -176,8 +172,7 @@ Rect TreeView::nodeArea(const std::wstring& key) const {
     // The message takes the item in the area's place.
     std::memcpy(&area, &item, sizeof item);  // NOLINT(bugprone-sizeof-expression): a handle
     if (!send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area))) return {};
-    return {static_cast<int>(area.left), static_cast<int>(area.top),
-            static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+    return rectOf(area);
 }
 
 void TreeView::select(const std::wstring& key) {
@@ -206,14 +201,6 @@ std::wstring TreeView::dropHighlight() const {
     return keyOf(related(nullptr, TVGN_DROPHILITE));
 }
 
-void TreeView::scrollNearEdge(Point point) {
-    const int edge = scaled(kEdge);
-    const bool up = point.y < edge, down = point.y >= clientSize().height - edge;
-    if ((!up && !down) || GetTickCount() - lastEdgeScroll_ < kEdgePause) return;
-    lastEdgeScroll_ = GetTickCount();
-    send(WM_VSCROLL, up ? SB_LINEUP : SB_LINEDOWN);
-}
-
 TreeView::RedrawOff::RedrawOff(TreeView& tree) : tree_(tree) {
     if (tree_.redrawOff_++ == 0) tree_.send(WM_SETREDRAW, FALSE);
 }
@@ -225,13 +212,11 @@ TreeView::RedrawOff::~RedrawOff() {
 }
 
 void TreeView::pressed(MouseButton button, Point point) {
-    TVHITTESTINFO test{};
-    test.pt = {point.x, point.y};
-    const auto item =
-        reinterpret_cast<HTREEITEM>(send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&test)));
     const std::wstring key = nodeAt(point);
     if (!key.empty()) select(key);
-    toggled_ = item && button == MouseButton::Left && (test.flags & TVHT_ONITEMBUTTON);
+    UINT place = 0;
+    HTREEITEM item = hitTest(point, place);
+    toggled_ = item && button == MouseButton::Left && (place & TVHT_ONITEMBUTTON);
     if (toggled_) send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(item));
     if (onMouseDown) onMouseDown(button, point);
 }
@@ -257,40 +242,24 @@ bool TreeView::dragged(Point from) {
 }
 
 std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (mouse_.take(message, wparam, lparam)) return 0;
     switch (message) {
         case WM_GETDLGCODE:  // else Enter would go to the form
             if (wparam == VK_RETURN && onKeyDown)
                 return defaultProcedure(message, wparam, lparam) | DLGC_WANTMESSAGE;
             return std::nullopt;
-        case WM_KEYDOWN:
-            if (onKeyDown && onKeyDown(static_cast<WORD>(wparam))) return 0;
-            return byKeyboard(message, wparam, lparam);
-        case WM_CHAR:  // typing finds a node
-            return wparam == VK_RETURN ? 0 : byKeyboard(message, wparam, lparam);
         case WM_SYSKEYDOWN:  // Wine's tree keeps Shift+F10 to itself
             return DefWindowProcW(handle(), message, wparam, lparam);
-        case WM_CONTEXTMENU:
-            if (lparam == -1) keyboardMenu();
-            return 0;
         default:
-            return std::nullopt;
+            return ItemView::onMessage(message, wparam, lparam);
     }
 }
 
-LRESULT TreeView::byKeyboard(UINT message, WPARAM wparam, LPARAM lparam) {
-    byKeyboard_ = true;
-    const LRESULT answer = defaultProcedure(message, wparam, lparam);
-    byKeyboard_ = false;
-    return answer;
-}
-
-void TreeView::keyboardMenu() {
+std::optional<Point> TreeView::menuPlace() {
     const std::wstring key = selectedKey();
-    if (key.empty() || !onContextMenu) return;
+    if (key.empty()) return std::nullopt;
     ensureVisible(key);
     const Rect area = nodeArea(key);
-    onContextMenu(toScreen({area.x + area.width / 2, area.bottom()}));
+    return Point{area.x + area.width / 2, area.bottom()};
 }
 
 std::optional<LRESULT> TreeView::onNotify(NMHDR& header) {
@@ -303,9 +272,6 @@ std::optional<LRESULT> TreeView::onNotify(NMHDR& header) {
             if (change.action == TVE_EXPAND && !key.empty() && onExpand) onExpand(key);
             return 0;
         }
-        case TVN_SELCHANGEDW:
-            if (byKeyboard_ && onSelectionByKey) onSelectionByKey();
-            return 0;
         default:
             return std::nullopt;
     }

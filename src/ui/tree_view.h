@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "ui/item_mouse.h"
+#include "ui/item_view.h"
 #include "ui/skin.h"
 #include "ui/window.h"
 
@@ -16,29 +16,26 @@ namespace tunovka {
 // The system's tree with nodes that are known by unique, non-empty keys (compared exactly). An
 // unknown key raises kElementNotFound, a key that is there already kKeyNotUnique; "" as a parent is
 // the root. Anything that lets events run may remove nodes: look up by key again afterwards.
-class TreeView : public Window {
+class TreeView : public ItemView {
   public:
     struct TreeArgs {
         std::wstring name;
         std::wstring text;  // the accessible name
         Window* parent;
-        bool putOff = false;  // created by createNow()
     };
     struct NodeArgs {
         std::wstring parentKey;
         std::wstring key;
         std::wstring text;
-        std::wstring imageKey;  // "" for no picture
+        std::wstring imageKey;
         Color foreground = MultiMedialny::palette().NodeForeColor;
         bool bold = false;
     };
 
     explicit TreeView(const TreeArgs& args);
-    ~TreeView() override;
 
-    void setImages(ImageList images);
-    // The picture of nodes that are added without one of their own.
-    void setDefaultImage(const std::wstring& imageKey);
+    // The pictures that its nodes may have, `side` pixels square.
+    void setImages(const std::vector<std::wstring>& keys, int side);
 
     void add(const NodeArgs& node);
     void remove(const std::wstring& key);
@@ -49,8 +46,8 @@ class TreeView : public Window {
     bool contains(const std::wstring& key) const { return nodes_.contains(key); }
     std::wstring text(const std::wstring& key) const;
 
+    std::wstring selectedKey() const override;
     // "" where there is none.
-    std::wstring selectedKey() const;
     std::wstring firstRoot() const;
     std::wstring firstChild(const std::wstring& key) const;
     std::wstring nodeAt(Point point) const;
@@ -64,8 +61,6 @@ class TreeView : public Window {
 
     // Marks the node under a drag; "" marks none.
     void setDropHighlight(const std::wstring& key);
-    // Scrolls by a line when a drag's pointer is near the upper or lower edge.
-    void scrollNearEdge(Point point);
 
     // Keeps the tree from painting while it is filled.
     class RedrawOff {
@@ -79,16 +74,10 @@ class TreeView : public Window {
         TreeView& tree_;
     };
 
-    std::function<void(MouseButton, Point)> onMouseDown;  // the node under it is selected already
-    std::function<void(MouseButton, Point)> onMouseUp;
     std::function<void()> onClick;                             // anywhere in the tree
     std::function<void(const std::wstring& key)> onNodeClick;  // after onClick
-    std::function<void()> onDoubleClick;                       // anywhere but on a node's button
     std::function<void(const std::wstring& key)> onExpand;     // by a person or expand()
-    std::function<void()> onSelectionByKey;  // the selection moved by the keyboard
     std::function<bool(const std::wstring& key)> onBeginDrag;  // false when nothing is dragged
-    std::function<bool(WORD key)> onKeyDown;                   // true when used up
-    std::function<void(Point screen)> onContextMenu;           // asked by the keyboard
 
     // Asked by tests and benchmarks alone.
     std::size_t count() const { return nodes_.size(); }
@@ -99,7 +88,6 @@ class TreeView : public Window {
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     std::optional<LRESULT> onNotify(NMHDR& header) override;
-    void onCreated() override;
 
   private:
     struct Node {
@@ -113,21 +101,19 @@ class TreeView : public Window {
     Node* nodeOf(HTREEITEM item) const;
     HTREEITEM related(HTREEITEM item, UINT relation) const;
     void forget(HTREEITEM item);
-    void pressed(MouseButton button, Point point);
-    void released(MouseButton button, Point point);
-    void doubleClicked(Point point);
-    bool dragged(Point from);
+    HTREEITEM hitTest(Point point, UINT& place) const;
+    void prepare() override;
+    void pressed(MouseButton button, Point point) override;
+    void released(MouseButton button, Point point) override;
+    void doubleClicked(Point point) override;
+    bool dragged(Point from) override;
+    std::optional<Point> menuPlace() override;
     LRESULT customDraw(NMTVCUSTOMDRAW& draw) const;
-    LRESULT byKeyboard(UINT message, WPARAM wparam, LPARAM lparam);
-    void keyboardMenu();
 
     std::unordered_map<std::wstring_view, std::unique_ptr<Node>> nodes_;
     ImageList images_;
-    int defaultImage_ = -1;
-    ItemMouse mouse_;
+    std::vector<std::wstring> imageKeys_;
     int redrawOff_ = 0;
-    DWORD lastEdgeScroll_ = 0;
-    bool byKeyboard_ = false;
     bool toggled_ = false;  // the press opened or closed a node: no drag, no double click
 };
 

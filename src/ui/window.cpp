@@ -81,6 +81,25 @@ int dpiOf(HWND window) {
     return static_cast<int>(dpi);
 }
 
+RECT toRECT(const Rect& rect) {
+    return {rect.x, rect.y, rect.right(), rect.bottom()};
+}
+
+Rect rectOf(const RECT& rect) {
+    return {static_cast<int>(rect.left), static_cast<int>(rect.top),
+            static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top)};
+}
+
+Point pointOf(POINT point) {
+    return {static_cast<int>(point.x), static_cast<int>(point.y)};
+}
+
+Point pointerPlace() {
+    POINT place{};
+    GetCursorPos(&place);
+    return pointOf(place);
+}
+
 Point pointOf(LPARAM lparam) {
     return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
 }
@@ -104,22 +123,16 @@ MouseButton buttonOf(UINT message) {
     }
 }
 
-Window::Window(const Args& args, Creation creation) : creation_(creation) {
-    if (creation == Creation::Now) {
-        create(args);
-        return;
-    }
-    waiting_ = std::make_unique<Args>(args);
-    name_ = args.name;
-    if (args.parent) host_ = args.parent->host_;
-}
+Window::Window(const Args& args)
+    : waiting_(std::make_unique<Args>(args)), host_(args.parent->host_), name_(args.name) {}
 
-void Window::createNow() {
+void Window::createWaiting() {
     if (!waiting_) return;
     const std::unique_ptr<Args> args = std::move(waiting_);
-    if (args->parent) args->parent->createNow();
+    args->parent->createWaiting();
     create(*args);
-    onCreated();
+    prepare();
+    if (onCreated) onCreated();
 }
 
 Window::~Window() {
@@ -129,7 +142,6 @@ Window::~Window() {
 void Window::create(const Args& args) {
     if (args.className) prepareSystemControls();
     name_ = args.name;
-    if (args.parent) host_ = args.parent->host_;
     registerOwnClass(ownProcedure);
     handle_ = CreateWindowExW(args.exStyle, args.className ? args.className : ownClass(args.style),
                               args.text.c_str(), args.style | WS_CLIPSIBLINGS, args.bounds.x,
@@ -232,8 +244,7 @@ Rect Window::bounds() const {
     GetWindowRect(handle_, &area);
     if (GetWindowLongW(handle_, GWL_STYLE) & WS_CHILD)
         MapWindowPoints(nullptr, GetParent(handle_), reinterpret_cast<POINT*>(&area), 2);
-    return {static_cast<int>(area.left), static_cast<int>(area.top),
-            static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+    return rectOf(area);
 }
 
 Size Window::clientSize() const {
@@ -245,7 +256,7 @@ Size Window::clientSize() const {
 void Window::setBounds(const Rect& bounds) {
     if (waiting_) {
         waiting_->bounds = bounds;
-        if (creation_ == Creation::WhenPlaced && bounds.width > 0 && bounds.height > 0) createNow();
+        if (bounds.width > 0 && bounds.height > 0) createWaiting();
         return;
     }
     if (bounds == this->bounds()) return;
@@ -302,19 +313,23 @@ int Window::dpi() const {
     return host_ ? host_->dpiOfForm() : dpiOf(handle_);
 }
 int Window::scaled(int units) const {
-    return scaledTo(dpi(), units);
+    return MulDiv(units, dpi(), 96);
+}
+
+bool Window::isUnderPointer() const {
+    return clientArea().contains(fromScreen(pointerPlace()));
 }
 
 Point Window::toScreen(Point point) const {
     POINT place{point.x, point.y};
     ClientToScreen(handle_, &place);
-    return {static_cast<int>(place.x), static_cast<int>(place.y)};
+    return pointOf(place);
 }
 
 Point Window::fromScreen(Point point) const {
     POINT place{point.x, point.y};
     ScreenToClient(handle_, &place);
-    return {static_cast<int>(place.x), static_cast<int>(place.y)};
+    return pointOf(place);
 }
 
 }  // namespace tunovka

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -64,13 +65,11 @@ class Window {
 
     HWND handle() const { return handle_; }
 
-    // Creates a window that waits to be created, and its parent; nothing when it is there. Until
-    // then it has its arguments and nothing else: what else is asked of it does nothing.
-    void createNow();
     const std::wstring& name() const { return name_; }
 
     Rect bounds() const;  // within the parent's client area; of a form, on the screen
     Size clientSize() const;
+    Rect clientArea() const { return {0, 0, clientSize().width, clientSize().height}; }
     void setBounds(const Rect& bounds);
     void setVisible(bool visible);
     bool isVisible() const;  // its own flag, also while a parent is hidden
@@ -101,23 +100,26 @@ class Window {
     // Paints what controls that lie on this one show behind them.
     virtual void paintBehind(HDC) const {}
 
-    // The number in 96ths of an inch as pixels of this window's screen.
+    // The one scaling function: a size in 96ths of an inch as pixels of this window's screen.
     int scaled(int units) const;
     int dpi() const;  // of its form
 
+    bool isUnderPointer() const;  // its client area
     Point toScreen(Point point) const;
     Point fromScreen(Point point) const;
 
-  protected:
-    // When the system window is created: at once; with the first setBounds() that gives it an
-    // area, so that it need not be moved there; or by createNow().
-    enum class Creation { Now, WhenPlaced, OnDemand };
+    std::function<void()> onCreated;
 
-    explicit Window(const Args& args, Creation creation = Creation::Now);
+  protected:
+    // A control. Its system window is created, after its parent's, by the first setBounds() that
+    // gives it an area: it need not be moved there. Until then it has its arguments, and what else
+    // is asked of it does nothing.
+    explicit Window(const Args& args);
+    // A top-level window, which the derived class creates.
     Window() = default;
     void create(const Args& args);
-    // Called when a window that waited to be created is there.
-    virtual void onCreated() {}
+    // The system window of a control is there.
+    virtual void prepare() {}
     void destroy();
 
     LRESULT send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
@@ -140,6 +142,7 @@ class Window {
 
   private:
     friend class Form;
+    void createWaiting();
     static LRESULT CALLBACK ownProcedure(HWND, UINT, WPARAM, LPARAM);
     LRESULT route(UINT message, WPARAM wparam, LPARAM lparam);
     bool answer(LRESULT& answer, UINT message, WPARAM wparam, LPARAM lparam);
@@ -147,7 +150,6 @@ class Window {
 
     HWND handle_ = nullptr;
     std::unique_ptr<Args> waiting_;  // until the window is created
-    Creation creation_ = Creation::Now;
     Host* host_ = nullptr;
     WNDPROC original_ = DefWindowProcW;  // of a system control its own
     std::wstring name_, accessibleName_, tip_;
@@ -157,13 +159,16 @@ class Window {
 // tell them apart.
 int dpiOf(HWND window);
 
-// The one scaling function: a size written for 96 dots per inch, in pixels of a screen.
-inline int scaledTo(int dpi, int units) {
-    return MulDiv(units, dpi, 96);
-}
-
 // The Window object of a system window, nullptr when it is none of the program's.
 Window* windowOf(HWND handle);
+
+// Rectangles and points as the system counts them, and back.
+RECT toRECT(const Rect& rect);
+Rect rectOf(const RECT& rect);
+Point pointOf(POINT point);
+
+// Where the pointer is on the screen.
+Point pointerPlace();
 
 // Place and button of a mouse message.
 Point pointOf(LPARAM lparam);

@@ -18,7 +18,7 @@
 #include "support/last_words.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/frm_box.h"
 
 namespace tunovka {

@@ -16,7 +16,7 @@
 #include "pictures/album.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 
 namespace tunovka {
 

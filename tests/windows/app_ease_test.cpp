@@ -17,7 +17,7 @@
 #include "support/machine.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/frm_vstup.h"
 

@@ -16,7 +16,7 @@
 #include "support/error_of.h"
 #include "support/person.h"
 #include "ui/drag_drop.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 
 namespace tunovka {
 namespace {

@@ -7,7 +7,7 @@
 #include "core/loop.h"
 #include "support/disk_faults.h"
 #include "support/file_menus.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 
 namespace tunovka {
 namespace {

@@ -8,7 +8,7 @@
 #include "support/disk_faults.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/frm_box.h"
 
 namespace tunovka {

@@ -3,7 +3,7 @@
 
 #include "app/frm_o_programe.h"
 #include "support/person.h"
-#include "ui/forms.h"
+#include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/skinned_form.h"
 

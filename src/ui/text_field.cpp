@@ -1,0 +1,65 @@
+#include "ui/text_field.h"
+
+#include <algorithm>
+
+#include "ui/colors.h"
+#include "ui/skin.h"
+
+namespace tunovka {
+namespace {
+
+DWORD styleOf(const TextField::TextFieldArgs& args) {
+    DWORD style = WS_CHILD | WS_TABSTOP;
+    if (args.ground) style |= ES_READONLY;
+    if (args.visible) style |= WS_VISIBLE;
+    style |= args.wraps ? ES_MULTILINE | ES_AUTOVSCROLL : ES_AUTOHSCROLL;
+    if (args.scrollBar) style |= WS_VSCROLL;
+    return style;
+}
+
+}  // namespace
+
+TextField::TextField(const TextFieldArgs& args)
+    : Window(Args{.name = args.name,
+                  .className = L"EDIT",
+                  .text = args.text,
+                  .style = styleOf(args),
+                  .parent = args.parent}),
+      ground_(args.ground) {}
+
+void TextField::applyFont() {
+    const HFONT font = Skin::font(dpi());
+    if (font == font_ || !handle()) return;  // the system would break the text into lines again
+    font_ = font;
+    send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    if (ground_) send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+}
+
+int TextField::heightAt(int width) {
+    Rect area = bounds();
+    area.width = width;
+    area.height = std::max(area.height, 1);
+    setBounds(area);
+    return static_cast<int>(send(EM_GETLINECOUNT)) * Skin::fontHeight(dpi());
+}
+
+void TextField::selectStart(std::size_t letters) {
+    send(EM_SETSEL, 0, static_cast<LPARAM>(letters));
+}
+
+HBRUSH TextField::onColors(HDC dc) {
+    if (!ground_) return nullptr;
+    const Color ground = colors().plain ? colors().ground : *ground_;
+    SetTextColor(dc, colors().text);
+    SetBkColor(dc, ground);
+    SetDCBrushColor(dc, ground);
+    return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+}
+
+std::optional<LRESULT> TextField::onMessage(UINT message, WPARAM, LPARAM) {
+    // Otherwise a text of several lines would keep the form's keys to itself.
+    if (message == WM_GETDLGCODE && ground_) return DLGC_WANTARROWS;
+    return std::nullopt;
+}
+
+}  // namespace tunovka
