@@ -35,11 +35,7 @@ frmPrieskumnik::frmPrieskumnik()
                    .strip = L"Zahlavie",
                    .closer = L"Ikoniec",
                    .minimizer = L"Iminim"}),
-      LblBar({.name = L"LblBar",
-              .caption = L"",
-              .parent = this,
-              .format = DT_PATH_ELLIPSIS,
-              .status = true}),
+      LblBar({.name = L"LblBar", .parent = this, .format = DT_PATH_ELLIPSIS, .status = true}),
       folders(*this, LblBar, txtPath,
               [this](const std::wstring& folder) { contents.ListFolderContents(folder); }),
       contents(*this, txtPath),
@@ -65,6 +61,8 @@ frmPrieskumnik::frmPrieskumnik()
              .renamed = [this](const std::wstring& key,
                                const std::wstring& name) { fileRenamed(key, name); }}),
       playing(prehrat, contents, player) {
+    for (const MultiMedialny::Kind& kind : MultiMedialny::kinds())
+        if (!kind.iconKey.empty()) Ilist.emplace_back(kind.iconKey);
     bindHandlers();
 }
 
@@ -269,8 +267,8 @@ void frmPrieskumnik::applyDpi() {
     if (!treesThere() || font_ == Skin::font(dpi())) return;
     font_ = Skin::font(dpi());
     const auto font = reinterpret_cast<WPARAM>(font_);
-    setTreePictures();
-    for (const TreeView* tree : {&folders.strom, &contents.Tview}) {
+    for (TreeView* tree : {&folders.strom, &contents.Tview}) {
+        tree->setImages(Ilist, scaled(16));
         SendMessageW(tree->handle(), WM_SETFONT, font, TRUE);
         SendMessageW(tree->handle(), TVM_SETITEMHEIGHT, Skin::lineHeight(dpi()), 0);
     }
@@ -291,14 +289,6 @@ void frmPrieskumnik::createTrees() {
 
 void frmPrieskumnik::placeTrees() {
     for (const auto& [tree, place] : treePlaces_) tree->setBounds(place);
-}
-
-void frmPrieskumnik::setTreePictures() {
-    folders.strom.setImages({kFolderPicture}, scaled(16));
-    std::vector<std::wstring> icons;
-    for (const MultiMedialny::Kind& kind : MultiMedialny::kinds())
-        if (!kind.iconKey.empty()) icons.emplace_back(kind.iconKey);
-    contents.Tview.setImages(icons, scaled(16));
 }
 
 Size frmPrieskumnik::arrange(int stripBottom) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "app/contents_tree.h"
 #include "app/explorer_menus.h"
@@ -80,9 +82,9 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     void createTrees();
     void placeTrees();
     void applyDpi();
-    void setTreePictures();
 
     std::array<std::pair<Window*, Rect>, 3> treePlaces_;  // with the drive list
+    std::vector<std::wstring> Ilist{kFolderPicture};      // the pictures of the trees' nodes
     HFONT font_ = nullptr;                                // that the trees have now
     int leftShare_ = 300;  // of the folder tree's width in thousandths
 };

@@ -20,7 +20,7 @@ Splitter::Splitter(Form& form)
                .parent = &form,
                .role = ROLE_SYSTEM_SEPARATOR,
                .tabStop = true}),
-      Obdlznik({.name = L"Obdlznik", .text = L"", .parent = &form, .visible = false}) {
+      Obdlznik({.name = L"Obdlznik", .parent = &form, .visible = false}) {
     Medzera.onPaint = [this](HDC dc, Size size) { Medzera_Paint(dc, size); };
     Medzera.onMove = [this](StripMove move) { Medzera_Move(move); };
     Medzera.onMouseDown = [this](MouseButton button, Point at) { Medzera_MouseDown(button, at); };

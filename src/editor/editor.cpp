@@ -161,11 +161,11 @@ void Editor::restoreLoadOrder() {
 
 std::wstring Editor::askTarget() const {
     const SaveSuggestion suggestion = saveSuggestion(document.playlistPath(), links_.shownFolder());
-    return askSavePath(form_, {.title = std::wstring(kSaveTitle),
-                               .filter = saveFilter(),
-                               .filterIndex = suggestion.filterIndex,
-                               .folder = suggestion.folder,
-                               .name = suggestion.fileName});
+    return Cdialog::ShowSave(form_, {.title = std::wstring(kSaveTitle),
+                                     .filter = saveFilter(),
+                                     .filterIndex = suggestion.filterIndex,
+                                     .folder = suggestion.folder,
+                                     .name = suggestion.fileName});
 }
 
 void Editor::saveAs() {

@@ -59,13 +59,8 @@ frmplejlist::frmplejlist(ProgramLinks& links)
                    .minimum = kMinimum}),
       editor(*this, links),
       lblpočet({.name = L"lblpočet", .caption = std::wstring(kInitialCountLabel), .parent = this}),
-      lblplejlist(
-          {.name = L"lblplejlist", .caption = L"", .parent = this, .format = DT_PATH_ELLIPSIS}),
-      lblbar({.name = L"lblbar",
-              .caption = L"",
-              .parent = this,
-              .format = DT_PATH_ELLIPSIS,
-              .status = true}),
+      lblplejlist({.name = L"lblplejlist", .parent = this, .format = DT_PATH_ELLIPSIS}),
+      lblbar({.name = L"lblbar", .parent = this, .format = DT_PATH_ELLIPSIS, .status = true}),
       Lview({.name = L"Lview", .text = L"Položky playlistu", .parent = this}, editor.document),
       scroller(*this, Lview, rowsPerPageCut),
       menu1(editorMenu()),
@@ -254,9 +249,9 @@ bool frmplejlist::queryUnload() {
     show();  // the question lies over the window that it is about
     const std::int16_t answer = ask(saveChangesQuestion());
     if (answer == 1 && editor.document.playlistPath() == kNewPlaylist) {
-        askSavePath(*this, {.title = std::wstring(kSaveTitle),
-                            .filter = std::wstring(kCloseSaveFilter),
-                            .folder = links_.shownFolder()});
+        Cdialog::ShowSave(*this, {.title = std::wstring(kSaveTitle),
+                                  .filter = std::wstring(kCloseSaveFilter),
+                                  .folder = links_.shownFolder()});
     }
     return answer == 1 || answer == 2;
 }

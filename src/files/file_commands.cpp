@@ -65,10 +65,11 @@ void FileCommands::vlozit_subor_Click() {
     const std::wstring copied = clipboardPath(parts_.txtsubor.text());
     if (copied.empty()) return;
     const std::wstring found = fileOnDisk(copied), source = found.empty() ? copied : found;
-    const std::wstring destination = askSavePath(parts_.form, {.title = std::wstring(kPasteTitle),
-                                                               .filter = pasteFilter(source),
-                                                               .folder = parts_.strom.selectedKey(),
-                                                               .name = fileName(source)});
+    const std::wstring destination =
+        Cdialog::ShowSave(parts_.form, {.title = std::wstring(kPasteTitle),
+                                        .filter = pasteFilter(source),
+                                        .folder = parts_.strom.selectedKey(),
+                                        .name = fileName(source)});
     if (!destination.empty()) FSOakcie::carryOut(explorer_, kTransfer, source, destination);
 }
 

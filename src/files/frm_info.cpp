@@ -26,7 +26,7 @@ constexpr int kMostPathLines = 10;
 constexpr UINT kBlink = 300;  // milliseconds
 
 TextField::TextFieldArgs value(const wchar_t* name, Form* form, bool wraps = false) {
-    return {.name = name, .text = L"", .parent = form, .ground = colors().card, .wraps = wraps};
+    return {.name = name, .parent = form, .ground = colors().card, .wraps = wraps};
 }
 
 std::wstring decimalSeparator() {
@@ -49,7 +49,7 @@ frminfo::frminfo(HWND owner)
       lbldatvyt(value(L"lbldatvyt", this)),
       lbldatzmena(value(L"lbldatzmena", this)),
       lbldatotvor(value(L"lbldatotvor", this)),
-      lblznak({.name = L"lblznak", .caption = L"", .parent = this, .wraps = true}),
+      lblznak({.name = L"lblznak", .parent = this, .wraps = true}),
       lbltitul(value(L"lbltitul", this)),
       lblautor(value(L"lblautor", this)),
       lblalbum(value(L"lblalbum", this)),
@@ -77,8 +77,9 @@ frminfo::frminfo(HWND owner)
 
 frminfo::Row frminfo::row(const wchar_t* caption, TextField& value) {
     value.setAccessibleName(std::wstring(caption, wcslen(caption) - 1));  // without its colon
-    return {std::make_unique<Label>(Label::LabelArgs{
-                .name = value.name() + L"_nadpis", .caption = caption, .parent = this}),
+    const std::wstring name = value.name() + L"_nadpis";
+    return {std::make_unique<Label>(
+                Label::LabelArgs{.name = name.c_str(), .caption = caption, .parent = this}),
             &value};
 }
 

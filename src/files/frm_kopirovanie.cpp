@@ -36,7 +36,7 @@ frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
                    .owner = owner.handle(),
                    .closer = nullptr}),
       lblsubor({.name = L"lblsubor", .caption = name, .parent = this, .format = DT_PATH_ELLIPSIS}),
-      lblpercenta({.name = L"lblpercenta", .caption = L"", .parent = this, .format = DT_RIGHT}),
+      lblpercenta({.name = L"lblpercenta", .parent = this, .format = DT_RIGHT}),
       PicProgres({.name = L"PicProgres",
                   .text = L"Priebeh kopírovania",
                   .parent = this,

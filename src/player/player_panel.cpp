@@ -72,14 +72,10 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
                .role = ROLE_SYSTEM_SLIDER,
                .tabStop = true,
                .rising = true}),
-      PicČas({.name = L"PicČas",
-              .text = L"",
-              .parent = &form,
-              .container = true,
-              .role = ROLE_SYSTEM_GROUPING}),
-      lblnapis({.name = L"lblnapis", .caption = L"", .parent = &PicČas}),
-      lblušielčas({.name = L"lblušielčas", .caption = L"", .parent = &PicČas}),
-      lblčas({.name = L"lblčas", .caption = L"", .parent = &PicČas, .format = DT_RIGHT}),
+      PicČas({.name = L"PicČas", .parent = &form, .container = true, .role = ROLE_SYSTEM_GROUPING}),
+      lblnapis({.name = L"lblnapis", .parent = &PicČas}),
+      lblušielčas({.name = L"lblušielčas", .parent = &PicČas}),
+      lblčas({.name = L"lblčas", .parent = &PicČas, .format = DT_RIGHT}),
       form_(form),
       owner_(std::move(owner)) {
     volumeShare_ = std::clamp(1 + mp.Volume() / 4000.0, 0.0, 1.0);

@@ -46,17 +46,12 @@ frmhladanie::frmhladanie(ProgramLinks& links)
                    .minimum = kMinimum,
                    .closer = L"Tlacitko"}),
       lbladresar({.name = L"lbladresar",
-                  .caption = L"",
                   .parent = this,
                   .format = DT_PATH_ELLIPSIS,
                   .font = Skin::Font::Bold}),
       Label3({.name = L"Label3", .caption = L"Počet súborov: ", .parent = this}),
-      lblpočet({.name = L"lblpočet", .caption = L"", .parent = this}),
-      lblbar({.name = L"lblbar",
-              .caption = L"",
-              .parent = this,
-              .format = DT_PATH_ELLIPSIS,
-              .status = true}),
+      lblpočet({.name = L"lblpočet", .parent = this}),
+      lblbar({.name = L"lblbar", .parent = this, .format = DT_PATH_ELLIPSIS, .status = true}),
       Lview({.name = L"Lview",
              .text = L"Nájdené súbory",
              .parent = this,
@@ -232,9 +227,9 @@ void frmhladanie::sortBy(SortOrder order) {
 
 void frmhladanie::uloz_playlist_Click() {
     if (result.isEmpty()) return;
-    const std::wstring target = askSavePath(*this, {.title = std::wstring(kExportTitle),
-                                                    .filter = kExportFilter,
-                                                    .folder = lbladresar.text()});
+    const std::wstring target = Cdialog::ShowSave(*this, {.title = std::wstring(kExportTitle),
+                                                          .filter = kExportFilter,
+                                                          .folder = lbladresar.text()});
     if (target.empty()) return;
     const auto question = result.exportQuestion();
     const int answer = question ? ask(*question) : 0;

@@ -29,15 +29,12 @@ ScanPanel::ScanPanel(Form& form)
       Istop({.name = L"Istop",
              .text = L"Zastaviť",
              .parent = &PicInfo,
-             .normal = L"istop1",
-             .pressed = L"istop2",
+             .normal = Istop1,
+             .pressed = Istop2,
              .caption = L"Zastaviť"}),
       form_(form),
-      folder_({.name = L"lblpriebeh",
-               .caption = L"",
-               .parent = &PicInfo,
-               .format = DT_CENTER | DT_PATH_ELLIPSIS}),
-      found_({.name = L"lblnajdene", .caption = L"", .parent = &PicInfo, .format = DT_CENTER}) {
+      folder_({.name = L"lblpriebeh", .parent = &PicInfo, .format = DT_CENTER | DT_PATH_ELLIPSIS}),
+      found_({.name = L"lblnajdene", .parent = &PicInfo, .format = DT_CENTER}) {
     PicInfo.onPaint = [](HDC dc, Size size) {
         const RECT area{0, 0, size.width, size.height};
         fillGradient(dc, area, colors().panelLight, colors().panel);

@@ -32,7 +32,8 @@ class ScanPanel {
     void place();
 
     PictureBox PicInfo;
-    Label Label1;  // the phase
+    Label Label1;                                                         // the phase
+    static constexpr wchar_t Istop1[] = L"istop1", Istop2[] = L"istop2";  // its pictures
     Image Istop;
 
   private:

@@ -28,7 +28,7 @@ std::vector<std::wstring> driveTexts() {
 
 }  // namespace
 
-DriveList::DriveList(const std::wstring& name, const std::wstring& accessibleName, Window& parent)
+DriveList::DriveList(const wchar_t* name, const std::wstring& accessibleName, Window& parent)
     : Window(Args{.name = name,
                   .className = WC_COMBOBOXW,
                   .text = accessibleName,

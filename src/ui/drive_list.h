@@ -12,7 +12,7 @@ namespace tunovka {
 // it has been filled.
 class DriveList : public Window {
   public:
-    DriveList(const std::wstring& name, const std::wstring& accessibleName, Window& parent);
+    DriveList(const wchar_t* name, const std::wstring& accessibleName, Window& parent);
 
     // Asks the system for the drives; keeps the chosen one where it is still there. The list is
     // empty before the first time, which takes the drive of the current directory.

@@ -184,19 +184,23 @@ void Form::offerTip(const Window& control, const std::wstring& tip, WPARAM keys,
     tips_->pointerOver(control, tip, keys, place);
 }
 
-Rect Form::centred(Size size, HWND beside) {
+Rect Form::workArea(HWND window) {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(beside, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    RECT area = monitor.rcWork;
-    if (beside && IsWindowVisible(beside) && !IsIconic(beside)) GetWindowRect(beside, &area);
-    const auto placed = [](LONG low, LONG high, int size, LONG least, LONG most) {
-        const int middle = (low + high - size) / 2;
-        return std::max<int>(least, std::min<int>(middle, most - size));
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    return rectOf(monitor.rcWork);
+}
+
+Rect Form::centred(Size size, HWND beside) {
+    const Rect work = workArea(beside);
+    Rect over = work;
+    if (const Window* window = windowOf(beside); window && window->isVisible() && !IsIconic(beside))
+        over = window->bounds();
+    const auto placed = [](int low, int length, int size, int least, int most) {
+        return std::max(least, std::min(low + (length - size) / 2, most - size));
     };
-    const RECT& work = monitor.rcWork;
-    return {placed(area.left, area.right, size.width, work.left, work.right),
-            placed(area.top, area.bottom, size.height, work.top, work.bottom), size.width,
+    return {placed(over.x, over.width, size.width, work.x, work.right()),
+            placed(over.y, over.height, size.height, work.y, work.bottom()), size.width,
             size.height};
 }
 
@@ -214,15 +218,8 @@ void Form::placeBesideOthers() {
         taken.push_back(form->bounds());
     }
     if (!main) return;
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(main, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    const RECT& work = monitor.rcWork;
-    const Rect area{static_cast<int>(work.left), static_cast<int>(work.top),
-                    static_cast<int>(work.right - work.left),
-                    static_cast<int>(work.bottom - work.top)};
     const Rect own = bounds();
-    setBounds(freePlace({own.width, own.height}, taken, area, scaled(kCascade)));
+    setBounds(freePlace({own.width, own.height}, taken, workArea(main), scaled(kCascade)));
 }
 
 void Form::setClientSize(Size size) {
@@ -301,18 +298,16 @@ std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
     const Size size = clientSize();
     const int border = scaled(kBorder);
     const int corner = 3 * border;
-    const bool atLeft = p.x < border, atRight = p.x >= size.width - border;
-    const bool atTop = p.y < border, atBottom = p.y >= size.height - border;
-    if (!atLeft && !atRight && !atTop && !atBottom) return std::nullopt;
-    const bool nearLeft = p.x < corner, nearRight = p.x >= size.width - corner;
-    const bool nearTop = p.y < corner, nearBottom = p.y >= size.height - corner;
-    if (nearTop && nearLeft) return HTTOPLEFT;
-    if (nearTop && nearRight) return HTTOPRIGHT;
-    if (nearBottom && nearLeft) return HTBOTTOMLEFT;
-    if (nearBottom && nearRight) return HTBOTTOMRIGHT;
-    if (atLeft) return HTLEFT;
-    if (atRight) return HTRIGHT;
-    return atTop ? HTTOP : HTBOTTOM;
+    if (p.x >= border && p.x < size.width - border && p.y >= border && p.y < size.height - border)
+        return std::nullopt;
+    // 0 at the near end of a side, 2 at the far one, 1 between; an edge's middle has no corner.
+    const auto third = [&](int at, int length) {
+        return at < corner ? 0 : at >= length - corner ? 2 : 1;
+    };
+    constexpr LRESULT kPlaces[3][3] = {{HTTOPLEFT, HTTOP, HTTOPRIGHT},
+                                       {HTLEFT, HTNOWHERE, HTRIGHT},
+                                       {HTBOTTOMLEFT, HTBOTTOM, HTBOTTOMRIGHT}};
+    return kPlaces[third(p.y, size.height)][third(p.x, size.width)];
 }
 
 // A window with a sizing frame that fills its screen hangs over its edges by that frame.
@@ -426,10 +421,6 @@ std::vector<std::unique_ptr<Form>>& all() {
     static std::vector<std::unique_ptr<Form>> forms;
     return forms;
 }
-
-}  // namespace
-
-namespace {
 
 HWND lastActive = nullptr;
 

@@ -20,7 +20,7 @@ namespace tunovka {
 class Form : public Window, public Host {
   public:
     struct FormArgs {
-        std::wstring name;     // frmPrieskumnik
+        const wchar_t* name;   // frmPrieskumnik
         std::wstring caption;  // the window's own text, seen by the task bar
         Size size;             // client size in 96ths of an inch
         Size minimum{};        // least size in 96ths of an inch, which makes it sizable
@@ -122,6 +122,8 @@ class Form : public Window, public Host {
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
     void layout();
+    // Of the screen that a window lies on (the primary one for nullptr), without the task bar.
+    static Rect workArea(HWND window);
     bool isSizable() const { return args_.minimum != Size{}; }
 
   private:

@@ -1,6 +1,7 @@
 #include "ui/frm_box.h"
 
 #include <algorithm>
+#include <cassert>
 #include <deque>
 #include <iterator>
 
@@ -97,7 +98,8 @@ void installFailureNotice() {
             tell(error);
         } catch (const std::bad_alloc&) {
             tell(RuntimeError(kOutOfMemory));
-        } catch (...) {
+        } catch (...) {  // a mistake of the program, such as a key that is not there
+            assert(false);
             tell(RuntimeError(kInternalError));
         }
     };
@@ -126,13 +128,8 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
 
 void frmBox::addButton(const std::wstring& caption) {
     const auto number = static_cast<std::int16_t>(Itlačítko.size() + 1);
-    Itlačítko.push_back(
-        std::make_unique<Image>(Image::ImageArgs{.name = L"Itlačítko" + std::to_wstring(number),
-                                                 .text = caption,
-                                                 .parent = this,
-                                                 .normal = L"buton1",
-                                                 .pressed = L"buton2",
-                                                 .caption = caption}));
+    const std::wstring name = L"Itlačítko" + std::to_wstring(number);
+    Itlačítko.push_back(std::make_unique<Image>(captionButton(name.c_str(), caption, this)));
     Itlačítko.back()->onClick = [this, number] {
         answer_ = number;
         unload();
@@ -160,10 +157,7 @@ bool frmBox::onShortcut(WORD key) {
 }
 
 Size frmBox::arrange(int title) {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(handle(), MONITOR_DEFAULTTONEAREST), &monitor);
-    const int most = (monitor.rcWork.bottom - monitor.rcWork.top) - title - scaled(100);
+    const int most = workArea(handle()).height - title - scaled(100);
 
     const int inner = scaled(kWidth);
     const int width = inner - 2 * scaled(kMargin);

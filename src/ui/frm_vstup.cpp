@@ -27,18 +27,8 @@ frmVstup::frmVstup(const Form& owner, const InputRequest& request)
                    .owner = owner.handle()}),
       lblotazka({.name = L"lblotazka", .caption = request.prompt, .parent = this, .wraps = true}),
       txtodpoved({.name = L"txtodpoved", .text = request.answer, .parent = this}),
-      Iano({.name = L"Iano",
-            .text = L"O.K.",
-            .parent = this,
-            .normal = L"buton1",
-            .pressed = L"buton2",
-            .caption = L"O.K."}),
-      Izrusit({.name = L"Izrusit",
-               .text = L"Zrušiť",
-               .parent = this,
-               .normal = L"buton1",
-               .pressed = L"buton2",
-               .caption = L"Zrušiť"}) {
+      Iano(captionButton(L"Iano", L"O.K.", this)),
+      Izrusit(captionButton(L"Izrusit", L"Zrušiť", this)) {
     txtodpoved.setAccessibleName(request.prompt);
     Iano.onClick = [this] { onAccept(); };
     Izrusit.onClick = [this] { unload(); };

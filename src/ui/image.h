@@ -12,12 +12,12 @@ namespace tunovka {
 class Image : public Window {
   public:
     struct ImageArgs {
-        std::wstring name;
+        const wchar_t* name;
         std::wstring text;  // the accessible name and tool tip
         Window* parent;
-        std::wstring normal;  // picture keys
-        std::wstring pressed;
-        std::wstring caption;  // drawn over the picture, which then stretches
+        const wchar_t* normal;  // picture keys
+        const wchar_t* pressed;
+        std::wstring caption = {};  // drawn over the picture, which then stretches
         bool visible = true;
         bool tabStop = true;
         bool anyButton = false;  // of the mouse presses it, not the left one alone
@@ -32,7 +32,6 @@ class Image : public Window {
     Size naturalSize() const;
 
     std::optional<AccessibleFacts> describe() const override;
-    bool isCaptioned() const { return !caption_.empty(); }
     bool isPressed() const { return held_ != MouseButton::None; }
     Skin::Look look() const;
     const std::wstring& shownPicture() const { return isPressed() ? pressedKey_ : normalKey_; }
@@ -54,5 +53,16 @@ class Image : public Window {
     bool byKey_ = false;    // it is held by a key
     bool pointed_ = false;  // the pointer is over it
 };
+
+// A button with a caption, for a box.
+inline Image::ImageArgs captionButton(const wchar_t* name, const std::wstring& caption,
+                                      Window* parent) {
+    return {.name = name,
+            .text = caption,
+            .parent = parent,
+            .normal = L"buton1",
+            .pressed = L"buton2",
+            .caption = caption};
+}
 
 }  // namespace tunovka

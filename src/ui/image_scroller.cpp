@@ -16,11 +16,7 @@ constexpr wchar_t kThumbPicture[] = L"posuv1";
 }  // namespace
 
 ImageScroller::ImageScroller(Window& parent, ListView& list, RowsPerPage rowsPerPage)
-    : PicPosuv({.name = L"PicPosuv",
-                .text = L"",
-                .parent = &parent,
-                .visible = false,
-                .container = true}),
+    : PicPosuv({.name = L"PicPosuv", .parent = &parent, .visible = false, .container = true}),
       Ihore({.name = L"Ihore",
              .text = L"Nahor",
              .parent = &PicPosuv,

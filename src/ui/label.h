@@ -9,8 +9,8 @@ namespace tunovka {
 class Label : public Window {
   public:
     struct LabelArgs {
-        std::wstring name;
-        std::wstring caption;
+        const wchar_t* name;
+        std::wstring caption = {};
         Window* parent;
         UINT format = DT_LEFT;  // DrawText's alignment and ellipsis
         Skin::Font font = Skin::Font::Text;

@@ -43,7 +43,7 @@ class ListModel {
     virtual ~ListModel() = default;
 
     virtual std::size_t count() const = 0;
-    virtual ListRow row(std::size_t position) const = 0;  // kSubscriptOutOfRange past the end
+    virtual ListRow row(std::size_t position) const = 0;
 
     // The first row, from a position on and then from the top, whose name begins with these
     // letters (whatever their case) or, when `whole`, is them.
@@ -84,10 +84,7 @@ class ListRows : public ListModel {
     }
 
   protected:
-    const Row& at(std::size_t position) const {
-        if (position >= rows_.size()) throw RuntimeError(kSubscriptOutOfRange);
-        return rows_[position];
-    }
+    const Row& at(std::size_t position) const { return rows_.at(position); }
 
     // Replaces all rows; the sorting stays as it is for those that come.
     void setRows(std::vector<Row> rows) {

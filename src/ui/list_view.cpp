@@ -89,7 +89,6 @@ void ListView::show(const ListChange& change) {
 }
 
 void ListView::select(std::size_t position) {
-    if (position >= shown_) throw RuntimeError(kSubscriptOutOfRange);
     // Left to itself, the system may ask every row of the list whether it was the selected one.
     const std::optional<std::size_t> before = selected();
     if (before && before != position) setSelected(*before, false);

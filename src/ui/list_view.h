@@ -23,7 +23,7 @@ namespace tunovka {
 class ListView : public ItemView {
   public:
     struct ListArgs {
-        std::wstring name;
+        const wchar_t* name;
         std::wstring text;  // the accessible name
         Window* parent;
         std::wstring header;  // caption of the column, "" for none

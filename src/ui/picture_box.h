@@ -13,8 +13,8 @@ namespace tunovka {
 class PictureBox : public Window {
   public:
     struct PictureBoxArgs {
-        std::wstring name;
-        std::wstring text;  // the accessible name
+        const wchar_t* name;
+        std::wstring text = {};  // the accessible name
         Window* parent;
         bool visible = true;
         bool container = false;  // other controls lie on it

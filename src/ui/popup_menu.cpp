@@ -1,6 +1,5 @@
 #include "ui/popup_menu.h"
 
-#include "core/errors.h"
 #include "ui/form.h"
 
 namespace tunovka {
@@ -23,31 +22,17 @@ void PopupMenu::fill(HMENU menu, const std::vector<Item>& items, const Entry* pa
             const HMENU below = CreatePopupMenu();
             fill(below, item.items, &entry);
             AppendMenuW(menu, MF_POPUP | MF_STRING | state, reinterpret_cast<UINT_PTR>(below),
-                        item.caption.c_str());
-        } else if (item.caption.empty()) {
+                        item.caption);
+        } else if (!*item.caption) {
             AppendMenuW(menu, MF_SEPARATOR, entry.id, nullptr);
         } else {
-            AppendMenuW(menu, MF_STRING | state, entry.id, item.caption.c_str());
+            AppendMenuW(menu, MF_STRING | state, entry.id, item.caption);
         }
     }
 }
 
-PopupMenu::Entry& PopupMenu::entry(const std::wstring& name) {
-    const auto found = entries_.find(name);
-    if (found == entries_.end()) throw RuntimeError(kElementNotFound, name);
-    return found->second;
-}
-
-const PopupMenu::Entry& PopupMenu::entry(const std::wstring& name) const {
-    return const_cast<PopupMenu*>(this)->entry(name);
-}
-
-std::function<void()>& PopupMenu::onClick(const std::wstring& name) {
-    return entry(name).onClick;
-}
-
 void PopupMenu::setEnabled(const std::wstring& name, bool enabled) {
-    const Entry& changed = entry(name);
+    const Entry& changed = entries_.at(name);
     EnableMenuItem(changed.menu, changed.position,
                    MF_BYPOSITION | (enabled ? MF_ENABLED : MF_GRAYED));
 }
@@ -58,11 +43,11 @@ bool PopupMenu::isOn(const Entry& entry) {
 }
 
 bool PopupMenu::isEnabled(const std::wstring& name) const {
-    return isOn(entry(name));
+    return isOn(entries_.at(name));
 }
 
 void PopupMenu::choose(const std::wstring& name) {
-    const Entry& chosen = entry(name);
+    const Entry& chosen = entries_.at(name);
     for (const Entry* one = &chosen; one; one = one->parent)
         if (!isOn(*one)) return;
     if (chosen.onClick) chosen.onClick();

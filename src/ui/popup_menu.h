@@ -13,14 +13,15 @@ namespace tunovka {
 
 class Form;
 
-// A menu that opens at a point. Entries are known by their names; an entry that is off is greyed.
+// A menu that opens at a point. Entries are known by their names, which must be there; an entry
+// that is off is greyed.
 class PopupMenu {
   public:
     struct Item {
-        std::wstring name;
-        std::wstring caption;  // "" for a separator
+        const wchar_t* name;
+        const wchar_t* caption = L"";  // "" for a separator
         bool enabled = true;
-        std::vector<Item> items;  // a sub-menu when not empty
+        std::vector<Item> items = {};  // a sub-menu when not empty
     };
 
     explicit PopupMenu(const std::vector<Item>& items);
@@ -28,8 +29,8 @@ class PopupMenu {
     PopupMenu(const PopupMenu&) = delete;
     PopupMenu& operator=(const PopupMenu&) = delete;
 
-    // What an entry does. Raises kElementNotFound for an unknown name, as all of these do.
-    std::function<void()>& onClick(const std::wstring& name);
+    // What an entry does.
+    std::function<void()>& onClick(const std::wstring& name) { return entries_.at(name).onClick; }
     void setEnabled(const std::wstring& name, bool enabled);
     bool isEnabled(const std::wstring& name) const;
 
@@ -51,8 +52,6 @@ class PopupMenu {
         std::function<void()> onClick;
     };
     void fill(HMENU menu, const std::vector<Item>& items, const Entry* parent);
-    Entry& entry(const std::wstring& name);
-    const Entry& entry(const std::wstring& name) const;
     static bool isOn(const Entry& entry);
 
     HMENU menu_;

@@ -51,7 +51,9 @@ class Drawn {
     Bitmap bitmap_;
 };
 
-const Picture* drawnPicture(const std::wstring& key) {
+// The pictures of all buttons, strips and icons by their keys, as they are drawn; nullptr for an
+// unknown key.
+const Picture* Ilistbt(const std::wstring& key) {
     static const std::map<std::wstring, Picture> pack = [] {
         const HRSRC found = FindResourceW(nullptr, L"SKIN", MAKEINTRESOURCEW(10));  // RT_RCDATA
         const void* bytes = LockResource(LoadResource(nullptr, found));
@@ -65,7 +67,7 @@ const Picture* pictureAt(const std::wstring& key, int dpi) {
     static std::map<std::pair<std::wstring, int>, Picture> scaled;
     const auto known = scaled.find({key, dpi});
     if (known != scaled.end()) return &known->second;
-    const Picture* drawn = drawnPicture(key);
+    const Picture* drawn = Ilistbt(key);
     if (!drawn) return nullptr;
     return &scaled.emplace(std::pair{key, dpi}, scaledPicture(*drawn, dpi, kSkinDotsPerInch))
                 .first->second;
@@ -153,7 +155,7 @@ namespace {
 
 // Square, with the colours not multiplied by alpha, as image lists take it.
 Bitmap createIcon(const std::wstring& key, int side) {
-    const Picture* drawn = drawnPicture(key);
+    const Picture* drawn = Ilistbt(key);
     if (!drawn) return {};
     Picture picture = scaledPicture(*drawn, side, drawn->width);
     for (std::uint32_t& pixel : picture.pixels) {

@@ -24,7 +24,7 @@ void dragWindow(const Form& form) {
 
 }  // namespace
 
-TitleStrip::TitleStrip(const std::wstring& name, const std::wstring& title, Form& form)
+TitleStrip::TitleStrip(const wchar_t* name, const std::wstring& title, Form& form)
     : PictureBox({.name = name, .text = title, .parent = &form, .container = true}) {
     onPaint = [this](HDC dc, Size size) {
         if (colors().plain)

@@ -12,7 +12,7 @@ namespace tunovka {
 // The picture strip on top of a window: shows its title, and a press on it drags the window.
 class TitleStrip : public PictureBox {
   public:
-    TitleStrip(const std::wstring& name, const std::wstring& title, Form& form);
+    TitleStrip(const wchar_t* name, const std::wstring& title, Form& form);
 
     void setText(const std::wstring& title) override;
     std::optional<AccessibleFacts> describe() const override;
@@ -25,7 +25,7 @@ class TitleStrip : public PictureBox {
 class SkinnedForm : public Form {
   public:
     struct SkinArgs {
-        std::wstring name;     // frmPrieskumnik
+        const wchar_t* name;   // frmPrieskumnik
         std::wstring title;    // of the task bar; on the strip a blank stands before it
         Size size;             // at first, in 96ths of an inch
         Size minimum = {};     // in 96ths of an inch, of a sizable form; of a fixed one nothing

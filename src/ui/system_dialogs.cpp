@@ -43,7 +43,7 @@ class KeptDirectory {
 
 }  // namespace
 
-std::wstring askSavePath(const Form& owner, const SaveDialogArgs& args) {
+std::wstring Cdialog::ShowSave(const Form& owner, const SaveArgs& args) {
     // The system reads the filter up to an empty part.
     std::wstring filter = args.filter + L"||";
     std::replace(filter.begin(), filter.end(), L'|', L'\0');

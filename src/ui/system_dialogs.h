@@ -9,7 +9,10 @@ class Form;
 
 // The system's own dialogs, modal to a form. They let events run.
 
-struct SaveDialogArgs {
+// The common dialog of a form.
+namespace Cdialog {
+
+struct SaveArgs {
     std::wstring title;
     std::wstring filter;  // pairs of caption and pattern, all separated by "|"
     int filterIndex = 1;  // 1 is the first pair
@@ -21,7 +24,9 @@ struct SaveDialogArgs {
 // returns the full path as typed, or "" when it was cancelled or the form closed meanwhile. The
 // dialog asks before a file is to be replaced and adds no extension; the current directory stays
 // as it is. Lets events run.
-std::wstring askSavePath(const Form& owner, const SaveDialogArgs& args);
+std::wstring ShowSave(const Form& owner, const SaveArgs& args);
+
+}  // namespace Cdialog
 
 // Asks for a folder through the shell's own window, modal to a form. `start` is selected at first
 // ("" for none). Returns the folder's full path, of any length and with any letters; "" when the

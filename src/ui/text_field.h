@@ -11,7 +11,7 @@ namespace tunovka {
 class TextField : public Window {
   public:
     struct TextFieldArgs {
-        std::wstring name;
+        const wchar_t* name;
         std::wstring text;
         Window* parent;
         std::optional<Color> ground = {};  // of a text to be read; nullopt for a line to be typed

@@ -35,7 +35,6 @@ void TreeView::setImages(const std::vector<std::wstring>& keys, int side) {
 }
 
 void TreeView::add(const NodeArgs& args) {
-    if (args.key.empty()) throw RuntimeError(kInvalidCall);
     if (contains(args.key)) throw RuntimeError(kKeyNotUnique, args.key);
     auto node = std::make_unique<Node>(Node{args.key, nullptr, args.foreground});
     // Nobody reads more of a node, and painting a text of megabytes stands still.
@@ -81,7 +80,6 @@ void TreeView::clear() {
 
 void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
                       const std::wstring& text) {
-    if (newKey.empty()) throw RuntimeError(kInvalidCall);
     if (newKey != key && contains(newKey)) throw RuntimeError(kKeyNotUnique, newKey);
     TVITEMW item{};
     item.mask = TVIF_TEXT;
@@ -92,16 +90,6 @@ void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
     handle.key() = handle.mapped()->key;
     nodes_.insert(std::move(handle));
     send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-}
-
-const TreeView::Node& TreeView::at(const std::wstring& key) const {
-    const auto found = nodes_.find(key);
-    if (found == nodes_.end()) throw RuntimeError(kElementNotFound, key);
-    return *found->second;
-}
-
-HTREEITEM TreeView::itemOf(const std::wstring& key) const {
-    return at(key).item;
 }
 
 TreeView::Node* TreeView::nodeOf(HTREEITEM handle) const {

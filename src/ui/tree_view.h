@@ -13,13 +13,13 @@
 
 namespace tunovka {
 
-// The system's tree with nodes that are known by unique, non-empty keys (compared exactly). An
-// unknown key raises kElementNotFound, a key that is there already kKeyNotUnique; "" as a parent is
-// the root. Anything that lets events run may remove nodes: look up by key again afterwards.
+// The system's tree with nodes that are known by unique, non-empty keys (compared exactly). A key
+// that is asked for must be there; adding one that is there already raises kKeyNotUnique. "" as a
+// parent is the root. Anything that lets events run may remove nodes: look up by key again.
 class TreeView : public ItemView {
   public:
     struct TreeArgs {
-        std::wstring name;
+        const wchar_t* name;
         std::wstring text;  // the accessible name
         Window* parent;
     };
@@ -81,7 +81,7 @@ class TreeView : public ItemView {
 
     // Asked by tests and benchmarks alone.
     std::size_t count() const { return nodes_.size(); }
-    Color foreground(const std::wstring& key) const { return at(key).foreground; }
+    Color foreground(const std::wstring& key) const { return nodes_.at(key)->foreground; }
     std::wstring nextSibling(const std::wstring& key) const;
     std::wstring dropHighlight() const;
 
@@ -95,8 +95,7 @@ class TreeView : public ItemView {
         HTREEITEM item;
         Color foreground;
     };
-    const Node& at(const std::wstring& key) const;
-    HTREEITEM itemOf(const std::wstring& key) const;
+    HTREEITEM itemOf(const std::wstring& key) const { return nodes_.at(key)->item; }
     std::wstring keyOf(HTREEITEM item) const;
     Node* nodeOf(HTREEITEM item) const;
     HTREEITEM related(HTREEITEM item, UINT relation) const;

@@ -141,7 +141,7 @@ Window::~Window() {
 
 void Window::create(const Args& args) {
     if (args.className) prepareSystemControls();
-    name_ = args.name;
+    if (name_.empty()) name_ = args.name;  // that of a control is gone
     registerOwnClass(ownProcedure);
     handle_ = CreateWindowExW(args.exStyle, args.className ? args.className : ownClass(args.style),
                               args.text.c_str(), args.style | WS_CLIPSIBLINGS, args.bounds.x,
