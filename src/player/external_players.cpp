@@ -14,9 +14,9 @@ namespace tunovka {
 namespace {
 
 // A failure to start names the program, so that the person knows which one is missing.
-void start(const std::wstring& commandLine, int showMode, const std::wstring& program) {
+void start(const std::wstring& program, const std::wstring& arguments, int showMode) {
     try {
-        startProgram(commandLine, showMode);
+        startProgram(program + arguments, showMode);
     } catch (const RuntimeError& error) {
         throw RuntimeError(error.number, program, error.source);
     }
@@ -24,26 +24,15 @@ void start(const std::wstring& commandLine, int showMode, const std::wstring& pr
 
 }  // namespace
 
-std::wstring winampProgram(std::wstring_view folder) {
-    return folder.empty() ? std::wstring() : std::wstring(folder).append(L"\\winamp.exe");
-}
-
-std::wstring playingCommandLine(std::wstring_view program, std::wstring_view file) {
-    return std::wstring(program).append(L" \"").append(file).append(L"\"");
-}
-
-std::wstring openWithCommandLine(std::wstring_view file) {
-    return std::wstring(L"rundll32.exe shell32.dll, OpenAs_RunDLL ").append(file);
-}
-
 ExternalPlayers ExternalPlayers::find() {
-    return {winampProgram(Register::PlayerPath(Register::kWinamp)),
-            Register::PlayerPath(Register::kWindowsMediaPlayer),
+    std::wstring winamp = Register::PlayerPath(Register::kWinamp);
+    if (!winamp.empty()) winamp += L"\\winamp.exe";  // the registry knows its folder
+    return {winamp, Register::PlayerPath(Register::kWindowsMediaPlayer),
             Register::PlayerPath(Register::kMediaPlayer2)};
 }
 
 void playInProgram(const std::wstring& program, const std::wstring& file) {
-    start(playingCommandLine(program, file), SW_SHOWNORMAL, program);
+    start(program, L" \"" + file + L"\"", SW_SHOWNORMAL);
     yieldNow();
 }
 
@@ -59,7 +48,7 @@ void openByAssociation(const std::wstring& file) {
 }
 
 void openWith(const std::wstring& file) {
-    start(openWithCommandLine(file), SW_SHOWMINIMIZED, L"rundll32.exe");
+    start(L"rundll32.exe", L" shell32.dll, OpenAs_RunDLL " + file, SW_SHOWMINIMIZED);
 }
 
 }  // namespace tunovka

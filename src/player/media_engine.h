@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -9,12 +10,11 @@
 
 namespace tunovka {
 
-// The states of playing, numbered as the owner's state-change handling counts them.
+// The states of playing, numbered as the media control counts them.
 enum class PlayState : int { Stopped = 0, Paused = 1, Playing = 2 };
 
-inline constexpr int kVolumeSilent = -10000;  // hundredths of a decibel
-inline constexpr int kVolumeFull = 0;
-inline constexpr int kVolumeDefault = -600;
+// Hundredths of a decibel.
+inline constexpr int kVolumeSilent = -10000, kVolumeFull = 0, kVolumeDefault = -600;
 
 // Why something cannot be played.
 struct PlaybackTrouble {
@@ -29,47 +29,66 @@ struct EngineEvent {
     PlaybackTrouble trouble{};             // Failed
 };
 
-// What sounds: one file at a time. Made, used and destroyed by the player's own thread, where a
-// call may take as long as it must. Throws nothing.
+// Plays one file at a time. Made, used and destroyed by one thread, where a call may take as long
+// as it must. Throws nothing.
 class MediaEngine {
   public:
+    MediaEngine() = default;
+    MediaEngine(const MediaEngine&) = delete;
+    MediaEngine& operator=(const MediaEngine&) = delete;
     virtual ~MediaEngine() = default;
 
     // Whether open() takes a playlist whole and then steps through its entries itself.
     virtual bool takesLists() const { return false; }
 
-    // Opens a file in place of the one that is open. On failure the former one may still be open.
-    // Opened follows as an event; what is wrong may be found out later and then follows as Failed.
+    // Opens a file while none is open. Opened follows as an event; what is wrong may be found out
+    // later and then follows as Failed. After either failure the file is to be closed.
     virtual std::optional<PlaybackTrouble> open(const std::wstring& file) = 0;
-    virtual bool isOpen() const = 0;
 
-    // Lets go of the file, which may be renamed or deleted when this returns.
+    // The file may be renamed or deleted when this returns. Its events are forgotten.
     virtual void close() = 0;
 
-    // Silent for a moment, until another file is open or play() or pause() goes on; no event.
-    virtual void hold() {}
-
+    // The others are for a file that is open.
     virtual void play() = 0;
     virtual void pause() = 0;
-    virtual void previous() {}  // within a playlist that was taken whole
-    virtual void next() {}
-
-    virtual double duration() const = 0;  // seconds, 0 when nothing is open or it is not known
-    virtual double position() const = 0;  // seconds
+    virtual void step(int /*way*/) {}  // of a list taken whole: 1 next, -1 previous
     virtual void seek(double seconds) = 0;
-    virtual void setVolume(int hundredthsOfDecibel) = 0;  // kVolumeSilent … kVolumeFull
-    virtual ClipDetails details() const = 0;              // of the open file
+    virtual double duration() const = 0;  // seconds, 0 when it is not known
+    virtual double position() const = 0;  // seconds
+    virtual ClipDetails details() const = 0;
 
-    // The next thing that happened, nullopt when nothing did. The system's event (null: none) is
-    // set when there may be one; so may be any message that the thread's loop has dispatched.
-    virtual std::optional<EngineEvent> takeEvent() = 0;
+    virtual void setVolume(int hundredthsOfDecibel) = 0;  // of all files, kVolumeSilent … Full
+
+    // The next thing that happened, nullopt when nothing did.
+    std::optional<EngineEvent> takeEvent() {
+        if (observed_.empty()) look();
+        if (observed_.empty()) return std::nullopt;
+        EngineEvent event = std::move(observed_.front());
+        observed_.pop_front();
+        return event;
+    }
+
+    // The system's event (nullptr: none) that is set when something may have happened; so may
+    // anything upon a message that the thread's loop has dispatched.
     virtual void* eventHandle() const { return nullptr; }
+
+  protected:
+    virtual void look() {}  // observes what does not tell of itself
+    void observe(EngineEvent event) { observed_.push_back(std::move(event)); }
+    void observeFailure(PlaybackTrouble trouble) {
+        observe({.kind = EngineEvent::Kind::Failed, .trouble = std::move(trouble)});
+    }
+
+    std::deque<EngineEvent> observed_;
 };
 
 using MediaEngineFactory = std::function<std::unique_ptr<MediaEngine>()>;
 
-// The choice of the engine: the media control where it is registered and can be created, else the
-// system's filter graph.
+// The media control, nullptr where the system has none that works.
+std::unique_ptr<MediaEngine> createMediaControl();
+// The system's filter graph.
+std::unique_ptr<MediaEngine> createFilterGraph();
+// The first of them that there is.
 std::unique_ptr<MediaEngine> createMediaEngine();
 
 }  // namespace tunovka

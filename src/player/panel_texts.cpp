@@ -10,8 +10,8 @@
 namespace tunovka {
 namespace {
 
-std::wstring_view orUnknown(std::wstring_view value) {
-    return value.empty() ? L"neuvedený" : value;
+std::wstring orUnknown(std::wstring_view value) {
+    return std::wstring(value.empty() ? L"neuvedený" : value);
 }
 
 // A character outside the basic plane takes two units where wchar_t has two bytes.
@@ -42,15 +42,11 @@ std::wstring timeText(double seconds) {
 }
 
 std::wstring nowPlayingText(std::wstring_view author, std::wstring_view title) {
-    return std::wstring(L"Autor: ")
-        .append(orUnknown(author))
-        .append(L"  Titul: ")
-        .append(orUnknown(title))
-        .append(L"   ");
+    return L"Autor: " + orUnknown(author) + L"  Titul: " + orUnknown(title) + L"   ";
 }
 
 std::wstring openingText(std::wstring_view path) {
-    return std::wstring(L"Otvára sa: ").append(fileName(path)).append(L"   ");
+    return L"Otvára sa: " + std::wstring(fileName(path)) + L"   ";
 }
 
 std::wstring scrolledByOne(std::wstring_view text) {

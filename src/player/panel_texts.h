@@ -12,8 +12,8 @@ namespace tunovka {
 // A time in seconds as "1:05 min" or "1 h 2:05 min"; what is no time above zero is "0:00 min".
 std::wstring timeText(double seconds);
 
-// "Autor: …  Titul: …   "; an empty value reads "neuvedený". The blanks at the end separate it from
-// the start while the text scrolls.
+// "Autor: …  Titul: …   "; an empty value reads "neuvedený". The blanks separate the end from the
+// start while the text scrolls.
 std::wstring nowPlayingText(std::wstring_view author, std::wstring_view title);
 
 // The same for a file that is still being opened: "Otvára sa: …   ".
@@ -22,12 +22,11 @@ std::wstring openingText(std::wstring_view path);
 // The text one step further: its first character moved to the end. "" stays "".
 std::wstring scrolledByOne(std::wstring_view text);
 
-// Whether the buttons for the previous and the next entry step within this file: "*.pls" and
-// "*.m3u", lower case alone.
+// Whether the buttons for the previous and the next entry step within it: "*.pls" and "*.m3u",
+// lower case alone.
 bool isSteppedList(std::wstring_view path);
 
-// How much of the clip is played, 0 to 1 in steps of one hundredth; 0 while the length is not
-// known. Both in seconds.
+// How much of the clip is played, 0 to 1 in steps of one hundredth; 0 without a length (seconds).
 double progressFraction(double position, double duration);
 
 // The position in seconds that a pointer at x on a strip of that width asks for. A pointer left of
@@ -44,8 +43,7 @@ int percentVolume(int percent);
 // Where a key on the progress strip leads to, in seconds.
 double movedPosition(StripMove move, double position, double duration);
 
-// How far a key on the volume strip fills it, in per cent; an arrow and a notch of the wheel go
-// one step.
+// How far a key on the volume strip fills it, in per cent; a notch of the wheel goes one step.
 inline constexpr int kVolumeStep = 5;
 int movedVolume(StripMove move, int percent);
 

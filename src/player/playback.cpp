@@ -1,8 +1,8 @@
 #include "player/playback.h"
 
+#include <tuple>
 #include <utility>
 
-#include "core/errors.h"
 #include "core/multimedialny.h"
 #include "core/text.h"
 
@@ -14,170 +14,107 @@ using Kind = MediaNotification::Kind;
 const PlaybackTrouble kNothingToPlay{
     L" Playlist neodkazuje na žiaden súbor, ktorý sa dá prehrať. "};
 
-class BusyMark {
-  public:
-    explicit BusyMark(std::atomic<int>& busy) : busy_(busy) { ++busy_; }
-    BusyMark(const BusyMark&) = delete;
-    BusyMark& operator=(const BusyMark&) = delete;
-    ~BusyMark() { --busy_; }
-
-  private:
-    std::atomic<int>& busy_;
-};
-
 }  // namespace
 
-Playback::Playback(MediaEngine& engine, PlaybackSwitches& switches, Outside outside)
-    : engine_(engine), switches_(switches), outside_(std::move(outside)) {}
+Playback::Playback(MediaEngine& engine, std::wstring file, ReadEntries readEntries, Tell tell)
+    : engine_(engine),
+      readEntries_(std::move(readEntries)),
+      tell_(std::move(tell)),
+      file_(std::move(file)),
+      isList_(MultiMedialny::isPlaylistName(lowerCased(file_))),
+      whole_(isList_ && engine.takesLists()) {}
 
-void Playback::open(const std::wstring& file) {
-    const BusyMark busy(switches_.busy);
-    engine_.close();
-    file_ = file;
-    files_.clear();
-    current_.reset();
-    duration_ = 0;
-    details_ = {};
-    told_ = PlayState::Stopped;
-    started_ = false;
-    reopen();
+void Playback::want(PlayState state) {
+    if (state != PlayState::Paused || wanted_ == PlayState::Playing) wanted_ = state;
 }
 
-void Playback::reopen() {
-    error_.clear();
-    failed_ = announced_ = opened_ = clipEnded_ = false;
-    if (!files_.empty()) return openEntry(Step::Again);
-    const bool isList = MultiMedialny::isPlaylistName(lowerCased(file_));
-    whole_ = isList && engine_.takesLists() && !engine_.open(file_);
-    if (whole_)
-        entryOpened();
-    else
-        openFirst();
-}
-
-void Playback::openFirst() {
-    try {
-        files_ = outside_.filesOf(file_);
-    } catch (const RuntimeError& error) {
-        return fail(outside_.troubleOf(error));
+void Playback::step(int way) {
+    if (whole_) {
+        if (opened_) engine_.step(way);
+        return;
     }
-    openEntry(Step::First);
-}
-
-bool Playback::canStep(Step step) const {
-    if (whole_) return true;
-    if (!current_) return false;
-    return step == Step::Next ? *current_ + 1 < files_.size() : *current_ > 0;
-}
-
-void Playback::openEntry(Step step) {
-    const BusyMark busy(switches_.busy);
-    // What goes on sounding while the next one takes its time could not be silenced.
-    if (opened_ && !clipEnded_) engine_.hold();
-    lastStep_ = step;
-    const std::optional<PlaybackTrouble> trouble = openFirstThat(step);
-    if (switches_.left) return;
-    if (trouble)
-        noEntryOpened(step, *trouble);
-    else
-        entryOpened();
-}
-
-// Tries the entries in the direction of the step, each at most once and not round the ends.
-std::optional<PlaybackTrouble> Playback::openFirstThat(Step step) {
-    const bool back = step == Step::Previous;
-    const bool single = files_.size() == 1 && files_.front().path == file_;
-    std::size_t at = step == Step::First ? 0 : current_.value_or(0);
-    if (step == Step::Next) ++at;
-    for (; !switches_.left && (back ? at-- > 0 : at < files_.size()); at += back ? 0 : 1) {
-        std::optional<PlaybackTrouble> trouble = engine_.open(files_[at].path);
-        if (!trouble) {
-            current_ = at;
-            return std::nullopt;
-        }
-        if (single || trouble->withEveryFile) return trouble;
-    }
-    return kNothingToPlay;
-}
-
-// Stopped waits for the details, which are still told.
-void Playback::entryOpened() {
-    opened_ = clipEnded_ = announced_ = false;
-    if (switches_.wanted != PlayState::Stopped) applyWanted();
-}
-
-void Playback::noEntryOpened(Step step, const PlaybackTrouble& trouble) {
-    const bool stepped = step == Step::Next || step == Step::Previous;
-    if (stepped && switches_.wanted == PlayState::Stopped) return;
-    if (!stepped || !opened_) return fail(trouble);
-    if (!engine_.isOpen()) return openEntry(Step::Again);  // the former one is gone
-    if (!clipEnded_) return applyWanted();
-    if (step == Step::Previous && canStep(Step::Next)) return openEntry(Step::Next);
-    ended();
-}
-
-void Playback::applyWanted() {
-    switch (switches_.wanted) {
-        case PlayState::Playing:
-            if (engine_.isOpen())
-                engine_.play();
-            else if (!file_.empty())
-                reopen();
-            break;
-        case PlayState::Paused:
-            if (engine_.isOpen()) engine_.pause();
-            break;
-        case PlayState::Stopped:
-            close();
-            tellState(PlayState::Stopped);
-            break;
-    }
-}
-
-void Playback::close() {
-    const BusyMark busy(switches_.busy);
-    engine_.close();
-    opened_ = clipEnded_ = false;
-}
-
-void Playback::step(Step step) {
-    if (whole_ && engine_.isOpen()) {
-        if (step == Step::Next)
-            engine_.next();
-        else
-            engine_.previous();
-    } else if (!whole_ && canStep(step)) {
-        openEntry(step);
-    }
+    if (!haveEntries()) return;
+    const std::pair from{at_, position()};
+    if (!moveTo(way)) return;
+    if (opened_) back_ = from;
+    closeClip();
 }
 
 void Playback::seek(double seconds) {
-    if (engine_.isOpen()) engine_.seek(seconds);
+    if (opened_) engine_.seek(seconds);
 }
 
-void Playback::takeEvents() {
-    while (const std::optional<EngineEvent> event = engine_.takeEvent()) handle(*event);
-    if (opened_ && engine_.isOpen()) duration_ = engine_.duration();
+bool Playback::proceed() {
+    while (const std::optional<EngineEvent> event = engine_.takeEvent())
+        if (given_) handle(*event);  // else it is late, of the file before
+    if (opened_) duration_ = engine_.duration();
+    if (wanted_ == PlayState::Stopped) {
+        closeClip();
+        tellState(PlayState::Stopped);
+        return false;
+    }
+    if (given_ && (!opened_ || asked_ == wanted_)) return false;
+    if (!given_) {
+        openClip();
+    } else {
+        asked_ = wanted_;
+        if (wanted_ == PlayState::Playing)
+            engine_.play();
+        else
+            engine_.pause();
+    }
+    return true;
+}
+
+void Playback::openClip() {
+    error_.clear();
+    if (!whole_ && !haveEntries()) return;
+    given_ = true;
+    asked_ = PlayState::Stopped;
+    const std::optional<PlaybackTrouble> trouble =
+        engine_.open(whole_ ? file_ : entries_[at_].path);
+    if (trouble) clipFailed(*trouble);
+}
+
+// False when there are none, which is told.
+bool Playback::haveEntries() {
+    if (!entries_.empty()) return true;
+    std::optional<PlaybackTrouble> trouble = readEntries_(entries_);
+    if (!trouble && entries_.empty()) trouble = kNothingToPlay;
+    if (trouble) fail(*trouble);
+    return !trouble;
+}
+
+// False when there is no entry that way.
+bool Playback::moveTo(int way) {
+    if (way > 0 ? at_ + 1 >= entries_.size() : at_ == 0) return false;
+    at_ += static_cast<std::size_t>(way);
+    way_ = way;
+    return true;
+}
+
+void Playback::closeClip() {
+    if (given_) engine_.close();
+    given_ = opened_ = false;
 }
 
 void Playback::handle(const EngineEvent& event) {
     switch (event.kind) {
         case EngineEvent::Kind::Opened:
-            opened_ = true;
-            duration_ = engine_.duration();
-            details_ = engine_.details();
-            if (current_) details_ = details_.orElse(files_[*current_].listed);
-            tellDetails();
-            if (switches_.wanted == PlayState::Stopped) applyWanted();
+            clipOpened();
             break;
         case EngineEvent::Kind::StateIs:
-            if (event.state == PlayState::Playing && switches_.wanted != PlayState::Playing)
-                applyWanted();  // asked while the file was opening
+            if (event.state == PlayState::Playing && wanted_ != PlayState::Playing)
+                asked_ = event.state;  // it started by itself when it was open
             else
                 tellState(event.state);
             break;
         case EngineEvent::Kind::Ended:
-            if (started_ && opened_) clipEnded();  // else it is late, of the file before
+            if (!opened_) break;
+            if (!whole_ && moveTo(1))
+                closeClip();
+            else
+                listEnded();
             break;
         case EngineEvent::Kind::Failed:
             clipFailed(event.trouble);
@@ -185,61 +122,62 @@ void Playback::handle(const EngineEvent& event) {
     }
 }
 
+void Playback::clipOpened() {
+    opened_ = true;
+    way_ = 1;
+    back_.reset();
+    details_ = engine_.details();
+    if (!whole_) details_ = details_.orElse(entries_[at_].listed);
+    duration_ = engine_.duration();
+    if (resumeAt_ > 0) engine_.seek(std::exchange(resumeAt_, 0));
+    if (wanted_ != PlayState::Stopped) tell_({Kind::NewStream});
+}
+
 void Playback::clipFailed(const PlaybackTrouble& trouble) {
-    if (whole_ && !opened_) {  // the list was refused
+    const bool refused = whole_ && !opened_;
+    closeClip();
+    resumeAt_ = 0;
+    if (refused) {
         whole_ = false;
-        engine_.close();
-        openFirst();
-    } else if (files_.size() < 2 || trouble.withEveryFile) {
+    } else if (whole_ || !isList_ || trouble.withEveryFile) {
         fail(trouble);
-    } else if (!opened_) {
-        openEntry(lastStep_ == Step::Previous ? Step::Previous : Step::Next);
+    } else if (moveTo(way_)) {
+        // It is tried next.
+    } else if (back_) {
+        std::tie(at_, resumeAt_) = *back_;
+        back_.reset();
+        way_ = 1;
+    } else if (told_ == PlayState::Stopped) {
+        fail(kNothingToPlay);
     } else {
-        clipEnded();
+        listEnded();
     }
 }
 
-void Playback::clipEnded() {
-    clipEnded_ = true;
-    if (!whole_ && canStep(Step::Next))
-        openEntry(Step::Next);
-    else
-        ended();
+// Playing starts it again.
+void Playback::listEnded() {
+    wanted_ = PlayState::Stopped;
+    closeClip();
+    at_ = 0;
+    tellState(PlayState::Stopped);
+    tell_({Kind::EndOfStream});
 }
 
-void Playback::ended() {
-    outside_.stopWanting();
-    close();
-    current_.reset();  // playing starts the list again
-    if (std::exchange(started_, false)) {
-        tellState(PlayState::Stopped);
-        outside_.tell({Kind::EndOfStream, kPlayedToEnd});
-    }
-}
-
+// Playing reads the list again.
 void Playback::fail(const PlaybackTrouble& trouble) {
-    outside_.stopWanting();
-    close();
-    if (std::exchange(failed_, true)) return;
+    wanted_ = PlayState::Stopped;
+    closeClip();
+    entries_.clear();
+    at_ = 0;
     error_ = trouble.text;
     tellState(PlayState::Stopped);
-    started_ = false;
-    outside_.tell({Kind::Error});
-}
-
-// Told once for a clip that has not started to play; while one plays it means that another began.
-void Playback::tellDetails() {
-    if (announced_ && !started_) return;
-    announced_ = true;
-    outside_.tell({Kind::NewStream});
+    tell_({Kind::Error});
 }
 
 void Playback::tellState(PlayState state) {
     if (state == told_) return;
-    if (state != PlayState::Stopped && !announced_) tellDetails();
-    const PlayState old = std::exchange(told_, state);
-    if (state == PlayState::Playing) started_ = true;
-    outside_.tell({Kind::PlayStateChange, static_cast<int>(old), static_cast<int>(state)});
+    const PlayState from = std::exchange(told_, state);
+    tell_({Kind::PlayStateChange, from, state});
 }
 
 }  // namespace tunovka

@@ -7,12 +7,13 @@
 
 namespace tunovka {
 
-// What the person reads when something cannot be played: a sentence in Slovak for what is common,
-// else the system's own text with its number. Set between blanks, because the sentence is put
-// between others as it is. A code that means no failure is taken for an unknown one.
+// What the person reads when something cannot be played: a sentence for what is common, else the
+// system's own with its number, never that of success. It stands between blanks and so between
+// other sentences.
 PlaybackTrouble playbackTrouble(HRESULT error);
 
-// The same for an error of reading a file.
-PlaybackTrouble playbackTrouble(const RuntimeError& error);
+inline PlaybackTrouble playbackTrouble(const RuntimeError& error) {
+    return {L" " + error.description + L" "};
+}
 
 }  // namespace tunovka

@@ -5,15 +5,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/ansi.h"
+#include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/file_system.h"
-#include "core/loop.h"
 #include "core/paths.h"
-#include "core/system_windows.h"
 #include "core/text.h"
 #include "player/panel_texts.h"
-#include "playlist/line_grammar.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/painting.h"
@@ -39,16 +36,22 @@ Image::ImageArgs button(const wchar_t* name, const wchar_t* text, Form& form, co
             .anyButton = true};
 }
 
-// What played a file may let go of it a moment late: waits up to a second until it can be renamed
-// and deleted.
-void awaitFree(const std::wstring& path) {
-    constexpr DWORD kLongestWait = 1000, kPause = 20;  // ms
-    const std::wstring file = systemPathOrNone(path);
-    for (const DWORD start = GetTickCount(); GetTickCount() - start < kLongestWait; Sleep(kPause)) {
-        const FileHandle whole(CreateFileW(file.c_str(), DELETE,
-                                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                           nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-        if (whole || GetLastError() != ERROR_SHARING_VIOLATION) return;
+// Whether the file is what plays, or an entry of the playlist that plays. Asks disks.
+bool isPartOf(const std::wstring& playing, const std::wstring& path) {
+    // A file that has gone already is known by its path alone.
+    const auto isIt = [&](const std::wstring& file) {
+        return lowerCased(file) == lowerCased(path) || FileSystemObject::sameFile(file, path);
+    };
+    if (isIt(playing)) return true;
+    const std::wstring name = lowerCased(fileName(path));
+    try {
+        const std::vector<ListedFile> files = filesOf(playing);
+        return std::ranges::any_of(files, [&](const ListedFile& file) {
+            // The cheap question first: a long list names many files.
+            return lowerCased(fileName(file.path)) == name && isIt(file.path);
+        });
+    } catch (const RuntimeError&) {
+        return true;  // the list cannot be read any more: it may be any of its files
     }
 }
 
@@ -83,24 +86,27 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
     PicHlas.setTip(PicHlas.text());
     lblušielčas.setTip(L"Aktuálne prehrávaný čas");
     lblčas.setTip(L"Celkový čas titulu");
-    bind();
     Timer1.setInterval(kTick);
-}
 
-void PlayerPanel::bind() {
     Image1.onPress = [this] { Image1_MouseDown(); };
     Image2.onPress = [this] { Image2_MouseDown(); };
     Image3.onPress = [this] { Image3_MouseDown(); };
-    Image4.onPress = [this] { Image4_MouseDown(); };
-    Image5.onPress = [this] { Image5_MouseDown(); };
+    Image4.onPress = [this] { step(&MediaPlayer::Previous); };
+    Image5.onPress = [this] { step(&MediaPlayer::Next); };
 
-    PicProgres.onPaint = [this](HDC dc, Size size) { PicProgres_Paint(dc, size); };
+    PicProgres.onPaint = [this](HDC dc, Size size) {
+        const int right = static_cast<int>(progress_ * size.width);
+        paintSlider(dc, size, {0, 0, right, size.height}, form_.scaled(kKnob));
+    };
     PicProgres.onMouseMove = [this](MouseButton held, Point at) { PicProgres_MouseMove(held, at); };
     PicProgres.onMouseUp = [this](MouseButton button, Point at) { PicProgres_MouseUp(button, at); };
     PicProgres.onMove = [this](StripMove move) { PicProgres_KeyDown(move); };
     PicProgres.value = [this] { return lblušielčas.text(); };
 
-    PicHlas.onPaint = [this](HDC dc, Size size) { PicHlas_Paint(dc, size); };
+    PicHlas.onPaint = [this](HDC dc, Size size) {
+        const int top = size.height - static_cast<int>(volumeShare_ * size.height);
+        paintSlider(dc, size, {0, top, size.width, size.height}, form_.scaled(kKnob));
+    };
     PicHlas.onMouseMove = [this](MouseButton held, Point at) { PicHlas_MouseMove(held, at); };
     PicHlas.onMouseUp = [this](MouseButton button, Point at) { PicHlas_MouseMove(button, at); };
     PicHlas.onMove = [this](StripMove move) { setVolume(movedVolume(move, volumePercent())); };
@@ -113,10 +119,7 @@ void PlayerPanel::bind() {
         frameRect(dc, area, colors().edge);
     };
 
-    mp.EndOfStream = [this](int) { mp_EndOfStream(); };
-    mp.NewStream = [this] { showDetails(); };
-    mp.PlayStateChange = [this](int oldState, int) { mp_PlayStateChange(oldState); };
-    mp.Error = [this] { mp_Error(); };
+    mp.onNotification = [this](const MediaNotification& what) { mp_Notification(what); };
     Timer1.onTick = [this] { Timer1_Tick(); };
 }
 
@@ -153,42 +156,24 @@ void PlayerPanel::layout(const Rect& area) {
 }
 
 void PlayerPanel::play(const std::wstring& path) {
-    if (mp.FileName() != path) {
-        showOpening(path);
-        mp.setFileName(path);
-    } else {
+    if (mp.FileName() == path) {
         mp.Play();
+    } else {
+        showNothing();  // of the last file; of the new one nothing is known yet
+        showTitle(openingText(path));
+        mp.setFileName(path);
     }
     playing_ = true;
 }
 
-void PlayerPanel::letGo(const std::wstring& path) {
-    if (!holds(path)) return;
-    mp.release();
+void PlayerPanel::release(const std::wstring& path) {
+    const std::wstring playing = mp.FileName();
+    if (playing.empty()) return;
+    const auto ask = [playing, path] { return isPartOf(playing, path); };
+    if (!askDisk(path, ask).value_or(true)) return;
+    const auto untilClosed = mp.startRelease();
     showNothing();
-    awaitFree(path);
-}
-
-bool PlayerPanel::holds(const std::wstring& path) const {
-    const std::wstring& playing = mp.FileName();
-    if (playing.empty()) return false;
-    // A file that has gone already is known by its path alone.
-    const auto isIt = [&](const std::wstring& file) {
-        return lowerCased(file) == lowerCased(path) || FileSystemObject::sameFile(file, path);
-    };
-    if (isIt(playing)) return true;
-    if (!MultiMedialny::isPlaylistName(lowerCased(playing))) return false;
-    const std::wstring name = lowerCased(fileName(path));
-    try {
-        const std::vector<ListedFile> files =
-            listedFiles(fromAnsi(FileSystemObject::readAll(playing)), playlistFolder(playing));
-        return std::ranges::any_of(files, [&](const ListedFile& file) {
-            // The cheap question first: a long list names many files.
-            return lowerCased(fileName(file.path)) == name && isIt(file.path);
-        });
-    } catch (const RuntimeError&) {
-        return true;  // the list cannot be read any more: it may be any of its files
-    }
+    askDisk(path, [untilClosed] { return untilClosed(), true; });
 }
 
 void PlayerPanel::Image1_MouseDown() {
@@ -212,14 +197,9 @@ void PlayerPanel::Image3_MouseDown() {
     if (!mp.FileName().empty()) mp.Pause();
 }
 
-void PlayerPanel::Image4_MouseDown() {
+void PlayerPanel::step(void (MediaPlayer::*step)()) {
     yieldNow();
-    if (isSteppedList(mp.FileName())) mp.Previous();
-}
-
-void PlayerPanel::Image5_MouseDown() {
-    yieldNow();
-    if (isSteppedList(mp.FileName())) mp.Next();
+    if (isSteppedList(mp.FileName())) (mp.*step)();
 }
 
 void PlayerPanel::PicProgres_MouseMove(MouseButton held, Point at) {
@@ -248,19 +228,13 @@ void PlayerPanel::PicHlas_MouseMove(MouseButton held, Point at) {
     mp.setVolume(stripVolume(at.y, height));
 }
 
-void PlayerPanel::mp_EndOfStream() {
-    showProgress(0);
-    playing_ = false;
-    lblčas.setText(L"");
-    lblušielčas.setText(L"");
-}
-
-void PlayerPanel::mp_PlayStateChange(int oldState) {
-    if (oldState != static_cast<int>(PlayState::Playing)) showDetails();
-}
-
-void PlayerPanel::mp_Error() {
-    if (opening_) showNothing();
+void PlayerPanel::mp_Notification(const MediaNotification& what) {
+    using Kind = MediaNotification::Kind;
+    const bool isChange = what.kind == Kind::PlayStateChange && what.from != PlayState::Playing;
+    if (what.kind == Kind::NewStream || isChange) showDetails();
+    if (what.kind == Kind::EndOfStream) showNoTimes();
+    if (what.kind != Kind::Error) return;
+    if (lblčas.text().empty()) showNothing();  // no more than that it was being opened
     playing_ = false;
     const std::wstring text = L"Pri pokuse prehrať požadovaný súbor došlo ku chybe :" +
                               mp.ErrorDescription() +
@@ -269,17 +243,9 @@ void PlayerPanel::mp_Error() {
 }
 
 void PlayerPanel::showDetails() {
-    opening_ = false;
-    showTitle(
-        nowPlayingText(mp.GetMediaInfoString(kClipAuthor), mp.GetMediaInfoString(kClipTitle)));
+    const ClipDetails details = mp.details();
+    showTitle(nowPlayingText(details.author, details.title));
     lblčas.setText(timeText(mp.Duration()));
-}
-
-// Of a new file nothing is known yet, and what was shown of the last one is over.
-void PlayerPanel::showOpening(const std::wstring& path) {
-    showNothing();
-    opening_ = true;
-    showTitle(openingText(path));
 }
 
 void PlayerPanel::showTitle(const std::wstring& text) {
@@ -293,11 +259,15 @@ void PlayerPanel::showProgress(double share) {
     PicProgres.showValue();
 }
 
-void PlayerPanel::showNothing() {
-    opening_ = playing_ = false;
+void PlayerPanel::showNoTimes() {
+    playing_ = false;
     showProgress(0);
     lblčas.setText(L"");
     lblušielčas.setText(L"");
+}
+
+void PlayerPanel::showNothing() {
+    showNoTimes();
     showTitle(L"");
 }
 
@@ -324,16 +294,6 @@ void PlayerPanel::showPosition() {
     lblušielčas.setText(timeText(position));
     const bool seeking = GetCapture() == PicProgres.handle();
     if (!seeking) showProgress(progressFraction(position, duration));
-}
-
-void PlayerPanel::PicProgres_Paint(HDC dc, Size size) const {
-    paintSlider(dc, size, {0, 0, static_cast<int>(progress_ * size.width), size.height},
-                form_.scaled(kKnob));
-}
-
-void PlayerPanel::PicHlas_Paint(HDC dc, Size size) const {
-    const int top = size.height - static_cast<int>(volumeShare_ * size.height);
-    paintSlider(dc, size, {0, top, size.width, size.height}, form_.scaled(kKnob));
 }
 
 }  // namespace tunovka

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "core/loop.h"
@@ -33,10 +34,10 @@ class PlayerPanel {
     // Plays a file: a new one is opened, the same one goes on. Sets the playing flag.
     void play(const std::wstring& path);
 
-    // Lets go of a file that is about to be renamed, moved, replaced or deleted, when it plays or
-    // is an entry of the playlist that plays; the display is empty then. Waits until it is free,
-    // though never longer than two seconds.
-    void letGo(const std::wstring& path);
+    // Closes a file that is about to be renamed, moved, replaced or deleted, when it plays or is an
+    // entry of the playlist that plays; the display is empty then. Waits for the disk's answer,
+    // then for a second at most; windows are painted meanwhile.
+    void release(const std::wstring& path);
 
     MediaPlayer mp;
     Image Image1, Image2, Image3, Image4, Image5;
@@ -47,37 +48,29 @@ class PlayerPanel {
     bool isPlaying() const { return playing_; }
 
   private:
-    void bind();
     void Image1_MouseDown();
     void Image2_MouseDown();
     void Image3_MouseDown();
-    void Image4_MouseDown();
-    void Image5_MouseDown();
-    void PicProgres_Paint(HDC dc, Size size) const;
     void PicProgres_MouseMove(MouseButton held, Point at);
     void PicProgres_MouseUp(MouseButton button, Point at);
     void PicProgres_KeyDown(StripMove move);
-    void PicHlas_Paint(HDC dc, Size size) const;
     void PicHlas_MouseMove(MouseButton held, Point at);
-    void mp_EndOfStream();
-    void mp_PlayStateChange(int oldState);
-    void mp_Error();
+    void mp_Notification(const MediaNotification& what);
     void Timer1_Tick();
 
-    bool holds(const std::wstring& path) const;
     void showProgress(double share);
     void showPosition();
     void showDetails();
-    void showOpening(const std::wstring& path);
     void showTitle(const std::wstring& text);
+    void showNoTimes();
     void showNothing();
+    void step(void (MediaPlayer::*step)());
     void setVolume(int percent);
     int volumePercent() const;
 
     Form& form_;
     Owner owner_;
     bool playing_ = false;    // the playing flag
-    bool opening_ = false;    // nothing is known yet of the file that was set
     double progress_ = 0;     // share of the progress strip that is filled
     double volumeShare_ = 0;  // share of the volume strip that is filled
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "core/id3v1.h"
 #include "core/text.h"
@@ -17,6 +18,12 @@ constexpr auto kContentDescription =
     "\x33\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C"sv;
 constexpr std::size_t kGuidSize = 16;
 constexpr std::size_t kObjectPreamble = kGuidSize + 8;  // GUID and 64-bit length
+constexpr std::size_t kAsfPreamble = 30;                // of the header, with what is behind these
+
+// How much is looked at of a file's start, or of what is behind its ID3v2 tag.
+constexpr std::size_t kStart = 65536;
+// An ASF header that claims more is not read further: titles stand near its start.
+constexpr std::uint64_t kLongestHeader = 1 << 20;
 
 // Bytes past the end count as 0.
 std::uint8_t byteAt(Bytes bytes, std::size_t at) {
@@ -82,8 +89,7 @@ bool isWave(Bytes bytes, std::uint64_t fileSize) {
     bool formatSeen = false;
     for (std::uint64_t at = 12; at + 8 <= fileSize;) {
         const Bytes chunk = part(bytes, static_cast<std::size_t>(at), Bytes::npos);
-        if (chunk.size() < 8) return formatSeen;
-        if (chunk.starts_with("data")) return formatSeen;
+        if (chunk.size() < 8 || chunk.starts_with("data")) return formatSeen;
         if (chunk.starts_with("fmt ")) {
             const auto channels = littleEndian(chunk, 10, 2), hertz = littleEndian(chunk, 12, 4);
             const auto block = littleEndian(chunk, 20, 2), bits = littleEndian(chunk, 22, 2);
@@ -99,20 +105,13 @@ bool isWave(Bytes bytes, std::uint64_t fileSize) {
     return false;
 }
 
-// UTF-16 as text of this system's wide characters, up to the first NUL.
+// UTF-16 up to the first NUL.
 std::wstring fromUtf16(Bytes bytes) {
     std::wstring text;
     for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
-        auto unit = static_cast<std::uint32_t>(littleEndian(bytes, at, 2));
+        const auto unit = static_cast<wchar_t>(littleEndian(bytes, at, 2));
         if (unit == 0) break;
-        if (sizeof(wchar_t) > 2 && unit >= 0xD800 && unit < 0xDC00 && at + 3 < bytes.size()) {
-            const auto low = static_cast<std::uint32_t>(littleEndian(bytes, at + 2, 2));
-            if (low >= 0xDC00 && low < 0xE000) {
-                unit = 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
-                at += 2;
-            }
-        }
-        text += static_cast<wchar_t>(unit);
+        text += unit;
     }
     return trimBlanks(text);
 }
@@ -126,22 +125,24 @@ ClipDetails contentDescription(Bytes body) {
             fromUtf16(part(body, texts + titleSize, authorSize))};
 }
 
-}  // namespace
-
-std::uint64_t id3v2Size(std::string_view fileStart) {
-    if (!fileStart.starts_with("ID3") || fileStart.size() < 10) return 0;
+// The length of the ID3v2 tag that a file begins with, 0 without one.
+std::uint64_t id3v2Size(Bytes start) {
+    if (!start.starts_with("ID3") || start.size() < 10) return 0;
     std::uint64_t size = 0;  // of seven bits each
-    for (std::size_t at = 6; at < 10; ++at) size = size << 7 | (byteAt(fileStart, at) & 0x7F);
-    const bool footer = (byteAt(fileStart, 5) & 0x10) != 0;
+    for (std::size_t at = 6; at < 10; ++at) size = size << 7 | (byteAt(start, at) & 0x7F);
+    const bool footer = (byteAt(start, 5) & 0x10) != 0;
     return 10 + size + (footer ? 10 : 0);
 }
 
-std::uint64_t asfHeaderSize(std::string_view fileStart) {
-    if (fileStart.size() < kPreamble || !fileStart.starts_with(kAsfHeader)) return 0;
-    return littleEndian(fileStart, kGuidSize, 8);
+// The length that the ASF header claims which a file begins with, 0 without one.
+std::uint64_t asfHeaderSize(Bytes start) {
+    if (start.size() < kAsfPreamble || !start.starts_with(kAsfHeader)) return 0;
+    return littleEndian(start, kGuidSize, 8);
 }
 
-std::optional<std::size_t> mpegStart(std::string_view bytes) {
+// Where the frames of MPEG sound begin: at a frame that another one of its kind follows, or that
+// ends the bytes. npos when there is none.
+std::size_t mpegStart(Bytes bytes) {
     for (std::size_t at = 0; at + 4 <= bytes.size(); ++at) {
         if (byteAt(bytes, at) != 0xFF) continue;
         const std::optional<MpegFrame> frame = mpegFrame(bytes.substr(at));
@@ -153,30 +154,22 @@ std::optional<std::size_t> mpegStart(std::string_view bytes) {
             at + frame->length <= bytes.size() && (rest.empty() || rest.starts_with("TAG"));
         if (ends) return at;
     }
-    return std::nullopt;
+    return Bytes::npos;
 }
 
-bool beginsSound(std::string_view bytes, std::uint64_t fileSize) {
+// Whether the bytes, a file's first ones or those behind its ID3v2 tag, begin a sound.
+bool beginsSound(Bytes bytes, std::uint64_t fileSize) {
     if (bytes.starts_with("RIFF") && part(bytes, 8, 4) == "WAVE") return isWave(bytes, fileSize);
     if (bytes.starts_with(kAsfHeader)) {
         const std::uint64_t header = asfHeaderSize(bytes);
-        return header >= kPreamble && header < fileSize;
+        return header >= kAsfPreamble && header < fileSize;
     }
     for (const Bytes mark : {"OggS"sv, "fLaC"sv, "RF64"sv, "FORM"sv, "MThd"sv, ".snd"sv})
         if (bytes.starts_with(mark)) return true;
-    return part(bytes, 4, 4) == "ftyp" || mpegStart(bytes).has_value();
+    return part(bytes, 4, 4) == "ftyp" || mpegStart(bytes) != Bytes::npos;
 }
 
-double VariableRate::shareAt(double second) const {
-    const double share = seconds > 0 ? std::clamp(second / seconds, 0.0, 1.0) : 0;
-    if (shares.empty()) return share;
-    const double step = share * static_cast<double>(shares.size());
-    const std::size_t at = std::min(static_cast<std::size_t>(step), shares.size() - 1);
-    const double next = at + 1 < shares.size() ? shares[at + 1] : 1;
-    return shares[at] + (next - shares[at]) * (step - static_cast<double>(at));
-}
-
-VariableRate variableRate(std::string_view firstFrame) {
+VariableRate variableRate(Bytes firstFrame) {
     const std::optional<MpegFrame> frame = mpegFrame(firstFrame);
     if (!frame) return {};
     VariableRate rate;
@@ -206,9 +199,20 @@ VariableRate variableRate(std::string_view firstFrame) {
     return rate;
 }
 
+}  // namespace
+
+double VariableRate::shareAt(double second) const {
+    const double share = seconds > 0 ? std::clamp(second / seconds, 0.0, 1.0) : 0;
+    if (shares.empty()) return share;
+    const double step = share * static_cast<double>(shares.size());
+    const std::size_t at = std::min(static_cast<std::size_t>(step), shares.size() - 1);
+    const double next = at + 1 < shares.size() ? shares[at + 1] : 1;
+    return shares[at] + (next - shares[at]) * (step - static_cast<double>(at));
+}
+
 ClipDetails asfDetails(std::string_view header) {
     if (asfHeaderSize(header) == 0) return {};
-    Bytes rest = header.substr(kPreamble);
+    Bytes rest = header.substr(kAsfPreamble);
     while (rest.size() >= kObjectPreamble) {
         const std::uint64_t size = littleEndian(rest, kGuidSize, 8);
         if (size < kObjectPreamble) return {};
@@ -220,11 +224,21 @@ ClipDetails asfDetails(std::string_view header) {
     return {};
 }
 
-ClipDetails id3v1Details(std::string_view fileEnd,
-                         const std::function<std::wstring(std::string_view)>& fromAnsi) {
-    const auto tag = MultiMedialny::parseId3v1(fileEnd, fromAnsi);
-    if (!tag) return {};
-    return {MultiMedialny::shownField(tag->Title), MultiMedialny::shownField(tag->Artist)};
+SoundFile SoundFile::look(std::uint64_t size, const Read& read,
+                          const std::function<std::wstring(std::string_view)>& fromAnsi) {
+    std::string start = read(0, kStart);
+    if (const std::uint64_t tag = id3v2Size(start)) start = read(tag, kStart);
+
+    SoundFile file{.isSound = beginsSound(start, size), .details = {}, .rate = {}};
+    file.rate = variableRate(part(start, mpegStart(start), Bytes::npos));
+    if (const std::uint64_t header = std::min(asfHeaderSize(start), kLongestHeader)) {
+        file.details = asfDetails(read(0, static_cast<std::size_t>(header)));
+    } else if (constexpr auto length = MultiMedialny::kId3v1Size; size >= length) {
+        if (const auto tag = MultiMedialny::parseId3v1(read(size - length, length), fromAnsi))
+            file.details = {MultiMedialny::shownField(tag->Title),
+                            MultiMedialny::shownField(tag->Artist)};
+    }
+    return file;
 }
 
 }  // namespace tunovka

@@ -26,24 +26,17 @@ DWORD WINAPI stopFilter(void* filter) {
     return 0;
 }
 
-// The lock that Wine has not got; null on Windows.
-HANDLE soundLock() {
-    static const KernelHandle only(underWine() ? CreateMutexW(nullptr, FALSE, nullptr) : nullptr);
+// nullptr on Windows.
+HANDLE soundDevice() {
+    static const KernelHandle only(underWine() ? CreateSemaphoreW(nullptr, 1, 1, nullptr)
+                                               : nullptr);
     return only.get();
 }
 
 }  // namespace
 
-WineTurn::WineTurn() {
-    constexpr DWORD kPatience = 60'000;  // ms; a busy machine builds a graph in a few thousand
-    if (!soundLock()) return;
-    const DWORD answer = WaitForSingleObject(soundLock(), kPatience);
-    held_ = answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED;
-}
-
-WineTurn::~WineTurn() {
-    if (held_) ReleaseMutex(soundLock());
-}
+// A busy machine builds a graph in a few seconds; a file may never open.
+WineTurn::WineTurn() : Turn(soundDevice(), 60'000) {}
 
 void WineFeeder::remember(IGraphBuilder* graph) {
     ComPtr<IEnumFilters> filters;
@@ -66,26 +59,24 @@ void WineFeeder::remember(IGraphBuilder* graph) {
 }
 
 void WineFeeder::stop(IMediaControl* graph) {
-    constexpr DWORD kPatience = 100;  // ms; stopping takes less than one
+    constexpr DWORD kLongStop = 100;  // ms; it takes less than one
     OAFilterState state = State_Stopped;
     if (feeder_) graph->GetState(0, &state);
     if (state == State_Stopped) return;  // it was never set going
-    // A start that is still under way would set the feeder going once more behind our back: pausing
-    // ends it and waits for its end.
+    // A start that is still under way would set the feeder going once more: pausing ends it and
+    // waits for its end.
     graph->Pause();
-    // Nothing may hold the feeder's thread up: what it hands on falls from here on.
+    // Nothing may hold the feeder's thread up: what it hands on is dropped from here on.
     for (const auto& pin : behind_) pin->BeginFlush();
     const KernelHandle thread(CreateThread(nullptr, 0, stopFilter, feeder_.get(), 0, nullptr));
     if (!thread) stopFilter(feeder_.get());
-    // A thread that comes to the file's end at this very moment misses being woken; a seek wakes
-    // it.
-    while (thread && WaitForSingleObject(thread.get(), kPatience) == WAIT_TIMEOUT) {
+    // A thread that is just coming to the file's end misses being woken; a seek wakes it.
+    while (thread && WaitForSingleObject(thread.get(), kLongStop) == WAIT_TIMEOUT) {
         LONGLONG start = 0;
         if (output_)
             output_->SetPositions(&start, AM_SEEKING_AbsolutePositioning, nullptr,
                                   AM_SEEKING_NoPositioning);
     }
-    *this = {};
 }
 
 }  // namespace tunovka

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/handle.h"
+#include "player/turn.h"
 
 namespace tunovka {
 
@@ -16,28 +17,19 @@ namespace tunovka {
 // Wine counts the users of a sound device without a lock: while one thread gives the device back
 // and another asks for it, both work in freed memory. So graphs are built and taken apart one at a
 // time.
-class WineTurn {
-  public:
-    WineTurn();  // waits for the turn, though not for ever for a file that never opens
-    ~WineTurn();
-    WineTurn(const WineTurn&) = delete;
-    WineTurn& operator=(const WineTurn&) = delete;
-
-  private:
-    bool held_ = false;
+struct WineTurn : Turn {
+    WineTurn();
 };
 
-// Wine stops a decoder while the thread that feeds it still runs: that thread then works in freed
-// memory. The feeder, a filter that reads the file and hands it on from a thread of its own, has to
-// stand still before the rest is stopped.
+// Wine stops a decoder while the thread that feeds it still runs and then works in freed memory. So
+// the feeder, the filter that reads the file on a thread of its own, is stopped before the rest.
 class WineFeeder {
   public:
     // Remembers the feeder of a graph that was never told to pause or run: from then on another
     // thread of Wine may be moving the graph's filters about, and to ask for them is to crash.
     void remember(IGraphBuilder* graph);
 
-    // To be called right before the graph is stopped for good. Returns when the feeder's thread has
-    // ended.
+    // Comes right before the graph is stopped for good; returns when the feeder's thread has ended.
     void stop(IMediaControl* graph);
 
   private:

@@ -1,7 +1,7 @@
 // The player's panel in the explorer: what a person sees and hears about.
 #include <gtest/gtest.h>
 
-#include "core/handle.h"
+#include "support/disk_faults.h"
 #include "support/file_menus.h"
 #include "support/player_watch.h"
 
@@ -67,28 +67,32 @@ TEST_F(Panel, TheButtonsStepThroughListsOfTheirKinds) {
         ASSERT_TRUE(untilTitle(L"Titul: B")) << list;
         pressAndRelease(panel().Image4);
         ASSERT_TRUE(untilTitle(L"Titul: A")) << list;
+        EXPECT_TRUE(panel().isPlaying());
     }
     pressAndRelease(panel().Image2);
     EXPECT_EQ(title(), L"");
 }
 
-DWORD WINAPI closeLate(void* file) {
-    Sleep(300);
-    static_cast<FileHandle*>(file)->reset();
-    return 0;
-}
-
-// As a component does that lets go of a file a moment late.
-TEST_F(Panel, AFileThatIsReleasedLateIsWaitedFor) {
+TEST_F(Panel, WhatPlaysIsReleasedForACommandAndDisksAreAskedOnWorkers) {
     const std::wstring path = folder.file(L"a.wav", tone(20));
-    play(L"a.wav");
-    ASSERT_TRUE(untilTitle(L"Titul"));
-    FileHandle late(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                0, nullptr));
-    const KernelHandle thread(CreateThread(nullptr, 0, closeLate, &late, 0, nullptr));
-    panel().letGo(path);
-    EXPECT_TRUE(DeleteFileW(path.c_str()));
-    WaitForSingleObject(thread.get(), INFINITE);
+    folder.file(L"l.m3u", "niet.wav\r\na.wav\r\n");
+    for (const wchar_t* key : {L"a.wav", L"l.m3u"}) {
+        play(key);
+        ASSERT_TRUE(untilTitle(L"Titul")) << key;
+        std::atomic<int> onThisThread = 0, onOthers = 0;
+        const DWORD thisThread = GetCurrentThreadId();
+        const OddDisk disk([&](DiskCall, const std::wstring&, DWORD&) {
+            ++(GetCurrentThreadId() == thisThread ? onThisThread : onOthers);
+            return ERROR_SUCCESS;
+        });
+        panel().release(folder / L"b.wav");
+        EXPECT_TRUE(panel().isPlaying()) << "it has nothing to do with what plays";
+        panel().release(path);
+        EXPECT_EQ(panel().mp.FileName() + title(), L"");
+        EXPECT_EQ(onThisThread, 0);
+        EXPECT_GT(onOthers, 0);
+        EXPECT_FALSE(isHeld(path));
+    }
 }
 
 }  // namespace

@@ -3,10 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <set>
 
-#include "core/errors.h"
+#include "support/told.h"
 
 namespace tunovka {
 namespace {
@@ -18,161 +17,153 @@ struct FakeEngine : MediaEngine {
     std::optional<PlaybackTrouble> open(const std::wstring& file) override {
         did += L"open " + file + L";";
         if (bad.contains(file)) return PlaybackTrouble{L"zlý", file == L"nič nehrá"};
-        events.clear();
-        open_ = file;
-        if (late) return std::nullopt;
-        events.push_back({Kind::Opened});
+        if (!late) observe({Kind::Opened});
         return std::nullopt;
     }
-    bool isOpen() const override { return !open_.empty(); }
     void close() override {
-        if (isOpen()) did += L"close;";
-        open_.clear();
-        events.clear();
+        did += L"close;";
+        observed_.clear();
     }
-    void hold() override { did += L"hold;"; }
     void play() override {
-        if (!late) events.push_back({Kind::StateIs, PlayState::Playing});
+        if (!late) observe({Kind::StateIs, PlayState::Playing});
     }
-    void pause() override { events.push_back({Kind::StateIs, PlayState::Paused}); }
-    void next() override { did += L"next;"; }
+    void pause() override { observe({Kind::StateIs, PlayState::Paused}); }
+    void step(int way) override { did += L"step " + std::to_wstring(way) + L";"; }
+    void seek(double seconds) override { did += L"seek " + std::to_wstring(int(seconds)) + L";"; }
     double duration() const override { return 10; }
-    double position() const override { return 1; }
-    void seek(double) override {}
-    void setVolume(int) override {}
+    double position() const override { return 3; }
     ClipDetails details() const override { return {}; }
-    std::optional<EngineEvent> takeEvent() override {
-        if (events.empty()) return std::nullopt;
-        const EngineEvent first = events.front();
-        events.pop_front();
-        return first;
-    }
+    void setVolume(int) override {}
+    using MediaEngine::observe;
 
-    bool takes = false, late = false;
+    bool takes = false;
+    bool late = false;  // opens and plays by events of the test
     std::set<std::wstring> bad;
-    std::wstring open_, did;
-    std::deque<EngineEvent> events;
+    std::wstring did;
 };
 
 class PlaybackTest : public testing::Test {
   protected:
-    void open(const std::wstring& file, PlayState wanted = PlayState::Playing) {
-        switches.wanted = wanted;
-        playback.open(file);
-        playback.takeEvents();
+    void proceed() {
+        while (playback->proceed()) {
+        }
+    }
+    void open(const std::wstring& file) {
+        playback.emplace(
+            engine, file,
+            [this, file](auto& entries) -> std::optional<PlaybackTrouble> {
+                if (file == L"niet.m3u") return PlaybackTrouble{L"niet"};
+                entries = file.ends_with(L".m3u") ? list : std::vector<ListedFile>{{file, {}}};
+                return std::nullopt;
+            },
+            [this](const MediaNotification& what) { told_ += inShort(what); });
+        engine.did.clear();
+        proceed();
     }
     void want(PlayState state) {
-        switches.wanted = state;
-        playback.applyWanted();
-        playback.takeEvents();
+        playback->want(state);
+        proceed();
     }
-    void step(Playback::Step step) {
-        playback.step(step);
-        playback.takeEvents();
+    void step(int way) {
+        playback->step(way);
+        proceed();
     }
     void happens(const EngineEvent& event) {
-        engine.events.push_back(event);
-        playback.takeEvents();
+        engine.observe(event);
+        proceed();
     }
-    // What was told and what the engine did since the last asking: "new" details, "0-2" a change of
-    // the state, "end", "error".
+    void fails(const wchar_t* text) { happens({.kind = Kind::Failed, .trouble = {text}}); }
+    // What was told and what the engine did since the last asking.
     std::wstring told() { return std::exchange(told_, {}); }
     std::wstring did() { return std::exchange(engine.did, {}); }
 
     FakeEngine engine;
-    PlaybackSwitches switches;
     std::vector<ListedFile> list = {{L"a", {L"A", L""}}, {L"b", {}}, {L"c", {}}};
     std::wstring told_;
-    Playback playback{
-        engine,
-        switches,
-        {.filesOf =
-             [this](const std::wstring& file) {
-                 if (file == L"niet.m3u") throw RuntimeError(kFileNotFound);
-                 return file.ends_with(L".m3u") ? list : std::vector<ListedFile>{{file, {}}};
-             },
-         .troubleOf = [](const RuntimeError&) { return PlaybackTrouble{L"niet"}; },
-         .tell =
-             [this](const MediaNotification& what) {
-                 const std::wstring change =
-                     std::to_wstring(what.first) + L"-" + std::to_wstring(what.second);
-                 const std::wstring names[] = {L"end", L"new", change, L"error"};
-                 told_ += names[static_cast<int>(what.kind)] + L" ";
-             },
-         .stopWanting = [this] { switches.wanted = PlayState::Stopped; }}};
+    std::optional<Playback> playback;
 };
 
 TEST_F(PlaybackTest, tellsOpeningPauseStopAndEndInOneOrder) {
     open(L"x.mp3");
     EXPECT_EQ(told(), L"new 0-2 ");
     want(PlayState::Paused);
+    EXPECT_EQ(did(), L"open x.mp3;") << "pause holds the file";
     want(PlayState::Playing);
     EXPECT_EQ(told(), L"2-1 1-2 ");
     want(PlayState::Stopped);
-    EXPECT_EQ(did(), L"open x.mp3;close;") << "what is stopped is not held";
-    EXPECT_EQ(playback.duration(), 10);
-    EXPECT_EQ(playback.position(), 0);
+    EXPECT_EQ(did(), L"close;") << "stop does not";
+    EXPECT_EQ(playback->duration(), 10);
+    EXPECT_EQ(playback->position(), 0);
+    want(PlayState::Paused);
     want(PlayState::Playing);
     happens({Kind::Ended});
     EXPECT_EQ(told(), L"2-0 new 0-2 2-0 end ");
     EXPECT_EQ(did(), L"open x.mp3;close;");
-    EXPECT_EQ(switches.wanted, PlayState::Stopped);
-    want(PlayState::Playing);
-    EXPECT_EQ(told(), L"new 0-2 ");
+    happens({Kind::Ended});
+    EXPECT_EQ(told(), L"") << "late, of the file before";
 }
 
 TEST_F(PlaybackTest, whatIsWantedWhileAFileOpensIsDoneWhenItIsThere) {
     engine.late = true;
-    open(L"x.mp3", PlayState::Paused);
-    happens({Kind::Opened});
+    open(L"x.mp3");
+    want(PlayState::Paused);
+    engine.observe({Kind::Opened});
     happens({Kind::StateIs, PlayState::Playing});  // it starts by itself
     EXPECT_EQ(told(), L"new 0-1 ");
-    open(L"y.mp3", PlayState::Stopped);
+    open(L"y.mp3");
+    playback->want(PlayState::Stopped);
     happens({Kind::Opened});
-    EXPECT_FALSE(engine.isOpen());
+    EXPECT_EQ(did(), L"open y.mp3;close;");
+    EXPECT_EQ(told(), L"");
 }
 
 TEST_F(PlaybackTest, aFailureIsToldOnceAndPlayingTriesAgain) {
     engine.bad = {L"x.mp3"};
     open(L"x.mp3");
-    EXPECT_EQ(told(), L"error ");
-    EXPECT_EQ(playback.error(), L"zlý");
-    EXPECT_EQ(switches.wanted, PlayState::Stopped);
+    EXPECT_EQ(playback->error(), L"zlý");
     engine.bad = {};
     want(PlayState::Playing);
-    EXPECT_EQ(told(), L"new 0-2 ");
-    EXPECT_EQ(playback.error(), L"");
-    happens({.kind = Kind::Failed, .trouble = {L"prasklo"}});
-    happens({.kind = Kind::Failed, .trouble = {L"znova"}});
+    EXPECT_EQ(told(), L"error new 0-2 ");
+    EXPECT_EQ(playback->error(), L"");
+    fails(L"prasklo");
+    fails(L"znova");
     EXPECT_EQ(told(), L"2-0 error ");
-    EXPECT_EQ(playback.error(), L"prasklo");
+    EXPECT_EQ(playback->error(), L"prasklo");
     open(L"niet.m3u");
-    EXPECT_EQ(playback.error(), L"niet");
+    EXPECT_EQ(playback->error(), L"niet");
+    list.clear();
+    open(L"l.m3u");
+    EXPECT_NE(playback->error().find(L"neodkazuje"), std::wstring::npos);
 }
 
 TEST_F(PlaybackTest, aListIsSteppedThroughAndWhatIsBadIsPassedOver) {
     engine.bad = {L"b"};
     open(L"l.m3u");
-    EXPECT_EQ(playback.details().title, L"A") << "as the list tells";
-    step(Playback::Step::Next);
-    EXPECT_EQ(did(), L"open a;hold;open b;open c;");
-    step(Playback::Step::Next);
-    step(Playback::Step::Previous);
+    EXPECT_EQ(playback->details().title, L"A") << "as the list tells";
+    step(1);
+    EXPECT_EQ(did(), L"open a;close;open b;close;open c;");
+    step(1);
+    step(-1);
     EXPECT_EQ(told(), L"new 0-2 new new ");
     want(PlayState::Stopped);
+    step(1);
     did();
-    step(Playback::Step::Next);
-    EXPECT_EQ(did(), L"open b;open c;close;") << "shown, and not held";
-    EXPECT_EQ(told(), L"2-0 new ");
     want(PlayState::Playing);
-    EXPECT_EQ(did(), L"open c;");
+    EXPECT_EQ(did(), L"open b;close;open c;");
     happens({Kind::Ended});
-    EXPECT_EQ(told(), L"new 0-2 2-0 end ");
+    EXPECT_EQ(told(), L"2-0 new 0-2 2-0 end ");
+    did();
     want(PlayState::Playing);
-    EXPECT_EQ(did(), L"close;open a;") << "from the start";
+    EXPECT_EQ(did(), L"open a;") << "from the start";
+    happens({Kind::Ended});
+    EXPECT_EQ(told(), L"new 0-2 new ") << "the end of an entry is not the end";
+    step(-1);
     engine.bad = {L"b", L"c"};
-    step(Playback::Step::Next);
-    EXPECT_EQ(told(), L"new 0-2 ") << "nothing that way: it goes on";
+    did();
+    step(1);
+    EXPECT_EQ(did(), L"close;open b;close;open c;close;open a;seek 3;")
+        << "nothing that way: it goes on";
+    told();
     happens({Kind::Ended});
     EXPECT_EQ(told(), L"2-0 end ");
 }
@@ -181,55 +172,41 @@ TEST_F(PlaybackTest, aListWithoutAGoodEntryIsToldOnce) {
     engine.bad = {L"a", L"b", L"c"};
     open(L"l.m3u");
     EXPECT_EQ(told(), L"error ");
-    EXPECT_NE(playback.error().find(L"neodkazuje"), std::wstring::npos);
+    EXPECT_NE(playback->error().find(L"neodkazuje"), std::wstring::npos);
     list = {{L"nič nehrá", {}}, {L"c", {}}};
     engine.bad.insert(L"nič nehrá");
-    did();
     open(L"l.m3u");
-    EXPECT_EQ(did(), L"open nič nehrá;") << "no device: the others would not play either";
-    EXPECT_EQ(playback.error(), L"zlý");
+    EXPECT_EQ(did(), L"open nič nehrá;close;") << "no device: the others would not play either";
+    EXPECT_EQ(playback->error(), L"zlý");
 }
 
-TEST_F(PlaybackTest, aListThatIsTakenWholeIsSteppedByTheEngine) {
+TEST_F(PlaybackTest, aListThatTheEngineTakesIsSteppedByItAndElseByUs) {
     engine.takes = true;
     open(L"l.m3u");
-    step(Playback::Step::Next);
-    EXPECT_EQ(did(), L"open l.m3u;next;");
+    step(1);
     happens({Kind::Opened});
-    happens({Kind::Ended});
-    EXPECT_EQ(told(), L"new 0-2 new 2-0 end ");
-    want(PlayState::Playing);
-    EXPECT_EQ(did(), L"close;open l.m3u;");
-}
+    EXPECT_EQ(did(), L"open l.m3u;step 1;");
+    EXPECT_EQ(told(), L"new 0-2 new ");
 
-TEST_F(PlaybackTest, aListThatIsRefusedIsReadBeforeAnythingIsTold) {
-    engine.takes = true;
-    engine.bad = {L"l.m3u", L"a"};
-    open(L"l.m3u");
-    EXPECT_EQ(did(), L"open l.m3u;open a;open b;");
-    EXPECT_EQ(told(), L"new 0-2 ");
-    happens({Kind::Ended});
-    EXPECT_EQ(told(), L"new ") << "the end of an entry is not the end";
-    EXPECT_EQ(switches.wanted, PlayState::Playing);
-
-    engine.bad = {};
-    engine.late = true;
-    open(L"m.m3u");  // refused later
-    did();
-    happens({.kind = Kind::Failed, .trouble = {L"zoznam nie"}});
-    EXPECT_EQ(did(), L"close;open a;");
-    happens({.kind = Kind::Failed, .trouble = {L"a nie"}});
-    EXPECT_EQ(did(), L"open b;");
-    happens({Kind::Opened});
-    happens({Kind::StateIs, PlayState::Playing});
-    EXPECT_EQ(told(), L"new 0-2 ");
-}
-
-TEST_F(PlaybackTest, whatIsGivenUpTriesNoFurtherEntry) {
-    switches.left = true;
-    open(L"l.m3u");
-    EXPECT_EQ(did(), L"");
-    EXPECT_EQ(told(), L"");
+    for (const bool late : {false, true}) {  // refused at once or by an event
+        engine.late = late;
+        if (late)
+            engine.bad.clear();
+        else
+            engine.bad = {L"l.m3u", L"a"};
+        open(L"l.m3u");
+        if (late) {
+            fails(L"zoznam nie");
+            fails(L"a nie");
+            engine.observe({Kind::Opened});
+            happens({Kind::StateIs, PlayState::Playing});
+        }
+        EXPECT_EQ(did(), L"open l.m3u;close;open a;close;open b;");
+        EXPECT_EQ(told(), L"new 0-2 ") << "nothing of the refusal";
+        happens({Kind::Ended});
+        EXPECT_EQ(did(), L"close;open c;");
+        EXPECT_EQ(told(), late ? L"" : L"new ") << "nor of an end";
+    }
 }
 
 }  // namespace

@@ -10,17 +10,29 @@ namespace tunovka {
 namespace {
 
 TEST(PanelTexts, countHoursPadSecondsAndScrollWholeCharacters) {
-    EXPECT_EQ(timeText(0), L"0:00 min");
-    EXPECT_EQ(timeText(std::numeric_limits<double>::quiet_NaN()), L"0:00 min");
-    EXPECT_EQ(timeText(65), L"1:05 min");
-    EXPECT_EQ(timeText(3725), L"1 h 2:05 min");
-    EXPECT_EQ(timeText(10'805), L"3 h 0:05 min");
+    for (const auto& [seconds, text] : {std::pair{0.0, L"0:00 min"},
+                                        {std::numeric_limits<double>::quiet_NaN(), L"0:00 min"},
+                                        {65.0, L"1:05 min"},
+                                        {3725.0, L"1 h 2:05 min"},
+                                        {10'805.0, L"3 h 0:05 min"}})
+        EXPECT_EQ(timeText(seconds), text);
     EXPECT_EQ(nowPlayingText(L"Žaba", L""), L"Autor: Žaba  Titul: neuvedený   ");
     EXPECT_EQ(openingText(L"E:\\hudba\\Žaba.mp3"), L"Otvára sa: Žaba.mp3   ");
     EXPECT_EQ(scrolledByOne(L"Autor "), L"utor A");
     EXPECT_EQ(scrolledByOne(scrolledByOne(L"a𝄞b")), L"ba𝄞");
-    EXPECT_TRUE(isSteppedList(L"E:\\a.pls") && isSteppedList(L"E:\\a.m3u"));
-    EXPECT_FALSE(isSteppedList(L"E:\\a.PLS") || isSteppedList(L"E:\\a.asx"));
+}
+
+TEST(PanelTexts, knowTheListsThatAreSteppedByTheirNames) {
+    for (const auto& [name, steps] : {std::pair{L"a.pls", true},
+                                      {L"a.m3u", true},
+                                      {L"a.PLS", false},
+                                      {L"a.M3U", false},
+                                      {L"a.Pls", false},
+                                      {L"a.asx", false},
+                                      {L"a.mp3", false},
+                                      {L"a.pls.mp3", false},
+                                      {L"", false}})
+        EXPECT_EQ(isSteppedList(name), steps) << name;
 }
 
 TEST(Strips, keepTheirEnds) {
@@ -39,6 +51,15 @@ TEST(Strips, keepTheirEnds) {
     EXPECT_EQ(movedVolume(StripMove::Forward, 98), 100);
 }
 
+SoundFile look(const std::string& bytes) {
+    return SoundFile::look(
+        bytes.size(),
+        [&](std::uint64_t at, std::size_t count) {
+            return at < bytes.size() ? bytes.substr(static_cast<std::size_t>(at), count) : "";
+        },
+        [](std::string_view text) { return std::wstring(text.begin(), text.end()); });
+}
+
 // An MPEG 1 layer III frame of 128,000 bits and 44,100 samples a second.
 std::string frame() {
     return std::string("\xFF\xFB\x90\x00", 4) + std::string(413, '\0');
@@ -51,17 +72,16 @@ std::string wave(
 }
 
 TEST(SoundFile, isKnownByItsFirstBytes) {
-    const auto sounds = [](const std::string& bytes) { return beginsSound(bytes, bytes.size()); };
-    EXPECT_TRUE(sounds(wave()));
-    EXPECT_FALSE(sounds(wave().substr(0, 20)));
-    EXPECT_FALSE(sounds(wave("\x01\x00\xFF\xFF\x40\x1F\x00\x00\x80\x3E\x00\x00\x02\x00\x10\x00")));
-    EXPECT_TRUE(sounds("junk" + frame() + frame()));
-    EXPECT_TRUE(sounds(frame() + "TAG")) << "one frame is a short sound";
-    EXPECT_FALSE(sounds(frame() + std::string(500, 'x')));
-    EXPECT_FALSE(sounds(std::string(5000, '\xFF')));
-    EXPECT_FALSE(sounds(""));
-    EXPECT_FALSE(sounds("toto nie je zvuk"));
-    EXPECT_EQ(id3v2Size(std::string("ID3\4\0\0\0\0\2\1xyz", 13)), 10u + 257u);
+    const std::string tag("ID3\4\0\0\0\0\2\1", 10);  // 257 bytes follow
+    for (const std::string& sound : {wave(), "junk" + frame() + frame(), frame() + "TAG",
+                                     tag + std::string(257, '\xFF') + frame() + frame()})
+        EXPECT_TRUE(look(sound).isSound) << testing::PrintToString(sound.substr(0, 8));
+    for (const std::string& other :
+         {wave().substr(0, 20),
+          wave("\x01\x00\xFF\xFF\x40\x1F\x00\x00\x80\x3E\x00\x00\x02\x00\x10\x00"),
+          frame() + std::string(500, 'x'), std::string(5000, '\xFF'), std::string(),
+          std::string("toto nie je zvuk")})
+        EXPECT_FALSE(look(other).isSound) << testing::PrintToString(other.substr(0, 8));
 }
 
 TEST(SoundFile, aVariableRateIsReadFromEitherHeader) {
@@ -69,29 +89,25 @@ TEST(SoundFile, aVariableRateIsReadFromEitherHeader) {
     for (int at = 0; at < 100; ++at) table += static_cast<char>(at < 50 ? at : 128 + at);
     std::string xing = frame();
     xing.replace(36, 12, std::string("Xing\0\0\0\5\0\0\x59\xD8", 12)).replace(48, 100, table);
-    const VariableRate rate = variableRate(xing);
+    const VariableRate rate = look(xing + frame()).rate;
     EXPECT_NEAR(rate.seconds, 600.8, 0.1);
     EXPECT_NEAR(rate.shareAt(rate.seconds / 4), 25 / 256.0, 0.001);
     EXPECT_NEAR(rate.shareAt(rate.seconds), 1, 0.001);
     std::string vbri = frame();
     vbri.replace(36, 4, "VBRI").replace(50, 4, std::string("\0\0\x59\xD8", 4));
     vbri.replace(54, 8, std::string("\0\2\0\1\0\1\0\0", 8)).replace(62, 2, "\1\3");
-    EXPECT_NEAR(variableRate(vbri).seconds, 600.8, 0.1);
-    EXPECT_NEAR(variableRate(vbri).shareAt(300.4), 0.25, 0.001);
-    EXPECT_EQ(variableRate(frame()).seconds, 0);
-    EXPECT_EQ(variableRate("").seconds, 0);
+    EXPECT_NEAR(look(vbri + frame()).rate.seconds, 600.8, 0.1);
+    EXPECT_NEAR(look(vbri + frame()).rate.shareAt(300.4), 0.25, 0.001);
+    EXPECT_EQ(look(frame() + frame()).rate.seconds, 0);
 }
 
 TEST(SoundFile, itsTagTellsTitleAndAuthor) {
-    const auto widen = [](std::string_view bytes) {
-        return std::wstring(bytes.begin(), bytes.end());
-    };
     std::string title = "Titul", artist = "Autor";
     title.resize(30, '\0');
     artist.resize(30, ' ');
     const std::string tag = "TAG" + title + artist + std::string(65, 'x');
-    EXPECT_EQ(id3v1Details("sound" + tag, widen), (ClipDetails{L"Titul", L"Autor"}));
-    EXPECT_EQ(id3v1Details(std::string(128, 'x'), widen), ClipDetails{});
+    EXPECT_EQ(look("sound" + tag).details, (ClipDetails{L"Titul", L"Autor"}));
+    EXPECT_EQ(look(std::string(128, 'x')).details, ClipDetails{});
 }
 
 }  // namespace
