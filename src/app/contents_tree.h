@@ -23,9 +23,9 @@ class ContentsTree {
     // `txtPath` holds the folder that is listed.
     ContentsTree(Form& form, TextBox& txtPath);
 
-    // Replaces the contents by the listing of a folder, while events run. Called meanwhile, it only
-    // changes the folder: the last one is listed to its end. A failure is reported and ends the
-    // listing where it stands; a disk that does not answer is given up by Escape.
+    // Lists a folder in place of the contents, letting events run. A call during a listing ends it
+    // and lists its own folder instead. A failure is reported and leaves what was listed so far;
+    // Escape gives up a disk that does not answer.
     void ListFolderContents(const std::wstring& path);
 
     // Full path of the existing file behind a node, its name as the disk spells it; "" when there
@@ -37,8 +37,8 @@ class ContentsTree {
     // "Song.MP3" gives "Song.mp3", which leads to the same file.
     std::wstring selectedPathForPlaylists() const;
 
-    // The file of a node has got another name: the node gets its key and text. False when that
-    // cannot be, because the tree shows what is no longer so.
+    // Gives the node of a renamed file its new key and text. False when the tree is out of date: it
+    // has no such node, or one with the new name already.
     bool renameFile(const std::wstring& key, const std::wstring& name);
 
     TreeView Tview;
@@ -59,8 +59,7 @@ class ContentsTree {
     TextBox& txtPath_;
     unsigned wanted_ = 0;  // counts the folders that were asked for
     bool listing_ = false;
-    // The name on the disk of each file node: the lower-cased one of its key does not lead back to
-    // it for every letter.
+    // The name on the disk of each file node: a lower-cased key does not lead back to it.
     std::unordered_map<std::wstring, std::wstring> names_;
 };
 

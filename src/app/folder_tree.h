@@ -33,7 +33,7 @@ class FolderTree : private RozneApi::FolderNodes {
     // Chooses the first drive at start: "e:" where there is one.
     void chooseStartDrive();
 
-    // Shows it when the pointer is over the tree while that is filled; false otherwise.
+    // Shows the hourglass and returns true while the tree is filled and the pointer is over it.
     bool showHourglass() const;
 
     std::wstring selectedFolder() const { return strom.selectedKey(); }
@@ -61,7 +61,7 @@ class FolderTree : private RozneApi::FolderNodes {
     const TextBox& txtPath_;
     std::function<void(const std::wstring&)> listFolder_;
     bool driveChanged_ = false;  // since chooseStartDrive()
-    bool filling_ = false;       // the tree is built anew for a drive
+    bool filling_ = false;       // the tree is being filled for another drive
     int expanding_ = 0;          // folders that are listed right now
 };
 

@@ -220,8 +220,7 @@ void frmPrieskumnik::selectionChanged() {
     LblBar.setText(path.empty() ? L"Odkaz je na neexistujúci súbor" : path);
     prehrat.setEnabled(L"ponuka_prehrať", !path.empty());
     prehrat.setEnabled(L"editovat_playlist", MultiMedialny::isPlaylistName(lowerCased(path)));
-    // A plain test of the key's first letters comes last: it takes a file such as plavba.mp3 for an
-    // entry as well.
+    // Only the key's first letters are tested: a file such as plavba.mp3 counts as an entry too.
     prehrat.setEnabled(L"operacie_so_suborom", !like(key, L"pl*") && !isBusy());
     prehrat.setEnabled(L"vlozit_subor", !txtsubor.text().empty());
 }

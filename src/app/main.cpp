@@ -13,7 +13,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     using namespace tunovka;
     // A drive without a medium is told by the program, not by a system box.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-    // Libraries come from the system's folder: none from the current one, which may be anybody's.
+    // Libraries are loaded from the system's folder, never from the current directory.
     static const LateFunction<BOOL WINAPI(const wchar_t*)> setDirectory(L"kernel32.dll",
                                                                         "SetDllDirectoryW");
     if (setDirectory) setDirectory(L"");

@@ -45,9 +45,8 @@ class EditorDocument : public ListRows<PlaylistEntry> {
     const std::wstring& playlistPath() const { return playlistPath_; }
     std::wstring folder() const;  // of the playlist, ending in "\"
 
-    // False while a playlist is being read and for one that was cut short by an error or a
-    // cancellation, because saving would write less than the file holds; for one that held no
-    // entry, until it gets one.
+    // False while a playlist is being read and after a reading that an error or a cancellation cut
+    // short: saving would lose the rest. False also for one without an entry, until it gets one.
     bool mayBeSaved() const { return whole_ && !empty_; }
 
     // The path of the row's file, "" when it is missing now.

@@ -53,7 +53,7 @@ void Editor::notify(const BoxRequest& notice) const {
 }
 
 void Editor::selectFirst() const {
-    yieldToEvents();  // what the document did in one piece is over
+    yieldToEvents();  // none have run while the document was changed
     if (!form_.isClosing()) onSelect(0);
 }
 
@@ -183,10 +183,10 @@ bool Editor::write(const std::wstring& target, bool relative) {
     const auto paths = document.pathsToSave(*exists, hooks());
     if (!paths) return false;
     bool goesOn = true;
-    const auto look = [&] { goesOn = hooks().next() && goesOn; };
-    const auto lines = playlistLines(target, *paths, relative, look);
+    const auto goOn = [&] { goesOn = hooks().next() && goesOn; };
+    const auto lines = playlistLines(target, *paths, relative, goOn);
     const std::string content = playlistBytes(lines, [&](std::wstring_view line) {
-        look();
+        goOn();
         return toAnsi(line);
     });
     if (!goesOn) return false;

@@ -7,7 +7,7 @@
 
 #include "core/existing_files.h"
 #include "editor/document.h"
-#include "ui/box_layout.h"
+#include "ui/box_request.h"
 #include "ui/drag_drop.h"
 #include "ui/form.h"
 #include "ui/program_links.h"
@@ -54,9 +54,9 @@ class Editor {
     LoopHooks hooks() const;
     // A file's content; empty when the command was given up.
     std::optional<std::wstring> read(const std::wstring& path) const;
-    // The test for files, anew, once the disk has told about the folders of all rows, or of all
-    // entries of a playlist's text whose relative ones lead from `folder`; empty when the command
-    // was given up.
+    // A fresh existence test for the files of all rows, or of all entries of a playlist's text
+    // (relative ones lead from `folder`). The disk is asked first; empty when the command was given
+    // up.
     std::optional<FileExistsTest> filesOfRows();
     std::optional<FileExistsTest> filesOfText(std::wstring_view text, const std::wstring& folder);
     bool agrees(const BoxRequest& question) const;
@@ -70,7 +70,7 @@ class Editor {
 
     Form& form_;
     ProgramLinks& links_;
-    ExistingFiles files_;  // each command that tests files starts it anew
+    ExistingFiles files_;  // cleared by each command that tests files
 };
 
 }  // namespace tunovka

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "ui/box_layout.h"
+#include "ui/box_request.h"
 
 namespace tunovka {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "playlist/entry_key.h"
-#include "ui/box_layout.h"
+#include "ui/box_request.h"
 
 namespace tunovka {
 

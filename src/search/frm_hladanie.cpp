@@ -105,7 +105,7 @@ void frmhladanie::onActivated() {
     startScan_.raise();
 }
 
-// A search that runs already gives up at its next look and then starts the one that waits.
+// A running search ends at its next check and then starts the one that waits.
 void frmhladanie::startScan() {
     if (!wanted_ || isBusy() || isClosing()) return;
     wanted_ = false;

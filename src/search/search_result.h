@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/box_layout.h"
+#include "ui/box_request.h"
 #include "ui/list_model.h"
 
 namespace tunovka {

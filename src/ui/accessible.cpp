@@ -31,7 +31,7 @@ HRESULT toVariant(long number, VARIANT* result) {
     return S_OK;
 }
 
-// The system's own object for a window, whose answers give way to what the window says of itself.
+// The system's accessibility object of a window; what Window::describe() says replaces its answers.
 class AccessibleControl final : public ComObject<IAccessible> {
   public:
     AccessibleControl(HWND window, ComPtr<IAccessible> system)
@@ -55,13 +55,11 @@ class AccessibleControl final : public ComObject<IAccessible> {
 
     STDMETHODIMP get_accName(VARIANT child, BSTR* name) override {
         const std::optional<AccessibleFacts> own = facts(child);
-        if (!own || !own->name) return system_->get_accName(child, name);
-        return toBstr(*own->name, name);
+        return own && own->name ? toBstr(*own->name, name) : system_->get_accName(child, name);
     }
     STDMETHODIMP get_accValue(VARIANT child, BSTR* value) override {
         const std::optional<AccessibleFacts> own = facts(child);
-        if (!own || !own->value) return system_->get_accValue(child, value);
-        return toBstr(*own->value, value);
+        return own && own->value ? toBstr(*own->value, value) : system_->get_accValue(child, value);
     }
     STDMETHODIMP get_accRole(VARIANT child, VARIANT* role) override {
         const std::optional<AccessibleFacts> own = facts(child);

@@ -12,8 +12,8 @@ struct AccessibleFacts {
     long role = 0;                     // ROLE_SYSTEM_...; 0 leaves role and state to the system
     std::optional<std::wstring> name;  // nullopt leaves it to the system, as with the value
     std::optional<std::wstring> value;
-    long state = 0;       // STATE_SYSTEM_... that only the control knows; focus and sight are added
-    std::wstring action;  // what a press is called, of a control that takes BM_CLICK; else ""
+    long state = 0;       // STATE_SYSTEM_...; focus, visible and enabled are added
+    std::wstring action;  // name of the default action, for a control that takes BM_CLICK
 };
 
 // Answers WM_GETOBJECT for the inner part of a window of the program: the object that it hands out
@@ -21,7 +21,7 @@ struct AccessibleFacts {
 // has no accessibility support.
 std::optional<LRESULT> accessibleAnswer(HWND window, WPARAM wparam, LPARAM lparam);
 
-// Tells screen readers that a control's name, value or state is another one now.
+// Tells screen readers that a control's name, value or state has changed.
 void tellNewName(HWND window);
 void tellNewValue(HWND window);
 void tellNewState(HWND window);

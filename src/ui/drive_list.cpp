@@ -109,7 +109,7 @@ void DriveList::applyFont() {
 }
 
 std::optional<LRESULT> DriveList::onMessage(UINT message, WPARAM, LPARAM) {
-    // A pointer that passes by with a turning wheel chooses no other drive.
+    // Turning the wheel over the closed list must not change the drive.
     if (message == WM_MOUSEWHEEL && !send(CB_GETDROPPEDSTATE)) return 0;
     return std::nullopt;
 }

@@ -14,8 +14,8 @@ class DriveList : public Window {
   public:
     DriveList(const wchar_t* name, const std::wstring& accessibleName, Window& parent);
 
-    // Asks the system for the drives; keeps the chosen one where it is still there. The list is
-    // empty before the first time, which takes the drive of the current directory.
+    // Reads the machine's drives again and keeps the chosen one. The first call chooses the drive
+    // of the current directory; before it the list is empty.
     void refresh();
 
     const std::wstring& drive() const { return drive_; }

@@ -165,7 +165,7 @@ void Form::showModal() {
     const Depth alive(this);
     modal_ = std::make_unique<ModalState>(handle());
     show();
-    // Whole at once: controls that are painted later would be holes until then.
+    // All at once: controls that are painted later would show as holes.
     RedrawWindow(handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     NotifyWinEvent(EVENT_SYSTEM_DIALOGSTART, handle(), OBJID_WINDOW, CHILDID_SELF);
     runLoopWhile([this] { return !closing_; });
@@ -173,7 +173,7 @@ void Form::showModal() {
     NotifyWinEvent(EVENT_SYSTEM_DIALOGEND, handle(), OBJID_WINDOW, CHILDID_SELF);
 }
 
-// A dialog has its texts read out when it opens.
+// Screen readers read a dialog's texts out when it opens.
 std::optional<AccessibleFacts> Form::describe() const {
     if (!modal_) return std::nullopt;
     return AccessibleFacts{.role = ROLE_SYSTEM_DIALOG, .name = text()};
@@ -553,7 +553,7 @@ bool filterMessage(MSG& message) {
 void RozneApi::ShowTitleBar(const Window& window, bool show) {
     const LONG style = GetWindowLongW(window.handle(), GWL_STYLE);
     const LONG wanted = show ? style | WS_CAPTION : style & ~WS_CAPTION;
-    if (wanted == style) return;  // drawing the frame anew takes milliseconds
+    if (wanted == style) return;  // redrawing the frame takes milliseconds
     SetWindowLongW(window.handle(), GWL_STYLE, wanted);
     SetWindowPos(window.handle(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED);
 }

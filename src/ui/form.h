@@ -60,7 +60,7 @@ class Form : public Window, public Host {
     // True for a form that boxes do not switch off.
     virtual bool staysUsable() const { return false; }
 
-    // Keeps the form alive (and marks nothing else).
+    // Keeps the form alive.
     class Depth {
       public:
         explicit Depth(Form* form) : form_(form) { form_->enter(); }
@@ -159,7 +159,7 @@ HWND activeForm();
 // destroyed, the program is asked to quit.
 class Forms {
   public:
-    // Takes a new form into its care until it is unloaded.
+    // Creates a form and owns it until it is unloaded.
     template <typename T, typename... Arguments>
     static T& load(Arguments&&... arguments) {
         auto form = std::make_unique<T>(std::forward<Arguments>(arguments)...);
@@ -198,8 +198,8 @@ class ModalState {
     std::vector<HWND> disabled_;
 };
 
-// What comes before a message reaches its window: shortcuts of the form, Tab, Enter and Escape,
-// which end here (true), and the wheel, which is sent to the window under the pointer.
+// Looks at a message before its window gets it: serves the form's shortcuts, Tab, Enter and Escape
+// (true: used up), and sends the wheel to the window under the pointer.
 bool filterMessage(MSG& message);
 
 namespace RozneApi {

@@ -42,6 +42,38 @@ std::wstring fieldLines(const std::wstring& text) {
     return lines;
 }
 
+// Height in pixels: the lines that the text's width on one line would fill (rounded half to even,
+// plus one), or the height that it takes when wrapped, whichever is larger.
+int boxTextHeight(int widthOnOneLine, int labelWidth, int lineHeight, int wrappedHeight) {
+    const int lines = roundHalfEven(static_cast<double>(widthOnOneLine) / labelWidth + 1);
+    return std::max(lines * lineHeight, wrappedHeight);
+}
+
+// Places of the buttons in rows, in pixels: each as wide as its caption plus `padding`, `gap`
+// apart, a row centred in `innerWidth`. A button is never wider than a row.
+std::vector<Rect> boxButtonRows(const std::vector<int>& captionWidths, int top, int height,
+                                int padding, int gap, int innerWidth) {
+    std::vector<Rect> buttons;
+    std::size_t rowStart = 0;
+    int left = 0;
+    const auto endRow = [&] {
+        const int shift = (innerWidth - (left - gap)) / 2;
+        for (; rowStart < buttons.size(); ++rowStart) buttons[rowStart].x += shift;
+    };
+    for (const int caption : captionWidths) {
+        const int width = std::min(caption + padding, innerWidth);
+        if (left > 0 && left + width > innerWidth) {
+            endRow();
+            left = 0;
+            top += height + gap;
+        }
+        buttons.push_back({left, top, width, height});
+        left += width + gap;
+    }
+    endRow();
+    return buttons;
+}
+
 int openBoxes = 0;
 
 std::deque<BoxRequest>& waitingNotices() {
@@ -56,7 +88,7 @@ void showWaitingNotice() {
     ask(notice);
 }
 
-// Counts a box from before it is built, and shows a notice that waits for its end.
+// Counts the open boxes; a waiting notice is shown when the last one has closed.
 struct OpenBox {
     OpenBox() { ++openBoxes; }
     ~OpenBox() {
@@ -119,7 +151,7 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
                  .wraps = true,
                  .scrollBar = true,
                  .visible = false}),
-      lblnadpis(boxCaptions(buttons)) {
+      lblnadpis(split(buttons, L';')) {
     scrolled_.setAccessibleName(trimBlanks(title));
     for (const std::wstring& caption : lblnadpis) addButton(caption);
     layoutCentred();

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/box_layout.h"
+#include "ui/box_request.h"
 #include "ui/image.h"
 #include "ui/label.h"
 #include "ui/skinned_form.h"
@@ -29,7 +29,7 @@ inline std::int16_t ask(const BoxRequest& request) {
 // is open has been answered.
 void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button);
 
-// Makes a failure that nobody handled a notice: title "CHYBA", its number and description.
+// Shows unhandled failures as notices: title "CHYBA", number and description.
 void installFailureNotice();
 
 // The program's message box. It is built for one question and gone after its answer.

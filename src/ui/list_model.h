@@ -65,7 +65,7 @@ class SortedTexts {
   private:
     std::string_view keyAt(std::size_t position) const;
 
-    std::string keys_;  // one behind the other: tens of thousands of small texts take longer
+    std::string keys_;  // one after the other: tens of thousands of strings would take longer
     std::vector<std::uint32_t> ends_;
 };
 

@@ -11,7 +11,7 @@
 
 namespace tunovka {
 
-// Keeps a device context's state and puts it back.
+// Saves a device context's state and restores it.
 class SavedDc {
   public:
     explicit SavedDc(HDC dc) : dc_(dc), state_(SaveDC(dc)) {}
@@ -24,8 +24,8 @@ class SavedDc {
     int state_;
 };
 
-// A device context in memory. They are kept and used again, because making one takes longer than
-// most of what is painted through it: give it back as it was (Selected, SavedDc).
+// A device context in memory, out of a pool: creating one takes longer than most painting. Leave it
+// as it was (Selected, SavedDc).
 class MemoryDc {
   public:
     MemoryDc();
@@ -54,7 +54,7 @@ class PaintDc {
     PAINTSTRUCT paint_{};
     MemoryDc memory_;
     Bitmap bitmap_;
-    std::optional<SavedDc> saved_;  // without what is painted through it, the bitmap included
+    std::optional<SavedDc> saved_;  // restores the pooled context, its bitmap included
 };
 
 void fillRect(HDC dc, const RECT& area, Color color);
@@ -67,8 +67,8 @@ void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT fo
 // Size of a text on one line, or wrapped at `width` pixels when that is positive.
 Size measureText(const std::wstring& text, HFONT font, int width = 0);
 
-// A pale card on the ground, for texts that are read; its colour is plain, so that controls that
-// cannot show through what lies behind them can stand on it.
+// A pale card on the ground for texts to be read. Its colour is uniform, because the fields on it
+// cannot be transparent.
 void paintCard(HDC dc, const RECT& area);
 // A sunken field on the ground, as lists and strips stand in.
 void paintWell(HDC dc, const RECT& area);

@@ -36,7 +36,7 @@ class PictureBox : public Window {
     std::function<void(int notches)> onWheel;  // away from the person is positive
     std::function<std::wstring()> value;       // as a screen reader tells it
 
-    // The value is another one: paints it and tells screen readers.
+    // Repaints after the value has changed, and tells screen readers.
     void showValue();
 
     std::optional<AccessibleFacts> describe() const override;

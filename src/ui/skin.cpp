@@ -99,7 +99,7 @@ Bitmaps& keptBitmaps() {
     return bitmaps;
 }
 
-// A window that is being resized asks for many widths: when there are too many of them, all go.
+// Resizing a window asks for many widths: a full cache is emptied.
 const Drawn* drawnAt(const std::wstring& key, int dpi, Size size, Look look) {
     Bitmaps& bitmaps = keptBitmaps();
     const auto wanted = std::tuple{key, dpi, size.width, size.height, look};
@@ -176,7 +176,7 @@ std::map<std::pair<int, Font>, HFONT>& fonts() {
 
 }  // namespace
 
-// Controls may still hold the former ones, so that these are not destroyed.
+// The old ones are not destroyed: controls may still hold them.
 void forgetFonts() {
     fonts().clear();
 }

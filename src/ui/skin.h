@@ -33,14 +33,14 @@ void draw(HDC dc, const std::wstring& key, Point place, int dpi, Look look = Loo
 void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi,
                    Look look = Look::Plain);
 
-// Gives back the pictures that are kept for the next drawing, which makes them again.
+// Frees the pictures that are cached for drawing; the next drawing makes them again.
 void forgetBitmaps();
 
 enum class Font { Text, Bold, Title };  // a title is bold and twice as large
 
 // The system's message font at a dpi; it lives as long as the program.
 HFONT font(int dpi, Font font = Font::Text);
-// The system's fonts have changed: font() gives others from now on.
+// The system's fonts have changed: font() gives the new ones from now on.
 void forgetFonts();
 int fontHeight(int dpi, Font font = Font::Text);
 // Of a line of text and of a tree's row: it grows with the system's font.

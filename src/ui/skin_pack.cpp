@@ -12,7 +12,7 @@ using Bytes = std::span<const std::byte>;
 
 template <typename T>
 T readAt(Bytes bytes, std::size_t offset) {
-    T value;
+    T value{};
     std::memcpy(&value, &bytes[offset], sizeof value);
     return value;
 }

@@ -60,22 +60,13 @@ SkinnedForm::SkinnedForm(const SkinArgs& args)
                     .owner = args.owner}),
       strip_(args.strip, L" " + trimBlanks(args.title), *this) {
     RozneApi::ShowTitleBar(*this, false);
-    if (args.closer) {
-        closer_.emplace(Image::ImageArgs{.name = args.closer,
-                                         .text = L"Zavrieť",
-                                         .parent = &strip_,
-                                         .normal = L"zavri1",
-                                         .pressed = L"zavri2"});
-        closer_->onClick = [this] { unload(); };
-    }
-    if (args.minimizer) {
-        minimizer_.emplace(Image::ImageArgs{.name = args.minimizer,
-                                            .text = L"Minimalizovať",
-                                            .parent = &strip_,
-                                            .normal = L"minimize1",
-                                            .pressed = L"minimize2"});
-        minimizer_->onClick = [this] { minimize(); };
-    }
+    const auto add = [](std::optional<Image>& picture, const Image::ImageArgs& args) {
+        if (args.name) picture.emplace(args);
+    };
+    add(closer_, {args.closer, L"Zavrieť", &strip_, L"zavri1", L"zavri2"});
+    add(minimizer_, {args.minimizer, L"Minimalizovať", &strip_, L"minimize1", L"minimize2"});
+    if (closer_) closer_->onClick = [this] { unload(); };
+    if (minimizer_) minimizer_->onClick = [this] { minimize(); };
 }
 
 int SkinnedForm::stripHeight() const {

@@ -35,32 +35,33 @@ void TreeView::setImages(const std::vector<std::wstring>& keys, int side) {
 }
 
 void TreeView::add(const NodeArgs& args) {
-    if (contains(args.key)) throw RuntimeError(kKeyNotUnique, args.key);
-    auto node = std::make_unique<Node>(Node{args.key, nullptr, args.foreground});
+    HTREEITEM parent = args.parentKey.empty() ? TVI_ROOT : itemOf(args.parentKey);
+    const auto [node, isNew] = nodes_.try_emplace(args.key, Node{nullptr, args.foreground});
+    if (!isNew) throw RuntimeError(kKeyNotUnique, args.key);
     // Nobody reads more of a node, and painting a text of megabytes stands still.
     const std::wstring text = args.text.substr(0, kLongestText);
     const auto image = std::ranges::find(imageKeys_, args.imageKey);
     TVINSERTSTRUCTW insert{};
-    insert.hParent = args.parentKey.empty() ? TVI_ROOT : itemOf(args.parentKey);
+    insert.hParent = parent;
     insert.hInsertAfter = TVI_LAST;
     insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_STATE | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
     insert.item.pszText = const_cast<wchar_t*>(text.c_str());
-    insert.item.lParam = reinterpret_cast<LPARAM>(node.get());
+    insert.item.lParam = reinterpret_cast<LPARAM>(&*node);
     insert.item.iImage = insert.item.iSelectedImage =
         image == imageKeys_.end() ? I_IMAGENONE : static_cast<int>(image - imageKeys_.begin());
     insert.item.stateMask = TVIS_BOLD;
     insert.item.state = args.bold ? TVIS_BOLD : 0;
-    node->item =
+    node->second.item =
         reinterpret_cast<HTREEITEM>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
-    if (!node->item) throw RuntimeError(kOutOfMemory);
-    const std::wstring_view key = node->key;
-    nodes_.emplace(key, std::move(node));
+    if (node->second.item) return;
+    nodes_.erase(node);
+    throw RuntimeError(kOutOfMemory);
 }
 
 void TreeView::forget(HTREEITEM item) {
     for (HTREEITEM child = related(item, TVGN_CHILD); child; child = related(child, TVGN_NEXT))
         forget(child);
-    if (const Node* node = nodeOf(item)) nodes_.erase(nodes_.find(node->key));
+    nodes_.erase(nodes_.find(keyOf(item)));
 }
 
 void TreeView::remove(const std::wstring& key) {
@@ -86,24 +87,18 @@ void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
     item.hItem = itemOf(key);
     item.pszText = const_cast<wchar_t*>(text.c_str());
     auto handle = nodes_.extract(key);
-    handle.mapped()->key = newKey;
-    handle.key() = handle.mapped()->key;
+    handle.key() = newKey;
     nodes_.insert(std::move(handle));
     send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
-TreeView::Node* TreeView::nodeOf(HTREEITEM handle) const {
-    if (!handle) return nullptr;
+std::wstring TreeView::keyOf(HTREEITEM handle) const {
+    if (!handle) return {};
     TVITEMW item{};
     item.mask = TVIF_PARAM;
     item.hItem = handle;
-    if (!send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))) return nullptr;
-    return reinterpret_cast<Node*>(item.lParam);
-}
-
-std::wstring TreeView::keyOf(HTREEITEM item) const {
-    const Node* node = nodeOf(item);
-    return node ? node->key : std::wstring();
+    if (!send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))) return {};
+    return reinterpret_cast<const Nodes::value_type*>(item.lParam)->first;
 }
 
 HTREEITEM TreeView::related(HTREEITEM item, UINT relation) const {
@@ -268,15 +263,15 @@ std::optional<LRESULT> TreeView::onNotify(NMHDR& header) {
 LRESULT TreeView::customDraw(NMTVCUSTOMDRAW& draw) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-    const auto* node = reinterpret_cast<const Node*>(draw.nmcd.lItemlParam);
+    const auto* node = reinterpret_cast<const Nodes::value_type*>(draw.nmcd.lItemlParam);
     const bool marked =
         draw.nmcd.uItemState & CDIS_SELECTED ||
         related(nullptr, TVGN_DROPHILITE) == reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec);
     if (node && !marked) {
-        draw.clrText = shownText(node->foreground);
+        draw.clrText = shownText(node->second.foreground);
         draw.clrTextBk = colors().field;
     } else if (node && !hasFocus()) {  // still to be seen when the focus is elsewhere
-        const RowColors row = rowColors(node->foreground, RowState::SelectedElsewhere);
+        const RowColors row = rowColors(node->second.foreground, RowState::SelectedElsewhere);
         draw.clrText = row.text;
         draw.clrTextBk = row.ground;
     }

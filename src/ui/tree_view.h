@@ -1,9 +1,7 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -81,7 +79,7 @@ class TreeView : public ItemView {
 
     // Asked by tests and benchmarks alone.
     std::size_t count() const { return nodes_.size(); }
-    Color foreground(const std::wstring& key) const { return nodes_.at(key)->foreground; }
+    Color foreground(const std::wstring& key) const { return nodes_.at(key).foreground; }
     std::wstring nextSibling(const std::wstring& key) const;
     std::wstring dropHighlight() const;
 
@@ -91,13 +89,13 @@ class TreeView : public ItemView {
 
   private:
     struct Node {
-        std::wstring key;
         HTREEITEM item;
         Color foreground;
     };
-    HTREEITEM itemOf(const std::wstring& key) const { return nodes_.at(key)->item; }
+    // By key; the system's items hold the addresses of the entries.
+    using Nodes = std::unordered_map<std::wstring, Node>;
+    HTREEITEM itemOf(const std::wstring& key) const { return nodes_.at(key).item; }
     std::wstring keyOf(HTREEITEM item) const;
-    Node* nodeOf(HTREEITEM item) const;
     HTREEITEM related(HTREEITEM item, UINT relation) const;
     void forget(HTREEITEM item);
     HTREEITEM hitTest(Point point, UINT& place) const;
@@ -109,7 +107,7 @@ class TreeView : public ItemView {
     std::optional<Point> menuPlace() override;
     LRESULT customDraw(NMTVCUSTOMDRAW& draw) const;
 
-    std::unordered_map<std::wstring_view, std::unique_ptr<Node>> nodes_;
+    Nodes nodes_;
     ImageList images_;
     std::vector<std::wstring> imageKeys_;
     int redrawOff_ = 0;

@@ -48,7 +48,7 @@ class Host {
 class Window {
   public:
     struct Args {
-        const wchar_t* name;  // the control's name in the code, kept as "Tunovka.name"
+        const wchar_t* name = L"";  // the control's name in the code, kept as "Tunovka.name"
         const wchar_t* className =
             nullptr;        // a system control to subclass, else a window of our own
         std::wstring text;  // the accessible name of a control without a text

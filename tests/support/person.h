@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "core/loop.h"
-#include "ui/box_layout.h"
+#include "ui/box_request.h"
 #include "ui/form.h"
 #include "ui/image.h"
 
