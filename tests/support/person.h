@@ -88,6 +88,16 @@ inline void pressAndRelease(Window& control, UINT down = WM_LBUTTONDOWN, UINT up
     SendMessageW(handle, up, 0, middle);
 }
 
+// The colour that a control shows at a share of its width, half-way down or so many pixels.
+inline COLORREF colorAt(const Window& control, double share, int y = -1) {
+    const Size size = control.clientSize();
+    const HDC dc = GetDC(control.handle());
+    const int x = static_cast<int>(share * size.width);
+    const COLORREF color = GetPixel(dc, x, y < 0 ? size.height / 2 : y);
+    ReleaseDC(control.handle(), dc);
+    return color;
+}
+
 // Whether this thread has a pop-up menu open.
 inline GUITHREADINFO stateOfThread() {
     GUITHREADINFO state{};

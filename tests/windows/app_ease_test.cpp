@@ -48,6 +48,7 @@ class ScreenReader {
     std::wstring value() const { return text(&IAccessible::get_accValue); }
     long role() const { return number(&IAccessible::get_accRole); }
     long state() const { return number(&IAccessible::get_accState); }
+    void press() { object_->accDoDefaultAction(self()); }
 
   private:
     static VARIANT self() {
@@ -244,6 +245,9 @@ TEST_F(Ease, WindowsAreSizedAtEveryEdgeAndMinimised) {
         const Rect before = form->bounds();
         form->setBounds({before.x, before.y, before.width + 50, before.height + 40});
         EXPECT_EQ(form->clientSize(), (Size{before.width + 50, before.height + 40}));
+        MINMAXINFO limits{};
+        SendMessageW(form->handle(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+        EXPECT_GT(limits.ptMinTrackSize.x, 300);
         ShowWindow(form->handle(), SW_MAXIMIZE);
         RECT screen{};
         SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
@@ -267,9 +271,14 @@ TEST_F(Ease, WindowsAreSizedAtEveryEdgeAndMinimised) {
     SendMessageW(explorer.handle(), WM_SYSCOMMAND, SC_KEYMENU, L' ');
     EXPECT_TRUE(hasMenu);
 
-    pressAndRelease(explorer.minimizer());
-    EXPECT_TRUE(IsIconic(explorer.handle()));
-    ShowWindow(explorer.handle(), SW_RESTORE);
+    const std::function<void()> ways[]{[&] { pressAndRelease(explorer.minimizer()); },
+                                       [&] { ScreenReader(explorer.minimizer().handle()).press(); },
+                                       [&] { explorer.tri.choose(L"miminalizovat"); }};
+    for (const auto& minimise : ways) {
+        minimise();
+        EXPECT_TRUE(runUntil([&] { return IsIconic(explorer.handle()) != FALSE; }, 5000));
+        ShowWindow(explorer.handle(), SW_RESTORE);
+    }
     explorer.unload();
 }
 

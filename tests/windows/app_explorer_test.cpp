@@ -10,27 +10,29 @@ namespace {
 
 class Explorer : public FileMenus {
   protected:
-    void clickNode(TreeView& tree, const std::wstring& key) {
+    void clickNode(TreeView& tree, const std::wstring& key, UINT down = WM_LBUTTONDOWN,
+                   UINT up = WM_LBUTTONUP) {
         tree.ensureVisible(key);
         const Rect area = tree.nodeArea(key);
         const LPARAM at = MAKELPARAM(area.x + 3, area.y + 3);
-        SendMessageW(tree.handle(), WM_LBUTTONDOWN, MK_LBUTTON, at);
-        SendMessageW(tree.handle(), WM_LBUTTONUP, 0, at);
+        SendMessageW(tree.handle(), down, MK_LBUTTON, at);
+        SendMessageW(tree.handle(), up, 0, at);
     }
 };
 
 TEST_F(Explorer, StartsOnDriveEWithItsFoldersAndLists) {
     folder.folder(L"Ľudové");
+    folder.folder(L"Moje");
     folder.file(L"a.mp3");
     explorer->load();
-    EXPECT_EQ(explorer->folders.Drive1.drive().substr(0, 2), L"E:");
+    EXPECT_EQ(explorer->folders.Drive1.letter(), L"E:");
     EXPECT_EQ(strom().firstRoot(), L"E:\\");
     EXPECT_EQ(explorer->txtPath.text(), L"E:\\");
     ASSERT_TRUE(strom().contains(folder.path()));
     EXPECT_EQ(strom().firstChild(folder.path()), folder.path() + L"_*.?");
     EXPECT_EQ(strom().text(strom().firstChild(folder.path())), L"podzložky");
 
-    strom().expand(folder.path());
+    clickNode(strom(), folder.path(), WM_LBUTTONDBLCLK);
     EXPECT_EQ(explorer->LblBar.text(), folder.path());
     EXPECT_EQ(strom().firstChild(folder.path()), folder / L"Ľudové\\");
     EXPECT_EQ(strom().selectedKey(), folder.path());  // expanding selects and lists
@@ -93,7 +95,8 @@ TEST_F(Explorer, ThePopUpMenusFollowTheSelectedNode) {
     clickNode(Tview(), L"pieseň.mp3");
     EXPECT_EQ(states(), "++--");
     EXPECT_EQ(explorer->LblBar.text(), folder / L"pieseň.mp3");
-    clickNode(Tview(), L"plavba.mp3");  // begins like an entry's key
+    person.closeMenus();
+    clickNode(Tview(), L"plavba.mp3", WM_RBUTTONDOWN, WM_RBUTTONUP);  // begins like an entry's key
     EXPECT_EQ(states(), "+---");
     clickNode(Tview(), L"zoznam.m3u");
     EXPECT_EQ(states(), "+++-");
@@ -172,6 +175,15 @@ TEST_F(Explorer, TheHourglassStaysWhileTheTreeFills) {
 TEST_F(Explorer, EscapeInTheOpenDriveListChangesNothing) {
     explorer->load();
     const HWND list = explorer->folders.Drive1.handle();
+    SendMessageW(list, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    EXPECT_EQ(strom().firstRoot(), L"E:\\");
+    const auto count = [&] { return SendMessageW(list, CB_GETCOUNT, 0, 0); };
+    const LRESULT before = count();
+    DefineDosDeviceW(0, L"Q:", L"C:\\windows");  // a drive that is plugged in
+    SendMessageW(list, CB_SHOWDROPDOWN, TRUE, 0);
+    EXPECT_EQ(count(), before + 1);
+    SendMessageW(list, CB_SHOWDROPDOWN, FALSE, 0);
+    DefineDosDeviceW(DDD_REMOVE_DEFINITION, L"Q:", nullptr);
     for (const WPARAM end : {VK_ESCAPE, VK_RETURN}) {
         SendMessageW(list, CB_SHOWDROPDOWN, TRUE, 0);
         SendMessageW(list, WM_KEYDOWN, VK_UP, 0);
@@ -197,6 +209,8 @@ TEST_F(Explorer, TheSplitterGoesToTheEdgesAndIsLeftWhereItsDragIsBrokenOff) {
     drag(50);
     ReleaseCapture();
     EXPECT_FALSE(splitter.Obdlznik.isVisible());
+    SendMessageW(bar, WM_SETCURSOR, 0, 0);
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_SIZEWE));
     SendMessageW(bar, WM_LBUTTONUP, 0, 0);
     EXPECT_EQ(splitter.Medzera.bounds().x, before);
     for (const int by : {-5000, 5000}) {
@@ -223,6 +237,15 @@ TEST_F(Explorer, AVeryLongPathIsShownWhole) {
     select(entry);
     EXPECT_EQ(Tview().text(entry).size(), 1023u);
     EXPECT_EQ(explorer->LblBar.text(), folder.path() + line + L"Song.mp3");
+    const auto painted = [&](const wchar_t* name) {
+        explorer->LblBar.setText(L"E:\\" + std::wstring(150, L'd') + L"\\" + name);
+        UpdateWindow(explorer->LblBar.handle());
+        std::vector<COLORREF> points;
+        for (int i = 0; i < 500; ++i) points.push_back(colorAt(explorer->LblBar, i / 500.0));
+        return points;
+    };
+    EXPECT_NE(painted(L"WWWWWW.mp3"), painted(L"iiiiii.mp3")) << "a path is cut in its middle";
+    select(entry);
     frminfo window(explorer->handle());
     window.txtodkaz.setText(explorer->LblBar.text());
     EXPECT_EQ(window.lblPath.text(), explorer->LblBar.text());

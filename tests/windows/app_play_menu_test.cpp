@@ -74,15 +74,25 @@ TEST_F(PlaySubmenu, PlayersGetTheFileBetweenQuotationMarks) {
     SetEnvironmentVariableW(L"TUNOVKA_RECORD", record.c_str());
     const std::wstring place = folder.path().substr(0, folder.path().size() - 1);
     const TestKey key(HKEY_CURRENT_USER, L"Software\\winamp", nullptr, place);
+    const TestKey kind(HKEY_CLASSES_ROOT, L".wav", nullptr, L"Pieseň");
+    const TestKey open(HKEY_CLASSES_ROOT, L"Pieseň\\shell\\open\\command", nullptr,
+                       program + L" \"%1\"");
     show(L"яблоко 歌.wav");
-    choose(L"prehratvoWinampe");
+    person.answer({1});  // to what is told of a file that cannot be played
+    const std::function<void()> ways[]{
+        [&] { choose(L"prehratvoWinampe"); }, [&] { choose(L"prehraťvprog"); },
+        [&] { explorer->player.mp.onNotification({MediaNotification::Kind::Error}); }};
+    for (const auto& play : ways) {
+        DeleteFileW(record.c_str());
+        play();
+        std::string bytes;
+        ASSERT_TRUE(runUntil([&] { return !(bytes = contentOf(record)).empty(); }));
+        std::wstring started(bytes.size() / sizeof(wchar_t), L'\0');
+        std::memcpy(started.data(), bytes.data(), bytes.size());
+        EXPECT_EQ(started, std::to_wstring(SW_SHOWNORMAL) + L"|" + program + L" \"" +
+                               (folder / L"Яблоко 歌.wav") + L"\"");
+    }
     SetEnvironmentVariableW(L"TUNOVKA_RECORD", nullptr);
-    std::string bytes;
-    ASSERT_TRUE(runUntil([&] { return !(bytes = contentOf(record)).empty(); }));
-    std::wstring started(bytes.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(started.data(), bytes.data(), bytes.size());
-    EXPECT_EQ(started, std::to_wstring(SW_SHOWNORMAL) + L"|" + program + L" \"" +
-                           (folder / L"Яблоко 歌.wav") + L"\"");
 }
 
 }  // namespace

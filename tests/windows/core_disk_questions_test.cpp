@@ -83,10 +83,14 @@ TEST_F(DiskQuestionsTest, AreAnsweredOrRaiseAtTheAsker) {
 TEST_F(DiskQuestionsTest, ASingleOneLetsTimersRunHoldsKeysBackAndEndsByEscape) {
     Pending pending;
     type(VK_F5);
+    const HCURSOR hourglass = LoadCursorW(nullptr, IDC_WAIT);
+    bool shown = false;
     tickEvery10ms([&] {
-        if (ticks_ == 5) pending.end();
+        shown = shown || GetCursor() == hourglass;
+        if (ticks_ >= 5 && shown) pending.end();
     });
     EXPECT_EQ(askDisk(L"E:\\a", pending.question()), 7);
+    EXPECT_TRUE(shown && GetCursor() != hourglass);
     EXPECT_EQ(keys_, 0);
     EXPECT_GE(ticks_, 5);
     yieldNow();

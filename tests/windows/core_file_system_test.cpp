@@ -102,14 +102,19 @@ TEST(FileSystemObject, CopiesAndReplacesButNeverOntoItself) {
     const std::wstring song = scratch.file(L"song.mp3", "new");
     scratch.folder(L"to");
     scratch.file(L"to\\song.mp3", "old");
+    {
+        const FILETIME lastYear{0, 0x01D80000};
+        const FileHandle file(CreateFileW(song.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
+                                          OPEN_EXISTING, 0, nullptr));
+        SetFileTime(file.get(), nullptr, nullptr, &lastYear);
+    }
     SetFileAttributesW(song.c_str(), FILE_ATTRIBUTE_HIDDEN);
     EXPECT_TRUE(fso::copyFile(song, scratch / L"to\\"));
     EXPECT_EQ(fso::readAll(scratch / L"to\\song.mp3"), "new");
     EXPECT_TRUE(fso::attributes(scratch / L"to\\song.mp3") & FILE_ATTRIBUTE_HIDDEN);
     const FileDate was = fso::details(song).modified;
     const FileDate is = fso::details(scratch / L"to\\song.mp3").modified;
-    EXPECT_EQ(is.minute, was.minute);
-    EXPECT_EQ(is.second, was.second);
+    EXPECT_TRUE(is.year == was.year && is.day == was.day && is.second == was.second);
 
     for (const wchar_t* self : {L"song.mp3", L"SONG.MP3", L"to\\..\\song.mp3", L""})
         EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / self); }), kPermissionDenied) << self;

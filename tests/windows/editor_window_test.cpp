@@ -15,6 +15,7 @@
 #include "support/editor_stage.h"
 #include "support/error_of.h"
 #include "support/person.h"
+#include "ui/colors.h"
 #include "ui/drag_drop.h"
 #include "ui/form.h"
 
@@ -80,6 +81,8 @@ TEST_F(EditorWindow, AMoveGoesToTheHighlightedRow) {
     target->DragEnter(data, MK_LBUTTON, at, &effect);
     const auto highlighted = list.dropHighlight();
     ASSERT_TRUE(highlighted && list.firstVisible() > 0);
+    UpdateWindow(list.handle());
+    EXPECT_EQ(colorAt(list, 0.9, list.clientSize().height - 4), colors().dropTarget);
     settle(100);  // it would scroll again
     target->Drop(data, 0, at, &effect);
     dragState = {};

@@ -146,7 +146,17 @@ TEST_F(Drops, NothingIsTakenWhileABoxIsOpen) {
     EXPECT_EQ(effect, DWORD{DROPEFFECT_NONE});
 }
 
-TEST_F(Drops, AnsiTextIsTakenAsWell) {
+TEST_F(Drops, AnsiTextIsTakenAndGivenAsWell) {
+    IDataObject* const given = createTextData(L"žaba");
+    FORMATETC format{CF_TEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+    STGMEDIUM medium{};
+    ASSERT_EQ(given->GetData(&format, &medium), S_OK);
+    EXPECT_STREQ(static_cast<const char*>(GlobalLock(medium.hGlobal)),
+                 "\x9E"
+                 "aba");
+    ReleaseStgMedium(&medium);
+    given->Release();
+
     const std::wstring song = other.file(L"žaba.mp3", "song");
     show(L"");
     person.answer({1});

@@ -53,7 +53,11 @@ TEST_F(LongCopies, ShowProgressAndRefuseOtherFileCommands) {
     folder.file(L"b.mp3");
     copy([&](Form& window) {
         EXPECT_EQ(control(window, L"lblsubor").text(), L"a.mp3");
-        EXPECT_TRUE(control(window, L"lblpercenta").text().ends_with(L" %"));
+        Window &percent = control(window, L"lblpercenta"), &strip = control(window, L"PicProgres");
+        const std::wstring first = percent.text();
+        EXPECT_TRUE(first.ends_with(L" %"));
+        EXPECT_TRUE(runUntil([&] { return colorAt(strip, 0.4) != colorAt(strip, 0.98); }));
+        EXPECT_NE(percent.text(), first);
         EXPECT_TRUE(explorer->isEnabled());
         EXPECT_FALSE(SendMessageW(explorer->handle(), WM_QUERYENDSESSION, 0, 0));
         select(L"b.mp3");

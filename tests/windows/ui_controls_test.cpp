@@ -1,7 +1,9 @@
 // Controls under hands that do not do what is expected of them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include "app/frm_o_programe.h"
+
 #include "support/person.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
@@ -110,8 +112,18 @@ TEST(Controls, APictureAnswersThePointerAndShowsThatItIsOff) {
     form.show();
     Image& closer = form.closer();
     EXPECT_EQ(closer.look(), Skin::Look::Plain);
+    const auto middle = [&] {
+        UpdateWindow(closer.handle());
+        return colorAt(closer, 0.5);
+    };
+    const COLORREF plain = middle();
     SendMessageW(closer.handle(), WM_MOUSEMOVE, 0, MAKELPARAM(3, 3));
     EXPECT_EQ(closer.look(), Skin::Look::Lit);
+    EXPECT_NE(middle(), plain);
+    const auto windows = WindowList::ofThisThread();
+    EXPECT_TRUE(std::ranges::any_of(windows, [](HWND window) {
+        return SendMessageW(window, TTM_GETTOOLCOUNT, 0, 0) == 1;
+    })) << "a tip";
     SendMessageW(closer.handle(), WM_MOUSELEAVE, 0, 0);
     EXPECT_EQ(closer.look(), Skin::Look::Plain);
     closer.setEnabled(false);

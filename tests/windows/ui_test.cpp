@@ -127,6 +127,8 @@ TEST_F(List, TheThumbDrivesTheListAndFollowsIt) {
     const int top = thumb();
     const HWND handle = scroller.Iposuv.handle();
     SendMessageW(handle, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 4));
+    SendMessageW(handle, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, 5));
+    EXPECT_EQ(thumb(), top + 1);  // it does not jump to the pointer
     SendMessageW(handle, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, 1000));
     SendMessageW(handle, WM_LBUTTONUP, 0, MAKELPARAM(5, 1000));
     EXPECT_EQ(scroller.Iposuv.bounds().bottom(), scroller.Idole.bounds().y);
