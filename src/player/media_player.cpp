@@ -142,7 +142,7 @@ class MediaPlayer::PlayingThread : public std::enable_shared_from_this<PlayingTh
     }
     void show(const Playback& playback) {
         const std::scoped_lock lock(lock_);
-        // An order that waits may be a seek, whose place is shown already.
+        // An order that waits may be a seek, whose place is what is shown.
         const double position = orders_.empty() ? playback.position() : shown_.position;
         shown_ = {playback.duration(), position, playback.details(), playback.error()};
     }

@@ -30,7 +30,7 @@ class Playback {
         std::function<std::optional<PlaybackTrouble>(std::vector<ListedFile>& entries)>;
     using Tell = std::function<void(const MediaNotification&)>;
 
-    // The file is to be opened and played. "" is not allowed.
+    // The file, not "", is to be opened and played.
     Playback(MediaEngine& engine, std::wstring file, ReadEntries readEntries, Tell tell);
 
     // Orders, followed by proceed(). Stopped closes the file; pausing counts while it is to play.
@@ -38,11 +38,11 @@ class Playback {
     // To the next (1) or the previous (-1) entry that can be played; playing, paused or stopped
     // stays as it is. Without such an entry the one that is there goes on.
     void step(int way);
-    void seek(double seconds);
+    void seek(double seconds);  // of the clip that is open
     void setVolume(int hundredthsOfDecibel) { engine_.setVolume(hundredthsOfDecibel); }
 
-    // Takes up what the engine has observed, then takes one step towards what is wanted, such as
-    // trying one entry of a list. False when there is nothing left to do.
+    // Handles the engine's events, then takes one step towards what is wanted, such as trying one
+    // entry of a list. False when there is nothing left to do.
     bool proceed();
 
     double position() const { return opened_ ? engine_.position() : 0; }

@@ -38,7 +38,7 @@ Image::ImageArgs button(const wchar_t* name, const wchar_t* text, Form& form, co
 
 // Whether the file is what plays, or an entry of the playlist that plays. Asks disks.
 bool isPartOf(const std::wstring& playing, const std::wstring& path) {
-    // A file that has gone already is known by its path alone.
+    // A file that is gone is known by its path alone.
     const auto isIt = [&](const std::wstring& file) {
         return lowerCased(file) == lowerCased(path) || FileSystemObject::sameFile(file, path);
     };

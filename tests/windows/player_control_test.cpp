@@ -25,8 +25,8 @@ struct Script {
     std::set<std::wstring> refused;  // calls that fail
     std::set<std::wstring> silent;   // files that open without events
     std::map<DISPID, std::wstring> answers;
-    HANDLE opens = nullptr;  // what the opening waits for
-    HWND window = nullptr;   // of the last control; WM_APP raises an event
+    KernelHandle opens{CreateEventW(nullptr, TRUE, TRUE, nullptr)};  // every opening waits for it
+    HWND window = nullptr;  // of the last control; WM_APP raises an event
     std::atomic<int> living = 0, hanging = 0;
     std::atomic<bool> active = false, connects = true;
 } script;
@@ -117,9 +117,10 @@ class Control final
         if (parameters->cArgs) VariantCopy(&argument, &parameters->rgvarg[0]);
         const std::wstring value = argument.toText();
         const bool opens = id == kFileName && !value.empty();
-        if (opens && script.opens) {
+        if (opens) {
             ++script.hanging;
-            WaitForSingleObject(script.opens, INFINITE);
+            WaitForSingleObject(script.opens.get(), INFINITE);
+            --script.hanging;
         }
         {
             const std::scoped_lock lock(script.lock);
@@ -203,6 +204,7 @@ class MediaControlTest : public testing::Test {
             {kDuration, L"61,5"}, {kCurrentPosition, L"2"}, {8, L"Ľúbezná"}, {9, L"Žofia"}};
     }
     void TearDown() override {
+        SetEvent(script.opens.get());
         player_.destroy();
         EXPECT_TRUE(runUntil([] { return script.living == 0; })) << "no reference is kept";
     }
@@ -305,9 +307,7 @@ TEST_F(MediaControlTest, aFailureIsToldOnceAndNeverAsSuccess) {
 // The control opens within the call that sets the file.
 TEST_F(MediaControlTest, openingsThatHangHoldNobodyUp) {
     constexpr int kFiles = 10;
-    const KernelHandle opens(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    script.opens = opens.get();
-    script.hanging = 0;
+    ResetEvent(script.opens.get());
     DWORD blocked = 0;
     for (int file = 0; file < kFiles; ++file) {
         ASSERT_TRUE(runUntil([&] { return script.hanging == file; }));
@@ -322,10 +322,9 @@ TEST_F(MediaControlTest, openingsThatHangHoldNobodyUp) {
     EXPECT_LE(GetTickCount() - start, 2000u) << "they do not add up";
     player_->setFileName(L"E:\\a.mp3");
     player_->Pause();
-    SetEvent(opens.get());
+    SetEvent(script.opens.get());
     ASSERT_TRUE(player_.untilTold(L"0-1 ")) << "remembered while it was opening";
     EXPECT_EQ(player_.told(), L"new 0-1 ");
-    script.opens = nullptr;
     ASSERT_TRUE(runUntil([] { return script.living == 1; })) << "they end once they may";
 }
 
