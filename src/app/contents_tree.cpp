@@ -119,16 +119,12 @@ bool ContentsTree::readPlaylists(const std::wstring& folder, const std::vector<F
     std::vector<std::wstring> names;
     for (const FolderEntry& file : files)
         if (isPlaylistName(lowerCased(file.name))) names.push_back(file.name);
-    DiskQuestions<ReadPlaylist> questions;
-    std::size_t ahead = 0;
-    for (const std::wstring& name : names) {
-        for (; ahead < names.size() && !questions.full(); ++ahead)
-            questions.put([path = folder + names[ahead]] { return ReadPlaylist::of(path); });
-        auto playlist = questions.next(hooks);
-        if (!playlist || !hooks.next()) return false;
-        playlists[name] = std::move(*playlist);
-    }
-    return true;
+    const auto question = [&](std::size_t i) {
+        return [path = folder + names[i]] { return ReadPlaylist::of(path); };
+    };
+    return askDiskMany(hooks, names.size(), question, [&](std::size_t i, ReadPlaylist playlist) {
+        playlists[names[i]] = std::move(playlist);
+    });
 }
 
 // The key of a file's node is its lower-cased name. Files that differ in letter case alone are a

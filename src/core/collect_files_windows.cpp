@@ -57,34 +57,21 @@ class Collector {
     std::vector<std::wstring> run(const CollectProgress& progress) {
         while (at_ < folders_.size()) {
             lookAhead();
-            std::optional<std::vector<Visit>> visits = visits_.next(hooks_);
-            if (!visits) break;
-            for (Visit& found : *visits) {
-                const bool isNew = !watching_ || remember(at_, at_ + 1);
-                if (isNew) take(std::move(found));
-                if (isNew && progress) progress(folders_[at_], files_.size());
-                ++at_;
-                if (!hooks_.next()) return std::move(files_);
-            }
+            std::optional<Visit> found = visits_.next(hooks_);
+            if (!found) break;
+            const bool isNew = !watching_ || remember(at_, at_ + 1);
+            if (isNew) take(std::move(*found));
+            if (isNew && progress) progress(folders_[at_], files_.size());
+            ++at_;
+            if (!hooks_.next()) break;
         }
         return std::move(files_);
     }
 
   private:
-    // A worker takes a few folders at a time when many wait: handing one over costs more than a
-    // quick visit.
     void lookAhead() {
-        while (ahead_ < folders_.size() && !visits_.full()) {
-            const std::size_t waiting = folders_.size() - ahead_, few = waiting >= 64 ? 4 : 1;
-            const auto first = folders_.begin() + static_cast<std::ptrdiff_t>(ahead_);
-            visits_.put([part = std::vector(first, first + static_cast<std::ptrdiff_t>(few))] {
-                std::vector<Visit> visits;
-                visits.reserve(part.size());
-                for (const std::wstring& folder : part) visits.push_back(visit(folder));
-                return visits;
-            });
-            ahead_ += few;
-        }
+        for (; ahead_ < folders_.size() && !visits_.full(); ++ahead_)
+            visits_.put([folder = folders_[ahead_]] { return visit(folder); });
     }
 
     void take(Visit found) {
@@ -99,15 +86,13 @@ class Collector {
 
     // Remembers who the visited folders are; false when the last one was there before.
     bool remember(std::size_t from, std::size_t to) {
-        DiskQuestions<std::optional<FileIdentity>> questions;
         bool isNew = true;
-        for (std::size_t asked = from; from < to; ++from) {
-            for (; asked < to && !questions.full(); ++asked)
-                questions.put([folder = folders_[asked]] { return identify(folder); });
-            const auto identity = questions.next(hooks_);
-            if (!identity) return true;
-            isNew = !*identity || seen_.insert(**identity).second;
-        }
+        const auto question = [&](std::size_t i) {
+            return [folder = folders_[from + i]] { return identify(folder); };
+        };
+        askDiskMany(hooks_, to - from, question, [&](std::size_t, const auto& identity) {
+            isNew = !identity || seen_.insert(*identity).second;
+        });
         return isNew;
     }
 
@@ -115,7 +100,7 @@ class Collector {
     std::vector<std::wstring> folders_;  // the visited ones and, from at_ on, the queue
     std::size_t at_ = 0, ahead_ = 0;     // which is taken next, which is asked for next
     std::vector<std::wstring> files_;
-    DiskQuestions<std::vector<Visit>> visits_;
+    DiskQuestions<Visit> visits_;
     bool watching_ = false;
     std::unordered_set<FileIdentity, IdentityHash> seen_;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <chrono>
+#include <algorithm>
+#include <atomic>
 #include <deque>
 #include <exception>
 #include <functional>
@@ -22,108 +23,129 @@
 
 namespace tunovka {
 
-class DiskTask;
-
 // What the questions below are made of.
 namespace DiskWork {
 
-std::shared_ptr<DiskTask> start(std::function<void()> work);
+// Work for one worker.
+class Task {
+  public:
+    virtual ~Task() = default;
+    virtual void run() noexcept = 0;
 
-// Wait until the work is done; false when it was given up. In a long command all events run, and
-// the command's hooks say when it is given up; else only painting and timers run and Escape does.
-// Work that is done within a few milliseconds lets nothing run.
-bool await(const std::shared_ptr<DiskTask>& task, const LoopHooks& command);
-bool await(const std::shared_ptr<DiskTask>& task, const std::wstring& path);
+    std::atomic<bool> done = false;
+    // Guarded by the lock of the workers.
+    void* ended = nullptr;                    // an event to set at the end
+    std::optional<LoopSignal::Address> wake;  // raised at the end
+};
 
-// The work counts no more. The system is asked to break it off, where it can.
-void giveUp(const std::shared_ptr<DiskTask>& task);
+// The tasks of one asker, begun in their order: by one worker while they are quick, because most
+// systems list folders no faster by several, by eight when the asker has to wait.
+class Crew {
+  public:
+    struct State;
+
+    Crew();
+    Crew(const Crew&) = delete;
+    Crew& operator=(const Crew&) = delete;
+    ~Crew() { giveUp(); }
+
+    void put(std::shared_ptr<Task> task);
+
+    // Wait until a task is done; false when it was given up, and with it all others. In a long
+    // command all events run, and its hooks say when it is given up; for a single question only
+    // painting and timers run and Escape does. When `later`, a task put in later, is done within a
+    // few milliseconds as well, nothing runs: to be woken for each one takes longer than its work.
+    bool await(Task& task, Task& later, const LoopHooks& command);
+    bool await(Task& task, Task& later, const std::wstring& path);
+
+  private:
+    void giveUp();
+    bool awaitMoment(const Task& task, Task& later);
+
+    std::shared_ptr<State> state_;
+};
 
 // True for 10 seconds after a single question to the path's drive or share was given up.
 bool isSilent(const std::wstring& path);
 
 }  // namespace DiskWork
 
-// A question under way; given up with its object.
+// Questions of one asker, several at a time, answered in their order. Given up with the object.
 template <typename Answer>
-class DiskQuestion {
+class DiskQuestions {
   public:
-    explicit DiskQuestion(std::function<Answer()> question)
-        : result_(std::make_shared<Result>()),
-          task_(DiskWork::start([result = result_, question = std::move(question)] {
-              try {
-                  result->answer = question();
-              } catch (...) {
-                  result->failure = std::current_exception();
-              }
-          })) {}
-    DiskQuestion(DiskQuestion&&) noexcept = default;
-    DiskQuestion& operator=(DiskQuestion&&) = delete;
-    ~DiskQuestion() {
-        if (task_) DiskWork::giveUp(task_);
+    // As many are under way as is of use: an answer is to be taken before the next question.
+    bool full() const { return asked_.size() == 64; }
+
+    void put(std::function<Answer()> question) {
+        asked_.push_back(std::make_shared<Question>(std::move(question)));
+        crew_.put(asked_.back());
     }
 
-    // Waits as a long command (LoopHooks) or for a single question to a path.
+    // The answer to the oldest question. When it is given up, so are all others. Waits as a long
+    // command (LoopHooks) or for a single question to a path.
     template <typename Whose>
-    std::optional<Answer> answer(const Whose& whose) {
-        if (!DiskWork::await(task_, whose)) return std::nullopt;
-        task_.reset();
-        if (result_->failure) std::rethrow_exception(result_->failure);
-        return std::move(result_->answer);
+    std::optional<Answer> next(const Whose& whose) {
+        const std::shared_ptr<Question> first = asked_.front();
+        const auto later = asked_[std::min<std::size_t>(asked_.size() - 1, 15)];
+        asked_.pop_front();
+        if (!crew_.await(*first, *later, whose)) return std::nullopt;
+        if (first->failure) std::rethrow_exception(first->failure);
+        return std::move(first->answer);
     }
 
   private:
-    struct Result {
+    struct Question : DiskWork::Task {
+        explicit Question(std::function<Answer()> question) : ask(std::move(question)) {}
+        void run() noexcept override {
+            try {
+                answer = ask();
+            } catch (...) {
+                failure = std::current_exception();
+            }
+            ask = {};
+        }
+
+        std::function<Answer()> ask;
         std::optional<Answer> answer;
         std::exception_ptr failure;
     };
-    std::shared_ptr<Result> result_;
-    std::shared_ptr<DiskTask> task_;
+
+    DiskWork::Crew crew_;
+    std::deque<std::shared_ptr<Question>> asked_;
 };
 
-// Asks as part of a long command.
-template <typename Question>
-auto askDisk(const LoopHooks& command, Question question) {
-    return DiskQuestion<std::invoke_result_t<Question>>(std::move(question)).answer(command);
+// Asks as part of a long command (LoopHooks), or a single question about a path.
+template <typename Whose, typename Question>
+auto askDisk(const Whose& whose, Question question) {
+    using Answer = std::invoke_result_t<Question>;
+    if constexpr (!std::is_convertible_v<Whose, LoopHooks>)
+        if (DiskWork::isSilent(whose)) return std::optional<Answer>();
+    DiskQuestions<Answer> only;
+    only.put(std::move(question));
+    return only.next(whose);
 }
 
-// Asks a single question about a path.
-template <typename Question>
-auto askDisk(const std::wstring& path, Question question) {
-    using Answer = std::invoke_result_t<Question>;
-    if (DiskWork::isSilent(path)) return std::optional<Answer>();
-    return DiskQuestion<Answer>(std::move(question)).answer(path);
+// Asks `count` questions of one long command, `question(i)` being one, and hands the answers to
+// `take(i, answer)` in their order, letting events run between them. False when the command was
+// given up.
+template <typename MakeQuestion, typename Take>
+bool askDiskMany(const LoopHooks& command, std::size_t count, const MakeQuestion& question,
+                 const Take& take) {
+    DiskQuestions<std::invoke_result_t<std::invoke_result_t<MakeQuestion, std::size_t>>> questions;
+    for (std::size_t i = 0, ahead = 0; i < count; ++i) {
+        for (; ahead < count && !questions.full(); ++ahead) questions.put(question(ahead));
+        auto answer = questions.next(command);
+        if (!answer) return false;
+        take(i, std::move(*answer));
+        if (!command.next()) return false;
+    }
+    return true;
 }
 
 // The commonest single question: is a file there? Not answered is no.
 bool fileAnswers(const std::wstring& path);
 // The path of a file as the disk spells its name: "" when none is there, or not answered.
 std::wstring fileOnDisk(const std::wstring& path);
-
-// Asks many questions of one long command, several at a time, and gives their answers in the order
-// of the questions.
-template <typename Answer>
-class DiskQuestions {
-  public:
-    // As many as help are under way: an answer is to be taken before the next question. A disk that
-    // answers at once is asked by two workers, any other by eight.
-    bool full() const { return running_.size() >= atOnce_; }
-    bool empty() const { return running_.empty(); }
-    void put(std::function<Answer()> question) { running_.emplace_back(std::move(question)); }
-
-    // The answer to the oldest question. When it is given up, so are all others.
-    std::optional<Answer> next(const LoopHooks& command) {
-        const auto start = std::chrono::steady_clock::now();
-        std::optional<Answer> answer = running_.front().answer(command);
-        running_.pop_front();
-        if (std::chrono::steady_clock::now() - start > kAtOnce) atOnce_ = 8;
-        if (!answer) running_.clear();
-        return answer;
-    }
-
-  private:
-    static constexpr std::chrono::milliseconds kAtOnce{5};
-    std::size_t atOnce_ = 2;
-    std::deque<DiskQuestion<Answer>> running_;
-};
 
 }  // namespace tunovka

@@ -2,9 +2,10 @@
 // windows.h first: this one needs its types.
 #include <objbase.h>
 
-#include <atomic>
+#include <chrono>
 #include <map>
 #include <mutex>
+#include <vector>
 
 #include "core/disk_questions.h"
 #include "core/errors.h"
@@ -15,25 +16,26 @@
 #include "core/text.h"
 
 namespace tunovka {
+namespace DiskWork {
 
-// Work that a worker and the one who waits for it share. All but `finished` is guarded by the lock
-// of the workers.
-class DiskTask {
-  public:
-    std::function<void()> work;
-    std::atomic<bool> finished = false;
-    KernelHandle done;  // set at the end; made when somebody waits
-    std::optional<LoopSignal::Address> wake;
-    DWORD worker = 0;  // the thread that is at it
+// Guarded by the lock of the workers.
+struct Crew::State {
+    std::deque<std::shared_ptr<Task>> waiting;
+    std::size_t most = 1;        // workers that may be at it
+    std::size_t called = 0;      // workers that are at it or on their way
+    unsigned quick = 0;          // tasks in a row that took no time
+    std::vector<DWORD> threads;  // those of the tasks under way
 };
 
 namespace {
 
-constexpr DWORD kMoment = 3;            // ms within which an answer lets nothing run
-constexpr DWORD kHourglassAfter = 300;  // ms
-constexpr DWORD kSilence = 10'000;      // ms
-constexpr std::size_t kMostIdle = 8;    // workers that are kept
-constexpr SIZE_T kStack = 256 * 1024;   // bytes
+constexpr DWORD kMoment = 3;             // ms within which an answer lets nothing run
+constexpr DWORD kHourglassAfter = 300;   // ms
+constexpr DWORD kSilence = 10'000;       // ms
+constexpr std::size_t kMostWorkers = 8;  // for one crew
+constexpr std::size_t kMostIdle = 8;     // workers that are kept
+constexpr unsigned kQuickInARow = 16;    // tasks after which one worker is enough
+constexpr SIZE_T kStack = 256 * 1024;    // bytes
 
 // The threads that do the work: as many as it takes, because each may hang in the system.
 class Workers {
@@ -44,47 +46,68 @@ class Workers {
         return only;
     }
 
-    void start(const std::shared_ptr<DiskTask>& task) {
+    void put(const std::shared_ptr<Crew::State>& crew, std::shared_ptr<Task> task) {
         const std::scoped_lock lock(lock_);
-        queue_.push_back(task);
-        if (idle_ > 0) {
-            --idle_;
-            ReleaseSemaphore(calls_.get(), 1, nullptr);
-        } else if (!KernelHandle(CreateThread(nullptr, kStack, run, this,
-                                              STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr))) {
-            queue_.pop_back();
-            throw RuntimeError(kOutOfMemory);
-        }
+        crew->waiting.push_back(std::move(task));
+        call(crew);
     }
 
-    // What is set when the task is done; nullptr when it is.
-    HANDLE endOf(DiskTask& task) {
+    void reinforce(const std::shared_ptr<Crew::State>& crew) {
         const std::scoped_lock lock(lock_);
-        if (task.finished) return nullptr;
-        if (!task.done) task.done = KernelHandle(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-        return task.done.get();
+        crew->most = kMostWorkers;
+        call(crew);
     }
 
-    // False when it is done already.
-    bool wakeLoopAfter(DiskTask& task, const LoopSignal::Address& address) {
+    // False when the task is done already.
+    bool tellEnd(Task& task, HANDLE event) {
         const std::scoped_lock lock(lock_);
-        task.wake = address;
-        return !task.finished;
+        task.ended = event;
+        return !task.done;
+    }
+    bool tellEnd(Task& task, const LoopSignal::Address& wake) {
+        const std::scoped_lock lock(lock_);
+        task.wake = wake;
+        return !task.done;
     }
 
-    void giveUp(const std::shared_ptr<DiskTask>& task) {
+    void giveUp(Crew::State& crew) {
         // Newer than the oldest system that the program starts on.
         static const LateFunction<BOOL WINAPI(HANDLE)> cancel(L"kernel32.dll",
                                                               "CancelSynchronousIo");
         const std::scoped_lock lock(lock_);
-        task->wake.reset();
-        std::erase(queue_, task);
-        if (!task->worker || !cancel) return;
-        const KernelHandle worker(OpenThread(THREAD_TERMINATE, FALSE, task->worker));
-        if (worker) cancel(worker.get());
+        crew.waiting.clear();
+        if (!cancel) return;
+        for (const DWORD thread : crew.threads) {
+            const KernelHandle worker(OpenThread(THREAD_TERMINATE, FALSE, thread));
+            if (worker) cancel(worker.get());
+        }
     }
 
   private:
+    struct Job {
+        std::shared_ptr<Crew::State> crew;
+        std::shared_ptr<Task> task;
+        bool isQuick = false;
+    };
+
+    // Calls workers to the crew, as many as may be at its tasks.
+    void call(const std::shared_ptr<Crew::State>& crew) {
+        const std::size_t tasks = crew->threads.size() + crew->waiting.size();
+        while (crew->called < std::min(crew->most, tasks)) {
+            if (idle_ > 0) {
+                --idle_;
+                ReleaseSemaphore(calls_.get(), 1, nullptr);
+            } else if (!KernelHandle(CreateThread(nullptr, kStack, run, this,
+                                                  STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr))) {
+                if (crew->called > 0) return;
+                crew->waiting.clear();
+                throw RuntimeError(kOutOfMemory);
+            }
+            ++crew->called;
+            crews_.push_back(crew);
+        }
+    }
+
     static DWORD WINAPI run(void* workers) {
         const HRESULT apartment = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);  // the shell's
         static_cast<Workers*>(workers)->work();
@@ -93,49 +116,82 @@ class Workers {
     }
 
     void work() {
+        using Clock = std::chrono::steady_clock;
+        for (Job job; next(job);) {
+            const auto start = Clock::now();
+            job.task->run();
+            job.isQuick = Clock::now() - start < std::chrono::milliseconds(kMoment);
+        }
+    }
+
+    // Ends the job's task and gives it the next one, waiting for it; false when the worker is not
+    // needed any more. It counts as idle in the same go, so that whoever is told of the end finds
+    // it for the next task, and holds nothing of the last one then.
+    bool next(Job& job) {
         for (;;) {
-            std::shared_ptr<DiskTask> task = next();
-            if (task) {
-                task->work();
-                task->work = {};
+            {
+                const std::scoped_lock lock(lock_);
+                if (job.task) finish(job);
+                if (take(job)) return true;
+                if (idle_ == kMostIdle) return false;
+                ++idle_;
             }
-            const After after = finish(std::move(task));
-            if (after == After::Leave) return;
-            if (after == After::Wait) WaitForSingleObject(calls_.get(), INFINITE);
+            WaitForSingleObject(calls_.get(), INFINITE);
         }
     }
 
-    std::shared_ptr<DiskTask> next() {
-        const std::scoped_lock lock(lock_);
-        if (queue_.empty()) return nullptr;
-        std::shared_ptr<DiskTask> task = std::move(queue_.front());
-        queue_.pop_front();
-        task->worker = GetCurrentThreadId();
-        return task;
+    static void finish(Job& job) {
+        Crew::State& crew = *job.crew;
+        std::erase(crew.threads, GetCurrentThreadId());
+        crew.quick = job.isQuick ? crew.quick + 1 : 0;
+        if (crew.quick >= kQuickInARow) crew.most = 1;
+        Task& task = *job.task;
+        task.done = true;
+        if (task.ended) SetEvent(task.ended);
+        if (task.wake) task.wake->raise();
+        job.task.reset();
     }
 
-    enum class After { Next, Wait, Leave };
-
-    // Ends the task, if there was one, and counts the worker as idle in one go: whoever is told of
-    // the end finds it for the next task. An idle worker holds nothing of the task.
-    After finish(std::shared_ptr<DiskTask> task) {
-        const std::scoped_lock lock(lock_);
-        if (task) {
-            task->finished = true;
-            task->worker = 0;
-            if (task->done) SetEvent(task->done.get());
-            if (task->wake) task->wake->raise();
+    // Stays with its crew as long as that has work for it.
+    bool take(Job& job) {
+        for (;;) {
+            if (job.crew) {
+                Crew::State& crew = *job.crew;
+                if (!crew.waiting.empty() && crew.called <= crew.most) {
+                    job.task = std::move(crew.waiting.front());
+                    crew.waiting.pop_front();
+                    crew.threads.push_back(GetCurrentThreadId());
+                    return true;
+                }
+                --crew.called;
+                job.crew.reset();
+            }
+            if (crews_.empty()) return false;
+            job.crew = std::move(crews_.front());
+            crews_.pop_front();
         }
-        if (!queue_.empty()) return After::Next;
-        if (idle_ == kMostIdle) return After::Leave;
-        ++idle_;
-        return After::Wait;
     }
 
     std::mutex lock_;
-    std::deque<std::shared_ptr<DiskTask>> queue_;
+    std::deque<std::shared_ptr<Crew::State>> crews_;  // once for each worker that is called
     std::size_t idle_ = 0;
     KernelHandle calls_{CreateSemaphoreW(nullptr, 0, MAXLONG, nullptr)};
+};
+
+// Learns of a task's end for as long as it lives.
+class EndOf {
+  public:
+    explicit EndOf(Task& task) : task_(task) {
+        if (!Workers::get().tellEnd(task, event_.get())) SetEvent(event_.get());
+    }
+    EndOf(const EndOf&) = delete;
+    EndOf& operator=(const EndOf&) = delete;
+    ~EndOf() { Workers::get().tellEnd(task_, nullptr); }
+    HANDLE event() const { return event_.get(); }
+
+  private:
+    Task& task_;
+    KernelHandle event_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
 };
 
 // The pointer while a single question takes its time.
@@ -164,45 +220,43 @@ std::map<std::wstring, DWORD>& silentRoots() {
     return roots;
 }
 
-bool isDoneSoon(HANDLE end) {
-    return !end || WaitForSingleObject(end, kMoment) == WAIT_OBJECT_0;
-}
-
 }  // namespace
 
-namespace DiskWork {
+Crew::Crew() : state_(std::make_shared<State>()) {}
 
-std::shared_ptr<DiskTask> start(std::function<void()> work) {
-    auto task = std::make_shared<DiskTask>();
-    task->work = std::move(work);
-    Workers::get().start(task);
-    return task;
+void Crew::put(std::shared_ptr<Task> task) {
+    Workers::get().put(state_, std::move(task));
 }
 
-bool await(const std::shared_ptr<DiskTask>& task, const LoopHooks& command) {
-    if (!command.letEventsRun) return await(task, std::wstring());
-    if (task->finished || isDoneSoon(Workers::get().endOf(*task))) return true;
+void Crew::giveUp() {
+    Workers::get().giveUp(*state_);
+}
+
+// True when the task was done before anything has to run.
+bool Crew::awaitMoment(const Task& task, Task& later) {
+    if (!task.done) WaitForSingleObject(EndOf(later).event(), kMoment);
+    if (!task.done) Workers::get().reinforce(state_);
+    return task.done;
+}
+
+bool Crew::await(Task& task, Task& later, const LoopHooks& command) {
+    if (!command.letEventsRun) return await(task, later, std::wstring());
+    if (awaitMoment(task, later)) return true;
     static LoopSignal wake([](std::uintptr_t) {});  // a message, upon which the loop looks again
-    if (Workers::get().wakeLoopAfter(*task, wake.address()))
-        runLoopWhile(
-            [&] { return !task->finished && !(command.cancelled && command.cancelled()); });
-    if (task->finished) return true;
-    giveUp(task);
-    return false;
+    if (Workers::get().tellEnd(task, wake.address()))
+        runLoopWhile([&] { return !task.done && !(command.cancelled && command.cancelled()); });
+    if (!task.done) giveUp();
+    return task.done;
 }
 
-bool await(const std::shared_ptr<DiskTask>& task, const std::wstring& path) {
-    const HANDLE end = Workers::get().endOf(*task);
-    if (isDoneSoon(end)) return true;
+bool Crew::await(Task& task, Task& later, const std::wstring& path) {
+    if (awaitMoment(task, later)) return true;
     const Hourglass hourglass;
-    if (waitForObject(end, Meanwhile::PaintingOnly)) return true;
-    giveUp(task);
+    const EndOf end(task);
+    if (waitForObject(end.event(), Meanwhile::PaintingOnly)) return true;
+    giveUp();
     silentRoots()[upperCased(driveName(path))] = GetTickCount();
     return false;
-}
-
-void giveUp(const std::shared_ptr<DiskTask>& task) {
-    Workers::get().giveUp(task);
 }
 
 bool isSilent(const std::wstring& path) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "core/disk_questions.h"
 #include "core/loop.h"
 
 namespace tunovka {
@@ -20,69 +22,22 @@ namespace tunovka {
 // that have changed.
 //
 // A name that its folder's set does not hold is confirmed by one real question unless the
-// enumeration succeeded and covered short names too. A root that is not there is asked once. What
-// was not answered, because the person gave the question up, counts as there.
+// enumeration succeeded and covered short names too. A path that the system would rewrite is asked
+// for as it is. A root that is not there is asked once. What was not answered, because the person
+// gave the question up, counts as there.
 class ExistingFiles {
   public:
-    // What is needed of the disk; the defaults of the product are in existing_files_windows.cpp.
-    struct Disk {
-        struct Listing {
-            std::wstring files;     // long and short names of files, each ended by "\"
-            bool complete = false;  // enumerated to its end, short names covered
-        };
-        struct Stamp {
-            std::uint64_t written, created;
-            bool operator==(const Stamp&) const = default;
-        };
-        // nullopt when the folder cannot be listed; a folder that is certainly not there is a
-        // complete and empty listing, so that its entries cost no question each.
-        std::function<std::optional<Listing>(const std::wstring& folder)> list;
-        // What changes whenever a file of the folder comes, goes or gets another name; nullopt
-        // where nothing tells that for certain.
-        std::function<std::optional<Stamp>(const std::wstring& folder)> stamp;
-        // A real question for one path.
-        std::function<bool(const std::wstring& path)> exists;
-        // The full path as the file system normalises it ("..", "/", doubled "\", trailing dots).
-        std::function<std::wstring(const std::wstring& path)> normalized;
-        // False when the drive or share is not there.
-        std::function<bool(const std::wstring& root)> rootAnswers;
-
-        // The functions above ask the disk and are called by way of these: one question, empty when
-        // it was given up, or many, several at a time, whose answers are taken in their order;
-        // false when they were given up.
-        struct Answer {
-            bool there = true;  // the file or root
-            std::optional<Stamp> stamp{};
-            bool unchanged = false;  // since the stamp that was known, so not listed
-            std::optional<Listing> listing{};
-        };
-        using Question = std::function<Answer()>;
-        std::function<std::optional<Answer>(const std::wstring& path, const Question& question)>
-            ask = [](const std::wstring&, const Question& question) {
-                return std::optional<Answer>(question());
-            };
-        using Take = std::function<void(std::size_t position, Answer answer)>;
-        std::function<bool(const std::vector<Question>& questions, const LoopHooks& command,
-                           const Take& take)>
-            askMany =
-                [](const std::vector<Question>& questions, const LoopHooks&, const Take& take) {
-                    for (std::size_t i = 0; i < questions.size(); ++i) take(i, questions[i]());
-                    return true;
-                };
-    };
-
-    explicit ExistingFiles(Disk disk);
-    ExistingFiles();  // over the real disk
+    ExistingFiles() = default;
     ExistingFiles(const ExistingFiles&) = delete;
     ExistingFiles& operator=(const ExistingFiles&) = delete;
 
     // Starts another operation, whose answers are those of now. The test to hand in.
     std::reference_wrapper<ExistingFiles> anew();
 
-    // Says that a path will be asked for.
-    void expect(std::wstring_view path);
-    // Asks the disk about the folders of all expected paths at once, while events run. False when
-    // the command was given up.
+    // Says that a path will be asked for: its folder is asked about while the next are told.
+    void expect(const std::wstring& path);
+    // Waits for the answers about all expected paths, while events run. False when the command was
+    // given up.
     bool prepare(const LoopHooks& command);
 
     // True when a file (not a folder) of that path exists; "" and paths with wildcards are false.
@@ -91,36 +46,47 @@ class ExistingFiles {
     bool operator()(const std::wstring& path) { return contains(path); }
 
   private:
+    // What changes whenever a file of the folder comes, goes or gets another name.
+    struct Stamp {
+        std::uint64_t written, created;
+        bool operator==(const Stamp&) const = default;
+    };
+    struct Root;
+    struct Answer {
+        bool rootAnswers = true;
+        std::optional<Stamp> stamp{};  // from just before the listing
+        bool unchanged = false;        // since the stamp that was known, so not listed
+        bool complete = false;         // `files` are all there are, short names covered
+        std::wstring files{};          // long and short names, each ended by "\"
+    };
     struct Folder {
-        bool answers = false;              // the drive or share does
-        bool complete = false;             // `names` are all there are, short names covered
-        unsigned operation = 0;            // the last one that asked
-        std::optional<Disk::Stamp> stamp;  // from just before the listing
-        std::wstring text;                 // the names as they were listed, upper-cased
+        std::wstring path;
+        bool rootAnswers = false;
+        bool complete = false;
+        unsigned operation = 0;  // the last one that asked
+        std::optional<Stamp> stamp;
+        std::wstring text;                            // Answer::files, upper-cased
         std::unordered_set<std::wstring_view> names;  // parts of `text`
     };
     // Looks a spelling up without making a text of it.
     struct SpellingHash : std::hash<std::wstring_view> {
         using is_transparent = void;
     };
-    bool holds(const std::wstring& full);
-    bool isThere(const std::wstring& full);
-    const Folder& folderOf(const std::wstring& path, std::size_t cut);
-    void update(Folder& folder, const std::wstring& path);
-    bool rootAnswers(const std::wstring& root);
-    Disk::Question questionFor(const Folder& folder, const std::wstring& path) const;
-    static void take(Folder& folder, Disk::Answer answer);
 
-    Disk disk_;
+    static std::optional<Stamp> stampOf(const std::wstring& folder);
+    static void list(const std::wstring& folder, Answer& answer);
+    Folder* folderOf(std::wstring_view spelling);
+    std::function<Answer()> questionFor(const Folder& folder);
+    void take(Folder& folder, Answer answer) const;
+
     std::unordered_map<std::wstring, Folder> folders_;
-    std::unordered_map<std::wstring, bool> roots_;  // by drive or share as written
+    std::unordered_map<std::wstring, std::shared_ptr<Root>> roots_;
     unsigned operation_ = 1;
     // The folders of this operation by their paths as they were asked for: parts of folders_, whose
-    // entries never move.
-    std::unordered_map<std::wstring, const Folder*, SpellingHash, std::equal_to<>> spelled_;
-    // Folders of the expected paths, in their order.
-    std::vector<std::wstring> expected_;
-    std::unordered_set<std::wstring, SpellingHash, std::equal_to<>> expectedNames_;
+    // entries never move; nullptr for one that the system would rewrite.
+    std::unordered_map<std::wstring, Folder*, SpellingHash, std::equal_to<>> spelled_;
+    std::optional<DiskQuestions<Answer>> questions_;
+    std::vector<Folder*> asked_;
 };
 
 }  // namespace tunovka

@@ -1,11 +1,14 @@
-#include <algorithm>
+#include "core/existing_files.h"
 
-#include "core/disk_questions.h"
+#include <algorithm>
+#include <mutex>
+#include <utility>
+
 #include "core/disk_windows.h"
 #include "core/errors.h"
-#include "core/existing_files.h"
 #include "core/paths.h"
 #include "core/system_windows.h"
+#include "core/text.h"
 
 namespace tunovka {
 namespace {
@@ -14,96 +17,171 @@ std::uint64_t ticks(const FILETIME& time) {
     return joined(time.dwHighDateTime, time.dwLowDateTime);
 }
 
+// A folder whose name ends in a dot or a blank: asked for alone, the system would take it for
+// another one.
+bool hasOddPart(std::wstring_view full) {
+    return full.find(L" \\") != full.npos || full.find(L".\\") != full.npos;
+}
+
+bool isPlainName(std::wstring_view name) {
+    return !name.empty() && name.back() != L'.' && name.back() != L' ' &&
+           name.find(L':') == name.npos;
+}
+
+std::size_t endOfFolder(const std::wstring& path) {
+    return path.find_last_of(L"\\/");
+}
+
 // Errors that say for certain that there is no such folder.
 bool saysMissing(DWORD error) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ||
            error == ERROR_DIRECTORY || error == ERROR_INVALID_NAME;
 }
 
-std::optional<ExistingFiles::Disk::Listing> list(const std::wstring& folder) {
-    ExistingFiles::Disk::Listing listing;
-    listing.complete = true;
-    const std::wstring usable = systemPathOrNone(folder);
-    if (usable.empty()) return listing;  // a device, a name that no folder can have
-    const DWORD error = Disk::list(usable, [&](const WIN32_FIND_DATAW& entry) {
-        if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return true;
-        listing.files.append(entry.cFileName).append(1, L'\\');
-        if (entry.cAlternateFileName[0])
-            listing.files.append(entry.cAlternateFileName).append(1, L'\\');
-        return true;
-    });
-    listing.complete = error == ERROR_SUCCESS || (listing.files.empty() && saysMissing(error));
-    if (!listing.complete && listing.files.empty()) return std::nullopt;
-    return listing;
-}
-
-// The folder's times, as far as they can be trusted to change with its files. FAT keeps none that
-// do, and keeps all its times in steps of 10 ms or more: times that fine come from a file system
-// that does. A link's own times say nothing of its target. A folder that was written to a moment
-// ago could be written to again within the same tick of the clock.
-std::optional<ExistingFiles::Disk::Stamp> stamp(const std::wstring& folder) {
-    constexpr std::uint64_t kCoarse = 100'000;     // 10 ms, in units of 100 ns
-    constexpr std::uint64_t kMoment = 20'000'000;  // 2 s
-    const std::wstring usable = systemPathOrNone(folder);
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    if (usable.empty() || Disk::details(usable, data) ||
-        data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
-        return std::nullopt;
-    FILETIME now;
-    GetSystemTimeAsFileTime(&now);
-    const ExistingFiles::Disk::Stamp stamp{ticks(data.ftLastWriteTime), ticks(data.ftCreationTime)};
-    if (stamp.written % kCoarse == 0 || stamp.written + kMoment > ticks(now)) return std::nullopt;
-    return stamp;
-}
-
-// A file that may not even be looked at counts as there: nobody could say that it is missing.
-bool exists(const std::wstring& path) {
-    DWORD error = ERROR_SUCCESS;
-    const DWORD attributes = attributesOf(path, error);
-    if (error) return error == ERROR_ACCESS_DENIED;
-    return !(attributes & FILE_ATTRIBUTE_DIRECTORY) && path.back() != L'\\';
-}
-
-// A root that answers but refuses to be looked at may well have folders that do not.
-bool answers(const std::wstring& root) {
-    DWORD error = ERROR_SUCCESS;
-    attributesOf(withBackslash(root), error);
-    return !error || errorNumberOf(error) == kPermissionDenied;
-}
-
-std::optional<ExistingFiles::Disk::Answer> askOne(const std::wstring& path,
-                                                  const ExistingFiles::Disk::Question& question) {
-    return askDisk(path, question);
-}
-
-bool askMany(const std::vector<ExistingFiles::Disk::Question>& questions, const LoopHooks& command,
-             const ExistingFiles::Disk::Take& take) {
-    using Answers = std::vector<ExistingFiles::Disk::Answer>;
-    // A worker takes a few at a time: handing one over costs more than a quick answer.
-    const std::size_t few = questions.size() >= 64 ? 4 : 1;
-    const auto from = [&](std::size_t first) {
-        const std::size_t last = std::min(first + few, questions.size());
-        return [part = std::vector(questions.begin() + first, questions.begin() + last)] {
-            Answers answers;
-            for (const auto& question : part) answers.push_back(question());
-            return answers;
-        };
+// A real question. A file that may not even be looked at counts as there: nobody could say that it
+// is missing.
+bool isThere(const std::wstring& path) {
+    if (systemPathOrNone(path).empty()) return false;
+    const auto question = [path] {
+        DWORD error = ERROR_SUCCESS;
+        const DWORD attributes = attributesOf(path, error);
+        if (error) return error == ERROR_ACCESS_DENIED;
+        return !(attributes & FILE_ATTRIBUTE_DIRECTORY) && path.back() != L'\\';
     };
-    DiskQuestions<Answers> asked;
-    std::size_t ahead = 0;
-    for (std::size_t i = 0; i < questions.size();) {
-        for (; ahead < questions.size() && !asked.full(); ahead += few) asked.put(from(ahead));
-        std::optional<Answers> answers = asked.next(command);
-        if (!answers) return false;
-        for (ExistingFiles::Disk::Answer& answer : *answers) take(i++, std::move(answer));
-        if (!command.next()) return false;
-    }
-    return true;
+    return askDisk(path, question).value_or(true);
 }
 
 }  // namespace
 
-ExistingFiles::ExistingFiles()
-    : ExistingFiles(Disk{list, stamp, exists, fullPath, answers, askOne, askMany}) {}
+// A drive or share, asked by the first question that needs it.
+struct ExistingFiles::Root {
+    // One that answers but refuses to be looked at may well have folders that do not.
+    bool answers(const std::wstring& path) {
+        const std::scoped_lock lock(mutex);
+        if (known) return *known;
+        DWORD error = ERROR_SUCCESS;
+        attributesOf(withBackslash(driveName(path)), error);
+        known = !error || errorNumberOf(error) == kPermissionDenied;
+        return *known;
+    }
+
+    std::mutex mutex;
+    std::optional<bool> known;
+};
+
+// As far as the times can be trusted to change with the folder's files. FAT keeps none that do, and
+// keeps all its times in steps of 10 ms or more: times that fine come from a file system that does.
+// A link's own times say nothing of its target. A folder that was written to a moment ago could be
+// written to again within the same tick of the clock.
+std::optional<ExistingFiles::Stamp> ExistingFiles::stampOf(const std::wstring& folder) {
+    constexpr std::uint64_t kCoarse = 100'000;     // 10 ms, in units of 100 ns
+    constexpr std::uint64_t kMoment = 20'000'000;  // 2 s
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (Disk::details(systemPath(folder), data) ||
+        data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
+        return std::nullopt;
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    const Stamp stamp{ticks(data.ftLastWriteTime), ticks(data.ftCreationTime)};
+    if (stamp.written % kCoarse == 0 || stamp.written + kMoment > ticks(now)) return std::nullopt;
+    return stamp;
+}
+
+void ExistingFiles::list(const std::wstring& folder, Answer& answer) {
+    const DWORD error = Disk::list(systemPath(folder), [&](const WIN32_FIND_DATAW& entry) {
+        if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return true;
+        answer.files.append(entry.cFileName).append(1, L'\\');
+        if (entry.cAlternateFileName[0])
+            answer.files.append(entry.cAlternateFileName).append(1, L'\\');
+        return true;
+    });
+    answer.complete = error == ERROR_SUCCESS || (answer.files.empty() && saysMissing(error));
+}
+
+std::reference_wrapper<ExistingFiles> ExistingFiles::anew() {
+    questions_.reset();
+    asked_.clear();
+    std::erase_if(folders_, [&](const auto& each) { return each.second.operation != operation_; });
+    ++operation_;
+    roots_.clear();
+    spelled_.clear();
+    return *this;
+}
+
+bool ExistingFiles::contains(const std::wstring& path) {
+    const std::size_t cut = endOfFolder(path);
+    const std::wstring_view name = std::wstring_view(path).substr(cut + 1);
+    if (name.empty()) return false;  // a folder's name
+    Folder* const folder = cut != path.npos && isPlainName(name)
+                               ? folderOf(std::wstring_view(path).substr(0, cut))
+                               : nullptr;
+    if (!folder) return isThere(path);
+    if (folder->operation != operation_)
+        take(*folder, askDisk(folder->path, questionFor(*folder)).value_or(Answer()));
+    if (!folder->rootAnswers) return false;
+    return folder->names.contains(upperCased(name)) || (!folder->complete && isThere(path));
+}
+
+void ExistingFiles::expect(const std::wstring& path) {
+    const std::size_t cut = endOfFolder(path);
+    if (cut == path.npos || !isPlainName(std::wstring_view(path).substr(cut + 1))) return;
+    const std::wstring_view spelling = std::wstring_view(path).substr(0, cut);
+    if (spelled_.contains(spelling)) return;
+    Folder* const folder = folderOf(spelling);
+    if (!folder || folder->operation == operation_) return;
+    if (!questions_) questions_.emplace();
+    questions_->put(questionFor(*folder));
+    asked_.push_back(folder);
+}
+
+bool ExistingFiles::prepare(const LoopHooks& command) {
+    for (Folder* const folder : std::exchange(asked_, {})) {
+        std::optional<Answer> answer = questions_->next(command);
+        if (!answer || !command.next()) return false;
+        take(*folder, std::move(*answer));
+    }
+    return true;
+}
+
+ExistingFiles::Folder* ExistingFiles::folderOf(std::wstring_view spelling) {
+    if (const auto known = spelled_.find(spelling); known != spelled_.end()) return known->second;
+    Folder*& known = spelled_[std::wstring(spelling)];
+    const std::wstring path = std::wstring(spelling) + L'\\';
+    const std::wstring full = systemPathOrNone(path).empty() ? std::wstring() : fullPath(path);
+    if (driveName(full).empty() || hasOddPart(full)) return nullptr;
+    Folder& folder = folders_[upperCased(full)];
+    folder.path = full;
+    return known = &folder;
+}
+
+std::function<ExistingFiles::Answer()> ExistingFiles::questionFor(const Folder& folder) {
+    std::shared_ptr<Root>& root = roots_[upperCased(driveName(folder.path))];
+    if (!root) root = std::make_shared<Root>();
+    const auto known = folder.complete ? folder.stamp : std::nullopt;
+    return [path = folder.path, known, root] {
+        Answer answer{.rootAnswers = root->answers(path)};
+        if (!answer.rootAnswers) return answer;
+        // Taken before the listing: what happens during it shows the next time.
+        answer.stamp = stampOf(path);
+        answer.unchanged = answer.stamp && answer.stamp == known;
+        if (!answer.unchanged) list(path, answer);
+        return answer;
+    };
+}
+
+void ExistingFiles::take(Folder& folder, Answer answer) const {
+    folder.operation = operation_;
+    folder.rootAnswers = answer.rootAnswers;
+    if (answer.unchanged) return;
+    folder.stamp = answer.stamp;
+    folder.complete = answer.complete;
+    folder.names.clear();
+    // One text for all names: a folder of thousands costs one allocation and one mapping.
+    folder.text = upperCased(answer.files);
+    folder.names.reserve(std::ranges::count(folder.text, L'\\'));
+    std::wstring_view rest = folder.text;
+    for (std::size_t end; (end = rest.find(L'\\')) != rest.npos; rest.remove_prefix(end + 1))
+        folder.names.insert(rest.substr(0, end));
+}
 
 }  // namespace tunovka

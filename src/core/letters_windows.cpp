@@ -5,24 +5,51 @@
 namespace tunovka {
 namespace {
 
-// The invariant locale: the mapping must not change with the user's language, because keys and
-// file names are compared after it. One character always gives one character.
-std::wstring mapped(std::wstring_view text, DWORD mapping) {
-    std::wstring result(text);
-    if (result.empty()) return result;
-    const int length = static_cast<int>(text.size());
-    LCMapStringW(LOCALE_INVARIANT, mapping, text.data(), length, result.data(), length);
-    return result;
-}
+// A mapping of letters. The invariant locale's, which does not change with the user's language,
+// because keys and file names are compared after it. One character always gives one character.
+class LetterMapping {
+  public:
+    explicit LetterMapping(DWORD mapping) : mapping_(mapping) {
+        for (wchar_t letter = 0; letter < kKnown; ++letter) known_[letter] = letter;
+        map(known_, kKnown);
+    }
+
+    std::wstring operator()(std::wstring_view text) const {
+        std::wstring result(text);
+        for (wchar_t& letter : result) {
+            if (letter >= kKnown) {
+                result = text;
+                map(result.data(), result.size());
+                break;
+            }
+            letter = known_[letter];
+        }
+        return result;
+    }
+
+  private:
+    void map(wchar_t* text, std::size_t size) const {
+        const std::wstring before(text, size);
+        LCMapStringW(LOCALE_INVARIANT, mapping_, before.data(), static_cast<int>(size), text,
+                     static_cast<int>(size));
+    }
+
+    // Latin letters, those of Central Europe among them: asking the system takes far longer.
+    static constexpr wchar_t kKnown = 0x180;
+    DWORD mapping_;
+    wchar_t known_[kKnown];
+};
 
 }  // namespace
 
 std::wstring lowerCased(std::wstring_view text) {
-    return mapped(text, LCMAP_LOWERCASE);
+    static const LetterMapping mapping(LCMAP_LOWERCASE);
+    return mapping(text);
 }
 
 std::wstring upperCased(std::wstring_view text) {
-    return mapped(text, LCMAP_UPPERCASE);
+    static const LetterMapping mapping(LCMAP_UPPERCASE);
+    return mapping(text);
 }
 
 std::string sortKey(std::wstring_view text) {

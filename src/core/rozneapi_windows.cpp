@@ -39,20 +39,19 @@ void AddSubfolderNodes(FolderNodes& tree, const std::wstring& parentKey, const L
         return HasSubfolders(folder) ? subfolderNames(folder) : std::vector<std::wstring>();
     });
     if (!names) return;
-    DiskQuestions<bool> hasMore;
-    std::size_t ahead = 0;
-    for (const std::wstring& name : *names) {
-        for (; ahead < names->size() && !hasMore.full(); ++ahead)
-            hasMore.put([key = parentKey + (*names)[ahead] + L"\\"] { return HasSubfolders(key); });
-        const auto more = hasMore.next(hooks);
-        // While events ran the tree may have been filled anew.
-        if (!more || !tree.hasNode(parentKey)) return;
-        const std::wstring key = parentKey + name + L"\\";
-        if (tree.hasNode(key)) continue;
-        tree.add(parentKey, key, name);
-        if (*more) tree.add(key, key + kPlaceholderSuffix, kPlaceholderText);
-        if (!hooks.next()) return;
-    }
+    const auto hasMore = [&](std::size_t i) {
+        return [key = parentKey + (*names)[i] + L"\\"] { return HasSubfolders(key); };
+    };
+    // While events run the tree may be filled anew.
+    const LoopHooks whileThere{
+        hooks.letEventsRun,
+        [&] { return (hooks.cancelled && hooks.cancelled()) || !tree.hasNode(parentKey); }};
+    askDiskMany(whileThere, names->size(), hasMore, [&](std::size_t i, bool more) {
+        const std::wstring key = parentKey + (*names)[i] + L"\\";
+        if (!tree.hasNode(parentKey) || tree.hasNode(key)) return;
+        tree.add(parentKey, key, (*names)[i]);
+        if (more) tree.add(key, key + kPlaceholderSuffix, kPlaceholderText);
+    });
     yieldNow();
 }
 

@@ -40,10 +40,10 @@ frmPrieskumnik& startProgram(const std::wstring& folder) {
 void bringDiskWorkers() {
     const KernelHandle go(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     const std::function wait = [&go] { return WaitForSingleObject(go.get(), INFINITE); };
-    std::deque<DiskQuestion<DWORD>> questions;
-    for (int i = 0; i < 8; ++i) questions.emplace_back(wait);
+    std::deque<DiskQuestions<DWORD>> askers(8);
+    for (auto& asker : askers) asker.put(wait);
     SetEvent(go.get());
-    for (DiskQuestion<DWORD>& question : questions) question.answer(std::wstring());
+    for (auto& asker : askers) asker.next(std::wstring());
 }
 
 // A number that the person who starts the test may set in the environment.
