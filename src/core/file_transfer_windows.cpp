@@ -296,7 +296,12 @@ bool moveFile(const std::wstring& source, const std::wstring& destination, bool 
         require(freeing({from}, hooks, [&] { return deletable(from); }));
     };
     if (const DWORD refusal = deletable(from); refusal != ERROR_SHARING_VIOLATION) require(refusal);
+    WIN32_FILE_ATTRIBUTE_DATA before;
+    require(Disk::details(from, before));
     if (!copyBeside(from, to, replace, hooks, requireDeletable)) return false;
+    // The place of an old file comes with that file's time; not every volume keeps one.
+    if (DiskFile moved; !moved.open(to, {.rights = FILE_WRITE_ATTRIBUTES}))
+        moved.setTimes(&before.ftCreationTime, nullptr);
     deleteFile(from, true);
     return true;
 }

@@ -201,13 +201,14 @@ bool waitForObject(void* object, Meanwhile meanwhile) {
     EscapeWatch escape;
     while (waits()) {
         // What stays in the queue must not end the wait below: only what is new from here on does.
+        // Each look at the queue makes all that is in it old, hence the wait is a short one.
         GetQueueStatus(QS_ALLINPUT);
         if (!runWaiting(waits, meanwhile)) return false;
         if (meanwhile == Meanwhile::PaintingOnly && escape.pressed()) {
             EscapeWatch::dropKeys();
             return false;
         }
-        MsgWaitForMultipleObjects(1, &object, FALSE, INFINITE, QS_ALLINPUT);
+        MsgWaitForMultipleObjects(1, &object, FALSE, kPause, QS_ALLINPUT);
     }
     return true;
 }

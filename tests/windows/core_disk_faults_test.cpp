@@ -85,6 +85,7 @@ constexpr Answer kAnswers[] = {
     {kMove, DiskCall::Move, ERROR_DISK_FULL, 1, kDiskFull},
     {kMoveAway, DiskCall::Copy, ERROR_DISK_FULL, 1, kDiskFull},
     {kMoveAway, DiskCall::Flush, ERROR_IO_DEVICE, 1, kPathFileAccess},
+    {kMoveAway, DiskCall::SetTimes, ERROR_ACCESS_DENIED, kAlways, 0},  // it keeps its creation time
 };
 
 void carryOut(Operation operation, const Scene& scene) {
