@@ -10,9 +10,6 @@ namespace tunovka::RozneApi {
 
 // Thin wrappers over the Win32 shell and file services; no state of their own.
 
-// Text up to the first NUL.
-std::wstring TrimAtNul(const std::wstring& text);
-
 // The shell's own answer whether a folder has sub-folders; nothing is enumerated. False when the
 // shell does not know the path.
 bool HasSubfolders(const std::wstring& folder);

@@ -24,10 +24,6 @@ std::vector<std::wstring> subfolderNames(const std::wstring& folder, std::size_t
 
 }  // namespace
 
-std::wstring TrimAtNul(const std::wstring& text) {
-    return trimAtNul(text);
-}
-
 bool HasSubfolders(const std::wstring& folder) {
     // The shell knows no longer ones.
     if (folder.size() >= MAX_PATH) return !subfolderNames(folder, 1).empty();

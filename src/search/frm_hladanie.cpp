@@ -1,6 +1,7 @@
 #include "search/frm_hladanie.h"
 
 #include "core/ansi.h"
+#include "core/disk_questions.h"
 #include "core/file_system.h"
 #include "core/loop.h"
 #include "core/rozneapi.h"
@@ -93,7 +94,7 @@ void frmhladanie::open(ProgramLinks& links) {
 
 // The window may become active many times; only another folder starts a search.
 void frmhladanie::onActivated() {
-    if (!RozneApi::IsFormLoaded(L"frmprieskumnik")) return;
+    if (!Forms::find(L"frmPrieskumnik")) return;
     const std::wstring folder = links_.folderToSearch();
     if (folder.empty() || folder == lbladresar.text()) return;
     lbladresar.setText(folder);
@@ -235,8 +236,13 @@ void frmhladanie::uloz_playlist_Click() {
     const int answer = question ? ask(*question) : 0;
     const auto lines = result.exportLines(answer);
     if (!lines || isClosing()) return;
-    FileSystemObject::writeWhole(target, playlistBytes(*lines, toAnsi));
-    ask(exportedNotice(target));
+    const Busy busy(*this);
+    const auto written = askDisk(LoopHooks{yieldToEvents, [this] { return isGivenUp(); }},
+                                 [target, content = playlistBytes(*lines, toAnsi)] {
+                                     FileSystemObject::writeWhole(target, content);
+                                     return true;
+                                 });
+    if (written && !isClosing()) ask(exportedNotice(target));
 }
 
 Size frmhladanie::arrange(int stripBottom) {

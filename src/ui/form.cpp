@@ -492,10 +492,6 @@ void Forms::unloadAll() {
     }
 }
 
-bool RozneApi::IsFormLoaded(const std::wstring& name) {
-    return Forms::find(name) != nullptr;
-}
-
 namespace {
 
 struct Search {
@@ -550,7 +546,7 @@ bool filterMessage(MSG& message) {
     return IsDialogMessageW(top, &message);
 }
 
-void RozneApi::ShowTitleBar(const Window& window, bool show) {
+void showTitleBar(const Window& window, bool show) {
     const LONG style = GetWindowLongW(window.handle(), GWL_STYLE);
     const LONG wanted = show ? style | WS_CAPTION : style & ~WS_CAPTION;
     if (wanted == style) return;  // redrawing the frame takes milliseconds

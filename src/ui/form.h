@@ -202,14 +202,7 @@ class ModalState {
 // (true: used up), and sends the wheel to the window under the pointer.
 bool filterMessage(MSG& message);
 
-namespace RozneApi {
-
-// True when a window of that name is loaded; letter case aside.
-bool IsFormLoaded(const std::wstring& name);
-
 // Switches a window's system title bar on or off without moving it.
-void ShowTitleBar(const Window& window, bool show);
-
-}  // namespace RozneApi
+void showTitleBar(const Window& window, bool show);
 
 }  // namespace tunovka

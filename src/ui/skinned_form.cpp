@@ -59,7 +59,7 @@ SkinnedForm::SkinnedForm(const SkinArgs& args)
                     .minimum = args.minimum,
                     .owner = args.owner}),
       strip_(args.strip, L" " + trimBlanks(args.title), *this) {
-    RozneApi::ShowTitleBar(*this, false);
+    showTitleBar(*this, false);
     const auto add = [](std::optional<Image>& picture, const Image::ImageArgs& args) {
         if (args.name) picture.emplace(args);
     };
