@@ -168,8 +168,8 @@ void FolderTree::ExpandFolder(const std::wstring& key) {
 
     strom.setEnabled(true);
     --expanding_;
-    // Nobody has put it elsewhere meanwhile.
-    if (hadFocus && !GetFocus()) strom.focus();
+    // Nobody has put it elsewhere meanwhile, in this window or another.
+    if (hadFocus && !GetFocus() && GetActiveWindow() == form_.handle()) strom.focus();
     SetCursor(pointer);
 }
 

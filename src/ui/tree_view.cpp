@@ -230,6 +230,8 @@ std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM l
             if (wparam == VK_RETURN && onKeyDown)
                 return defaultProcedure(message, wparam, lparam) | DLGC_WANTMESSAGE;
             return std::nullopt;
+        case WM_KEYDOWN:  // the star opens no more than the plus: all below may be a whole disk
+            return ItemView::onMessage(message, wparam == VK_MULTIPLY ? VK_ADD : wparam, lparam);
         case WM_SYSKEYDOWN:  // Wine's tree keeps Shift+F10 to itself
             return DefWindowProcW(handle(), message, wparam, lparam);
         default:
