@@ -167,11 +167,20 @@ void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
     }
 }
 
-std::wstring ContentsTree::PathFromNodeKey(const std::wstring& key) const {
+// Whether a file is there or not.
+std::wstring ContentsTree::pathOf(const std::wstring& key) const {
     const auto file = names_.find(key);
     const bool isFile = file != names_.end() && !key.starts_with(L"pl=");
     const auto whatever = [](const std::wstring&) { return true; };
-    return fileOnDisk(resolveNodeKey(isFile ? file->second : key, txtPath_.text(), whatever));
+    return resolveNodeKey(isFile ? file->second : key, txtPath_.text(), whatever);
+}
+
+std::wstring ContentsTree::PathFromNodeKey(const std::wstring& key) const {
+    return fileOnDisk(pathOf(key));
+}
+
+std::wstring ContentsTree::whyNoFile(const std::wstring& key, std::wstring_view missing) const {
+    return tunovka::whyNoFile(pathOf(key), missing);
 }
 
 std::wstring ContentsTree::selectedPath() const {

@@ -31,6 +31,8 @@ class ContentsTree {
     // Full path of the existing file behind a node, its name as the disk spells it; "" when there
     // is none.
     std::wstring PathFromNodeKey(const std::wstring& key) const;
+    // Why there is none: `missing`, or what stands against looking.
+    std::wstring whyNoFile(const std::wstring& key, std::wstring_view missing) const;
     // The same for the selected node; "" without one.
     std::wstring selectedPath() const;
     // The selected node's path as playlists take it, which know the kinds in small letters alone:
@@ -53,6 +55,7 @@ class ContentsTree {
     std::wstring newKey(const std::wstring& name);
     void addPlaylist(const std::wstring& folder, const FolderEntry& file,
                      const ReadPlaylist& playlist, const FileExistsTest& exists);
+    std::wstring pathOf(const std::wstring& key) const;
     void addMusic(const std::wstring& name);
 
     Form& form_;

@@ -1,6 +1,7 @@
 #include "app/explorer_menus.h"
 
 #include "app/contents_tree.h"
+#include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/rozneapi.h"
 #include "player/player_panel.h"
@@ -100,10 +101,14 @@ void PlayMenu::findPlayers() {
     menu_.setEnabled(L"prehraťvmp2", !players_.mediaPlayer2.empty());
 }
 
+void PlayMenu::notifyNoFile(std::wstring_view missing) const {
+    notify(contents_.whyNoFile(contents_.Tview.selectedKey(), missing));
+}
+
 void PlayMenu::PlaySelected(const std::wstring& program) {
     const std::wstring path = contents_.selectedPath();
     if (path.empty()) {
-        notify(L"Súbor sa v zadanom umiestnení nenacházda !!!");
+        notifyNoFile(L"Súbor sa v zadanom umiestnení nenacházda !!!");
     } else if (program == kHere) {
         player_.play(path);
     } else {
@@ -114,17 +119,18 @@ void PlayMenu::PlaySelected(const std::wstring& program) {
 void PlayMenu::prehraťvprog_Click() {
     const std::wstring path = contents_.selectedPath();
     if (path.empty()) return;
-    const std::wstring program = RozneApi::FindAssociatedProgram(path);
-    if (program.empty())
-        openByAssociation(path);
+    const auto program = askDisk(path, [path] { return RozneApi::FindAssociatedProgram(path); });
+    if (!program) return;
+    if (program->empty())
+        askDisk(path, [path] { return openByAssociation(path), true; });
     else
-        PlaySelected(program);
+        PlaySelected(*program);
 }
 
 void PlayMenu::prehrat_v_programe_Click() {
     const std::wstring path = contents_.selectedPath();
     if (path.empty()) {
-        notify(L"Súbor sa v zadanom umiestnení nenacházda !");
+        notifyNoFile(L"Súbor sa v zadanom umiestnení nenacházda !");
     } else {
         startOrTell([&] { openWith(path); });
     }

@@ -39,6 +39,8 @@ class PlayMenu {
     void prehrat_v_programe_Click();
 
   private:
+    void notifyNoFile(std::wstring_view missing) const;
+
     PopupMenu& menu_;
     const ContentsTree& contents_;
     PlayerPanel& player_;

@@ -217,7 +217,8 @@ void frmPrieskumnik::selectionChanged() {
     const std::wstring key = contents.Tview.selectedKey();
     if (key.empty()) return;
     const std::wstring path = contents.PathFromNodeKey(key);
-    LblBar.setText(path.empty() ? L"Odkaz je na neexistujúci súbor" : path);
+    LblBar.setText(path.empty() ? contents.whyNoFile(key, L"Odkaz je na neexistujúci súbor")
+                                : path);
     prehrat.setEnabled(L"ponuka_prehrať", !path.empty());
     prehrat.setEnabled(L"editovat_playlist", MultiMedialny::isPlaylistName(lowerCased(path)));
     // Only the key's first letters are tested: a file such as plavba.mp3 counts as an entry too.

@@ -145,6 +145,8 @@ bool askDiskMany(const LoopHooks& command, std::size_t count, const MakeQuestion
 
 // The commonest single question: is a file there? Not answered is no.
 bool fileAnswers(const std::wstring& path);
+// Why a file did not answer: `missing` when it is not there, else what stands against looking.
+std::wstring whyNoFile(const std::wstring& path, std::wstring_view missing);
 // The path of a file as the disk spells its name: "" when none is there, or not answered.
 std::wstring fileOnDisk(const std::wstring& path);
 

@@ -18,13 +18,14 @@
 namespace tunovka {
 namespace DiskWork {
 
-// Guarded by the lock of the workers.
+// Guarded by the lock of the workers; `givenUp` is the asker's alone.
 struct Crew::State {
     std::deque<std::shared_ptr<Task>> waiting;
     std::size_t most = 1;        // workers that may be at it
     std::size_t called = 0;      // workers that are at it or on their way
     unsigned quick = 0;          // tasks in a row that took no time
     std::vector<DWORD> threads;  // those of the tasks under way
+    bool givenUp = false;
 };
 
 namespace {
@@ -76,6 +77,7 @@ class Workers {
                                                               "CancelSynchronousIo");
         const std::scoped_lock lock(lock_);
         crew.waiting.clear();
+        crew.givenUp = true;
         if (!cancel) return;
         for (const DWORD thread : crew.threads) {
             const KernelHandle worker(OpenThread(THREAD_TERMINATE, FALSE, thread));
@@ -232,8 +234,9 @@ void Crew::giveUp() {
     Workers::get().giveUp(*state_);
 }
 
-// True when the task was done before anything has to run.
+// True when nothing has to run: the task is done, or given up with another.
 bool Crew::awaitMoment(const Task& task, Task& later) {
+    if (state_->givenUp) return true;
     if (!task.done) WaitForSingleObject(EndOf(later).event(), kMoment);
     if (!task.done) Workers::get().reinforce(state_);
     return task.done;
@@ -241,7 +244,7 @@ bool Crew::awaitMoment(const Task& task, Task& later) {
 
 bool Crew::await(Task& task, Task& later, const LoopHooks& command) {
     if (!command.letEventsRun) return await(task, later, std::wstring());
-    if (awaitMoment(task, later)) return true;
+    if (awaitMoment(task, later)) return task.done;
     static LoopSignal wake([](std::uintptr_t) {});  // a message, upon which the loop looks again
     if (Workers::get().tellEnd(task, wake.address()))
         runLoopWhile([&] { return !task.done && !(command.cancelled && command.cancelled()); });
@@ -250,7 +253,7 @@ bool Crew::await(Task& task, Task& later, const LoopHooks& command) {
 }
 
 bool Crew::await(Task& task, Task& later, const std::wstring& path) {
-    if (awaitMoment(task, later)) return true;
+    if (awaitMoment(task, later)) return task.done;
     const Hourglass hourglass;
     const EndOf end(task);
     if (waitForObject(end.event(), Meanwhile::PaintingOnly)) return true;
@@ -268,6 +271,14 @@ bool isSilent(const std::wstring& path) {
 
 bool fileAnswers(const std::wstring& path) {
     return askDisk(path, [path] { return FileSystemObject::FileExists(path); }).value_or(false);
+}
+
+std::wstring whyNoFile(const std::wstring& path, std::wstring_view missing) {
+    using FileSystemObject::Presence;
+    const auto presence = askDisk(path, [path] { return FileSystemObject::presence(path); });
+    if (!presence) return errorDescription(kDeviceUnavailable);
+    return presence == Presence::Denied ? errorDescription(kPermissionDenied)
+                                        : std::wstring(missing);
 }
 
 std::wstring fileOnDisk(const std::wstring& path) {

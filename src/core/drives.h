@@ -18,7 +18,8 @@ struct Drive {
 };
 
 // The drives of this moment in the order of their letters. Only drives that answer at once are
-// asked for a label: never a removable one or a disc, never a server.
+// asked for a label: never a removable one or a disc, never a server. Of those that have not
+// answered when the person gives the question up, the names alone.
 std::vector<Drive> listDrives();
 
 }  // namespace tunovka

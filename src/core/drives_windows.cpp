@@ -1,3 +1,4 @@
+#include "core/disk_questions.h"
 #include "core/disk_windows.h"
 #include "core/drives.h"
 
@@ -23,15 +24,20 @@ std::wstring labelOf(const Drive& drive) {
 
 std::vector<Drive> listDrives() {
     std::vector<Drive> drives;
+    DiskQuestions<Drive> questions;
     const DWORD present = GetLogicalDrives();
     for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) {
+        const std::wstring name = {letter, L':'};
         if (!(present >> (letter - L'A') & 1)) continue;
-        Drive drive;
-        drive.name = {letter, L':'};
-        drive.type = FileSystemObject::driveType(drive.name);
-        drive.label = labelOf(drive);
-        drives.push_back(std::move(drive));
+        drives.push_back({.name = name});
+        questions.put([name] {
+            Drive drive{name, FileSystemObject::driveType(name)};
+            drive.label = labelOf(drive);
+            return drive;
+        });
     }
+    for (Drive& drive : drives)
+        if (const auto answer = questions.next(drive.name)) drive = *answer;
     return drives;
 }
 

@@ -6,6 +6,7 @@
 
 #include "core/disk_windows.h"
 #include "core/errors.h"
+#include "core/file_system.h"
 #include "core/paths.h"
 #include "core/system_windows.h"
 #include "core/text.h"
@@ -38,17 +39,11 @@ bool saysMissing(DWORD error) {
            error == ERROR_DIRECTORY || error == ERROR_INVALID_NAME;
 }
 
-// A real question. A file that may not even be looked at counts as there: nobody could say that it
-// is missing.
+// A real question. A file that may not be looked at is not missing.
 bool isThere(const std::wstring& path) {
     if (systemPathOrNone(path).empty()) return false;
-    const auto question = [path] {
-        DWORD error = ERROR_SUCCESS;
-        const DWORD attributes = attributesOf(path, error);
-        if (error) return error == ERROR_ACCESS_DENIED;
-        return !(attributes & FILE_ATTRIBUTE_DIRECTORY) && path.back() != L'\\';
-    };
-    return askDisk(path, question).value_or(true);
+    using namespace FileSystemObject;
+    return askDisk(path, [path] { return presence(path) != Presence::Missing; }).value_or(true);
 }
 
 }  // namespace
@@ -138,7 +133,7 @@ bool ExistingFiles::prepare(const LoopHooks& command) {
     for (Folder* const folder : std::exchange(asked_, {})) {
         std::optional<Answer> answer = questions_->next(command);
         if (!answer || !command.next()) return false;
-        take(*folder, std::move(*answer));
+        take(*folder, *answer);
     }
     return true;
 }
@@ -169,7 +164,7 @@ std::function<ExistingFiles::Answer()> ExistingFiles::questionFor(const Folder& 
     };
 }
 
-void ExistingFiles::take(Folder& folder, Answer answer) const {
+void ExistingFiles::take(Folder& folder, const Answer& answer) const {
     folder.operation = operation_;
     folder.rootAnswers = answer.rootAnswers;
     if (answer.unchanged) return;

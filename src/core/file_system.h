@@ -48,7 +48,11 @@ struct TransferHooks {
 // 260 characters. Every failure raises a RuntimeError whose source is "FileSystemObject".
 namespace FileSystemObject {
 
-bool FileExists(const std::wstring& path);  // a file, not a folder; "" is false
+// Whether a file, not a folder, is there. Denied: it may not even be looked at, so that nobody can
+// say that it is missing; it cannot be played either. "" is missing.
+enum class Presence { Missing, There, Denied };
+Presence presence(const std::wstring& path);
+bool FileExists(const std::wstring& path);  // There
 bool FolderExists(const std::wstring& path);
 bool IsDriveReady(const std::wstring& drive);  // "E:", with or without "\"
 DriveType driveType(const std::wstring& drive);

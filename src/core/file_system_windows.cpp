@@ -68,9 +68,16 @@ std::wstring requireFile(const std::wstring& path) {
 
 namespace FileSystemObject {
 
+Presence presence(const std::wstring& path) {
+    if (path.empty() || path.back() == L'\\' || path.back() == L'/') return Presence::Missing;
+    DWORD error = ERROR_SUCCESS;
+    const DWORD attributes = attributesOf(path, error);
+    if (error) return error == ERROR_ACCESS_DENIED ? Presence::Denied : Presence::Missing;
+    return attributes & FILE_ATTRIBUTE_DIRECTORY ? Presence::Missing : Presence::There;
+}
+
 bool FileExists(const std::wstring& path) {
-    return !path.empty() && path.back() != L'\\' && path.back() != L'/' &&
-           !(attributesOf(path) & FILE_ATTRIBUTE_DIRECTORY);  // set in "invalid" too
+    return presence(path) == Presence::There;
 }
 
 bool FolderExists(const std::wstring& path) {

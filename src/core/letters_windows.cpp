@@ -37,7 +37,7 @@ class LetterMapping {
     // Latin letters, those of Central Europe among them: asking the system takes far longer.
     static constexpr wchar_t kKnown = 0x180;
     DWORD mapping_;
-    wchar_t known_[kKnown];
+    wchar_t known_[kKnown]{};
 };
 
 }  // namespace

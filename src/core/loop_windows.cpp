@@ -140,7 +140,7 @@ bool runWaiting(const std::function<bool()>& condition, Meanwhile meanwhile) {
     return true;
 }
 
-// Escape, while the messages of the keyboard stay in their queue.
+// Escape and the wish to close a window, while messages stay in their queue.
 class EscapeWatch {
   public:
     // A new press; one that is held from before does not count.
@@ -148,9 +148,9 @@ class EscapeWatch {
         const bool down = isDown();
         const bool isNew = down && !wasDown_;
         wasDown_ = down;
-        MSG key;
-        return isNew || (PeekMessageW(&key, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE) &&
-                         key.wParam == VK_ESCAPE);
+        return isNew || (waiting(WM_KEYDOWN) && message_.wParam == VK_ESCAPE) ||
+               waiting(WM_CLOSE) ||
+               (waiting(WM_SYSCOMMAND) && (message_.wParam & 0xFFF0) == SC_CLOSE);
     }
 
     // What was typed up to the Escape is given up with what it was typed for.
@@ -165,7 +165,9 @@ class EscapeWatch {
         const DWORD inFront = GetWindowThreadProcessId(GetForegroundWindow(), nullptr);
         return inFront == GetCurrentThreadId() && GetAsyncKeyState(VK_ESCAPE) < 0;
     }
+    bool waiting(UINT kind) { return PeekMessageW(&message_, nullptr, kind, kind, PM_NOREMOVE); }
 
+    MSG message_{};
     bool wasDown_ = isDown();
 };
 

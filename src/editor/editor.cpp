@@ -65,6 +65,13 @@ std::wstring Editor::pathOf(std::size_t row) const {
     return document.resolve(row, fileAnswers);
 }
 
+std::wstring Editor::status(std::size_t row) const {
+    const std::wstring path = pathOf(row);
+    if (!path.empty()) return path;
+    const auto whatever = [](const std::wstring&) { return true; };
+    return whyNoFile(document.resolve(row, whatever), kMissingFileStatus);
+}
+
 void Editor::loadPlaylistFile(const std::wstring& path) {
     const auto text = read(path);
     if (!text) return;

@@ -17,6 +17,7 @@ constexpr wchar_t kTag[] = L"vrtilkofrmplejlist";
 
 // Sizes in 96ths of an inch.
 constexpr Size kSize{480, 460};
+constexpr unsigned kShownAfter = 300;  // ms that reading may take without a window
 constexpr Size kMinimum{320, 240};
 constexpr int kMargin = 8;
 
@@ -109,6 +110,12 @@ void frmplejlist::bindHandlers() {
 void frmplejlist::open(ProgramLinks& links, const std::wstring& command) {
     auto& opened = Forms::load<frmplejlist>(links);
     const Depth alive(&opened);
+    Timer late;  // a disk that takes its time is given up in the window
+    late.onTick = [&] {
+        late.setInterval(0);
+        if (!opened.isClosing()) opened.show();
+    };
+    late.setInterval(kShownAfter);
     try {
         opened.txtodkaz.setText(command);
     } catch (...) {
@@ -165,8 +172,8 @@ void frmplejlist::updateCountLabel() {
 
 void frmplejlist::Lview_ItemClick() {
     if (!Lview.selected()) return lblbar.setText(L"");
-    const std::wstring path = selectedPath();
-    lblbar.setText(path.empty() ? std::wstring(kMissingFileStatus) : path);
+    const auto position = Lview.selected();
+    lblbar.setText(position ? editor.status(*position) : std::wstring(kMissingFileStatus));
     scroller.followSelection();
 }
 

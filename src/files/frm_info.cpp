@@ -127,7 +127,9 @@ struct Facts {
 
 Facts factsOf(const std::wstring& path) {
     Facts facts;
-    facts.there = FileSystemObject::FileExists(path);
+    const auto presence = FileSystemObject::presence(path);
+    facts.there = presence == FileSystemObject::Presence::There;
+    if (presence == FileSystemObject::Presence::Denied) facts.failure.emplace(kPermissionDenied);
     if (!facts.there) return facts;
     try {
         facts.details = FileSystemObject::details(path);
@@ -135,7 +137,7 @@ Facts factsOf(const std::wstring& path) {
     } catch (const RuntimeError& error) {
         if (error.number == kBadRecordNumber) return facts;  // a short file has just no tag
         facts.there = FileSystemObject::FileExists(path);
-        facts.failure = error;
+        if (facts.there) facts.failure = error;
     }
     return facts;
 }
@@ -148,7 +150,7 @@ void frminfo::showFile(const std::wstring& path) {
     if (!facts) return;
     if (facts->details) showDetails(*facts->details);
     if (facts->tag) showTag(*facts->tag);
-    if (!facts->there) return warn();
+    if (!facts->there && !facts->failure) return warn();
     if (facts->failure)
         notifyLater(L"CHYBA",
                     L"Nie je možné načítať všetky informácie o súbore.\rChyba č. " +

@@ -22,7 +22,7 @@ constexpr int kStripHeight = 14;
 constexpr int kButtonWidth = 88;
 
 constexpr DWORD kShortCopy = 400;  // milliseconds that a copy may take without a window
-constexpr DWORD kLeftAfter = 100;  // milliseconds after which stopped work is left to itself
+constexpr DWORD kLeftAfter = 50;   // milliseconds after which stopped work is left to itself
 constexpr DWORD kLook = 50;        // milliseconds
 
 constexpr wchar_t kTitle[] = L"Kopírovanie súboru";

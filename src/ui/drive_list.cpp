@@ -21,8 +21,7 @@ std::wstring letterOf(const std::wstring& drive) {
 
 std::vector<std::wstring> driveTexts() {
     std::vector<std::wstring> texts;
-    const auto drives = askDisk(std::wstring(), [] { return listDrives(); });
-    for (const Drive& drive : drives.value_or(std::vector<Drive>())) texts.push_back(drive.text());
+    for (const Drive& drive : listDrives()) texts.push_back(drive.text());
     return texts;
 }
 
@@ -45,8 +44,11 @@ void DriveList::chooseFirst() {
     GetCurrentDirectoryW(static_cast<DWORD>(current.size()), current.data());
     const auto isCurrent = [&](const auto& drive) { return letterOf(drive) == letterOf(current); };
     const auto answers = [](const auto& drive) {
-        return FileSystemObject::driveType(drive) == DriveType::Fixed &&
-               FileSystemObject::IsDriveReady(drive);
+        const auto isReady = [drive] {
+            return FileSystemObject::driveType(drive) == DriveType::Fixed &&
+                   FileSystemObject::IsDriveReady(drive);
+        };
+        return askDisk(drive, isReady).value_or(false);
     };
     auto chosen = std::ranges::find_if(drives_, isCurrent);
     if (chosen == drives_.end()) chosen = std::ranges::find_if(drives_, answers);

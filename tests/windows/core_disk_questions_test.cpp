@@ -11,7 +11,7 @@
 namespace tunovka {
 namespace {
 
-const std::wstring kServer = L"\\\\server\\hudba\\a.mp3";
+const std::wstring kServer = L"\\\\server\\hudba\\a.mp3", kOther = L"\\\\other\\a\\a.mp3";
 
 // A question that is answered when the test says so.
 class Pending {
@@ -52,19 +52,20 @@ class DiskQuestionsTest : public testing::Test {
     void type(WPARAM key) { PostMessageW(window_.get(), WM_KEYDOWN, key, 0); }
 
     int keys_ = 0, ticks_ = 0;
+    SystemWindow window_{
+        CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)};
 
   private:
     static LRESULT CALLBACK count(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
         auto* const test =
             reinterpret_cast<DiskQuestionsTest*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         test->keys_ += message == WM_KEYDOWN;
+        if (message == WM_CLOSE) return 0;
         if (message == WM_TIMER && ++test->ticks_ && test->tick_) test->tick_();
         return DefWindowProcW(window, message, wparam, lparam);
     }
 
     std::function<void()> tick_;
-    SystemWindow window_{
-        CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)};
 };
 
 TEST_F(DiskQuestionsTest, AreAnsweredOrRaiseAtTheAsker) {
@@ -102,6 +103,10 @@ TEST_F(DiskQuestionsTest, ASingleOneLetsTimersRunHoldsKeysBackAndEndsByEscape) {
     EXPECT_TRUE(DiskWork::isSilent(L"\\\\SERVER\\hudba\\b.mp3"));
     EXPECT_EQ(askDisk(kServer, [] { return 1; }), std::nullopt) << "not asked for ten seconds";
     EXPECT_EQ(askDisk(L"E:\\a", [] { return 1; }), 1);
+
+    Pending neverEither;
+    tickEvery10ms([&] { PostMessageW(window_.get(), WM_CLOSE, 0, 0); });
+    EXPECT_EQ(askDisk(kOther, neverEither.question()), std::nullopt) << "closing gives it up too";
 }
 
 TEST_F(DiskQuestionsTest, ALongCommandLetsEverythingRunUntilItIsCancelled) {
