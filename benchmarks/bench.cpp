@@ -89,17 +89,21 @@ void reportCompared(const std::string& name, int runs, double limit, const Work&
     report({name, median(owns), "ms", median(bares), limit});
 }
 
+double longestAnswer(const Work& work) {
+    lastTurn = now();
+    longestPause = 0;
+    const UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, takeTurn);
+    work();
+    KillTimer(nullptr, timer);
+    takeTurn(nullptr, 0, 0, 0);
+    return longestPause;
+}
+
 void reportAnswer(const std::string& name, int runs, const Work& work, const Work& prepare) {
     std::vector<double> answers;
     while (runs-- > 0) {
         prepare();
-        lastTurn = now();
-        longestPause = 0;
-        const UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, takeTurn);
-        work();
-        KillTimer(nullptr, timer);
-        takeTurn(nullptr, 0, 0, 0);
-        answers.push_back(longestPause);
+        answers.push_back(longestAnswer(work));
     }
     report({name + "_answer", median(answers), "ms", {}, 50});
 }
@@ -129,13 +133,13 @@ std::wstring data(const std::wstring& name, const std::function<void(const std::
     return folder;
 }
 
-std::wstring deepTree() {
-    return data(L"search-deep", [](const std::wstring& root) {
+std::wstring deepTree(const std::wstring& name, int outers) {
+    return data(name, [outers](const std::wstring& root) {
         const auto name = [](int song) {
             return L"pieseň číslo " + std::to_wstring(song * 7919 % 50) +
                    (song % 10 < 3 ? L".mp3" : L".jpg");
         };
-        for (int outer = 0; outer < 40; ++outer) {
+        for (int outer = 0; outer < outers; ++outer) {
             const std::wstring folder = root + L"album " + std::to_wstring(outer) + L"\\";
             makeFolder(folder, 50, name);
             for (int inner = 1; inner < 50; ++inner)

@@ -42,8 +42,9 @@ void reportCompared(
     const std::string& name, int runs, double limit, const Work& own, const Work& bare,
     const Work& prepare = [] {});
 
-// Reports as "NAME_answer" the longest time that a window of the program waits for its turn while
-// the work runs: the median of several runs.
+// The longest time that a window of the program waits for its turn while the work runs, and the
+// same as "NAME_answer": the median of several runs.
+double longestAnswer(const Work& work);
 void reportAnswer(
     const std::string& name, int runs, const Work& work, const Work& prepare = [] {});
 
@@ -56,8 +57,9 @@ void makeFolder(const std::wstring& folder, int count,
                 const std::function<std::wstring(int)>& name);
 void writeFile(const std::wstring& path, const std::string& content);
 
-// 100,000 files in 2,000 folders, 30,000 of them music.
-std::wstring deepTree();
+// 50 folders for each of `outers` with 50 files each, three in ten of them music: 100,000 files in
+// 2,000 folders.
+std::wstring deepTree(const std::wstring& name = L"search-deep", int outers = 40);
 
 // 3,000 files in 300 folders, and 30,000 entries that never stay in a folder in a list mixed.m3u:
 // each file ten times, but one in ten is missing.

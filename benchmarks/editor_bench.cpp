@@ -41,7 +41,7 @@ BENCH(editor_open) {
     const auto prepare = [&] { window.emplace(); };
     const auto open = [&] { window->form->txtodkaz.setText(list), window->painted(); };
     const auto bare = [&] { FileSystemObject::readAll(list), bareCollect(root); };
-    reportCompared("editor_open", 9, 1.5, open, bare, prepare);
+    reportCompared("editor_open", 9, 1.2, open, bare, prepare);
     reportAnswer("editor_open", 5, open, prepare);
     {
         const SlowDisk disk;

@@ -6,9 +6,10 @@
 namespace tunovka::bench {
 namespace {
 
-std::wstring flatFolder() {
-    return data(L"listing-music", [](const std::wstring& folder) {
-        makeFolder(folder, 10000,
+std::wstring flatFolder(int files = 10'000) {
+    const std::wstring size = files == 10'000 ? L"" : L"-" + std::to_wstring(files);
+    return data(L"listing-music" + size, [files](const std::wstring& folder) {
+        makeFolder(folder, files,
                    [](int number) { return L"pieseň číslo " + std::to_wstring(number) + L".mp3"; });
     });
 }
@@ -22,27 +23,25 @@ struct Stage : Form {
     ContentsTree contents{*this, txtPath};
 };
 
-void listing(const std::string& name, const std::wstring& folder, double limit) {
+void listing(const std::string& name, int runs, const std::wstring& folder, double limit) {
     MultiMedialny::InitSharedTables();
     Stage stage;
-    reportTime(name, 7, limit, [&] {
+    const auto list = [&] {
         stage.contents.ListFolderContents(folder);
         UpdateWindow(stage.contents.Tview.handle());
-    });
-    report({name + "_nodes", static_cast<double>(stage.contents.Tview.count()), "nodes"});
+    };
+    reportTime(name, runs, limit, list);
+    reportAnswer(name, 1, list);
 }
 
 }  // namespace
 
 BENCH(collect) {
     const std::wstring deep = deepTree(), flat = flatFolder();
-    std::size_t own = 0, bare = 0;
     reportCompared(
-        "collect_deep", 7, 1.15, [&] { own = RozneApi::CollectFiles(deep).size(); },
-        [&] { bare = bareCollect(deep).size(); });
-    report({"collect_deep_files", static_cast<double>(own), "files", static_cast<double>(bare)});
+        "collect_deep", 7, 1.1, [&] { RozneApi::CollectFiles(deep); }, [&] { bareCollect(deep); });
     reportCompared(
-        "collect_flat", 9, 1.15, [&] { RozneApi::CollectFiles(flat); }, [&] { bareCollect(flat); });
+        "collect_flat", 9, 1.1, [&] { RozneApi::CollectFiles(flat); }, [&] { bareCollect(flat); });
     reportAnswer("collect_flat", 9, [&] { RozneApi::CollectFiles(flat); });
     const SlowDisk disk;
     reportTime("slow_search", 3, 3300, [&] { RozneApi::CollectFiles(deep); });
@@ -58,10 +57,12 @@ BENCH(listing) {
     });
     {
         const SlowDisk disk;
-        listing("slow_listing", scattered, 330);
+        listing("slow_listing", 3, scattered, 330);
     }
-    listing("listing_music", flatFolder(), 400);
-    listing("listing_playlist", mixedCollection(), 500);
+    listing("listing_music_1000", 9, flatFolder(1'000), 40);
+    listing("listing_music_10000", 7, flatFolder(), 400);
+    listing("listing_music_100000", 3, flatFolder(100'000), 4000);
+    listing("listing_playlist", 7, mixedCollection(), 500);
 }
 
 }  // namespace tunovka::bench

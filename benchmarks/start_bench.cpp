@@ -105,7 +105,7 @@ BENCH(start) {
         bare.push_back(least.painted);
         bareMemory.push_back(least.memory);
     }
-    report({"start", median(own), "ms", median(bare), 1.5});
+    report({"start", median(own), "ms", median(bare), 1.15});
     report({"start_ready", median(ready), "ms"});
     report({"memory", median(memory), "MB", median(bareMemory)});
     report({"memory_above_bare", median(memory) - median(bareMemory), "MB", {}, 12});

@@ -1,0 +1,135 @@
+#include "app/frm_prieskumnik.h"
+#include "benchmarks/bench.h"
+#include "editor/frm_plejlist.h"
+#include "files/frm_kopirovanie.h"
+#include "search/frm_hladanie.h"
+#include "ui/form.h"
+
+// What a person meets when drive E: answers nothing any more. Each step has a process of its own:
+// after a question is given up the drive is left alone for a while.
+namespace tunovka::bench {
+namespace {
+
+const std::wstring kHome = L"E:\\bench\\", kList = kHome + L"zoznam.m3u";
+
+struct DeadDrive : DiskStandIn {
+    DWORD asked(DiskCall, const std::wstring& path, DWORD&) override {
+        if (dead && (path.starts_with(L"E:") || path.starts_with(L"e:"))) ++held, Sleep(INFINITE);
+        return ERROR_SUCCESS;
+    }
+    std::atomic<bool> dead = false;
+    std::atomic<int> held = 0;
+};
+
+enum Life { FromTheStart, Later };  // when the drive dies
+
+// Gives up what is pending for half a second, by Escape and the stop flag or by closing, and
+// reports how long the step goes on after the last time.
+void step(const std::string& name, Life dies, const std::function<void(frmPrieskumnik&)>& prepare,
+          const std::function<void(frmPrieskumnik&)>& action, UINT giveUp = WM_KEYDOWN) {
+    static DeadDrive& drive = *new DeadDrive;  // its calls never end
+    makeFolder(kHome, 3, [](int song) { return std::to_wstring(song) + L".mp3"; });
+    CreateDirectoryW((kHome + L"album").c_str(), nullptr);
+    writeFile(kList, "0.mp3\r\n1.mp3\r\n");
+    writeFile(L"T:\\0.mp3", "");
+    setDiskStandIn(&drive);
+    MultiMedialny::InitSharedTables();
+    drive.dead = dies == FromTheStart;
+    auto& explorer = Forms::load<frmPrieskumnik>();
+    prepare(explorer);
+    drive.dead = true;
+
+    int met = 0;
+    double since = 0, gaveUp = 0;
+    Timer timer;
+    timer.onTick = [&] {
+        if (drive.held != met) since = now();
+        const bool waits = drive.held > 0 && now() - std::max(since, gaveUp) > 500;
+        met = drive.held;
+        if (!waits) return;
+        StopRequested = kTrue16;
+        gaveUp = now();
+        const HWND target = giveUp == WM_CLOSE || !GetFocus() ? explorer.handle() : GetFocus();
+        PostMessageW(target, giveUp, VK_ESCAPE, 0);
+    };
+    timer.setInterval(10);
+    const double answer = longestAnswer([&] { action(explorer); });
+    report({name, now() - gaveUp, "ms", {}, giveUp == WM_CLOSE ? 1000 : 100});
+    report({name + "_answer", answer, "ms", {}, 50});
+}
+
+void showHome(frmPrieskumnik& explorer) {
+    explorer.load();
+    explorer.folders.strom.expand(kHome);
+    explorer.contents.ListFolderContents(kHome);
+}
+
+Program& program() {
+    static Program only;
+    return only;
+}
+
+void openList(frmPrieskumnik& explorer) {
+    showHome(explorer);
+    frmplejlist::open(program(), kList);
+}
+
+frmplejlist& editor() {
+    return dynamic_cast<frmplejlist&>(*Forms::loaded().back());
+}
+
+void arrowKeys(frmPrieskumnik& explorer) {
+    for (int i = 0; i < 3; ++i)
+        SendMessageW(explorer.contents.Tview.handle(), WM_KEYDOWN, VK_DOWN, 0);
+}
+
+void save() {
+    const Form::Busy busy(editor());
+    editor().editor.write(kHome + L"novy.m3u", true);
+}
+
+void search(frmPrieskumnik& explorer) {
+    explorer.folders.strom.select(kHome);
+    explorer.menuprestrom.choose(L"prehladaj_adresar");
+    const Form& window = *Forms::find(L"frmhladanie");
+    SendMessageW(window.handle(), WM_ACTIVATE, WA_ACTIVE, 0);
+    bool begun = false;
+    runLoopWhile(
+        [&] { return !std::exchange(begun, begun || window.isBusy()) || window.isBusy(); });
+}
+
+void paste(frmPrieskumnik& explorer) {
+    const Form::Busy busy(explorer);
+    CopyWatch(explorer, L"T:\\0.mp3", {}).run([](const TransferHooks& hooks) {
+        return FileSystemObject::copyFile(L"T:\\0.mp3", kHome + L"4.mp3", hooks);
+    });
+}
+
+void closeWhileListing(frmPrieskumnik& explorer) {
+    postToLoop([&] { explorer.contents.ListFolderContents(kHome); });
+    runLoop();
+}
+
+}  // namespace
+
+// clang-format off: one step a line
+#define DEAD(name, ...)                   \
+    BENCH(dead_##name) {                  \
+        step("dead_" #name, __VA_ARGS__); \
+    }
+
+DEAD(
+    start, FromTheStart, [](auto&) {}, [](auto& it) { it.load(); })
+DEAD(drives, Later, showHome, [](auto& it) { it.folders.Drive1.refresh(); })
+DEAD(expand, Later, showHome, [](auto& it) { it.folders.ExpandFolder(kHome + L"album\\"); })
+DEAD(listing, Later, showHome, [](auto& it) { it.contents.ListFolderContents(kHome); })
+DEAD(arrows, Later, showHome, arrowKeys)
+DEAD(editor_open, Later, showHome, [](auto&) { frmplejlist::open(program(), kList); })
+DEAD(editor_click, Later, openList, [](auto&) { editor().select(1); })
+DEAD(editor_save, Later, openList, [](auto&) { save(); })
+DEAD(search, Later, showHome, search)
+DEAD(paste, Later, showHome, paste)
+DEAD(close, Later, showHome, closeWhileListing, WM_CLOSE)
+// clang-format on
+
+}  // namespace tunovka::bench
