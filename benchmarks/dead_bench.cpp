@@ -20,6 +20,7 @@ struct DeadDrive : DiskStandIn {
     std::atomic<bool> dead = false;
     std::atomic<int> held = 0;
 };
+DeadDrive& drive = *new DeadDrive;  // its calls never end
 
 enum Life { FromTheStart, Later };  // when the drive dies
 
@@ -27,7 +28,6 @@ enum Life { FromTheStart, Later };  // when the drive dies
 // reports how long the step goes on after the last time.
 void step(const std::string& name, Life dies, const std::function<void(frmPrieskumnik&)>& prepare,
           const std::function<void(frmPrieskumnik&)>& action, UINT giveUp = WM_KEYDOWN) {
-    static DeadDrive& drive = *new DeadDrive;  // its calls never end
     makeFolder(kHome, 3, [](int song) { return std::to_wstring(song) + L".mp3"; });
     CreateDirectoryW((kHome + L"album").c_str(), nullptr);
     writeFile(kList, "0.mp3\r\n1.mp3\r\n");
@@ -93,9 +93,7 @@ void search(frmPrieskumnik& explorer) {
     explorer.menuprestrom.choose(L"prehladaj_adresar");
     const Form& window = *Forms::find(L"frmhladanie");
     SendMessageW(window.handle(), WM_ACTIVATE, WA_ACTIVE, 0);
-    bool begun = false;
-    runLoopWhile(
-        [&] { return !std::exchange(begun, begun || window.isBusy()) || window.isBusy(); });
+    runLoopWhile([&] { return drive.held == 0 || window.isBusy(); });
 }
 
 void paste(frmPrieskumnik& explorer) {

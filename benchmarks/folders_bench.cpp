@@ -38,8 +38,11 @@ void listing(const std::string& name, int runs, const std::wstring& folder, doub
 
 BENCH(collect) {
     const std::wstring deep = deepTree(), flat = flatFolder();
+    std::size_t own = 0, bare = 0;
     reportCompared(
-        "collect_deep", 7, 1.1, [&] { RozneApi::CollectFiles(deep); }, [&] { bareCollect(deep); });
+        "collect_deep", 7, 1.1, [&] { own = RozneApi::CollectFiles(deep).size(); },
+        [&] { bare = bareCollect(deep).size(); });
+    report({"collect_deep_files", static_cast<double>(own), "files", static_cast<double>(bare)});
     reportCompared(
         "collect_flat", 9, 1.1, [&] { RozneApi::CollectFiles(flat); }, [&] { bareCollect(flat); });
     reportAnswer("collect_flat", 9, [&] { RozneApi::CollectFiles(flat); });

@@ -66,7 +66,7 @@ std::wstring Editor::pathOf(std::size_t row) const {
 }
 
 std::wstring Editor::status(std::size_t row) const {
-    const std::wstring path = pathOf(row);
+    std::wstring path = pathOf(row);
     if (!path.empty()) return path;
     const auto whatever = [](const std::wstring&) { return true; };
     return whyNoFile(document.resolve(row, whatever), kMissingFileStatus);
