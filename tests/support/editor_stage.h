@@ -9,30 +9,15 @@
 #include "core/multimedialny.h"
 #include "editor/frm_plejlist.h"
 #include "support/person.h"
+#include "support/program.h"
 #include "support/scratch_folder.h"
 
 namespace tunovka {
 
-// A shown playlist editor, a folder with a.mp3, b.wav and c.wma, and a program around them that
-// remembers what it is told.
+// A shown playlist editor, a folder with a.mp3, b.wav and c.wma, and a program around them.
 class EditorStage : public testing::Test {
   protected:
     using Texts = std::vector<std::wstring>;
-
-    struct Program : ProgramLinks {
-        void tellExplorer(const std::wstring& command) override {
-            told.push_back(command);
-            if (onTold) onTold();
-        }
-        std::wstring shownFolder() const override { return folder; }
-        std::wstring folderToSearch() const override { return {}; }
-        void openEditor(const std::wstring&) override {}
-        void showInformation(const std::wstring& command) override { informed.push_back(command); }
-
-        std::wstring folder;
-        Texts told, informed;
-        std::function<void()> onTold;
-    };
 
     EditorStage() {
         MultiMedialny::InitSharedTables();

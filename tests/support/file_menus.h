@@ -2,16 +2,14 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
-// windows.h first: it needs its types.
-#include <ole2.h>
 
 #include <memory>
 #include <string>
 
 #include "app/frm_prieskumnik.h"
+#include "support/drag.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/drag_drop.h"
 
 namespace tunovka {
 
@@ -41,34 +39,8 @@ class FileMenus : public testing::Test {
         explorer->prehrat.choose(entry);
     }
     void press(WORD key) { SendMessageW(Tview().handle(), WM_KEYDOWN, key, 0); }
-    IDropTarget* target(TreeView& tree) {
-        return static_cast<IDropTarget*>(GetPropW(tree.handle(), L"OleDropTargetInterface"));
-    }
-    // What the system does with a drag of a text over a place of a tree.
-    struct Drag {
-        Drag(IDropTarget* onto, TreeView& tree, Point at, IDataObject* data)
-            : onto(onto), data(data) {
-            const Point screen = tree.toScreen(at);
-            place = {screen.x, screen.y};
-            onto->DragEnter(data, MK_LBUTTON, place, &effect);
-        }
-        ~Drag() {
-            if (!dropped) onto->DragLeave();
-            data->Release();
-        }
-        void drop() {
-            effect = DROPEFFECT_COPY;
-            onto->Drop(data, 0, place, &effect);
-            dropped = true;
-        }
-        IDropTarget* onto;
-        IDataObject* data;
-        POINTL place{};
-        DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-        bool dropped = false;
-    };
     void dropOnContents(const std::wstring& text) {
-        Drag drag(target(Tview()), Tview(), {5, 200}, createTextData(text));
+        Drag drag(Tview(), {5, 200}, createTextData(text));
         EXPECT_EQ(drag.effect, DWORD{DROPEFFECT_COPY});
         drag.drop();
     }

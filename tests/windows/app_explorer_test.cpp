@@ -150,28 +150,6 @@ TEST_F(Explorer, APressThatSlipsStaysAClick) {
     EXPECT_EQ(explorer->LblBar.text(), L"Odkaz je na neexistujúci súbor");
 }
 
-TEST_F(Explorer, TheHourglassStaysWhileTheTreeFills) {
-    for (int i = 0; i < 100; ++i) folder.folder(L"p" + std::to_wstring(i));
-    const bool both = onMachine("mkdir '" + machinePath(folder.path()) + "/P0'",
-                                [&] { return folder.names().size() == 101; });
-    explorer->load();
-    const Point over = strom().toScreen({20, 20});
-    SetCursorPos(over.x, over.y);
-    int hourglasses = 0, arrows = 0;
-    Timer heartbeat;
-    heartbeat.onTick = [&] {  // the pointer moves a little
-        SendMessageW(explorer->handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(explorer->handle()),
-                     MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
-        ++(GetCursor() == LoadCursorW(nullptr, IDC_WAIT) ? hourglasses : arrows);
-    };
-    heartbeat.setInterval(10);
-    strom().expand(folder.path());
-    EXPECT_GT(hourglasses, 0);
-    EXPECT_EQ(arrows, 0);
-    EXPECT_TRUE(strom().contains(folder / L"p0\\"));
-    EXPECT_EQ(strom().contains(folder / L"P0\\"), both);
-}
-
 TEST_F(Explorer, EscapeInTheOpenDriveListChangesNothing) {
     explorer->load();
     const HWND list = explorer->folders.Drive1.handle();

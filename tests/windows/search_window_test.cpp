@@ -7,6 +7,7 @@
 #include "search/frm_hladanie.h"
 #include "support/disk_faults.h"
 #include "support/person.h"
+#include "support/program.h"
 #include "support/scratch_folder.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
@@ -16,21 +17,9 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-// Stands for the explorer: its window's name, and what the search window asks of the program.
-class Explorer : public Form, public ProgramLinks {
-  public:
+// Stands for the explorer: its window's name, and the program behind it.
+struct Explorer : Form, Program {
     Explorer() : Form({.name = L"frmPrieskumnik", .caption = L"", .size = {200, 100}}) { show(); }
-
-    void tellExplorer(const std::wstring& command) override { told.push_back(command); }
-    std::wstring shownFolder() const override { return L""; }
-    std::wstring folderToSearch() const override { return txtPrehladavaj; }
-    void openEditor(const std::wstring& command) override { told.push_back(L"edit:" + command); }
-    void showInformation(const std::wstring& command) override {
-        told.push_back(L"info:" + command);
-    }
-
-    std::wstring txtPrehladavaj;
-    Texts told;
 };
 
 class Search : public testing::Test {
@@ -67,11 +56,11 @@ class Search : public testing::Test {
         window = dynamic_cast<frmhladanie*>(Forms::find(L"frmhladanie"));
     }
     void choose(const std::wstring& path) {
-        explorer->txtPrehladavaj = path;
+        explorer->searched = path;
         SendMessageW(window->handle(), WM_ACTIVATE, WA_ACTIVE, 0);
     }
     bool isDone() const {
-        return window->lbladresar.text() == explorer->txtPrehladavaj && !window->isBusy() &&
+        return window->lbladresar.text() == explorer->searched && !window->isBusy() &&
                !window->panel.PicInfo.isVisible() && !window->lblpočet.text().empty();
     }
     void scan(const std::wstring& path) {
@@ -207,7 +196,7 @@ TEST_F(Search, AnotherFolderTakesOverFromTheRunningSearch) {
     other.file(L"y.mp3");
     duringCollecting([&] { choose(other.path()); });
     choose(large().path());
-    ASSERT_TRUE(runUntil([&] { return explorer->txtPrehladavaj == other.path() && isDone(); }));
+    ASSERT_TRUE(runUntil([&] { return explorer->searched == other.path() && isDone(); }));
     EXPECT_EQ(listed(), (Texts{L"x.mp3", L"y.mp3"}));
     EXPECT_EQ(window->lblpočet.text(), L"  2, z toho hudobné:   2");
 }
