@@ -164,6 +164,7 @@ void PlayerPanel::play(const std::wstring& path) {
         mp.setFileName(path);
     }
     playing_ = true;
+    stopped_ = false;
 }
 
 void PlayerPanel::release(const std::wstring& path) {
@@ -187,6 +188,7 @@ void PlayerPanel::Image1_MouseDown() {
 void PlayerPanel::Image2_MouseDown() {
     if (!playing_) return;
     showNothing();
+    stopped_ = true;
     yieldNow();
     mp.Stop();
     mp.setCurrentPosition(0);
@@ -231,7 +233,7 @@ void PlayerPanel::PicHlas_MouseMove(MouseButton held, Point at) {
 void PlayerPanel::mp_Notification(const MediaNotification& what) {
     using Kind = MediaNotification::Kind;
     const bool isChange = what.kind == Kind::PlayStateChange && what.from != PlayState::Playing;
-    if (what.kind == Kind::NewStream || isChange) showDetails();
+    if (!stopped_ && (what.kind == Kind::NewStream || isChange)) showDetails();
     if (what.kind == Kind::EndOfStream) showNoTimes();
     if (what.kind != Kind::Error) return;
     if (lblčas.text().empty()) showNothing();  // no more than that it was being opened

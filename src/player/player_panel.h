@@ -71,6 +71,7 @@ class PlayerPanel {
     Form& form_;
     Owner owner_;
     bool playing_ = false;    // the playing flag
+    bool stopped_ = false;    // by the person: what is told late is not shown
     double progress_ = 0;     // share of the progress strip that is filled
     double volumeShare_ = 0;  // share of the volume strip that is filled
 };
