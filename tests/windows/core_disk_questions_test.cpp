@@ -69,16 +69,22 @@ class DiskQuestionsTest : public testing::Test {
 };
 
 TEST_F(DiskQuestionsTest, AreAnsweredOrRaiseAtTheAsker) {
-    bool ran = false;
-    postToLoop([&] { ran = true; });
     DWORD thread = 0;
     EXPECT_EQ(askDisk(L"E:\\a", [&] { return (thread = GetCurrentThreadId()), 7; }), 7);
     EXPECT_NE(thread, GetCurrentThreadId());
     EXPECT_EQ(errorOf([] { askDisk(L"E:\\a", []() -> int { throw RuntimeError(kDiskFull); }); }),
               kDiskFull);
     const LoopHooks command{yieldToEvents};
-    EXPECT_EQ(askDisk(command, [] { return 8; }), 8);
+    bool ran = true;
+    for (int i = 0; ran && i < 100; ++i) {  // a busy machine may not let a worker answer at once
+        yieldNow();
+        ran = false;
+        postToLoop([&] { ran = true; });
+        EXPECT_EQ(askDisk(command, [] { return 8; }), 8);
+        EXPECT_EQ(askDisk(L"E:\\a", [] { return 9; }), 9);
+    }
     EXPECT_FALSE(ran) << "a quick answer lets nothing run";
+    yieldNow();
 }
 
 TEST_F(DiskQuestionsTest, ASingleOneLetsTimersRunHoldsKeysBackAndEndsByEscape) {
@@ -120,22 +126,25 @@ TEST_F(DiskQuestionsTest, ALongCommandLetsEverythingRunUntilItIsCancelled) {
 }
 
 TEST_F(DiskQuestionsTest, ManyAreAskedAtOnceAndAnsweredInOrder) {
-    std::atomic<int> now = 0, most = 0;
+    std::atomic<int> now = 0;
+    std::atomic<bool> enough = false, late = false;
     DiskQuestions<int> questions;
     const LoopHooks command{yieldToEvents};
     std::vector<int> answers;
     for (int i = 0, ahead = 0; i < 40; ++i) {
         for (; ahead < 40 && !questions.full(); ++ahead)
             questions.put([&, ahead] {
-                most = std::max<int>(most, ++now);
-                Sleep(ahead % 3 ? 10 : 30);
+                if (++now >= 6) enough = true;
+                const DWORD start = GetTickCount();
+                for (; !enough && !late; Sleep(1)) late = GetTickCount() - start > 10000;
+                Sleep(ahead % 3 ? 0 : 5);
                 --now;
                 return ahead;
             });
         answers.push_back(questions.next(command).value_or(-1));
     }
     EXPECT_TRUE(std::ranges::is_sorted(answers) && answers.front() == 0 && answers.back() == 39);
-    EXPECT_GE(most, 6);
+    EXPECT_TRUE(enough) << "six at once";
 }
 
 }  // namespace
