@@ -83,14 +83,16 @@ class FilterGraph final : public MediaEngine {
                           std::max(duration(), 0.0));
     }
 
-    // A graph that takes every second for as many bytes is sent to where the bytes of that second
-    // are.
+    // A graph that takes every second for as many bytes is sent to where that second's bytes are.
+    // Where it has not come to run yet, its start and the seek could wait for each other.
     void seek(double seconds) override {
         seconds = std::clamp(seconds, 0.0, duration());
         double place = seconds;
         if (file_.rate.seconds > 0) place = file_.rate.shareAt(seconds) * graphLength();
         shift_ = seconds - place;
         auto target = static_cast<LONGLONG>(place * kUnitsPerSecond);
+        OAFilterState state = State_Stopped;
+        graph_.control->GetState(1000 /* ms */, &state);
         graph_.seeking->SetPositions(&target, AM_SEEKING_AbsolutePositioning, nullptr,
                                      AM_SEEKING_NoPositioning);
     }

@@ -112,7 +112,6 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
     PicHlas.onMove = [this](StripMove move) { setVolume(movedVolume(move, volumePercent())); };
     PicHlas.onWheel = [this](int notches) { setVolume(volumePercent() + notches * kVolumeStep); };
     PicHlas.value = [this] { return std::to_wstring(volumePercent()) + L" %"; };
-
     PicČas.onPaint = [](HDC dc, Size size) {
         const RECT area{0, 0, size.width, size.height};
         fillGradient(dc, area, colors().field, colors().track);
@@ -294,8 +293,7 @@ void PlayerPanel::showPosition() {
     if (duration == 0) return;
     const double position = mp.CurrentPosition();
     lblušielčas.setText(timeText(position));
-    const bool seeking = GetCapture() == PicProgres.handle();
-    if (!seeking) showProgress(progressFraction(position, duration));
+    if (GetCapture() != PicProgres.handle()) showProgress(progressFraction(position, duration));
 }
 
 }  // namespace tunovka
