@@ -15,6 +15,11 @@ inline HMODULE systemLibrary(const std::wstring& name) {
     return LoadLibraryW(byName ? name.c_str() : (folder + (L"\\" + name)).c_str());
 }
 
+// Whether the system is Wine, for the few things that have to be done in another way there.
+inline bool underWine() {
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
 // A function of a library of the system, looked up at its first call: for libraries that the first
 // window can do without, because loading them is a good part of the program's start, and for
 // functions that the oldest systems do not have. Lives as long as the program.

@@ -2,12 +2,10 @@
 
 #include <utility>
 
+#include "core/late_function.h"
+
 namespace tunovka {
 namespace {
-
-bool underWine() {
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
 
 // Calls a function for each pin of a filter that has the direction.
 template <typename Visit>

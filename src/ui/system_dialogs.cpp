@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "core/disk_questions.h"
 #include "core/file_system.h"
@@ -41,14 +42,62 @@ class KeptDirectory {
     std::wstring directory_;
 };
 
+struct TaskMemory {
+    using Value = void*;
+    static Value none() { return nullptr; }
+    static void close(Value memory) { CoTaskMemFree(memory); }
+};
+using TaskMemoryOwner = Handle<TaskMemory>;
+
+// The dialog of Windows Vista and later, which opens in its folder each time; the older one thinks
+// of a folder without a name once, and then offers the folder that was chosen last. None where it,
+// or the folder, is not there, and under Wine, whose dialog adds the filter's ending to every name.
+ComPtr<IFileSaveDialog> dialogInFolder(const Cdialog::SaveArgs& args) {
+    static const LateFunction<decltype(SHCreateItemFromParsingName)> itemOf(
+        L"shell32.dll", "SHCreateItemFromParsingName");
+    ComPtr<IShellItem> folder;
+    ComPtr<IFileSaveDialog> dialog;
+    if (underWine() || !itemOf ||
+        FAILED(itemOf(args.folder.c_str(), nullptr, IID_IShellItem, folder.receiveVoid())) ||
+        FAILED(CoCreateInstance(CLSID_FileSaveDialog, nullptr, CLSCTX_INPROC_SERVER,
+                                IID_IFileSaveDialog, dialog.receiveVoid())) ||
+        FAILED(dialog->SetFolder(folder.get())))
+        return {};
+    const std::vector<std::wstring> filter = split(args.filter, L'|');
+    std::vector<COMDLG_FILTERSPEC> pairs;
+    for (std::size_t i = 0; i + 1 < filter.size(); i += 2)
+        pairs.push_back({filter[i].c_str(), filter[i + 1].c_str()});
+    dialog->SetFileTypes(static_cast<UINT>(pairs.size()), pairs.data());
+    dialog->SetFileTypeIndex(static_cast<UINT>(args.filterIndex));
+    dialog->SetTitle(args.title.c_str());
+    dialog->SetOptions(FOS_OVERWRITEPROMPT | FOS_FORCEFILESYSTEM | FOS_NOCHANGEDIR);
+    return dialog;
+}
+
+std::wstring chosenIn(IFileSaveDialog& dialog, HWND owner) {
+    ComPtr<IShellItem> chosen;
+    wchar_t* path = nullptr;
+    if (FAILED(dialog.Show(owner)) || FAILED(dialog.GetResult(chosen.receive())) ||
+        FAILED(chosen->GetDisplayName(SIGDN_FILESYSPATH, &path)))
+        return {};
+    const TaskMemoryOwner memory(path);
+    return path;
+}
+
 }  // namespace
 
 std::wstring Cdialog::ShowSave(const Form& owner, const SaveArgs& args) {
+    const KeptDirectory kept;
+    const ModalState modal(owner.handle());
+    if (args.name.empty() && !args.folder.empty())
+        if (const auto dialog = dialogInFolder(args)) {
+            const std::wstring path = chosenIn(*dialog.get(), owner.handle());
+            return owner.isClosing() ? std::wstring() : path;
+        }
     // The system reads the filter up to an empty part.
     std::wstring filter = args.filter + L"||";
     std::replace(filter.begin(), filter.end(), L'|', L'\0');
-    // The folder before the name is what counts: of the folder alone newer systems think once, and
-    // then offer the one that was chosen last.
+    // The folder before the name is what counts.
     const bool named = !args.folder.empty() && !args.name.empty();
     std::wstring path =
         (named ? withBackslash(args.folder) + args.name : args.name).substr(0, kLongestPath - 1);
@@ -69,8 +118,6 @@ std::wstring Cdialog::ShowSave(const Form& owner, const SaveArgs& args) {
     static const LateFunction<decltype(CommDlgExtendedError)> failure(L"comdlg32.dll",
                                                                       "CommDlgExtendedError");
     if (!ask || !failure) return {};
-    const KeptDirectory kept;
-    const ModalState modal(owner.handle());
     BOOL chosen = ask(&request);
     if (!chosen && failure() == FNERR_INVALIDFILENAME) {
         path.front() = L'\0';  // it could not show the name: it then offers none
@@ -82,13 +129,6 @@ std::wstring Cdialog::ShowSave(const Form& owner, const SaveArgs& args) {
 }
 
 namespace {
-
-struct TaskMemory {
-    using Value = void*;
-    static Value none() { return nullptr; }
-    static void close(Value memory) { CoTaskMemFree(memory); }
-};
-using TaskMemoryOwner = Handle<TaskMemory>;
 
 // The parsing name, because the plain question for a path knows no more than 260 characters.
 std::wstring pathOf(PCIDLIST_ABSOLUTE place) {

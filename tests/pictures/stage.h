@@ -147,8 +147,7 @@ class Stage : public testing::Test {
     void look() {
         const std::vector<HWND> dialogs = shown(L"#32770");
         if (!dialogs.empty() && !saveAs.empty()) {
-            constexpr int kNameBox = 0x47C;
-            SetDlgItemTextW(dialogs[0], kNameBox, std::exchange(saveAs, {}).c_str());
+            SetWindowTextW(nameField(dialogs[0]), std::exchange(saveAs, {}).c_str());
             PostMessageW(dialogs[0], WM_COMMAND, IDOK, 0);
         }
         if (stops.empty() || !openForm(stops.front().form)) return;

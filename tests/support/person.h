@@ -42,6 +42,18 @@ class WindowList {
     }
 };
 
+// Where one of the system's dialogs takes a file name, nullptr when it takes none.
+inline HWND nameField(HWND dialog) {
+    constexpr int kNameBox = 0x47C;  // the older dialog's; it gives its text to the field within
+    if (const HWND box = GetDlgItem(dialog, kNameBox)) return box;
+    for (const HWND window : WindowList::below(dialog)) {
+        wchar_t kind[16] = L"";
+        GetClassNameW(window, kind, 16);
+        if (std::wstring(kind) == WC_EDITW && IsWindowVisible(window)) return window;
+    }
+    return nullptr;
+}
+
 // A control of a form by its name in the code, nullptr when there is none. Hidden ones count.
 inline Window* controlNamed(const Form& form, const std::wstring& name) {
     for (const HWND handle : WindowList::below(form.handle())) {
@@ -172,7 +184,7 @@ class Person {
     std::size_t unanswered() const { return answers_.size(); }
 
   private:
-    static constexpr int kNameBox = 0x47C, kFilterBox = 0x470, kFolderTree = 14145;
+    static constexpr int kFilterBox = 0x470, kFolderTree = 14145;
 
     template <typename Answer>
     static Answer next(std::deque<Answer>& script) {
@@ -236,7 +248,7 @@ class Person {
         if (GetDlgItem(dialog, IDYES)) {
             replaced += !again;
             PostMessageW(dialog, WM_COMMAND, IDYES, 0);
-        } else if (again || !(GetDlgItem(dialog, kNameBox) || GetDlgItem(dialog, kFolderTree))) {
+        } else if (again || !(nameField(dialog) || GetDlgItem(dialog, kFolderTree))) {
             PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);  // it did not take the answer
         } else {
             const auto textOf = [&](HWND window) {
@@ -244,7 +256,7 @@ class Person {
                 SendMessageW(window, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
                 return std::wstring(text);
             };
-            const HWND field = GetDlgItem(dialog, kNameBox);
+            const HWND field = nameField(dialog);
             const auto filter = SendDlgItemMessageW(dialog, kFilterBox, CB_GETCURSEL, 0, 0);
             dialogs.push_back({textOf(dialog), textOf(field), static_cast<int>(filter) + 1});
             const std::wstring name = next(names_);
