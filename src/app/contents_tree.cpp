@@ -1,7 +1,6 @@
 #include "app/contents_tree.h"
 
 #include "core/ansi.h"
-#include "core/counter16.h"
 #include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/existing_files.h"
@@ -151,12 +150,12 @@ void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
                .bold = true});
     if (playlist.failure) std::rethrow_exception(playlist.failure);
     const std::wstring& shortName = file.shortName.empty() ? file.name : file.shortName;
-    Counter16 number;
+    std::int16_t number = 0;
     WideLineReader lines(playlist.content);
     for (std::wstring_view line; lines.next(line);) {
         const std::optional<std::wstring> text = explorerEntryText(line);
         if (!text) continue;
-        ++number;
+        number = count16(number + 1);
         const std::wstring key = playlistNodeKey(shortName, number, *text);
         const bool missing = resolveNodeKey(key, folder, exists).empty();
         Tview.add({.parentKey = parent,

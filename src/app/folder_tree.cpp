@@ -182,7 +182,7 @@ bool FolderTree::showHourglass() const {
 void FolderTree::strom_Expand(const std::wstring& key) {
     if (filling_ || expanding_ > 0) return;
     const std::wstring child = strom.firstChild(key);
-    if (!child.empty() && like(child, L"*[_*.?]")) {
+    if (!child.empty() && child.ends_with(RozneApi::kPlaceholderSuffix)) {
         strom.remove(child);
         ExpandFolder(key);
         if (!strom.contains(key)) return;

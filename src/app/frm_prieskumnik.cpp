@@ -23,7 +23,7 @@ constexpr int kSplitter = 8;
 constexpr int kDriveHeight = 21;  // until the list is there
 constexpr int kLeast = 7;         // how near the boundary comes to either side: 100 twips
 
-constexpr wchar_t kEditors[] = L"vrtilkofrm*";
+constexpr wchar_t kEditors[] = L"vrtilkofrm";
 
 }  // namespace
 
@@ -222,7 +222,7 @@ void frmPrieskumnik::selectionChanged() {
     prehrat.setEnabled(L"ponuka_prehrať", !path.empty());
     prehrat.setEnabled(L"editovat_playlist", MultiMedialny::isPlaylistName(lowerCased(path)));
     // Only the key's first letters are tested: a file such as plavba.mp3 counts as an entry too.
-    prehrat.setEnabled(L"operacie_so_suborom", !like(key, L"pl*") && !isBusy());
+    prehrat.setEnabled(L"operacie_so_suborom", !key.starts_with(L"pl") && !isBusy());
     prehrat.setEnabled(L"vlozit_subor", !txtsubor.text().empty());
 }
 

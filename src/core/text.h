@@ -7,11 +7,6 @@
 
 namespace tunovka {
 
-// Wildcard match of the whole text, case-sensitive: "?" one character, "*" any run, "#" a digit,
-// "[list]" and "[!list]" one character (not) in the list, ranges such as "a-z" allowed.
-// Linear in memory, never exponential in time. Raises kInvalidPattern for an unclosed "[".
-bool like(std::wstring_view text, std::wstring_view pattern);
-
 // The number in the form "### ### ###": groups of three digits with the literal blanks kept, so
 // 5 gives "  5", 0 gives "  0", 1234 gives " 1 234"; digits beyond nine grow the first group.
 std::wstring formatGrouped(std::uint64_t number);
@@ -35,5 +30,8 @@ std::vector<std::wstring> split(std::wstring_view text, wchar_t separator);
 
 // Whole number rounded half to even, as the program's arithmetic rounds.
 int roundHalfEven(double value);
+
+// A count that the program defines as a 16-bit signed integer. Raises kOverflow for one outside.
+std::int16_t count16(std::int64_t value);
 
 }  // namespace tunovka

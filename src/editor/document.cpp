@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "core/counter16.h"
 #include "core/paths.h"
+#include "core/text.h"
 #include "editor/texts.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
@@ -82,13 +82,13 @@ std::optional<MergeReport> EditorDocument::appendLines(std::wstring_view text,
                                                        const LoopHooks& hooks,
                                                        EntryText entryText) {
     MergeReport report;
-    Counter16 number(lastNumber);
+    std::int16_t number = lastNumber;
     const std::wstring home = folder();
     try {
         WideLineReader lines(text);
         for (std::wstring_view line; lines.next(line);) {
             if (isPlaylistEntryLine(line)) {
-                ++number;
+                number = count16(number + 1);
                 const auto entry = entryText(line);
                 const bool missing = !exists(absoluteEntryPath(withoutFilePrefix(entry), home));
                 appendEntry(number, entry, missing);
@@ -146,8 +146,7 @@ std::optional<bool> EditorDocument::holds(const std::wstring& path, const LoopHo
 }
 
 std::size_t EditorDocument::add(const std::wstring& path, const FileExistsTest& exists) {
-    Counter16 number(largestNumber());
-    ++number;
+    const std::int16_t number = count16(largestNumber() + 1);
     appendEntry(number, path, !exists(absoluteEntryPath(withoutFilePrefix(path), folder())));
     const std::wstring key = rows().back().key;
     changed_ = true;

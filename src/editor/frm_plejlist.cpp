@@ -23,8 +23,8 @@ constexpr int kMargin = 8;
 
 int nextWindowNumber() {
     const auto forms = Forms::loaded();
-    return static_cast<int>(std::ranges::count_if(
-        forms, [](const Form* form) { return like(form->tag, std::wstring(kTag) + L"*"); }));
+    return static_cast<int>(
+        std::ranges::count_if(forms, [](const Form* form) { return form->tag.starts_with(kTag); }));
 }
 
 PopupMenu editorMenu() {

@@ -4,7 +4,7 @@
 
 #include "core/multimedialny.h"
 #include "core/paths.h"
-#include "core/text.h"
+#include "playlist/line_grammar.h"
 
 namespace tunovka {
 namespace {
@@ -115,7 +115,7 @@ BoxRequest savedNotice() {
 }
 
 SaveSuggestion saveSuggestion(std::wstring_view playlistPath, std::wstring_view explorerFolder) {
-    if (!like(playlistPath, L"*:\\*")) return {std::wstring(explorerFolder), {}, 1};
+    if (classify(playlistPath) != EntryKind::Absolute) return {std::wstring(explorerFolder), {}, 1};
     std::wstring name = fileName(playlistPath);
     name.resize(name.size() - std::min<std::size_t>(name.size(), 4));
     int filter = 1, number = 0;

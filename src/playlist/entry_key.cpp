@@ -4,9 +4,9 @@
 #include <array>
 #include <charconv>
 
-#include "core/counter16.h"
 #include "core/errors.h"
 #include "core/paths.h"
+#include "core/text.h"
 #include "playlist/line_grammar.h"
 
 namespace tunovka {
@@ -48,8 +48,8 @@ std::int16_t entryNumberOf(std::wstring_view key) {
     const std::wstring_view digits = key.substr(kNumberMark.size(), mark - kNumberMark.size());
     if (digits.empty() || digits.find_first_not_of(L"0123456789") != kNone)
         throw RuntimeError(kTypeMismatch);
-    Counter16 number;
-    for (const wchar_t digit : digits) number = std::int64_t{number} * 10 + (digit - L'0');
+    std::int16_t number = 0;
+    for (const wchar_t digit : digits) number = count16(number * 10 + (digit - L'0'));
     return number;
 }
 

@@ -1,5 +1,7 @@
 #include "playlist/line_grammar.h"
 
+#include <cwchar>
+
 #include "core/errors.h"
 #include "core/multimedialny.h"
 #include "core/paths.h"
@@ -16,10 +18,18 @@ std::wstring_view behindEqualsSign(std::wstring_view text) {
     return equals == kNone ? text : text.substr(equals + 1);
 }
 
+// "<…ref…href…=…>", letter case aside.
 bool isReference(std::wstring_view line) {
     // The cheap look first: hardly any line of a playlist is a mark-up element.
-    return line.starts_with(L'<') && line.ends_with(L'>') &&
-           like(lowerCased(line), L"<*ref*href*=*>");
+    if (!line.starts_with(L'<') || !line.ends_with(L'>')) return false;
+    const std::wstring element = lowerCased(line);
+    std::size_t at = 0;
+    for (const wchar_t* const part : {L"ref", L"href", L"="}) {
+        at = element.find(part, at);
+        if (at == kNone) return false;
+        at += std::wcslen(part);
+    }
+    return true;
 }
 
 std::wstring_view betweenQuotes(std::wstring_view line) {

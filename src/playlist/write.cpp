@@ -24,7 +24,7 @@ std::wstring relativeEntryText(std::wstring_view folder, std::wstring_view path)
 std::vector<std::wstring> playlistLines(std::wstring_view chosenPath,
                                         const std::vector<std::wstring>& entryPaths, bool relative,
                                         const std::function<void()>& letEventsRun) {
-    const bool isPls = like(chosenPath, L"*.pls");
+    const bool isPls = chosenPath.ends_with(L".pls");
     const std::wstring folder = parentFolder(chosenPath);
     std::vector<std::wstring> lines;
     lines.reserve(entryPaths.size() + 2);

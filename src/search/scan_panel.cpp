@@ -1,6 +1,5 @@
 #include "search/scan_panel.h"
 
-#include "core/counter16.h"
 #include "core/loop.h"
 #include "core/text.h"
 #include "ui/form.h"
@@ -40,7 +39,7 @@ ScanPanel::ScanPanel(Form& form)
         fillGradient(dc, area, colors().panelLight, colors().panel);
         frameRect(dc, area, colors().rim);
     };
-    Istop.onPress = [] { StopRequested = kTrue16; };
+    Istop.onPress = [] { StopRequested = -1; };
 }
 
 void ScanPanel::begin() {

@@ -476,11 +476,11 @@ Form* Forms::find(const std::wstring& name) {
     return nullptr;
 }
 
-bool Forms::unloadTagged(const std::wstring& pattern) {
+bool Forms::unloadTagged(std::wstring_view start) {
     for (Form* form : loaded()) {
         const auto now = loaded();  // a question may have closed others meanwhile
         if (std::find(now.begin(), now.end(), form) == now.end()) continue;
-        if (like(form->tag, pattern) && !form->unload()) return false;
+        if (form->tag.starts_with(start) && !form->unload()) return false;
     }
     return true;
 }

@@ -171,8 +171,8 @@ class Forms {
     static std::vector<Form*> loaded();  // without those that are closing
     static Form* find(const std::wstring& name);
 
-    // Unloads every form whose tag matches the pattern, in order; false as soon as one refuses.
-    static bool unloadTagged(const std::wstring& pattern);
+    // Unloads every form whose tag begins so, in order; false as soon as one refuses.
+    static bool unloadTagged(std::wstring_view start);
 
     // Unloads all that is left.
     static void unloadAll();

@@ -40,7 +40,7 @@ int rowsPerPageCut(double listHeight, double rowHeight) {
 
 void ScrollerMath::layout(const ScrollerTrack& track, std::int64_t rowCount,
                           std::int64_t rowsPerPage) {
-    const Counter16 newCount(rowCount), newRows(rowsPerPage);
+    const std::int16_t newCount = count16(rowCount), newRows = count16(rowsPerPage);
     rowCount_ = newCount;
     rowsPerPage_ = newRows;
     track_ = track;

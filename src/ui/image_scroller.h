@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/counter16.h"
 #include "core/loop.h"
 #include "ui/image.h"
 #include "ui/list_view.h"
@@ -56,7 +55,7 @@ class ScrollerMath {
     int hiddenRows() const { return rowCount_ - rowsPerPage_; }
 
     ScrollerTrack track_;
-    Counter16 rowCount_, rowsPerPage_;
+    std::int16_t rowCount_ = 0, rowsPerPage_ = 0;
     double thumbHeight_ = 8;
     double fraction_ = 0;
 };

@@ -2,7 +2,6 @@
 // removals, the orders, closing.
 #include <gtest/gtest.h>
 
-#include "core/counter16.h"
 #include "core/file_system.h"
 #include "core/loop.h"
 #include "editor/frm_plejlist.h"
@@ -95,9 +94,9 @@ TEST_F(EditorWindow, EachIsNumberedByTheOthersThatAreOpen) {
 
     expect({3, 2});
     third->Lview_OLEDragDrop(folder / L"a.mp3", {}, {});
-    EXPECT_FALSE(Forms::unloadTagged(L"vrtilkofrm*"));
+    EXPECT_FALSE(Forms::unloadTagged(L"vrtilkofrm"));
     EXPECT_FALSE(third->isClosing());
-    EXPECT_TRUE(Forms::unloadTagged(L"vrtilkofrm*"));
+    EXPECT_TRUE(Forms::unloadTagged(L"vrtilkofrm"));
     EXPECT_TRUE(Forms::loaded().empty());
     // The last one's end ends the program's loop, which the next test needs.
     MSG message;

@@ -1,33 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "core/counter16.h"
 #include "core/errors.h"
 #include "core/text.h"
 #include "support/error_of.h"
 
 namespace tunovka {
 namespace {
-
-TEST(Like, matchesTheWholeTextCaseSensitively) {
-    struct Row {
-        std::wstring text, pattern;
-        bool matches;
-    };
-    for (const Row& row : std::vector<Row>{
-             {L"a.mp3", L"*.mp3", true},
-             {L"a.MP3", L"*.mp3", false},
-             {L"", L"", true},
-             {L"a5c", L"a#c", true},
-             {L"c", L"[a-c]", true},
-             {L"d", L"[a-c]", false},
-             {L"b", L"[!a-c]", false},
-             {L"aXbXc", L"*X*c", true},
-             {std::wstring(200'000, L'a'), L"*a*a*a*a*a*b", false},
-         })
-        EXPECT_EQ(like(row.text, row.pattern), row.matches) << testing::PrintToString(row.pattern);
-    for (const wchar_t* faulty : {L"abc[d", L"y[", L"[c-a]"})
-        EXPECT_EQ(errorOf([&] { like(L"", faulty); }), kInvalidPattern);
-}
 
 TEST(Numbers, groupedFormKeepsTheLiteralBlanks) {
     EXPECT_EQ(formatGrouped(0), L"  0");
@@ -36,12 +14,10 @@ TEST(Numbers, groupedFormKeepsTheLiteralBlanks) {
     EXPECT_EQ(formatGrouped(5'000'000'000), L"5000 000 000");
 }
 
-TEST(Numbers, counterKeepsItsValueWhenItOverflows) {
-    Counter16 counter(32'766);
-    EXPECT_EQ(++counter, 32'767);
-    EXPECT_EQ(errorOf([&] { ++counter; }), kOverflow);
-    EXPECT_EQ(errorOf([&] { counter = -32'769; }), kOverflow);
-    EXPECT_EQ(counter, 32'767);
+TEST(Numbers, countsHaveSixteenBits) {
+    for (const int count : {-32'768, 32'767}) EXPECT_EQ(count16(count), count);
+    for (const int count : {-32'769, 32'768, 65'536})
+        EXPECT_EQ(errorOf([&] { count16(count); }), kOverflow);
 }
 
 TEST(Text, trimsSplitsAndChangesCaseBeyondAscii) {
