@@ -15,7 +15,6 @@ constexpr Description kDescriptions[] = {
     {kInvalidCall, L"Neplatné volanie alebo údaj"},
     {kOverflow, L"Pretečenie: číslo je priveľké"},
     {kOutOfMemory, L"Nedostatok pamäte. Zavri iné programy a skús to znova"},
-    {kSubscriptOutOfRange, L"Poradové číslo je mimo rozsahu"},
     {kTypeMismatch, L"Údaj je iného druhu"},
     {kInternalError, L"Vnútorná chyba programu"},
     {kBadFileName, L"Neplatný názov súboru alebo priečinka"},
@@ -27,9 +26,6 @@ constexpr Description kDescriptions[] = {
     {kPermissionDenied, L"Prístup bol odmietnutý. Súbor je chránený alebo ho používa iný program"},
     {kPathFileAccess, L"K súboru alebo priečinku sa nedá pristupovať"},
     {kPathNotFound, L"Cesta sa nenašla. Skontroluj, či je disk pripojený a priečinok na ňom"},
-    {kInvalidPattern, L"Neplatný vzor"},
-    {kKeyAlreadyAssociated, L"Tento kľúč už patrí inému prvku"},
-    {kElementNotFound, L"Prvok sa nenašiel"},
     {kKeyNotUnique, L"Taký kľúč už v zozname je"},
 };
 
@@ -114,8 +110,8 @@ RuntimeError::RuntimeError(int number, std::wstring_view detail, std::wstring_vi
     description += detail;
 }
 
-void raiseSystemError(const wchar_t* source, unsigned long systemError) {
-    RuntimeError failure(errorNumberOf(systemError), {}, source);
+void raiseSystemError(unsigned long systemError) {
+    RuntimeError failure(errorNumberOf(systemError), {}, L"FileSystemObject");
     const SystemError* const error = known(systemError);
     if (error && error->sentence) failure.description = error->sentence;
     throw RuntimeError(failure);

@@ -12,7 +12,6 @@ enum ErrorNumber : int {
     kInvalidCall = 5,
     kOverflow = 6,
     kOutOfMemory = 7,
-    kSubscriptOutOfRange = 9,
     kTypeMismatch = 13,
     kInternalError = 51,
     kBadFileName = 52,
@@ -24,9 +23,6 @@ enum ErrorNumber : int {
     kPermissionDenied = 70,
     kPathFileAccess = 75,
     kPathNotFound = 76,
-    kInvalidPattern = 93,
-    kKeyAlreadyAssociated = 457,
-    kElementNotFound = 35601,
     kKeyNotUnique = 35602,
 };
 
@@ -50,8 +46,12 @@ struct RuntimeError : std::exception {
     const char* what() const noexcept override { return "run-time error"; }
 };
 
-// Raises the RuntimeError of an error of the system. Its sentence says what to do where the
-// system's error tells more than the number.
-[[noreturn]] void raiseSystemError(const wchar_t* source, unsigned long systemError);
+// Raises the RuntimeError of an error of the system, with the source "FileSystemObject". Its
+// sentence says what to do where the system's error tells more than the number.
+[[noreturn]] void raiseSystemError(unsigned long systemError);
+
+inline void require(unsigned long systemError) {
+    if (systemError) raiseSystemError(systemError);
+}
 
 }  // namespace tunovka

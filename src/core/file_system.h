@@ -18,7 +18,8 @@ struct FolderEntry {
     bool isLink() const { return (attributes & 0x400) != 0; }  // junction, symbolic link
 };
 
-enum class DriveType { Unknown, Removable, Fixed, Network, CdRom, RamDisk };
+// As the system numbers them (DRIVE_…).
+enum class DriveType { Unknown = 0, Removable = 2, Fixed, Network, CdRom, RamDisk };
 
 // Local date and time of a file as its parts; all zero when the system cannot give one.
 struct FileDate {

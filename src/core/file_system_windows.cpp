@@ -9,12 +9,7 @@
 namespace tunovka {
 namespace {
 
-constexpr wchar_t kSource[] = L"FileSystemObject";
 constexpr std::uint64_t kLargestContent = 1u << 30;  // more does not fit a 32-bit program's memory
-
-void require(DWORD error) {
-    if (error) raiseSystemError(kSource, error);
-}
 
 std::wstring rootOf(const std::wstring& drive) {
     return withBackslash(drive.size() >= 2 && drive[1] == L':' ? drive.substr(0, 2) : drive);
@@ -62,7 +57,7 @@ std::wstring requireFile(const std::wstring& path) {
     DWORD error = ERROR_SUCCESS;
     const DWORD attributes = attributesOf(path, error);
     require(error);
-    if (attributes & FILE_ATTRIBUTE_DIRECTORY) raiseSystemError(kSource, ERROR_FILE_NOT_FOUND);
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) raiseSystemError(ERROR_FILE_NOT_FOUND);
     return file;
 }
 
@@ -93,24 +88,11 @@ bool IsDriveReady(const std::wstring& drive) {
 }
 
 DriveType driveType(const std::wstring& drive) {
-    switch (drive.empty() ? DRIVE_UNKNOWN : Disk::driveType(rootOf(drive))) {
-        case DRIVE_REMOVABLE:
-            return DriveType::Removable;
-        case DRIVE_FIXED:
-            return DriveType::Fixed;
-        case DRIVE_REMOTE:
-            return DriveType::Network;
-        case DRIVE_CDROM:
-            return DriveType::CdRom;
-        case DRIVE_RAMDISK:
-            return DriveType::RamDisk;
-        default:
-            return DriveType::Unknown;
-    }
+    return drive.empty() ? DriveType::Unknown : DriveType(Disk::driveType(rootOf(drive)));
 }
 
 std::vector<FolderEntry> listFolder(const std::wstring& folder) {
-    if (folder.empty()) raiseSystemError(kSource, ERROR_PATH_NOT_FOUND);
+    if (folder.empty()) raiseSystemError(ERROR_PATH_NOT_FOUND);
     std::vector<FolderEntry> entries;
     const DWORD error = Disk::list(systemPath(folder), [&](const WIN32_FIND_DATAW& entry) {
         entries.push_back({entry.cFileName, entry.cAlternateFileName, entry.dwFileAttributes,
@@ -167,9 +149,9 @@ void setAttributes(const std::wstring& path, std::uint32_t attributes) {
 std::string readAll(const std::wstring& path) {
     const DiskFile file = openForReading(path);
     const std::uint64_t size = sizeOf(file);
-    if (size > kLargestContent) throw RuntimeError(kPathFileAccess, {}, kSource);
+    if (size > kLargestContent) raiseSystemError(ERROR_NOT_ENOUGH_MEMORY);
     std::string content = readBytes(file, static_cast<std::size_t>(size));
-    if (content.size() < size) throw RuntimeError(kPathFileAccess, {}, kSource);  // it was cut
+    if (content.size() < size) raiseSystemError(ERROR_HANDLE_EOF);  // it was cut
     return content;
 }
 

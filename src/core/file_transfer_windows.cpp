@@ -17,15 +17,10 @@
 namespace tunovka {
 namespace {
 
-constexpr wchar_t kSource[] = L"FileSystemObject";
 constexpr DWORD kPiece = 256 * 1024;  // bytes of one write
 constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
                                   FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                                   FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
-
-void require(DWORD error) {
-    if (error) raiseSystemError(kSource, error);
-}
 
 bool isThere(const std::wstring& path) {
     DWORD error = ERROR_SUCCESS;
@@ -102,7 +97,7 @@ class Unfinished {
             const DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(kPiece, content.size()));
             DWORD written = wanted;
             require(file.write(content.data(), written));
-            if (written < wanted) raiseSystemError(kSource, ERROR_DISK_FULL);
+            if (written < wanted) raiseSystemError(ERROR_DISK_FULL);
             content.remove_prefix(written);
         }
         require(file.flush());
@@ -120,7 +115,7 @@ class Unfinished {
         require(error);
         require(Disk::details(path_, copied));
         if (joined(copied.nFileSizeHigh, copied.nFileSizeLow) < total)
-            throw RuntimeError(kPathFileAccess, {}, kSource);  // the source was cut meanwhile
+            raiseSystemError(ERROR_HANDLE_EOF);  // the source was cut meanwhile
         // Not every system tells anything meanwhile.
         if (progress && !progress(total, total)) return false;
         flushCopy(copied.dwFileAttributes);
@@ -199,7 +194,7 @@ void requireReplaceable(const std::wstring& source, const std::wstring& destinat
     if (attributes == INVALID_FILE_ATTRIBUTES) return;
     if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) ||
         FileSystemObject::sameFile(source, destination))
-        raiseSystemError(kSource, ERROR_ACCESS_DENIED);
+        raiseSystemError(ERROR_ACCESS_DENIED);
 }
 
 // Makes an attempt on files. Where one of them is in use, or when it has worked, whoever has them
@@ -231,7 +226,7 @@ OldFile requireWritable(const std::wstring& target) {
     DiskFile file;
     require(file.open(target, {.rights = GENERIC_WRITE, .share = FILE_SHARE_READ}));
     if (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
-        raiseSystemError(kSource, ERROR_ACCESS_DENIED);
+        raiseSystemError(ERROR_ACCESS_DENIED);
     BY_HANDLE_FILE_INFORMATION information;
     if (file.information(information)) return {attributes};
     return {attributes, information.ftCreationTime};
@@ -280,7 +275,7 @@ bool moveFile(const std::wstring& source, const std::wstring& destination, bool 
     const std::wstring from = requireFile(source);
     const std::wstring to = destinationFor(source, destination);
     const bool replaces = attributesOf(to) != INVALID_FILE_ATTRIBUTES;
-    if (!replace && replaces) raiseSystemError(kSource, ERROR_FILE_EXISTS);
+    if (!replace && replaces) raiseSystemError(ERROR_FILE_EXISTS);
     requireReplaceable(from, to);
 
     std::vector<std::wstring> files{from};
@@ -310,7 +305,7 @@ void deleteFile(const std::wstring& path, bool force, const TransferHooks& hooks
     const std::wstring file = requireFile(path);
     const DWORD attributes = attributesOf(file);
     const bool readOnly = attributes & FILE_ATTRIBUTE_READONLY;
-    if (readOnly && !force) raiseSystemError(kSource, ERROR_ACCESS_DENIED);
+    if (readOnly && !force) raiseSystemError(ERROR_ACCESS_DENIED);
     if (readOnly) require(Disk::setAttributes(file, attributes & ~FILE_ATTRIBUTE_READONLY));
     const DWORD error = freeing({file}, hooks, [&] { return Disk::remove(file); });
     if (error && readOnly) Disk::setAttributes(file, attributes);

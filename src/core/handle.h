@@ -68,9 +68,6 @@ struct Gdi : NullIsNone<T> {
 struct SystemWindow : NullIsNone<HWND> {
     static void close(HWND window) { DestroyWindow(window); }
 };
-struct Library : NullIsNone<HMODULE> {
-    static void close(HMODULE module) { FreeLibrary(module); }
-};
 template <typename T>
 struct Com : NullIsNone<T*> {
     static void close(T* object) { object->Release(); }
@@ -85,7 +82,6 @@ using RegistryKey = Handle<handle_kinds::Key>;
 using Bitmap = Handle<handle_kinds::Gdi<HBITMAP>>;
 using Font = Handle<handle_kinds::Gdi<HFONT>>;
 using SystemWindow = Handle<handle_kinds::SystemWindow>;
-using Library = Handle<handle_kinds::Library>;
 
 // The owner of one reference to a COM object.
 template <typename T>

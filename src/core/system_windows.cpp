@@ -66,7 +66,7 @@ std::wstring systemPathOrNone(const std::wstring& path) {
 
 std::wstring systemPath(const std::wstring& path) {
     std::wstring usable = systemPathOrNone(path);
-    if (usable.empty()) throw RuntimeError(kBadFileName, {}, L"FileSystemObject");
+    if (usable.empty()) raiseSystemError(ERROR_INVALID_NAME);
     return usable;
 }
 

@@ -126,7 +126,7 @@ class Silence {
 // What a notice says of an error of the system.
 inline std::wstring sentenceOf(DWORD error) {
     try {
-        raiseSystemError(L"", error);
+        raiseSystemError(error);
     } catch (const RuntimeError& failure) {
         return failure.description;
     }
