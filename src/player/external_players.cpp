@@ -3,32 +3,68 @@
 #include <windows.h>
 
 #include <shellapi.h>
+#include <shlwapi.h>
 
 #include "core/errors.h"
+#include "core/handle.h"
 #include "core/late_function.h"
 #include "core/loop.h"
-#include "core/process_windows.h"
-#include "core/register_windows.h"
+#include "core/text.h"
 
 namespace tunovka {
 namespace {
 
-// A failure to start names the program, so that the person knows which one is missing.
+constexpr DWORD kElevationRequired = 740;  // not in every header set
+
+// A text value of a key, expanded; name nullptr is the key's default value.
+std::wstring textValue(HKEY root, const wchar_t* key, const wchar_t* name) {
+    static const LateFunction<decltype(SHGetValueW)> valueOf(L"shlwapi.dll", "SHGetValueW");
+    std::wstring text(32767, L'\0');  // no environment gives more
+    DWORD type = REG_NONE, size = (text.size() - 1) * sizeof(wchar_t);
+    const bool isText = valueOf && !valueOf(root, key, name, &type, text.data(), &size) &&
+                        (type == REG_SZ || type == REG_EXPAND_SZ);
+    return isText ? trimAtNul(text) : L"";
+}
+
+int startErrorNumber(DWORD systemError) {
+    if (systemError == kElevationRequired) return kPermissionDenied;
+    const int number = errorNumberOf(systemError);
+    if (number == kPathNotFound || number == kBadFileName) return kFileNotFound;
+    return number == kPathFileAccess ? kInvalidCall : number;
+}
+
+// Starts a program and does not wait for it. A failure names it, so that the person knows which one
+// is missing.
 void start(const std::wstring& program, const std::wstring& arguments, int showMode) {
-    try {
-        startProgram(program + arguments, showMode);
-    } catch (const RuntimeError& error) {
-        throw RuntimeError(error.number, program, error.source);
-    }
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.wShowWindow = static_cast<WORD>(showMode);
+    PROCESS_INFORMATION process{};
+    std::wstring line = program + arguments;  // the system writes into it
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                        &process))
+        throw RuntimeError(startErrorNumber(GetLastError()), program);
+    const KernelHandle started(process.hProcess), thread(process.hThread);
 }
 
 }  // namespace
 
+std::wstring Register::PlayerPath(int kind) {
+    constexpr const wchar_t* kPath = L"Player.Path";
+    if (kind == kWinamp) return textValue(HKEY_CURRENT_USER, L"Software\\winamp", nullptr);
+    if (kind == kWindowsMediaPlayer)
+        return textValue(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Multimedia\\WMPlayer", kPath);
+    if (kind == kMediaPlayer2)
+        return textValue(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Multimedia\\MPlayer2", kPath);
+    return {};
+}
+
 ExternalPlayers ExternalPlayers::find() {
-    std::wstring winamp = Register::PlayerPath(Register::kWinamp);
+    using namespace Register;
+    std::wstring winamp = PlayerPath(kWinamp);
     if (!winamp.empty()) winamp += L"\\winamp.exe";  // the registry knows its folder
-    return {winamp, Register::PlayerPath(Register::kWindowsMediaPlayer),
-            Register::PlayerPath(Register::kMediaPlayer2)};
+    return {winamp, PlayerPath(kWindowsMediaPlayer), PlayerPath(kMediaPlayer2)};
 }
 
 void playInProgram(const std::wstring& program, const std::wstring& file) {
