@@ -16,13 +16,13 @@ namespace tunovka {
 
 // ---- Long loops -------------------------------------------------------------------------------
 
-// The program-wide 16-bit flag that a stop button raises; kTrue16 is -1.
+// The program-wide 16-bit flag that a stop button raises: -1, else 0.
 extern std::int16_t StopRequested;
 
 // Lets waiting messages run, but looks for them only when 15 ms have passed since it last did, so
-// that a loop may call it per item. Returns true when it looked. Inside it any window, item or
-// file that the caller knows may go: look up again by key afterwards.
-bool yieldToEvents();
+// that a loop may call it per item. Inside it any window, item or file that the caller knows may
+// go: look up again by key afterwards.
+void yieldToEvents();
 
 // Lets waiting messages run now, whenever the last look was.
 void yieldNow();
@@ -96,7 +96,7 @@ class LoopSignal {
 // Calls its tick from the message loop every so many milliseconds while the interval is not 0.
 class Timer {
   public:
-    Timer() = default;
+    Timer() : elapsed_([this](std::uintptr_t) { tick(); }) {}
     ~Timer() { setInterval(0); }
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
@@ -107,7 +107,11 @@ class Timer {
     unsigned interval() const { return interval_; }
 
   private:
-    std::uintptr_t id_ = 0;
+    void tick() const {
+        if (interval_ && onTick) onTick();  // a last tick may come after the end
+    }
+
+    LoopSignal elapsed_;
     unsigned interval_ = 0;
 };
 

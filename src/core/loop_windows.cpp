@@ -1,8 +1,7 @@
 #include <windows.h>
 
-#include <deque>
 #include <map>
-#include <mutex>
+#include <memory>
 
 #include "core/errors.h"
 #include "core/loop.h"
@@ -16,7 +15,7 @@ namespace {
 constexpr DWORD kPause = 15;        // ms between two looks at the messages
 constexpr DWORD kLongestLook = 50;  // ms after which the work goes on even if messages never end
 
-constexpr UINT kRunPosted = WM_APP;
+constexpr UINT kRunPosted = WM_APP;      // lParam: the routine
 constexpr UINT kRunSignal = WM_APP + 1;  // wParam: the value, lParam: the signal's number
 
 struct Handlers {
@@ -47,12 +46,11 @@ class LoopWindow {
 
     HWND handle() const { return handle_; }
 
-    void post(std::function<void()> routine) {
-        const std::scoped_lock lock(postedLock_);
-        posted_.push_back(std::move(routine));
-        if (PostMessageW(handle_, kRunPosted, 0, 0)) return;
-        posted_.pop_back();
-        throw RuntimeError(kInvalidCall);
+    void post(std::function<void()> routine) const {
+        auto posted = std::make_unique<std::function<void()>>(std::move(routine));
+        if (!PostMessageW(handle_, kRunPosted, 0, reinterpret_cast<LPARAM>(posted.get())))
+            throw RuntimeError(kInvalidCall);
+        static_cast<void>(posted.release());  // it is the message's now
     }
 
     std::intptr_t add(LoopSignal& signal) {
@@ -75,24 +73,20 @@ class LoopWindow {
 
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
         if (message == kRunPosted)
-            get().runFirstPosted();
+            runPosted(lparam);
         else if (message == kRunSignal)
             get().runSignal(wparam, lparam);
+        else if (message == WM_TIMER)
+            get().runSignal(0, static_cast<LPARAM>(wparam));
         else
             return DefWindowProcW(window, message, wparam, lparam);
         return 0;
     }
 
-    std::function<void()> takeFirstPosted() {
-        const std::scoped_lock lock(postedLock_);
-        std::function<void()> routine = std::move(posted_.front());
-        posted_.pop_front();
-        return routine;
-    }
-
-    // A message stands for each routine.
-    void runFirstPosted() {
-        guarded([&] { takeFirstPosted()(); });
+    static void runPosted(LPARAM routine) {
+        const std::unique_ptr<std::function<void()>> posted(
+            reinterpret_cast<std::function<void()>*>(routine));
+        guarded(*posted);
     }
 
     void runSignal(WPARAM value, LPARAM number) {
@@ -103,8 +97,6 @@ class LoopWindow {
     }
 
     HWND handle_ = nullptr;
-    std::mutex postedLock_;
-    std::deque<std::function<void()>> posted_;
     std::map<std::intptr_t, LoopSignal*> signals_;
     std::intptr_t lastNumber_ = 0;
 };
@@ -173,10 +165,8 @@ class EscapeWatch {
 
 }  // namespace
 
-bool yieldToEvents() {
-    if (GetTickCount() - lastLook() < kPause) return false;
-    yieldNow();
-    return true;
+void yieldToEvents() {
+    if (GetTickCount() - lastLook() >= kPause) yieldNow();
 }
 
 void yieldNow() {
@@ -235,33 +225,14 @@ void LoopSignal::Address::raise(std::uintptr_t value) const {
     PostMessageW(window, message, value, number);
 }
 
-namespace {
-
-std::map<UINT_PTR, Timer*>& runningTimers() {
-    static std::map<UINT_PTR, Timer*> timers;
-    return timers;
-}
-
-void CALLBACK timerElapsed(HWND, UINT, UINT_PTR id, DWORD) {
-    const auto found = runningTimers().find(id);
-    if (found == runningTimers().end()) return;  // a last tick of a timer that was stopped
-    Timer* timer = found->second;
-    if (timer->onTick) guarded(timer->onTick);
-}
-
-}  // namespace
-
 void Timer::setInterval(unsigned milliseconds) {
     if (milliseconds == interval_) return;
-    if (id_) {
-        KillTimer(nullptr, id_);
-        runningTimers().erase(id_);
-        id_ = 0;
-    }
     interval_ = milliseconds;
-    if (!milliseconds) return;
-    id_ = SetTimer(nullptr, 0, milliseconds, timerElapsed);
-    runningTimers()[id_] = this;
+    const LoopSignal::Address& own = elapsed_.address();
+    if (milliseconds)
+        SetTimer(own.window, own.number, milliseconds, nullptr);
+    else
+        KillTimer(own.window, own.number);
 }
 
 void setMessageFilter(std::function<bool(MSG&)> filter) {

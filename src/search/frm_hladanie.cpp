@@ -150,8 +150,7 @@ void frmhladanie::ScanFolder(const std::wstring& folder) {
 
 // The second and third phase. A stop there leaves what was looked at so far.
 void frmhladanie::listFiles(std::vector<std::wstring> files) {
-    const LoopHooks hooks{[] { yieldToEvents(); },
-                          [this] { return StopRequested || isAbandoned(); }};
+    const LoopHooks hooks{yieldToEvents, [this] { return StopRequested || isAbandoned(); }};
     panel.setPhase(kSortingOutPhase);
     yieldNow();
     keepMusicAndPlaylists(files, hooks);
