@@ -1,5 +1,7 @@
 #include "files/file_commands.h"
 
+#include <algorithm>
+
 #include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/file_system.h"
@@ -12,6 +14,20 @@
 #include "ui/system_dialogs.h"
 
 namespace tunovka {
+namespace {
+
+// The name as typed without the letters * ? \\ / : ; that no file name holds; others that the file
+// system refuses stay, it then says so itself. The old file's extension is appended unless the name
+// ends in a dot and exactly that extension (letter case counts); a file without one gains a dot.
+std::wstring newFileName(std::wstring typed, std::wstring_view oldPath) {
+    constexpr std::wstring_view kRefused = L"*?\\/:;";
+    std::ranges::replace_if(
+        typed, [&](wchar_t letter) { return kRefused.find(letter) != kRefused.npos; }, L'_');
+    const std::wstring ending = L"." + fileExtension(oldPath);
+    return typed.ends_with(ending) ? typed : typed + ending;
+}
+
+}  // namespace
 
 FileCommands::FileCommands(Parts parts)
     : parts_(std::move(parts)),
@@ -62,12 +78,14 @@ void FileCommands::runOnSelected(int operation) {
 }
 
 void FileCommands::vlozit_subor_Click() {
-    const std::wstring copied = clipboardPath(parts_.txtsubor.text());
+    const std::wstring& clipboard = parts_.txtsubor.text();
+    const std::wstring copied = clipboard.substr(clipboard.find(L':') + 1);
     if (copied.empty()) return;
     const std::wstring found = fileOnDisk(copied), source = found.empty() ? copied : found;
+    const std::wstring extension = fileExtension(source);
     const std::wstring destination =
-        Cdialog::ShowSave(parts_.form, {.title = std::wstring(kPasteTitle),
-                                        .filter = pasteFilter(source),
+        Cdialog::ShowSave(parts_.form, {.title = L"Uložiť súbor ako ...",
+                                        .filter = extension + L" súbory|*." + extension,
                                         .folder = parts_.strom.selectedKey(),
                                         .name = fileName(source)});
     if (!destination.empty()) FSOakcie::carryOut(explorer_, kTransfer, source, destination);
@@ -78,18 +96,20 @@ void FileCommands::premenovat_subor_Click() {
     const std::wstring path = parts_.selectedPath();
     if (path.empty()) return;
     const std::wstring name = fileName(path);
-    const std::wstring typed = askForText(parts_.form, {.title = std::wstring(kRenameTitle),
-                                                        .prompt = std::wstring(kRenamePrompt),
-                                                        .answer = name,
-                                                        .selected = nameWithoutExtension(name)});
+    const std::wstring typed =
+        askForText(parts_.form, {.title = L"Premenovať súbor",
+                                 .prompt = L"Napíš nový názov súboru \r\n",
+                                 .answer = name,
+                                 .selected = std::min(name.rfind(L'.'), name.size())});
     if (typed.empty()) return;
     const std::wstring newName = newFileName(typed, path);
-    const RenameVerdict verdict =
-        judgeRename(parts_.strom.selectedKey() + newName, path, fileAnswers);
-    if (verdict != RenameVerdict::Rename) {
-        ask(renameRefusal(verdict));
-        return;
-    }
+    const std::wstring newPath = parts_.strom.selectedKey() + newName;
+    const auto refuse = [](const wchar_t* why) { ask(L"CHYBA", why, L"Ou kej ..."); };
+    if (newPath == path) return refuse(L"Názov súbor sa zhoduje s pôvodným názvom !");
+    if (fileAnswers(newPath))
+        return refuse(
+            L"Tento názov súboru sa už používa ! Zmeň ho, alebo odstráň súbor s týmto "
+            L"názvom.");
     try {
         const std::wstring to = withBackslash(parentFolder(path)) + newName;
         if (!explorer_.carry(path, [path, to](const TransferHooks& hooks) {
@@ -97,7 +117,7 @@ void FileCommands::premenovat_subor_Click() {
             }))
             return;
     } catch (const RuntimeError& error) {
-        ask(transferFailure(error.number, error.description));
+        FSOakcie::tellFailure(error);
         return;
     }
     parts_.renamed(key, newName);
@@ -113,7 +133,8 @@ bool FileCommands::strom_OLEDragOver(Point at) {
 
 void FileCommands::strom_OLEDragDrop(const std::wstring& path) {
     const std::wstring folder = dropFolder_;
-    copyDropped(path, folder, copyToFolderQuestion(path, folder));
+    copyDropped(path, folder,
+                L"Chceš prekopírovať súbor '" + path + L"' do adresára " + folder + L" ?");
 }
 
 bool FileCommands::Tview_OLEDragOver() const {
@@ -122,14 +143,17 @@ bool FileCommands::Tview_OLEDragOver() const {
 
 void FileCommands::Tview_OLEDragDrop(const std::wstring& path) {
     const std::wstring folder = parts_.txtPath.text();
-    if (fileAnswers(path)) copyDropped(path, folder, copyToContentsQuestion(path, folder));
+    if (fileAnswers(path))
+        copyDropped(
+            path, folder,
+            L"Naozaj chceš prekopírovať súbor '" + path + L"' do adresára '" + folder + L"' ?");
 }
 
 void FileCommands::copyDropped(const std::wstring& path, const std::wstring& folder,
-                               const BoxRequest& question) {
+                               const std::wstring& question) {
     alone([&] {
-        if (ask(question) != 1) return;
-        parts_.txtsubor.setText(copiedClipboard(path));
+        if (ask(L"Kopírovať súbor", question, L"ÁNO;NIE") != 1) return;
+        parts_.txtsubor.setText(kCopied + path);
         const std::wstring found = fileOnDisk(path), name = fileName(found.empty() ? path : found);
         FSOakcie::carryOut(explorer_, kTransfer, path, folder + name);
     });

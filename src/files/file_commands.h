@@ -51,7 +51,7 @@ class FileCommands {
     void alone(const std::function<void()>& command);
     void runOnSelected(int operation);
     void copyDropped(const std::wstring& path, const std::wstring& folder,
-                     const BoxRequest& question);
+                     const std::wstring& question);
 
     Parts parts_;
     FSOakcie::Explorer explorer_;

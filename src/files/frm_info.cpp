@@ -1,12 +1,12 @@
 #include "files/frm_info.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/id3v1.h"
 #include "core/text.h"
-#include "files/info_texts.h"
 #include "ui/frm_box.h"
 #include "ui/painting.h"
 #include "ui/program_links.h"
@@ -33,6 +33,49 @@ std::wstring decimalSeparator() {
     wchar_t text[8] = L"";
     GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text, static_cast<int>(std::size(text)));
     return text;
+}
+
+// The nearest single; stored, so that no processor keeps more of it than a single holds.
+double single(double value) {
+    volatile float stored = static_cast<float>(value);
+    return stored;
+}
+
+std::wstring cutToHundredths(double value) {
+    const auto hundredths = static_cast<std::uint64_t>(std::floor(single(value * 100)));
+    std::wstring text = std::to_wstring(hundredths / 100);
+    const unsigned rest = hundredths % 100;
+    if (rest == 0) return text;
+    text += decimalSeparator();
+    text += static_cast<wchar_t>(L'0' + rest / 10);
+    if (rest % 10 != 0) text += static_cast<wchar_t>(L'0' + rest % 10);
+    return text;
+}
+
+// "1,5 kB (     1 536 bajtov)": kB through exactly 1024 of them, MB above; in single precision,
+// with two decimals cut off and no trailing zeros.
+std::wstring sizeText(std::uint64_t bytes) {
+    const double kilobytes = single(static_cast<double>(bytes) / 1024);
+    const bool small = kilobytes <= 1024;
+    const double shown = small ? kilobytes : single(static_cast<double>(bytes) / 1024 / 1024);
+    return cutToHundredths(shown) + (small ? L" kB" : L" MB") + L" (" + formatGrouped(bytes) +
+           L" bajtov)";
+}
+
+// "5.1.2024"; "" for a date that the system could not give.
+std::wstring dateText(const FileDate& date) {
+    if (date.year == 0) return {};
+    return std::to_wstring(date.day) + L"." + std::to_wstring(date.month) + L"." +
+           std::to_wstring(date.year);
+}
+
+// One line, ended by CR LF, for each of read-only, system and hidden that is set.
+std::wstring attributeLines(std::uint32_t attributes) {
+    std::wstring lines;
+    if (attributes & 1) lines += L"len na čítanie\r\n";
+    if (attributes & 4) lines += L"systémový súbor\r\n";
+    if (attributes & 2) lines += L"skrytý súbor\r\n";
+    return lines;
 }
 
 }  // namespace
@@ -160,7 +203,7 @@ void frminfo::showFile(const std::wstring& path) {
 }
 
 void frminfo::showDetails(const FileDetails& details) {
-    lblvelkosť.setText(sizeText(details.size, decimalSeparator()));
+    lblvelkosť.setText(sizeText(details.size));
     lbldatvyt.setText(dateText(details.created));
     lbldatzmena.setText(dateText(details.modified));
     lbldatotvor.setText(dateText(details.accessed));

@@ -1,9 +1,7 @@
 #include "files/fsoakcie.h"
 
 #include <memory>
-#include <optional>
 
-#include "core/errors.h"
 #include "core/paths.h"
 #include "ui/frm_box.h"
 #include "ui/program_links.h"
@@ -14,12 +12,6 @@ namespace {
 namespace fso = FileSystemObject;
 
 constexpr std::uint32_t kReadOnly = 1;
-
-// What an operation that ran to its end leaves behind.
-struct Outcome {
-    std::wstring clipboard;
-    std::wstring command;
-};
 
 // A file prepared for its end. When the end does not come it gets its read-only bit back.
 class Prepared {
@@ -63,28 +55,25 @@ class Prepared {
     bool ended_ = false;
 };
 
-// One operation under way. Each step returns nothing when the person broke it off.
+// One operation on the disk. Each step is false when the person broke it off.
 class Operation {
   public:
     Operation(const Explorer& explorer, const std::wstring& source)
         : explorer_(explorer), source_(source) {}
 
-    std::optional<Outcome> run(int number, const std::wstring& destination) const {
+    bool run(int number, const std::wstring& destination) const {
         switch (number) {
-            case kCopyToClipboard:
-                return Outcome{copiedClipboard(source_), {}};
-            case kCutToClipboard:
-                return Outcome{cutClipboard(source_), {}};
             case kCopyIntoFolder:
-                return copyIntoFolder();
+                // Unlike the other operations it does not prepare what it replaces: a read-only
+                // file there makes it fail.
+                return copy(inFolder(L"Určite adresár, kam sa súbor prekopíruje."), false);
             case kMoveIntoFolder:
-                return moveIntoFolder();
+                return move(inFolder(L"Určite adresár, kam sa súbor presunie."));
             case kTransfer:
-                return transfer(destination);
-            case kDelete:
-                return remove();
+                return explorer_.txtsubor.text().starts_with(kCopied) ? copy(destination, true)
+                                                                      : move(destination);
             default:
-                return std::nullopt;
+                return remove();
         }
     }
 
@@ -92,39 +81,26 @@ class Operation {
     bool leftBoth() const { return *leftBoth_; }
 
   private:
-    std::optional<Outcome> copyIntoFolder() const {
-        const std::wstring chosen = explorer_.pickFolder(kCopyFolderPrompt);
-        if (chosen.empty()) return std::nullopt;
-        const std::wstring folder = normalizedFolder(chosen);
-        // Unlike the other operations it does not prepare what it replaces: a read-only file there
-        // makes it fail.
-        return refreshIf(copy(folder + fileName(source_), false));
+    // The file's place in a folder that the person chooses; "" when they choose none.
+    std::wstring inFolder(std::wstring_view prompt) const {
+        const std::wstring chosen = explorer_.pickFolder(prompt);
+        return chosen.empty() ? chosen : withBackslash(chosen) + fileName(source_);
     }
 
-    std::optional<Outcome> moveIntoFolder() const {
-        const std::wstring chosen = explorer_.pickFolder(kMoveFolderPrompt);
-        if (chosen.empty()) return std::nullopt;
-        return refreshIf(move(normalizedFolder(chosen) + fileName(source_)));
-    }
-
-    std::optional<Outcome> transfer(const std::wstring& destination) const {
-        if (destination.empty()) return std::nullopt;
-        if (!isCopied(explorer_.txtsubor.text())) return refreshIf(move(destination));
-        return refreshIf(copy(destination, true));
-    }
-
-    std::optional<Outcome> remove() const {
-        if (ask(deleteQuestion(source_)) != 1) return std::nullopt;
-        return refreshIf(explorer_.carry(source_, [source = source_](const TransferHooks& hooks) {
+    bool remove() const {
+        const std::wstring question =
+            L"Naozaj chceš nenávratne odstrániť súbor '" + source_ + L"' ?";
+        if (ask(L"Vymazať súbor", question, L"ÁNO;NIE") != 1) return false;
+        return explorer_.carry(source_, [source = source_](const TransferHooks& hooks) {
             Prepared doomed(source);
             fso::deleteFile(source, false, hooks);
             doomed.ended();
             return true;
-        }));
+        });
     }
 
-    // False when the person stopped it.
     bool copy(const std::wstring& destination, bool prepares) const {
+        if (destination.empty()) return false;
         return explorer_.carry(
             source_, [source = source_, destination, prepares](const TransferHooks& hooks) {
                 Prepared replaced(prepares ? destination : std::wstring());
@@ -135,6 +111,7 @@ class Operation {
     }
 
     bool move(const std::wstring& destination) const {
+        if (destination.empty()) return false;
         return explorer_.carry(
             source_, [source = source_, destination, both = leftBoth_](const TransferHooks& hooks) {
                 Prepared replaced(destination);
@@ -149,44 +126,50 @@ class Operation {
             });
     }
 
-    static std::optional<Outcome> refreshIf(bool done) {
-        if (!done) return std::nullopt;
-        return Outcome{{}, kRefreshCommand};
-    }
-
     const Explorer& explorer_;
     const std::wstring& source_;
     const std::shared_ptr<bool> leftBoth_ = std::make_shared<bool>(false);  // a worker tells
 };
 
-bool isKnown(int operation) {
-    return (operation >= kCopyToClipboard && operation <= kCutToClipboard) || operation == kDelete;
-}
-
 }  // namespace
 
 void carryOut(const Explorer& explorer, int operation, const std::wstring& source,
               const std::wstring& destination) {
-    if (source.empty() || !isKnown(operation)) return;
-    std::wstring command;
+    const bool toClipboard = operation == kCopyToClipboard || operation == kCutToClipboard;
+    const bool toDisk =
+        (operation >= kCopyIntoFolder && operation <= kTransfer) || operation == kDelete;
+    if (source.empty() || (!toClipboard && !toDisk)) return;
+    if (toClipboard) {
+        explorer.txtsubor.setText((operation == kCopyToClipboard ? kCopied : kCut) + source);
+        return explorer.txtodkaz.setText(L"");
+    }
     const Operation underWay(explorer, source);
+    bool done = false;
     try {
-        const std::optional<Outcome> outcome = underWay.run(operation, destination);
-        if (outcome) {
-            explorer.txtsubor.setText(outcome->clipboard);
-            command = outcome->command;
-        }
+        done = underWay.run(operation, destination);
     } catch (const RuntimeError& error) {
-        ask(transferFailure(error.number, error.description));
+        tellFailure(error);
         if (underWay.leftBoth()) explorer.txtodkaz.setText(kRefreshCommand);
         return;
     }
-    explorer.txtodkaz.setText(command);
+    if (done) explorer.txtsubor.setText(L"");
+    explorer.txtodkaz.setText(done ? kRefreshCommand : L"");
+}
+
+void tellFailure(const RuntimeError& error) {
+    ask(L"CHYBA",
+        L"Došlo k neočakávanej chybe (č. " + std::to_wstring(error.number) +
+            L")\rVýpis správy chyby:\r" + error.description,
+        L"Rozumiem ...");
 }
 
 bool prepareFile(const std::wstring& path, bool dontAsk) {
     if (!fso::FileExists(path)) return true;
-    if (!dontAsk && ask(overwriteQuestion()) != 1) return false;
+    if (!dontAsk && ask(L"Prepísať súbor",
+                        L"Súbor s takýmto názvom už v zadanom umiestnení existuje, chceš prepísať "
+                        L"existujúci súbor ?",
+                        L"ÁNO;NIE") != 1)
+        return false;
     const std::uint32_t attributes = fso::attributes(path);
     if (attributes & kReadOnly) fso::setAttributes(path, attributes & ~kReadOnly);
     return true;

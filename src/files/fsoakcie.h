@@ -4,13 +4,28 @@
 #include <string>
 #include <string_view>
 
+#include "core/errors.h"
 #include "core/file_system.h"
-#include "files/transfer_rules.h"
 #include "ui/program_links.h"
 
 // The file operations behind the explorer's menus and drops.
 
-namespace tunovka::FSOakcie {
+namespace tunovka {
+
+// The file operations by their numbers; every other number does nothing.
+enum FileOperation : int {
+    kCopyToClipboard = 1,
+    kCopyIntoFolder = 2,
+    kMoveIntoFolder = 3,
+    kTransfer = 4,
+    kCutToClipboard = 5,
+    kDelete = 8,
+};
+
+// What a path begins with in the file clipboard, which is "" while it holds nothing.
+inline constexpr wchar_t kCopied[] = L"copy:", kCut[] = L"cut:";
+
+namespace FSOakcie {
 
 // What the operations need of the explorer.
 struct Explorer {
@@ -41,9 +56,13 @@ struct Explorer {
 void carryOut(const Explorer& explorer, int operation, const std::wstring& source,
               const std::wstring& destination = {});
 
+// The notice of a failure.
+void tellFailure(const RuntimeError& error);
+
 // Prepares a file that is about to be replaced or deleted: asks whether an existing file may be
 // overwritten, unless `dontAsk`, and lifts its read-only bit. False when it may not. The program
 // itself never asks.
 bool prepareFile(const std::wstring& path, bool dontAsk);
 
-}  // namespace tunovka::FSOakcie
+}  // namespace FSOakcie
+}  // namespace tunovka
