@@ -5,7 +5,6 @@
 
 #include "core/paths.h"
 #include "core/text.h"
-#include "editor/texts.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
 

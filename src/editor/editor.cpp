@@ -5,13 +5,25 @@
 #include "core/ansi.h"
 #include "core/disk_questions.h"
 #include "core/file_system.h"
-#include "editor/texts.h"
+#include "core/multimedialny.h"
+#include "core/paths.h"
 #include "playlist/line_grammar.h"
 #include "playlist/write.h"
 #include "ui/frm_box.h"
 #include "ui/system_dialogs.h"
 
 namespace tunovka {
+namespace {
+
+// A count in the forms that the language has for one, two to four, and none or more; "#" is it.
+std::wstring counted(std::size_t count, std::wstring one, std::wstring few, std::wstring many) {
+    std::wstring text = std::move(count == 1 ? one : count >= 2 && count <= 4 ? few : many);
+    if (const auto mark = text.find(L'#'); mark != text.npos)
+        text.replace(mark, 1, std::to_wstring(count));
+    return text;
+}
+
+}  // namespace
 
 // For loops over the document: events run, closing the window or Escape ends the loop.
 LoopHooks Editor::hooks() const {
@@ -69,7 +81,7 @@ std::wstring Editor::status(std::size_t row) const {
     std::wstring path = pathOf(row);
     if (!path.empty()) return path;
     const auto whatever = [](const std::wstring&) { return true; };
-    return whyNoFile(document.resolve(row, whatever), kMissingFileStatus);
+    return whyNoFile(document.resolve(row, whatever), L"Odkaz na neexistujúci súbor");
 }
 
 void Editor::loadPlaylistFile(const std::wstring& path) {
@@ -88,29 +100,41 @@ void Editor::drop(const std::wstring& text, std::optional<std::size_t> target,
     if (text.empty()) return;
     if (text == drag.path) return move(drag.key, target);
     if (!fileAnswers(text)) return;
-    switch (droppedKind(text)) {
-        case DroppedKind::Media:
-            return addFile(text);
-        case DroppedKind::Playlist:
-            return mergeDroppedPlaylist(text);
-        case DroppedKind::Other:
-            return notify(wrongTypeNotice());
-    }
+    const MultiMedialny::Kind* const kind = MultiMedialny::kindOf(fileExtension(text));
+    if (kind && kind->music) return addFile(text);
+    if (kind && kind->isWritten()) return mergeDroppedPlaylist(text);
+    notify({L"Neplatný typ",
+            L"Toto je neplatný typ súboru pre zaradenie do playlistu. V playliste môžu byť len "
+            L"súbory typu 'mp3','wav' a 'wma'.",
+            L"O.K."});
 }
 
 void Editor::move(const std::wstring& key, std::optional<std::size_t> target) {
-    if (document.sortOrder() != SortOrder::None) return notify(movedWhileSortedNotice());
+    if (document.sortOrder() != SortOrder::None)
+        return notify(
+            {L"Presunutie položky",
+             L"Položky sú radené a z tohto dôvodu po presunutí položky dôjde k jej usporiadaniu "
+             L"podľa typu radenia. Táto operácia nemá zmysel, kým nezrušíš radenie položiek.",
+             L"Ahá .."});
     if (target && document.move(key, *target)) onSelect(*target);
 }
 
 void Editor::addFile(const std::wstring& path) {
     const auto isThere = document.holds(path, hooks());
-    if (!isThere || (*isThere && !agrees(addDuplicateQuestion(path)))) return;
+    if (!isThere) return;
+    if (*isThere && !agrees({L"Duplicitná položka",
+                             L"V playliste sa už nachádza odkaz na tento súbor '" + path +
+                                 L"', chceš ho i npariek tomu pridať do playlistu ?",
+                             L"ÁNO;NIE"}))
+        return;
     onSelect(document.add(path, fileAnswers));
 }
 
 void Editor::mergeDroppedPlaylist(const std::wstring& path) {
-    if (!agrees(addPlaylistQuestion(path))) return;
+    if (!agrees({L"Pridanie súboru",
+                 L"Chceš pridať všetky súbory, na ktoré odkazuje playlist '" + path + L"' ?",
+                 L" ÁNO ;Zrušiť"}))
+        return;
     const auto text = read(path);
     if (!text) return;
     const auto exists = filesOfText(*text, playlistFolder(path));
@@ -123,7 +147,11 @@ void Editor::mergeDroppedPlaylist(const std::wstring& path) {
         throw;
     }
     selectLast();
-    if (report) notify(mergedNotice(report->added, report->invalid));
+    if (!report) return;
+    std::wstring notice = L"Počet pridaných súborov: " + std::to_wstring(report->added);
+    if (report->invalid > 0)
+        notice += L"\rPočet pridaných neplatných odkazov: " + std::to_wstring(report->invalid);
+    notify({L"Hotovo", notice, L"Oukej ..."});
 }
 
 // ---- Taking rows out, and their order ---------------------------------------------------------
@@ -137,11 +165,27 @@ void Editor::removeDuplicates() {
     const auto exists = filesOfRows();
     if (!exists) return;
     const auto keys = document.duplicates(*exists, hooks());
-    if (keys && agrees(duplicatesBox(keys->size())) && document.remove(*keys) > 0) selectFirst();
+    if (!keys) return;
+    if (keys->empty())
+        return notify({L"O.K.", L"Neboli nájdené žiadne duplicitné v zozname.", L"Jasnačka ..."});
+    const std::wstring found =
+        counted(keys->size(), L"Bola nájdená jedna duplicitná položka",
+                L"Boli nájdené # duplicitné položky", L"Bolo nájdených # duplicitných položiek");
+    if (agrees({L"Odstrániť položky", found + L" Chceš odstrániť tieto položky zo zoznamu ?",
+                L"ÁNO;NIE"}) &&
+        document.remove(*keys) > 0)
+        selectFirst();
 }
 
 void Editor::removeInvalidLinks() {
-    if (const auto removed = dropInvalidLinks()) notify(invalidLinksNotice(*removed));
+    const auto removed = dropInvalidLinks();
+    if (!removed) return;
+    if (*removed == 0) return notify({L"O.K.", L"Neboli zistené neplatné odkazy.", L"Super ..."});
+    notify(
+        {L"O.K.",
+         counted(*removed, L"Bola odstránená jedna neplatná položka.",
+                 L"Boli odstránené # neplatné položky", L"Bolo odstránených # neplatných položiek"),
+         L"Jasné ..."});
 }
 
 std::optional<std::size_t> Editor::dropInvalidLinks() {
@@ -166,22 +210,39 @@ void Editor::restoreLoadOrder() {
 
 // ---- Saving -----------------------------------------------------------------------------------
 
+// A playlist that lies on a drive is offered its own folder, kind and name without the last four
+// letters.
 std::wstring Editor::askTarget() const {
-    const SaveSuggestion suggestion = saveSuggestion(document.playlistPath(), links_.shownFolder());
-    return Cdialog::ShowSave(form_, {.title = std::wstring(kSaveTitle),
-                                     .filter = saveFilter(),
-                                     .filterIndex = suggestion.filterIndex,
-                                     .folder = suggestion.folder,
-                                     .name = suggestion.fileName});
+    const std::wstring& path = document.playlistPath();
+    const bool hasPlace = classify(path) == EntryKind::Absolute;
+    std::wstring filter, name = hasPlace ? fileName(path) : std::wstring();
+    name.resize(name.size() - std::min<std::size_t>(name.size(), 4));
+    int filterIndex = 1, number = 0;
+    for (const MultiMedialny::Kind& kind : MultiMedialny::kinds()) {
+        if (!kind.isWritten()) continue;
+        ++number;
+        if (hasPlace && kind.ending == fileExtension(path)) filterIndex = number;
+        const std::wstring pattern = L"*." + std::wstring(kind.ending);
+        if (!filter.empty()) filter += L'|';
+        filter.append(kind.format).append(L" (").append(pattern).append(L")|").append(pattern);
+    }
+    return Cdialog::ShowSave(form_, {.title = L"Uložiť playlist",
+                                     .filter = filter,
+                                     .filterIndex = filterIndex,
+                                     .folder = hasPlace ? parentFolder(path) : links_.shownFolder(),
+                                     .name = name});
 }
 
 void Editor::saveAs() {
     const std::wstring target = askTarget();
     if (target.empty() || form_.isClosing()) return;
-    const bool relative = ask(relativeLinksQuestion()) == 1;
+    const bool relative = ask(L"Relatívne odkazy",
+                              L"Chceš použiť v playliste relatívne odkazy na súbory vzhľadom k "
+                              L"umiestneniu playlistu ?",
+                              L"ÁNO;NIE") == 1;
     if (form_.isClosing() || !write(target, relative)) return;
-    if (savedIntoFolder(target, links_.shownFolder())) links_.refresh();
-    notify(savedNotice());
+    if (withBackslash(parentFolder(target)) == links_.shownFolder()) links_.refresh();
+    notify({L"Nový playlist", L"Playlist bol úspešne vytvorený (aktualizovaný).", L"Fajn ..."});
 }
 
 bool Editor::write(const std::wstring& target, bool relative) {

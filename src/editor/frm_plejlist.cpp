@@ -5,7 +5,6 @@
 
 #include "core/loop.h"
 #include "core/text.h"
-#include "editor/texts.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/system_dialogs.h"
@@ -59,7 +58,7 @@ frmplejlist::frmplejlist(ProgramLinks& links)
                    .size = kSize,
                    .minimum = kMinimum}),
       editor(*this, links),
-      lblpočet({.name = L"lblpočet", .caption = std::wstring(kInitialCountLabel), .parent = this}),
+      lblpočet({.name = L"lblpočet", .caption = L"Počet  odkazov v playliste:", .parent = this}),
       lblplejlist({.name = L"lblplejlist", .parent = this, .format = DT_PATH_ELLIPSIS}),
       lblbar({.name = L"lblbar", .parent = this, .format = DT_PATH_ELLIPSIS, .status = true}),
       Lview({.name = L"Lview", .text = L"Položky playlistu", .parent = this}, editor.document),
@@ -72,8 +71,9 @@ frmplejlist::frmplejlist(ProgramLinks& links)
               .drop = [this](const std::wstring& text, Point,
                              const DragState& drag) { Lview_OLEDragDrop(text, dropRow_, drag); }}) {
     const int number = nextWindowNumber();
-    strip().setText(editorTitle(number));
-    setText(trimBlanks(editorTitle(number)));
+    const std::wstring title = L"Editor playlistov " + std::to_wstring(number);
+    strip().setText(L" " + title);
+    setText(title);
     tag = kTag + std::to_wstring(number);
     bindHandlers();
     placeBesideOthers();
@@ -166,14 +166,14 @@ std::wstring frmplejlist::selectedPath() const {
 }
 
 void frmplejlist::updateCountLabel() {
-    lblpočet.setText(countLabel(Lview.count()));
+    lblpočet.setText(L"Počet odkazov v playliste: " + std::to_wstring(Lview.count()));
     scroller.refresh();
 }
 
 void frmplejlist::Lview_ItemClick() {
-    if (!Lview.selected()) return lblbar.setText(L"");
     const auto position = Lview.selected();
-    lblbar.setText(position ? editor.status(*position) : std::wstring(kMissingFileStatus));
+    if (!position) return lblbar.setText(L"");
+    lblbar.setText(editor.status(*position));
     scroller.followSelection();
 }
 
@@ -254,10 +254,13 @@ bool frmplejlist::queryUnload() {
     // Also when an answer ends in a failure: the window must still be able to close.
     const std::shared_ptr<void> asked(nullptr, [this](void*) { asking_ = false; });
     show();  // the question lies over the window that it is about
-    const std::int16_t answer = ask(saveChangesQuestion());
+    const std::int16_t answer = ask(
+        L"Uložiť zmeny ?", L"Pri úpravách playlistu došlo k zmenám, chceš playlist uložiť teraz ?",
+        L"ÁNO;NIE;STORNO");
     if (answer == 1 && editor.document.playlistPath() == kNewPlaylist) {
-        Cdialog::ShowSave(*this, {.title = std::wstring(kSaveTitle),
-                                  .filter = std::wstring(kCloseSaveFilter),
+        Cdialog::ShowSave(*this, {.title = L"Uložiť playlist",
+                                  .filter = L"Playlist Winampu (*.m3u)|*.m3u|Textový súbor "
+                                            L"(*.txt)|*.txt",
                                   .folder = links_.shownFolder()});
     }
     return answer == 1 || answer == 2;

@@ -6,7 +6,6 @@
 #include "core/errors.h"
 #include "core/text.h"
 #include "editor/document.h"
-#include "editor/texts.h"
 #include "fuzz/fuzz.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
