@@ -5,10 +5,12 @@
 #include "core/file_system.h"
 #include "core/loop.h"
 #include "core/rozneapi.h"
+#include "core/text.h"
 #include "playlist/write.h"
 #include "ui/drag_drop.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
+#include "ui/painting.h"
 #include "ui/system_dialogs.h"
 
 namespace tunovka {
@@ -18,6 +20,14 @@ namespace {
 constexpr Size kSize{520, 460};
 constexpr Size kMinimum{380, 300};
 constexpr int kMargin = 8;
+constexpr Size kPanel{340, 128};
+constexpr int kPanelMargin = 12;
+
+constexpr DWORD kPause = 100;  // ms between two reports of the panel
+
+constexpr std::wstring_view kCollectingPhase = L"Prebieha prehľadávanie adresára";
+constexpr std::wstring_view kSortingOutPhase = L"Prebieha spracovanie súborov";
+constexpr std::wstring_view kListingPhase = L"Prebieha výpis súborov";
 
 constexpr wchar_t kName[] = L"frmhladanie";
 constexpr wchar_t kTag[] = L"hladanie";
@@ -39,6 +49,77 @@ PopupMenu resultMenu() {
 }
 
 }  // namespace
+
+ScanPanel::ScanPanel(Form& form)
+    : PicInfo({.name = L"PicInfo",
+               .text = L"Priebeh prehľadávania",
+               .parent = &form,
+               .visible = false,
+               .container = true}),
+      Label1({.name = L"Label1",
+              .caption = std::wstring(kCollectingPhase),
+              .parent = &PicInfo,
+              .format = DT_CENTER,
+              .font = Skin::Font::Bold}),
+      Istop({.name = L"Istop",
+             .text = L"Zastaviť",
+             .parent = &PicInfo,
+             .normal = Istop1,
+             .pressed = Istop2,
+             .caption = L"Zastaviť"}),
+      form_(form),
+      folder_({.name = L"lblpriebeh", .parent = &PicInfo, .format = DT_CENTER | DT_PATH_ELLIPSIS}),
+      found_({.name = L"lblnajdene", .parent = &PicInfo, .format = DT_CENTER}) {
+    PicInfo.onPaint = [](HDC dc, Size size) {
+        const RECT area{0, 0, size.width, size.height};
+        fillGradient(dc, area, colors().panelLight, colors().panel);
+        frameRect(dc, area, colors().rim);
+    };
+    Istop.onPress = [] { StopRequested = -1; };
+}
+
+void ScanPanel::begin() {
+    setPhase(kCollectingPhase);
+    folder_.setText(L"");
+    found_.setText(L"");
+    shownAt_ = 0;
+    place();
+    PicInfo.setVisible(true);
+    if (GetActiveWindow() == form_.handle()) Istop.focus();
+}
+
+void ScanPanel::end() {
+    const bool hadFocus = Istop.hasFocus();
+    PicInfo.setVisible(false);
+    if (hadFocus) form_.focus();  // a hidden button would still take the keys
+}
+
+void ScanPanel::setPhase(std::wstring_view phase) {
+    Label1.setText(std::wstring(phase));
+}
+
+void ScanPanel::progress(const std::wstring& folder, std::size_t found) {
+    if (GetTickCount() - shownAt_ < kPause) return;
+    shownAt_ = GetTickCount();
+    folder_.setText(folder);
+    found_.setText(L"nájdených súborov: " + trimBlanks(formatGrouped(found)));
+}
+
+void ScanPanel::place() {
+    const Size window = form_.clientSize();
+    const int margin = form_.scaled(kPanelMargin), line = Skin::lineHeight(form_.dpi());
+    const int width = form_.scaled(kPanel.width);
+    const int height = std::max(form_.scaled(kPanel.height), 4 * line + 4 * margin);
+    PicInfo.setBounds({(window.width - width) / 2, (window.height - height) / 2, width, height});
+    int top = margin;
+    for (Label* label : {&Label1, &folder_, &found_}) {
+        label->setBounds({margin, top, width - 2 * margin, line});
+        top += line + form_.scaled(2);
+    }
+    const Size stop = Istop.naturalSize();
+    Istop.setBounds(
+        {(width - stop.width) / 2, height - margin - stop.height, stop.width, stop.height});
+}
 
 frmhladanie::frmhladanie(ProgramLinks& links)
     : SkinnedForm({.name = kName,
@@ -138,7 +219,7 @@ void frmhladanie::ScanFolder(const std::wstring& folder) {
                                {yieldToEvents, [this] { return isAbandoned(); }});
     if (isAbandoned()) return;
     const bool stopped = StopRequested;
-    lblpočet.setText(collectedText(files.size(), stopped));
+    lblpočet.setText(formatGrouped(files.size()) + (stopped ? L" - prerušené" : L""));
     if (stopped) {
         StopRequested = 0;
         menu1.setEnabled(L"info_o_subore", false);
@@ -155,7 +236,7 @@ void frmhladanie::listFiles(std::vector<std::wstring> files) {
     yieldNow();
     keepMusicAndPlaylists(files, hooks);
     if (isAbandoned()) return;
-    lblpočet.setText(sortedOutText(lblpočet.text(), files.size()));
+    lblpočet.setText(lblpočet.text() + L", z toho hudobné: " + formatGrouped(files.size()));
 
     StopRequested = 0;
     panel.setPhase(kListingPhase);
@@ -227,9 +308,9 @@ void frmhladanie::sortBy(SortOrder order) {
 
 void frmhladanie::uloz_playlist_Click() {
     if (result.isEmpty()) return;
-    const std::wstring target = Cdialog::ShowSave(*this, {.title = std::wstring(kExportTitle),
-                                                          .filter = kExportFilter,
-                                                          .folder = lbladresar.text()});
+    const std::wstring target = Cdialog::ShowSave(
+        *this,
+        {.title = L"Uložiť ako playlist...", .filter = kExportFilter, .folder = lbladresar.text()});
     if (target.empty()) return;
     const auto question = result.exportQuestion();
     const int answer = question ? ask(*question) : 0;
@@ -241,7 +322,8 @@ void frmhladanie::uloz_playlist_Click() {
                                      FileSystemObject::writeWhole(target, content);
                                      return true;
                                  });
-    if (written && !isClosing()) ask(exportedNotice(target));
+    if (written && !isClosing())
+        ask(L"Hotovo", L"Playlist '" + target + L"' bol vytvorený.", L"Jasné...");
 }
 
 Size frmhladanie::arrange(int stripBottom) {

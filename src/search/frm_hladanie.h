@@ -1,14 +1,45 @@
 #pragma once
 
-#include "search/scan_panel.h"
 #include "search/search_result.h"
+#include "ui/image.h"
 #include "ui/image_scroller.h"
+#include "ui/label.h"
 #include "ui/list_view.h"
+#include "ui/picture_box.h"
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
 #include "ui/skinned_form.h"
 
 namespace tunovka {
+
+// The panel over the result list that a running search shows: its phase, how far it is, and the
+// button that stops it.
+class ScanPanel {
+  public:
+    explicit ScanPanel(Form& form);
+
+    // Shows the panel at the start of a search, in its first phase.
+    void begin();
+    void end();
+    void setPhase(std::wstring_view phase);
+
+    // Names the folder that is being visited and how many files were found so far; at most ten
+    // times a second, whenever it is called.
+    void progress(const std::wstring& folder, std::size_t found);
+
+    // Centres the panel in the form.
+    void place();
+
+    PictureBox PicInfo;
+    Label Label1;                                                         // the phase
+    static constexpr wchar_t Istop1[] = L"istop1", Istop2[] = L"istop2";  // its pictures
+    Image Istop;
+
+  private:
+    Form& form_;
+    Label folder_, found_;
+    DWORD shownAt_ = 0;
+};
 
 // The search window: lists every music file and playlist below a folder. It searches when it
 // becomes active with another folder than the last one; a folder chosen while a search runs takes

@@ -4,19 +4,10 @@
 #include <unordered_set>
 
 #include "core/paths.h"
-#include "core/text.h"
 
 namespace tunovka {
 
 using namespace MultiMedialny;
-
-std::wstring collectedText(std::uint64_t allFiles, bool stopped) {
-    return formatGrouped(allFiles) + (stopped ? L" - prerušené" : L"");
-}
-
-std::wstring sortedOutText(std::wstring collected, std::uint64_t keptFiles) {
-    return std::move(collected) + L", z toho hudobné: " + formatGrouped(keptFiles);
-}
 
 void keepMusicAndPlaylists(std::vector<std::wstring>& paths, const LoopHooks& hooks) {
     std::vector<std::wstring> all;
@@ -78,11 +69,6 @@ std::optional<std::vector<std::wstring>> SearchResult::exportLines(int boxAnswer
     }
     if (playlistsLeftOut && !music) return std::nullopt;
     return lines;
-}
-
-BoxRequest exportedNotice(std::wstring_view chosenPath) {
-    return {L"Hotovo", std::wstring(L"Playlist '").append(chosenPath).append(L"' bol vytvorený."),
-            L"Jasné..."};
 }
 
 }  // namespace tunovka

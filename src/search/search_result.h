@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,12 +9,6 @@
 #include "ui/list_model.h"
 
 namespace tunovka {
-
-// The counts label after collecting: "  5", or "  5 - prerušené" when the collecting was stopped.
-std::wstring collectedText(std::uint64_t allFiles, bool stopped);
-
-// The label once the files are sorted out: ", z toho hudobné: " and the count are appended.
-std::wstring sortedOutText(std::wstring collected, std::uint64_t keptFiles);
 
 // Leaves only music and playlists, by their endings in lower case, in their order, and lets events
 // run per path. When cancelled, only what was looked at so far can remain.
@@ -49,8 +42,5 @@ class SearchResult : public ListRows<FoundFile> {
     // there was no question): the paths in display order. nullopt when nothing is to be written.
     std::optional<std::vector<std::wstring>> exportLines(int boxAnswer) const;
 };
-
-inline constexpr std::wstring_view kExportTitle = L"Uložiť ako playlist...";
-BoxRequest exportedNotice(std::wstring_view chosenPath);
 
 }  // namespace tunovka
