@@ -17,10 +17,7 @@ constexpr Kind kKinds[] = {
     {.ending = L"txt", .format = L"textový súbor"},
 };
 
-SkinPalette& sharedPalette() {
-    static SkinPalette shared;
-    return shared;
-}
+SkinPalette sharedPalette;
 
 // The kind of a name that ends in a dot and the kind's ending.
 const Kind* kindOfName(std::wstring_view name) {
@@ -33,25 +30,11 @@ const Kind* kindOfName(std::wstring_view name) {
 }  // namespace
 
 void InitSharedTables() {
-    sharedPalette() = {
-        .FormBackColor = rgb(87, 153, 222),
-        .LabelForeColor = 0x800000,
-        .TitleColor = rgb(0, 84, 186),
-        .TitleTextColor = rgb(117, 179, 255),
-        .InfoColor = 255,
-        .AuxColor1 = 0xF9CFCC,
-        .AuxColor2 = 0,
-        .PlayerBarColor = 255,
-        .NodeBackColor = 0xFFFFFF,
-        .NodeForeColor = 0,
-        .MissingEntryColor = 255,
-        .PlaylistNodeColor = 0x800000,
-        .AuxColor3 = rgb(116, 175, 237),
-    };
+    sharedPalette = {};
 }
 
 const SkinPalette& palette() {
-    return sharedPalette();
+    return sharedPalette;
 }
 
 std::span<const Kind> kinds() {

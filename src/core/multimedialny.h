@@ -16,19 +16,19 @@ constexpr Color rgb(unsigned red, unsigned green, unsigned blue) {
 
 // The colours that every window applies at its load.
 struct SkinPalette {
-    Color FormBackColor;
-    Color LabelForeColor;
-    Color TitleColor;
-    Color TitleTextColor;
-    Color InfoColor;
-    Color AuxColor1;
-    Color AuxColor2;
-    Color PlayerBarColor;
-    Color NodeBackColor;
-    Color NodeForeColor;
-    Color MissingEntryColor;
-    Color PlaylistNodeColor;
-    Color AuxColor3;
+    Color FormBackColor = rgb(87, 153, 222);
+    Color LabelForeColor = 0x800000;
+    Color TitleColor = rgb(0, 84, 186);
+    Color TitleTextColor = rgb(117, 179, 255);
+    Color InfoColor = 255;
+    Color AuxColor1 = 0xF9CFCC;
+    Color AuxColor2 = 0;
+    Color PlayerBarColor = 255;
+    Color NodeBackColor = 0xFFFFFF;
+    Color NodeForeColor = 0;
+    Color MissingEntryColor = 255;
+    Color PlaylistNodeColor = 0x800000;
+    Color AuxColor3 = rgb(116, 175, 237);
 };
 
 // Sets every colour of the palette. Harmless when called again. The explorer's load calls it before
