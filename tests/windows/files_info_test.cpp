@@ -51,20 +51,26 @@ TEST_F(InfoWindow, ShowsAllThatIsKnownOfAFile) {
     const std::wstring path =
         scratch.file(L"Čerešňový sad 歌.mp3", std::string(1536 - 128, 'x') + tagBytes());
     {
-        const SYSTEMTIME changed{2011, 11, 0, 23, 12}, opened{2012, 12, 0, 24, 12};
-        FILETIME times[2];
-        SystemTimeToFileTime(&changed, &times[0]);
-        SystemTimeToFileTime(&opened, &times[1]);
+        // Half past midnight, summer time or not: in Greenwich it is the day before.
+        const auto at = [](WORD year, WORD month, WORD day) {
+            const SYSTEMTIME local{year, month, 0, day, 0, 30};
+            SYSTEMTIME universal{};
+            FILETIME time{};
+            TzSpecificLocalTimeToSystemTime(nullptr, &local, &universal);
+            SystemTimeToFileTime(&universal, &time);
+            return time;
+        };
+        const FILETIME changed = at(2011, 11, 23), opened = at(2012, 7, 24);
         const FileHandle file(CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
                                           OPEN_EXISTING, 0, nullptr));
-        SetFileTime(file.get(), nullptr, &times[1], &times[0]);
+        SetFileTime(file.get(), nullptr, &opened, &changed);
     }
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN);
     const frminfo& window = open(path);
     EXPECT_EQ(window.lblPath.text(), path);
     EXPECT_EQ(window.lblvelkosť.text(), L"1,5 kB ( 1 536 bajtov)");
     EXPECT_EQ(window.lbldatzmena.text(), L"23.11.2011");
-    EXPECT_EQ(window.lbldatotvor.text(), L"24.12.2012");
+    EXPECT_EQ(window.lbldatotvor.text(), L"24.7.2012");
     EXPECT_NE(window.lbldatvyt.text(), L"");  // not every system lets it be set
     EXPECT_EQ(window.lblznak.text(), L"skrytý súbor\r\n");
     EXPECT_EQ(tagOf(window), L"Čerešňový sad|Hracia skrinka|Záhrada|99|Kvitne v apríli");
