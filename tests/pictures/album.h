@@ -30,16 +30,16 @@ struct Picture {
 // Holds pictures against those kept in docs/pictures/DPI. A difference fails the test and leaves in
 // build/screenshots/DPI what was expected (NAME-was.png), what is shown (-is.png) and where they
 // differ (-differs.png).
-//
-// The pictures were made with one version of Wine and of the fonts, which stands on top of
-// docs/pictures/DPI/places.txt. Where letters look different, only the places of the controls and
-// the colours at their corners are compared, as far as they do not depend on letters.
 namespace Album {
+
+// Whether this system draws letters as they are in the kept picture "letters": else none of the
+// pictures can be held, and there is no sense in trying.
+bool drawsItsLetters();
 
 // Takes the picture again and again until it is as expected: windows may still be on their way.
 void hold(const std::wstring& name, const std::function<Picture()>& take);
 
-// After all tests: writes down where controls lay, and refuses pictures that nobody takes.
+// After all tests: refuses pictures that nobody takes.
 void close();
 
 }  // namespace Album

@@ -12,6 +12,9 @@ const std::wstring kFolder = L"E:\\Ľudové\\";
 
 class Pictures : public Stage {
   protected:
+    void inform(const std::wstring& picture) {
+        expectForm(L"frminfo", picture, [&] { explorer.prehrat.choose(L"info_o_subore"); });
+    }
     static void TearDownTestSuite() { Album::close(); }
 };
 
@@ -32,8 +35,7 @@ TEST_F(Pictures, Explorer) {
     hold(L"playlist");
     press(control(L"Tview"), VK_END);
     press(control(L"Tview"), VK_UP);
-    stops = {{L"frminfo", L"no-file", L"Tlacitko"}};
-    explorer.prehrat.choose(L"info_o_subore");
+    inform(L"no-file");
 }
 
 TEST_F(Pictures, ExplorersControls) {
@@ -115,13 +117,13 @@ TEST_F(Pictures, Editor) {
                                      kFolder + L"Vianočné\\Kométa.wav"})
         editor.Lview_OLEDragDrop(file, {}, {});
     hold(L"editor", L"frmplejlist");
-    stops = {{L"frmBox", L"duplicate", L"Itlačítko2"}};
+    expect({L"duplicate"}, {2});
     editor.Lview_OLEDragDrop(kFolder + kSong, {}, {});
-    stops = {{L"frmBox", L"links", L"Itlačítko1"}, {L"frmBox", L"written", L"Itlačítko1"}};
-    saveAs = kFolder + L"Môj výber.m3u";
+    expect({L"links", L"written"}, {1, 1});
+    person.saveAs({kFolder + L"Môj výber.m3u"});
     editor.menu1.choose(L"ulozit_ako_plejlist");
     press(control(L"frmplejlist", L"Lview"), VK_DELETE);
-    stops = {{L"frmBox", L"unsaved", L"Itlačítko3"}, {L"frmBox", L"", L"Itlačítko2"}};
+    expect({L"unsaved"}, {3, 2});
     editor.unload();
     editor.unload();
     choose(explorer.contents.Tview, L"môj výber.m3u");
@@ -148,7 +150,7 @@ TEST_F(Pictures, HighContrast) {
     chooseColors(true);
     edit(L"krátky.m3u", 3);
     RedrawWindow(explorer.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
-    stops = {{L"frmBox", L"contrast-box", L"Itlačítko1"}};
+    expect({L"contrast-box"}, {1});
     ask(L"CHYBA", L"Text", L"ÁNO;NIE");
     hold(L"contrast-editor", L"frmplejlist");
     hold(L"contrast-explorer");
@@ -179,19 +181,16 @@ TEST_F(Pictures, Menus) {
 TEST_F(Pictures, Files) {
     open(kFolder, kSong);
     setDates(kFolder + kSong);
-    stops = {{L"frminfo", L"information", L"Tlacitko"}};
-    explorer.prehrat.choose(L"info_o_subore");
+    inform(L"information");
     setDates(kFolder + kSong);
     SetFileAttributesW((kFolder + kSong).c_str(), FILE_ATTRIBUTE_READONLY);
-    stops = {{L"frminfo", L"read-only", L"Tlacitko"}};
-    explorer.prehrat.choose(L"info_o_subore");
+    inform(L"read-only");
     SetFileAttributesW((kFolder + kSong).c_str(), FILE_ATTRIBUTE_NORMAL);
-    stops = {{L"frmVstup", L"rename", L"Izrusit"}};
+    expect({L"rename"});
     explorer.prehrat.choose(L"premenovat_subor");
-    stops = {{L"frmBox", L"delete", L"Itlačítko2"}};
+    expect({L"delete"}, {2});
     explorer.prehrat.choose(L"zmazat_subor");
-    stops = {{L"frmOprograme", L"about", L"Tlacitko"}};
-    explorer.tri.choose(L"o_programe");
+    expectForm(L"frmOprograme", L"about", [&] { explorer.tri.choose(L"o_programe"); });
 
     frmkopirovanie copying(explorer, kSong);
     copying.showProgress(37, 100);
@@ -201,12 +200,12 @@ TEST_F(Pictures, Files) {
 }
 
 TEST_F(Pictures, Boxes) {
-    stops = {{L"frmBox", L"one-button", L"Itlačítko1"}};
+    expect({L"one-button"}, {1});
     ask(L"CHYBA", L"Nie je možné zobraziť súbory, nie sú dostatočné práva k načítaniu súborov.",
         L"No čo už ...");
     std::wstring text;
     for (int i = 1; i <= 80; ++i) text += L"Riadok " + std::to_wstring(i) + L"\r";
-    stops = {{L"frmBox", L"long-text", L"Itlačítko1"}};
+    expect({L"long-text"}, {1});
     ask(L"CHYBA", text, L"O.K.");
 }
 

@@ -172,6 +172,8 @@ class Person {
     static constexpr wchar_t kAsOffered[] = L"?";
     // Texts for the next input boxes; none presses Escape.
     void type(std::deque<std::optional<std::wstring>> texts) { texts_ = std::move(texts); }
+    // Sees each window before it is answered or closed.
+    std::function<void(const Form&)> before;
     // Forms of this name are closed, and so are pop-up menus.
     void closeForms(const std::wstring& name) { closed_ = name; }
     void closeMenus() { closesMenus_ = true; }
@@ -198,10 +200,8 @@ class Person {
 
     void look() {
         if (closesMenus_ && stateOfThread().flags & GUI_INMENUMODE) EndMenu();
-        if (Form* const form = closed_.empty() ? nullptr : openForm(closed_))
-            PostMessageW(form->handle(), WM_CLOSE, 0, 0);
-        if (Form* const box = openForm(L"frmBox")) return answerBox(*box);
-        if (Form* const input = openForm(L"frmVstup")) return answerInput(*input);
+        for (const std::wstring& name : {closed_, kBox, kInput})
+            if (Form* const form = openForm(name)) return meet(*form);
         for (const HWND window : WindowList::ofThisThread()) {
             wchar_t kind[16] = L"";
             GetClassNameW(window, kind, 16);
@@ -211,6 +211,18 @@ class Person {
         }
         answered_.clear();
         patience_ = 0;
+    }
+
+    void meet(Form& form) {
+        timer_.setInterval(0);
+        if (before) before(form);
+        timer_.setInterval(10);
+        if (form.name() == kBox)
+            answerBox(form);
+        else if (form.name() == kInput)
+            answerInput(form);
+        else
+            PostMessageW(form.handle(), WM_CLOSE, 0, 0);
     }
 
     void answerBox(Form& box) {
@@ -265,6 +277,7 @@ class Person {
         }
     }
 
+    const std::wstring kBox = L"frmBox", kInput = L"frmVstup";
     std::deque<int> answers_;
     std::deque<std::wstring> names_;
     std::deque<std::optional<std::wstring>> texts_;
