@@ -15,8 +15,10 @@
 #include "editor/frm_plejlist.h"
 #include "endurance/resources.h"
 #include "search/frm_hladanie.h"
+#include "support/disk_faults.h"
 #include "support/last_words.h"
 #include "support/person.h"
+#include "support/player_watch.h"
 #include "support/scratch_folder.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
@@ -62,6 +64,11 @@ class Ground {
             many += i % 3 ? "a.wav\r\n" : "niet" + std::to_string(i) + ".mp3\r\n";
         folder_.file(L"a.wav", contentOf(samplesFolder() + L"Skúšky\\Ladička 440 Hz.wav") + "x");
         folder_.file(L"veľa.m3u", many);
+        const std::string song = contentOf(folder_ / L"ľúbezná.wma");
+        folder_.file(L"zlý.wav", noise(200'000));
+        folder_.file(L"zlý.wma", song.substr(0, 6000) + noise(20'000));
+        folder_.file(L"krátky.wma", song.substr(0, song.size() / 3));
+        folder_.file(L"zlý.pls", "File1=zl\xFD.wav\r\nFile2=nic.wma\r\nFile3=zl\xFD.wma\r\n");
     }
     const std::wstring& path() const { return folder_.path(); }  // ends in "\"
 
@@ -120,6 +127,25 @@ class LongUse : public testing::Test {
         }
         mp.release();
     }
+    // Files that are set and replaced in quick succession, good and broken ones.
+    void replaceWhatPlays() {
+        for (int i = 0; i < 24; ++i) {
+            static constexpr const wchar_t* kNames[] = {
+                L"a.wav",       L"zlý.wav", L"čerešňový sad.mp3", L"krátky.wma", L"nic.mp3",
+                L"Vitajte.m3u", L"zlý.wma", L"ľúbezná.wma",       L"zlý.pls"};
+            explorer.player.play(ground.path() + kNames[i % std::size(kNames)]);
+            runUntil([] { return false; }, static_cast<DWORD>(i * 7 % 51));
+        }
+        explorer.player.mp.release();
+    }
+    // A long command gives up what no disk answers, and the disk comes back.
+    void giveUp() {
+        Silence silence(L"E:");
+        DiskQuestions<bool> questions;
+        for (int i = 0; i < 4; ++i) questions.put([&] { return silence.hold(L"E:\\a"), true; });
+        EXPECT_FALSE(questions.next(LoopHooks{yieldToEvents, [] { return true; }}));
+        silence.end();
+    }
     void search() {
         explorer.menuprestrom.choose(L"prehladaj_adresar");
         auto* const window = opened<frmhladanie>();
@@ -175,6 +201,8 @@ TEST_F(LongUse, LeavesEverythingWhereItWas) {
         edit();
         inform();
         play();
+        replaceWhatPlays();
+        for (int i = 0; i < 50; ++i) giveUp();
         save();
         careForFiles();
         settle();
@@ -193,49 +221,6 @@ TEST_F(LongUse, LeavesEverythingWhereItWas) {
         << before << "\n"
         << after;
     std::cout << times << " times: " << before << " -> " << after << std::endl;
-}
-
-struct Menu : handle_kinds::NullIsNone<HMENU> {
-    static void close(HMENU menu) { DestroyMenu(menu); }
-};
-
-// Something of each kind: 2 windows, a menu, a brush, 2 handles beside the event's, a thread.
-struct Takings {
-    static HWND window(DWORD style, HWND parent) {
-        return CreateWindowW(L"STATIC", L"", style, 0, 0, 9, 9, parent, nullptr, nullptr, nullptr);
-    }
-    static DWORD WINAPI awaitEvent(void* event) { return WaitForSingleObject(event, INFINITE); }
-    ~Takings() {
-        SetEvent(event.get());
-        WaitForSingleObject(thread.get(), INFINITE);
-    }
-    SystemWindow top{window(WS_POPUP, nullptr)}, unseen{window(0, HWND_MESSAGE)};
-    Handle<Menu> menu{CreatePopupMenu()};
-    Handle<handle_kinds::Gdi<HBRUSH>> brush{CreateSolidBrush(0x123456)};
-    FileHandle file{locked(samplesFolder() + L"Vitajte.m3u", FILE_SHARE_READ)};
-    KernelHandle event{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-    KernelHandle thread{CreateThread(nullptr, 0, awaitEvent, event.get(), 0, nullptr)};
-    std::unique_ptr<char[]> memory{new char[100]};
-};
-
-// The counts on which the long use relies.
-TEST(Resources, SeesEachKind) {
-    const Takings first;  // brings what the system itself makes once, as does the end of another
-    { const Takings ended; }
-    Resources::now();
-    const Resources before = Resources::now();
-    {
-        const Takings takings;
-        const Resources now = Resources::now();
-        EXPECT_EQ(now.windows, before.windows + 2);
-        EXPECT_EQ(now.menus, before.menus + 1);
-        EXPECT_GE(now.gdi, before.gdi + 1);
-        EXPECT_EQ(now.handles, before.handles + 2);
-        EXPECT_EQ(now.threads, before.threads + 1);
-        EXPECT_EQ(now.memory, before.memory + 100);
-        EXPECT_TRUE(now.exceeds(before));
-    }
-    EXPECT_FALSE(Resources::now().exceeds(before)) << before << " -> " << Resources::now();
 }
 
 }  // namespace
