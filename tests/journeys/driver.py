@@ -122,7 +122,6 @@ class App:
     """The program, running on a stage with `folder` as drive E:."""
 
     def __init__(self, program, probe, folder):
-        self.program = Path(program)
         self.dpi = int(os.environ.get("TUNOVKA_STAGE", 96))
         self.scale = self.dpi / 96
         env = dict(os.environ, TUNOVKA_STAGE=str(self.dpi), TUNOVKA_DRIVE_E=str(folder))
@@ -137,7 +136,7 @@ class App:
 
     def windows(self):
         """All windows of the program, the front ones first, each followed by its children."""
-        return [Control(self, row) for row in self.probe.ask("windows", self.program.name)]
+        return [Control(self, row) for row in self.probe.ask("windows")]
 
     def find(self, name, visible=True, within=None):
         """The first window of that code name, or None. `within`: a control of that window."""

@@ -5,7 +5,6 @@
 #include <windows.h>
 // windows.h first: these need its types.
 #include <commctrl.h>
-#include <tlhelp32.h>
 
 #include <fcntl.h>
 #include <io.h>
@@ -18,6 +17,8 @@ namespace {
 
 using Row = std::vector<std::wstring>;
 using Rows = std::vector<Row>;
+
+constexpr wchar_t kName[] = L"Tunovka.name";
 
 std::wstring number(LONG_PTR value) {
     return std::to_wstring(static_cast<long long>(value));
@@ -95,8 +96,7 @@ class RemoteMemory {
 Row describe(HWND window) {
     wchar_t kind[256] = L"", name[256] = L"";
     GetClassNameW(window, kind, 256);
-    const auto atom =
-        static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(window, L"Tunovka.name")));
+    const auto atom = static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(window, kName)));
     if (atom) GlobalGetAtomNameW(atom, name, 256);
     const HWND root = GetAncestor(window, GA_ROOT);
     Row row{number(reinterpret_cast<LONG_PTR>(window)), number(reinterpret_cast<LONG_PTR>(root)),
@@ -108,9 +108,15 @@ Row describe(HWND window) {
 }
 
 struct Search {
-    std::vector<DWORD> of;
+    DWORD program = 0;  // the process of the first window that has a name in the code
     Rows found;
 };
+
+BOOL CALLBACK findProgram(HWND window, LPARAM search) {
+    if (!GetPropW(window, kName)) return TRUE;
+    GetWindowThreadProcessId(window, &reinterpret_cast<Search*>(search)->program);
+    return FALSE;
+}
 
 BOOL CALLBACK collectChild(HWND window, LPARAM search) {
     reinterpret_cast<Search*>(search)->found.push_back(describe(window));
@@ -122,23 +128,17 @@ BOOL CALLBACK collect(HWND window, LPARAM parameter) {
     Search& search = *reinterpret_cast<Search*>(parameter);
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
-    if (std::ranges::count(search.of, process) == 0) return TRUE;
-    search.found.push_back(describe(window));
+    if (process != search.program) return TRUE;
+    collectChild(window, parameter);
     EnumChildWindows(window, collectChild, parameter);
     return TRUE;
 }
 
 // All windows of the program, top windows in front first, each followed by its children.
-Rows windows(const std::wstring& program) {
+Rows windows() {
     Search search;
-    const HANDLE list = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Process32FirstW(list, &entry); more; more = Process32NextW(list, &entry))
-        if (_wcsicmp(entry.szExeFile, program.c_str()) == 0)
-            search.of.push_back(entry.th32ProcessID);
-    CloseHandle(list);
-    EnumWindows(collect, reinterpret_cast<LPARAM>(&search));
+    for (const auto step : {findProgram, collect})
+        EnumWindows(step, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
@@ -218,7 +218,7 @@ Row type(const std::wstring& text) {
 
 Rows answer(const std::wstring& command, const std::wstring& word) {
     if (command == L"focus") return {focus()};
-    if (command == L"windows") return windows(word);
+    if (command == L"windows") return windows();
     if (command == L"type") return {type(word)};
     const auto window = reinterpret_cast<HWND>(static_cast<UINT_PTR>(_wtoi64(word.c_str())));
     if (!IsWindow(window)) return {};

@@ -1,8 +1,9 @@
-"""The road through the whole program by mouse, from the drive to the end, with a numbered picture of
+"""The road through the whole program by mouse and keys, from the drive to the end, with a numbered picture of
 each stop. It walks over a copy of the samples; over a person's own folder (TUNOVKA_FOLDER) it only
 looks at the drives and changes nothing."""
 
 import os
+import shutil
 
 import driver
 from driver import check, wait_until
@@ -13,7 +14,7 @@ ON_DISK = "Žabky pri jazere.mp3"  # the song, as its file is called
 
 # Entries of the pop-up menus by their numbers; separators do not count.
 NEW_PLAYLIST, SEARCH = 1, 3                 # of a folder
-OPERATIONS, COPY, PASTE = 4, 1, 2           # of a file
+INFORMATION, OPERATIONS, COPY, PASTE = 1, 4, 1, 2  # of a file
 SAVE = 2                                    # of an editor's row
 CLOSE = 2                                   # of the title
 
@@ -120,7 +121,9 @@ def search(app):
 
 def make_playlist(app, found, collection):
     """A new playlist takes a file, an entry of another playlist and a found file, and is saved."""
-    menu(app, app.control("strom").item(FOLK), NEW_PLAYLIST)
+    app.control("strom").item(FOLK).click()
+    app.key("Menu")
+    app.choose(NEW_PLAYLIST)
     editor = move_window(app, app.control("frmplejlist"), 780, 60)
     contents, target = app.control("Tview"), app.control("Lview", within=editor)
     rows = []
@@ -164,10 +167,30 @@ def files(app, collection):
     file_of(app, copy).click()
     check((collection / FOLK / copy).read_bytes() == song, "the renamed copy is whole")
     app.key("Delete")
+    wait_until(lambda: app.focused() and app.focused().text == "NIE", 5, "the refusing answer")
+    app.key("Return")
+    app.wait_gone("frmBox")
+    check((collection / FOLK / copy).is_file(), "a stray Enter deletes nothing")
+    app.key("Delete")
     answer(app, 1, f"Naozaj chceš nenávratne odstrániť súbor 'E:\\{FOLK}\\{copy}' ?")
     wait_until(lambda: not listed(app, copy), 5, "the contents without it")
     left = sorted(f.name for f in (collection / FOLK).iterdir() if "abky" in f.name)
     check(left == [ON_DISK], f"left are {left}")
+
+
+def keys(app, collection):
+    """What has no place on the mouse's road: the menu, a window's end, the folder listed anew."""
+    file_of(app, SONG).click()
+    app.key("shift+F10")
+    app.choose(INFORMATION)
+    check(app.control("lblPath").text == f"E:\\{FOLK}\\{ON_DISK}", "the selected file's window")
+    wait_until(lambda: app.focused() and app.focused().name == "lblPath", 5, "the focus")
+    app.key("Escape")
+    app.wait_gone("frminfo")
+    shutil.copy(collection / FOLK / ON_DISK, collection / FOLK / "hotová.mp3")
+    wait_until(lambda: app.key("F5") or listed(app, "hotová.mp3"), 5, "the new file")
+    app.key("shift+Tab")
+    wait_until(lambda: app.focused().name == "Medzera", 5, "the focus a place back")
 
 
 def end(app, rows):
@@ -190,6 +213,7 @@ def road(collection):
         found = search(app)
         rows = make_playlist(app, found, collection)
         files(app, collection)
+        keys(app, collection)
         end(app, rows)
     return journey
 
