@@ -22,11 +22,7 @@ class WatchedPlayer {
   public:
     explicit WatchedPlayer(const MediaEngineFactory& createEngine)
         : player_(std::make_unique<MediaPlayer>(createEngine)) {
-        player_->onNotification = [this](const MediaNotification& what) {
-            told_ += inShort(what);
-            if (what.kind == MediaNotification::Kind::NewStream)
-                titles.push_back(player_->details().title);
-        };
+        player_->onNotification = [this](const MediaNotification& what) { told_ += inShort(what); };
     }
 
     MediaPlayer* operator->() { return player_.get(); }
@@ -37,7 +33,6 @@ class WatchedPlayer {
         awaited_ = 0;
         return std::exchange(told_, {});
     }
-    bool has(const std::wstring& what) const { return told_.find(what) != told_.npos; }
 
     // Waits for a notification behind those that were waited for since the last told(). More may
     // have followed it: a busy machine brings many at once.
@@ -48,11 +43,6 @@ class WatchedPlayer {
             return at != told_.npos;
         });
     }
-    bool untilTitle(const std::wstring& title) {
-        return runUntil([&] { return !titles.empty() && titles.back() == title; });
-    }
-
-    std::vector<std::wstring> titles;  // at every change of the clip so far
 
   private:
     std::wstring told_;
@@ -91,25 +81,6 @@ inline std::string noise(std::size_t size) {
 inline bool isHeld(const std::wstring& path) {
     return !FileHandle(
         CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-}
-
-// Renames, replaces and deletes a file while it plays, as the program's commands do.
-inline void handleWhatPlays(WatchedPlayer& player, const ScratchFolder& folder) {
-    namespace fso = FileSystemObject;
-    const std::wstring path = folder / L"hrá.wav", other = folder / L"iný.wav";
-    const TransferHooks hooks{.letGo = [&](const std::wstring&) { player->release(); }};
-    const std::function<void()> commands[] = {[&] { fso::moveFile(path, other, false, hooks); },
-                                              [&] { fso::copyFile(other, path, hooks); },
-                                              [&] { fso::deleteFile(path, false, hooks); }};
-    for (const auto& command : commands) {
-        folder.file(L"hrá.wav", tone(20));
-        player->setFileName(path);
-        ASSERT_TRUE(player.untilTold(L"0-2 "));
-        EXPECT_TRUE(isHeld(path));
-        EXPECT_NO_THROW(command());
-        EXPECT_EQ(player->FileName(), L"");
-    }
-    EXPECT_FALSE(fso::FileExists(path));
 }
 
 }  // namespace tunovka

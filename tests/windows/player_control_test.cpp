@@ -31,12 +31,6 @@ struct Script {
     std::atomic<bool> active = false, connects = true;
 } script;
 
-DWORD WINAPI closeLate(void* file) {
-    Sleep(300);
-    CloseHandle(file);
-    return 0;
-}
-
 #define NOT_NEEDED(name, ...)                              \
     HRESULT STDMETHODCALLTYPE name(__VA_ARGS__) override { \
         return E_NOTIMPL;                                  \
@@ -138,11 +132,7 @@ class Control final
             }
             if (script.silent.contains(value)) return S_OK;
         }
-        if (id == kFileName && file_)
-            CloseHandle(CreateThread(nullptr, 0, closeLate, file_.release(), 0, nullptr));
         if (opens) {
-            file_.reset(CreateFileW(value.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, 0, nullptr));
             raise(kOpenStateChange, 0, 1);
             raise(kOpenStateChange, 1, kOpen);
             raise(kNewStream);
@@ -171,7 +161,6 @@ class Control final
     SystemWindow window_;
     ComPtr<IOleClientSite> site_;
     ComPtr<IDispatch> sink_;
-    FileHandle file_;
 };
 
 class Factory final : public SingleComObject<IClassFactory> {
@@ -264,30 +253,6 @@ TEST_F(MediaControlTest, theEndOfAnEntryIsNotTheEndOfTheList) {
     EXPECT_EQ(player_.told(), L"new 0-2 new 2-0 end ");
 }
 
-TEST_F(MediaControlTest, aListThatIsRefusedIsReadByUs) {
-    const ScratchFolder folder;
-    const std::wstring list =
-        folder.file(L"zoznam.pls", "File1=zly.mp3\nFile2=a.mp3\nFile3=b.mp3\n");
-    for (const bool late : {false, true}) {
-        script.refused = {L"1026=" + (folder / L"zly.mp3")};
-        if (late)
-            script.silent = {list};
-        else
-            script.refused.insert(L"1026=" + list);
-        player_->setFileName(list);
-        ASSERT_TRUE(untilCalled(L"1026=" + list));
-        if (late) raise(kError);
-        for (const wchar_t* entry : {L"a.mp3", L"b.mp3"}) {
-            ASSERT_TRUE(untilCalled(L"1026=" + (folder / entry)));
-            ASSERT_TRUE(player_.untilTold(L"new "));
-            raise(kEndOfStream);
-        }
-        ASSERT_TRUE(player_.untilTold(L"end "));
-        EXPECT_EQ(player_.told(), L"new 0-2 new 2-0 end ");
-        calls();
-    }
-}
-
 TEST_F(MediaControlTest, aFailureIsToldOnceAndNeverAsSuccess) {
     script.silent = {L"E:\\a.mp3"};
     script.answers[kErrorCode] = L"0";
@@ -326,12 +291,6 @@ TEST_F(MediaControlTest, openingsThatHangHoldNobodyUp) {
     ASSERT_TRUE(player_.untilTold(L"0-1 ")) << "remembered while it was opening";
     EXPECT_EQ(player_.told(), L"new 0-1 ");
     ASSERT_TRUE(runUntil([] { return script.living == 1; })) << "they end once they may";
-}
-
-// The stand-in keeps a file for a while after it was closed.
-TEST_F(MediaControlTest, whatPlaysCanBeRenamedReplacedAndDeleted) {
-    const ScratchFolder folder;
-    handleWhatPlays(player_, folder);
 }
 
 TEST_F(MediaControlTest, isChosenOnlyWhereItWorks) {

@@ -16,16 +16,9 @@ class Panel : public FileMenus {
     }
     PlayerPanel& panel() { return explorer->player; }
     std::wstring title() { return panel().PicČas.text(); }
+    COLORREF strip(double share) { return colorAt(panel().PicProgres, share); }
     bool untilTitle(const wchar_t* part) {
         return runUntil([&] { return title().find(part) != std::wstring::npos; });
-    }
-    // The colour of the strip at a share of its width.
-    COLORREF strip(double share) {
-        const Size size = panel().PicProgres.clientSize();
-        const HDC dc = GetDC(panel().PicProgres.handle());
-        const COLORREF color = GetPixel(dc, static_cast<int>(share * size.width), size.height / 2);
-        ReleaseDC(panel().PicProgres.handle(), dc);
-        return color;
     }
 };
 
