@@ -102,8 +102,9 @@ void ContentsTree::list(const std::wstring& path) {
     names_.clear();
     for (const FolderEntry& file : files) {
         const auto playlist = playlists.find(file.name);
-        if (playlist != playlists.end())
-            addPlaylist(path, file, playlist->second, std::ref(existing));
+        if (playlist != playlists.end() &&
+            !addPlaylist(path, file, playlist->second, std::ref(existing), hooks))
+            return;
         if (IsPlayableMedia(lowerCased(file.name))) addMusic(file.name);
         if (!hooks.next()) return;
     }
@@ -140,8 +141,10 @@ void ContentsTree::addMusic(const std::wstring& name) {
     Tview.add({.key = newKey(name), .text = text, .imageKey = IconKeyByExtension(mediaKind(text))});
 }
 
-void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& file,
-                               const ReadPlaylist& playlist, const FileExistsTest& exists) {
+// False when the listing was given up.
+bool ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& file,
+                               const ReadPlaylist& playlist, const FileExistsTest& exists,
+                               const LoopHooks& hooks) {
     const std::wstring parent = newKey(file.name), name = lowerCased(file.name);
     Tview.add({.key = parent,
                .text = name,
@@ -163,7 +166,10 @@ void ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
                    .text = afterLastBackslash(*text),
                    .imageKey = IconKeyByExtension(mediaKind(*text)),
                    .foreground = missing ? palette().MissingEntryColor : palette().NodeForeColor});
+        if (!hooks.next()) return false;
+        if (!Tview.contains(parent)) break;  // renamed meanwhile
     }
+    return true;
 }
 
 // Whether a file is there or not.

@@ -53,8 +53,9 @@ class ContentsTree {
                               std::map<std::wstring, ReadPlaylist>& playlists,
                               const LoopHooks& hooks);
     std::wstring newKey(const std::wstring& name);
-    void addPlaylist(const std::wstring& folder, const FolderEntry& file,
-                     const ReadPlaylist& playlist, const FileExistsTest& exists);
+    bool addPlaylist(const std::wstring& folder, const FolderEntry& file,
+                     const ReadPlaylist& playlist, const FileExistsTest& exists,
+                     const LoopHooks& hooks);
     std::wstring pathOf(const std::wstring& key) const;
     void addMusic(const std::wstring& name);
 

@@ -205,7 +205,7 @@ std::optional<LRESULT> Window::reflect(UINT message, WPARAM wparam, LPARAM lpara
     if (message == WM_NOTIFY) {
         auto& header = *reinterpret_cast<NMHDR*>(lparam);
         Window* child = windowOf(header.hwndFrom);
-        if (child && child != this) return child->onNotify(header);
+        if (child && child != this) return child->onNotify(header).value_or(0);
     } else if (message == WM_COMMAND && lparam) {
         Window* child = windowOf(reinterpret_cast<HWND>(lparam));
         if (child && child != this) return child->onCommand(HIWORD(wparam));
