@@ -18,6 +18,8 @@
 namespace tunovka {
 namespace DiskWork {
 
+using Clock = std::chrono::steady_clock;
+
 // Guarded by the lock of the workers; `givenUp` is the asker's alone.
 struct Crew::State {
     std::deque<std::shared_ptr<Task>> waiting;
@@ -25,6 +27,7 @@ struct Crew::State {
     std::size_t called = 0;      // workers that are at it or on their way
     unsigned quick = 0;          // tasks in a row that took no time
     std::vector<DWORD> threads;  // those of the tasks under way
+    Clock::time_point begun;     // the last of these
     bool givenUp = false;
 };
 
@@ -50,6 +53,7 @@ class Workers {
     void put(const std::shared_ptr<Crew::State>& crew, std::shared_ptr<Task> task) {
         const std::scoped_lock lock(lock_);
         crew->waiting.push_back(std::move(task));
+        if (!crew->threads.empty() && !isQuick(crew->begun)) crew->most = kMostWorkers;
         call(crew);
     }
 
@@ -92,6 +96,10 @@ class Workers {
         bool isQuick = false;
     };
 
+    static bool isQuick(Clock::time_point begun) {
+        return Clock::now() - begun < std::chrono::milliseconds(kMoment);
+    }
+
     // Calls workers to the crew, as many as may be at its tasks.
     void call(const std::shared_ptr<Crew::State>& crew) {
         const std::size_t tasks = crew->threads.size() + crew->waiting.size();
@@ -118,11 +126,10 @@ class Workers {
     }
 
     void work() {
-        using Clock = std::chrono::steady_clock;
         for (Job job; next(job);) {
             const auto start = Clock::now();
             job.task->run();
-            job.isQuick = Clock::now() - start < std::chrono::milliseconds(kMoment);
+            job.isQuick = isQuick(start);
         }
     }
 
@@ -163,6 +170,7 @@ class Workers {
                     job.task = std::move(crew.waiting.front());
                     crew.waiting.pop_front();
                     crew.threads.push_back(GetCurrentThreadId());
+                    crew.begun = Clock::now();
                     return true;
                 }
                 --crew.called;

@@ -83,13 +83,15 @@ std::optional<MergeReport> EditorDocument::appendLines(std::wstring_view text,
     MergeReport report;
     std::int16_t number = lastNumber;
     const std::wstring home = folder();
+    std::wstring path;
     try {
         WideLineReader lines(text);
         for (std::wstring_view line; lines.next(line);) {
             if (isPlaylistEntryLine(line)) {
                 number = count16(number + 1);
                 const auto entry = entryText(line);
-                const bool missing = !exists(absoluteEntryPath(withoutFilePrefix(entry), home));
+                path = absoluteEntryPath(withoutFilePrefix(entry), home, std::move(path));
+                const bool missing = !exists(path);
                 appendEntry(number, entry, missing);
                 ++report.added;
                 report.invalid += missing;

@@ -48,9 +48,12 @@ std::optional<FileExistsTest> Editor::filesOfText(std::wstring_view text,
                                                   const std::wstring& folder) {
     files_.anew();
     WideLineReader lines(text);
-    for (std::wstring_view line; lines.next(line);)
-        if (isPlaylistEntryLine(line))
-            files_.expect(absoluteEntryPath(withoutFilePrefix(line), folder));
+    std::wstring path;
+    for (std::wstring_view line; lines.next(line);) {
+        if (!isPlaylistEntryLine(line)) continue;
+        path = absoluteEntryPath(withoutFilePrefix(line), folder, std::move(path));
+        files_.expect(path);
+    }
     if (!files_.prepare(hooks())) return std::nullopt;
     return std::ref(files_);
 }

@@ -64,20 +64,22 @@ EntryKind classify(std::wstring_view text) {
     return text.starts_with(L'\\') ? EntryKind::DriveRooted : EntryKind::Relative;
 }
 
-std::wstring absoluteEntryPath(std::wstring_view text, std::wstring_view folder) {
-    std::wstring path;
+std::wstring absoluteEntryPath(std::wstring_view text, std::wstring_view folder,
+                               std::wstring path) {
+    path.clear();
     path.reserve(folder.size() + text.size());
     switch (classify(text)) {
         case EntryKind::Absolute:
             break;
         case EntryKind::DriveRooted:
-            path = driveName(folder);
+            path += driveName(folder);
             break;
         case EntryKind::Relative:
-            path = folder;
+            path += folder;
             break;
     }
-    return path += text;
+    path += text;
+    return path;
 }
 
 std::wstring mergedEntryPath(std::wstring_view text, std::wstring_view folder) {

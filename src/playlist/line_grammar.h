@@ -58,8 +58,9 @@ enum class EntryKind {
 EntryKind classify(std::wstring_view text);
 
 // The entry text (without its "File…=" prefix) as a path. `folder` ends in "\". ".." is left for
-// the file system to follow.
-std::wstring absoluteEntryPath(std::wstring_view text, std::wstring_view folder);
+// the file system to follow. `path` lends its memory: a loop over thousands hands the last one in.
+std::wstring absoluteEntryPath(std::wstring_view text, std::wstring_view folder,
+                               std::wstring path = {});
 
 // The same for the merge reader, where a relative text that begins with ".." starts at the root of
 // the folder's drive: "..\a.mp3" in "D:\x\" gives "D:\\a.mp3". This is how links are written.
