@@ -73,7 +73,7 @@ void ContentsTree::listOrTell() {
                 : L"Došlo k neočakávanej chybe !!!\r\nČíslo chyby: " +
                       std::to_wstring(error.number) + L" , chybová správa: " + error.description +
                       L" , zdroj chyby: " + error.source;
-        ask(L"CHYBA", text, L"No čo už ...");
+        tellWhy(text);
     }
 }
 

@@ -10,10 +10,6 @@
 namespace tunovka {
 namespace {
 
-void notify(const std::wstring& text) {
-    ask(L"CHYBA", text, L"No čo už ...");
-}
-
 // Starts another program; a failure is told and the program goes on.
 template <typename Start>
 void startOrTell(Start&& start) {
@@ -24,7 +20,7 @@ void startOrTell(Start&& start) {
         failure = L"Program sa nepodarilo spustiť !\rChyba č. " + std::to_wstring(error.number) +
                   L": " + error.description;
     }
-    if (!failure.empty()) notify(failure);
+    if (!failure.empty()) tellWhy(failure);
 }
 
 }  // namespace
@@ -102,7 +98,7 @@ void PlayMenu::findPlayers() {
 }
 
 void PlayMenu::notifyNoFile(std::wstring_view missing) const {
-    notify(contents_.whyNoFile(contents_.Tview.selectedKey(), missing));
+    tellWhy(contents_.whyNoFile(contents_.Tview.selectedKey(), missing));
 }
 
 void PlayMenu::PlaySelected(const std::wstring& program) {

@@ -10,6 +10,7 @@
 #include "files/frm_info.h"
 #include "search/frm_hladanie.h"
 #include "ui/form.h"
+#include "ui/frm_box.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -171,8 +172,9 @@ void frmPrieskumnik::o_programe_Click() {
 
 void frmPrieskumnik::info_o_subore_Click() {
     const std::wstring path = contents.selectedPath();
-    if (path.empty()) return showMissingFile();
-    showInformation(path);
+    if (!path.empty()) return showInformation(path);
+    const std::wstring why = contents.whyNoFile(contents.Tview.selectedKey(), L"");
+    why.empty() ? showMissingFile() : tellWhy(why);
 }
 
 void frmPrieskumnik::editovat_playlist_Click() {

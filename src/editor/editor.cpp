@@ -80,11 +80,14 @@ std::wstring Editor::pathOf(std::size_t row) const {
     return document.resolve(row, fileAnswers);
 }
 
-std::wstring Editor::status(std::size_t row) const {
-    std::wstring path = pathOf(row);
-    if (!path.empty()) return path;
+std::wstring Editor::whyNoFile(std::size_t row, std::wstring_view missing) const {
     const auto whatever = [](const std::wstring&) { return true; };
-    return whyNoFile(document.resolve(row, whatever), L"Odkaz na neexistujúci súbor");
+    return tunovka::whyNoFile(document.resolve(row, whatever), missing);
+}
+
+std::wstring Editor::status(std::size_t row) const {
+    const std::wstring path = pathOf(row);
+    return path.empty() ? whyNoFile(row, L"Odkaz na neexistujúci súbor") : path;
 }
 
 void Editor::loadPlaylistFile(const std::wstring& path) {

@@ -28,8 +28,9 @@ class Editor {
 
     // The file of a row, "" when it is missing now.
     std::wstring pathOf(std::size_t row) const;
-    // What the status line says of it: the path, that it is missing, or what stands against
-    // looking.
+    // Why there is none: `missing`, or what stands against looking.
+    std::wstring whyNoFile(std::size_t row, std::wstring_view missing) const;
+    // What the status line says of it: the path, or why there is none.
     std::wstring status(std::size_t row) const;
 
     // Reads a playlist. What was read before an error stays.

@@ -226,13 +226,21 @@ void frmplejlist::showMenu(Point screen) {
     menu1.show(*this, screen);
 }
 
-// The row that says that nothing was found has no key, and nothing to play or to tell.
+// The row that says that nothing was found has no key, and nothing to play or to tell. A file that
+// may not be looked at is not missing: what stands against it is told.
+bool frmplejlist::mayBeAsked() const {
+    if (Lview.selectedKey().empty()) return false;
+    const std::wstring refusal = editor.whyNoFile(*Lview.selected(), L"");
+    if (!refusal.empty()) tellWhy(refusal);
+    return refusal.empty();
+}
+
 void frmplejlist::prehrat_Click() {
-    if (!Lview.selectedKey().empty()) links_.play(selectedPath());
+    if (mayBeAsked()) links_.play(selectedPath());
 }
 
 void frmplejlist::info_o_subore_Click() {
-    if (Lview.selectedKey().empty()) return;
+    if (!mayBeAsked()) return;
     const std::wstring path = selectedPath();
     if (path.empty()) return links_.showMissingFile();
     links_.showInformation(path);

@@ -50,6 +50,7 @@ class frmplejlist : public SkinnedForm {
     void bindHandlers();
     void run(const std::function<void(Editor&)>& command);
     std::wstring selectedPath() const;
+    bool mayBeAsked() const;
     void updateCountLabel();
     void showMenu(Point screen);
 

@@ -25,6 +25,11 @@ inline std::int16_t ask(const BoxRequest& request) {
     return ask(request.title, request.text, request.buttons);
 }
 
+// Tells why something cannot be done.
+inline void tellWhy(const std::wstring& why) {
+    ask(L"CHYBA", why, L"No čo už ...");
+}
+
 // Shows a notice from the message loop: after what runs now has returned, and after any box that
 // is open has been answered.
 void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button);
