@@ -72,7 +72,7 @@ ScanPanel::ScanPanel(Form& form)
       found_({.name = L"lblnajdene", .parent = &PicInfo, .format = DT_CENTER}) {
     PicInfo.onPaint = [](HDC dc, Size size) {
         const RECT area{0, 0, size.width, size.height};
-        fillGradient(dc, area, colors().panelLight, colors().panel);
+        fillGradient(dc, area, colors().panelLight, colors().track);
         frameRect(dc, area, colors().rim);
     };
     Istop.onPress = [] { StopRequested = -1; };

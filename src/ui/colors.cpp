@@ -56,22 +56,21 @@ bool highContrast() {
 Colors ofSkin() {
     MultiMedialny::InitSharedTables();  // for a window that comes before the explorer
     const MultiMedialny::SkinPalette& skin = MultiMedialny::palette();
-    const Color edge = mixed(skin.FormBackColor, kBlack, 100);
     return {.plain = false,
             .ground = skin.FormBackColor,
             .groundLight = mixed(skin.FormBackColor, kWhite, 70),
             .rim = mixed(skin.TitleColor, kBlack, 90),
             .rimLight = mixed(skin.FormBackColor, kWhite, 90),
             .text = skin.LabelForeColor,
+            .textHalo = kWhite,
             .textOff = mixed(skin.LabelForeColor, skin.FormBackColor, 140),
             .title = skin.TitleColor,
             .titleText = skin.TitleTextColor,
             .button = skin.AuxColor1,
             .buttonText = skin.LabelForeColor,
             .card = mixed(skin.FormBackColor, kWhite, 215),
-            .edge = edge,
+            .edge = mixed(skin.FormBackColor, kBlack, 100),
             .field = skin.NodeBackColor,
-            .fieldText = skin.NodeForeColor,
             .selected = skin.TitleColor,
             .selectedText = kWhite,
             .selectedElsewhere = skin.AuxColor1,
@@ -80,46 +79,36 @@ Colors ofSkin() {
             .track = skin.AuxColor1,
             .headerLight = mixed(skin.AuxColor3, kWhite, 120),
             .header = skin.AuxColor3,
-            .headerText = skin.LabelForeColor,
-            .panelLight = mixed(skin.AuxColor3, kWhite, 190),
-            .panel = skin.AuxColor1,
-            .focus = skin.LabelForeColor,
-            .focusHalo = kWhite};
+            .panelLight = mixed(skin.AuxColor3, kWhite, 190)};
 }
 
 Colors ofSystem() {
     const Color ground = GetSysColor(COLOR_WINDOW), text = GetSysColor(COLOR_WINDOWTEXT);
-    const Color button = GetSysColor(COLOR_BTNFACE), buttonText = GetSysColor(COLOR_BTNTEXT);
-    const Color selected = GetSysColor(COLOR_HIGHLIGHT),
-                selectedText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+    const Color button = GetSysColor(COLOR_BTNFACE), selected = GetSysColor(COLOR_HIGHLIGHT);
     return {.plain = true,
             .ground = ground,
             .groundLight = ground,
             .rim = text,
             .rimLight = ground,
             .text = text,
+            .textHalo = ground,
             .textOff = GetSysColor(COLOR_GRAYTEXT),
             .title = GetSysColor(COLOR_ACTIVECAPTION),
             .titleText = GetSysColor(COLOR_CAPTIONTEXT),
             .button = button,
-            .buttonText = buttonText,
+            .buttonText = GetSysColor(COLOR_BTNTEXT),
             .card = ground,
             .edge = text,
             .field = ground,
-            .fieldText = text,
             .selected = selected,
-            .selectedText = selectedText,
+            .selectedText = GetSysColor(COLOR_HIGHLIGHTTEXT),
             .selectedElsewhere = selected,
             .dropTarget = selected,
             .bar = selected,
             .track = ground,
             .headerLight = button,
             .header = button,
-            .headerText = buttonText,
-            .panelLight = ground,
-            .panel = ground,
-            .focus = text,
-            .focusHalo = ground};
+            .panelLight = ground};
 }
 
 Colors& current() {
@@ -144,7 +133,7 @@ void chooseColors(bool highContrast) {
 Color shownText(Color given) {
     if (!colors().plain) return given;
     const bool warns = given == MultiMedialny::palette().MissingEntryColor;
-    return warns ? readableOn(colors().field, given) : colors().fieldText;
+    return warns ? readableOn(colors().field, given) : colors().text;
 }
 
 RowColors rowColors(Color given, RowState state) {

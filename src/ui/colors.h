@@ -13,21 +13,20 @@ struct Colors {
 
     Color ground, groundLight;  // of a window: most of it, and where light falls on it from above
     Color rim, rimLight;        // its two frames, from outside
-    Color text;                 // labels
+    Color text, textHalo;       // labels; the two frames around what has the focus
     Color textOff;              // of what cannot be pressed now
     Color title, titleText;
-    Color button, buttonText;               // of a button with a caption, where no picture is drawn
-    Color card;                             // a pale plain field on the ground
-    Color edge;                             // frames around fields
-    Color field, fieldText;                 // lists, trees, empty strips
-    Color selected, selectedText;           // the chosen row of the control with the focus
-    Color selectedElsewhere;                // ... of a control without it
-    Color dropTarget;                       // the row under a drag
-    Color bar;                              // the filled part of a strip
-    Color track;                            // behind a thumb
-    Color headerLight, header, headerText;  // of a list, from above
-    Color panelLight, panel;                // of a panel that lies over a window
-    Color focus, focusHalo;                 // the two frames around what has the focus
+    Color button, buttonText;      // of a button with a caption, where no picture is drawn
+    Color card;                    // a pale plain field on the ground
+    Color edge;                    // frames around fields
+    Color field;                   // lists, trees, empty strips
+    Color selected, selectedText;  // the chosen row of the control with the focus
+    Color selectedElsewhere;       // ... of a control without it
+    Color dropTarget;              // the row under a drag
+    Color bar;                     // the filled part of a strip
+    Color track;                   // behind a thumb; the lower part of a panel over a window
+    Color headerLight, header;     // of a list, from above
+    Color panelLight;              // the upper part of a panel
 };
 
 const Colors& colors();

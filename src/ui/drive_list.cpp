@@ -31,7 +31,8 @@ DriveList::DriveList(const wchar_t* name, const std::wstring& accessibleName, Wi
     : Window(Args{.name = name,
                   .className = WC_COMBOBOXW,
                   .text = accessibleName,
-                  .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST,
+                  .style = WS_CHILD | WS_VSCROLL | CBS_DROPDOWNLIST,
+                  .tabStop = true,
                   .parent = &parent}) {
     setAccessibleName(accessibleName);
 }

@@ -4,7 +4,6 @@
 #include <oleacc.h>
 
 #include <algorithm>
-#include <set>
 
 #include "core/late_function.h"
 #include "core/loop.h"
@@ -27,59 +26,59 @@ BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
     return TRUE;
 }
 
-}  // namespace
-
-// The tool tips of a form's controls, in one system window that is made when the pointer comes to
-// the first of them.
-class ToolTip : public Window {
-  public:
-    explicit ToolTip(Form& form) : owner_(form) {}
-
-    // The pointer has moved over a control, to a place within it: shows the control's tip when it
-    // rests there.
-    void pointerOver(const Window& control, const std::wstring& text, WPARAM keys, LPARAM place);
-
-  private:
-    Form& owner_;
-    std::set<HWND> known_;
-};
-
-void ToolTip::pointerOver(const Window& control, const std::wstring& text, WPARAM keys,
-                          LPARAM place) {
-    if (!known_.insert(control.handle()).second) return;  // the system watches it already
-    if (!handle())
-        create({.name = L"ToolTip",
-                .className = TOOLTIPS_CLASSW,
-                .style = WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                .exStyle = WS_EX_TOPMOST,
-                .owner = owner_.handle()});
-    TTTOOLINFOW tool{};
-    tool.cbSize = TTTOOLINFOW_V1_SIZE;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = GetParent(control.handle());
-    tool.uId = reinterpret_cast<UINT_PTR>(control.handle());
-    tool.lpszText = const_cast<wchar_t*>(text.c_str());
-    send(TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    MSG move{control.handle(), WM_MOUSEMOVE, keys, place, GetTickCount(), {}};
-    send(TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&move));
+std::vector<std::unique_ptr<Form>>& all() {
+    static std::vector<std::unique_ptr<Form>> forms;
+    return forms;
 }
 
+HWND lastActive = nullptr;
+
+bool isSeen(HWND window) {
+    return dynamic_cast<Form*>(windowOf(window)) && IsWindowVisible(window) && !IsIconic(window);
+}
+
+bool isPress(UINT message) {
+    return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN;
+}
+
+// Of a screen, without the task bar.
+RECT workAreaOf(HMONITOR screen) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(screen, &monitor);
+    return monitor.rcWork;
+}
+
+constexpr int kFocusFrame = 2;  // how thick it is
+
+// Where the frame around a control of a form goes, in the form's pixels.
+RECT focusFrame(const Form& form, const Window& control) {
+    RECT area{};
+    GetWindowRect(control.handle(), &area);
+    MapWindowPoints(nullptr, form.handle(), reinterpret_cast<POINT*>(&area), 2);
+    const int outside = form.scaled(kFocusFrame + control.focusGap());
+    InflateRect(&area, outside, outside);
+    return area;
+}
+
+}  // namespace
+
 Form::Form(const FormArgs& args)
-    : args_(args), becameActive_([this](std::uintptr_t) {
+    : Window(this), args_(args), becameActive_([this](std::uintptr_t) {
           const Depth alive(this);
           if (!closing_) onActivated();
       }) {
     setMessageFilter(filterMessage);
-    host_ = this;
     Args window;
     window.name = args.name;
     window.text = args.caption;
     window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (isSizable() ? kSizableStyle : 0);
     window.exStyle = WS_EX_CONTROLPARENT | (args.owner ? 0 : WS_EX_APPWINDOW);
+    window.visible = false;
     window.owner = args.owner;
     const auto place = [&](int dpi) {
         dpi_ = dpi;
-        return centred({scaled(args.size.width), scaled(args.size.height)}, args.owner);
+        return centred({scaled(args.size.width), scaled(args.size.height)});
     };
     // At its place from the start: moving it there afterwards takes longer.
     window.bounds = place(dpiOf(args.owner));
@@ -88,11 +87,6 @@ Form::Form(const FormArgs& args)
         SetWindowPos(handle(), nullptr, 0, 0, 0, 0,
                      SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     setBounds(place(dpiOf(handle())));  // where that screen's dpi is another one after all
-}
-
-Form::~Form() {
-    tips_.reset();  // the system would destroy its window together with this one
-    destroy();
 }
 
 bool Form::unload() {
@@ -111,8 +105,17 @@ void Form::close() {
     ShowWindow(handle(), SW_HIDE);
 }
 
+// From the message loop, where none of its handlers runs. Whoever owns a form that is not loaded
+// destroys it himself.
 void Form::leave() {
-    if (--depth_ == 0 && closing_ && owned_) Forms::destroyLater(this);
+    if (--depth_ > 0 || !closing_) return;
+    postToLoop([this] {
+        const auto found = std::ranges::find(all(), this, &std::unique_ptr<Form>::get);
+        if (found == all().end() || depth_ > 0 || !closing_) return;
+        const std::unique_ptr<Form> doomed = std::move(*found);
+        all().erase(found);
+        if (all().empty()) PostQuitMessage(0);
+    });
 }
 
 void Form::show() {
@@ -129,23 +132,9 @@ void Form::showInactive() {
     UpdateWindow(handle());
 }
 
-namespace {
-
-bool isPress(UINT message) {
-    return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN;
-}
-
-}  // namespace
-
-// Nothing is closed or asked yet: another program may still keep the session.
-bool Form::mayEndSession() {
-    const std::wstring reason = closing_ ? L"" : sessionBlock();
-    blockSession(reason);
-    return reason.empty();
-}
-
-// What the system shows while it waits; "" takes it back. Systems before Vista show nothing.
-void Form::blockSession(const std::wstring& reason) {
+// What the system shows while it waits for the session's end; "" takes it back. Systems before
+// Vista show nothing.
+void Form::blockSession(const std::wstring& reason) const {
     static const LateFunction<BOOL WINAPI(HWND, const wchar_t*)> block(L"user32.dll",
                                                                        "ShutdownBlockReasonCreate");
     static const LateFunction<BOOL WINAPI(HWND)> unblock(L"user32.dll",
@@ -163,7 +152,7 @@ void Form::minimize() {
 
 void Form::showModal() {
     const Depth alive(this);
-    modal_ = std::make_unique<ModalState>(handle());
+    modal_.emplace(handle());
     show();
     // All at once: controls that are painted later would show as holes.
     RedrawWindow(handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -180,22 +169,33 @@ std::optional<AccessibleFacts> Form::describe() const {
 }
 
 void Form::offerTip(const Window& control, const std::wstring& tip, WPARAM keys, LPARAM place) {
-    if (!tips_) tips_ = std::make_unique<ToolTip>(*this);
-    tips_->pointerOver(control, tip, keys, place);
+    prepareSystemControls();
+    if (!tips_)
+        tips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, handle(),
+                                nullptr, nullptr, nullptr);
+    TTTOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = GetParent(control.handle());
+    tool.uId = reinterpret_cast<UINT_PTR>(control.handle());
+    const auto info = reinterpret_cast<LPARAM>(&tool);
+    if (SendMessageW(tips_, TTM_GETTOOLINFOW, 0, info)) return;  // the system watches it already
+    tool.lpszText = const_cast<wchar_t*>(tip.c_str());
+    SendMessageW(tips_, TTM_ADDTOOLW, 0, info);
+    MSG move{control.handle(), WM_MOUSEMOVE, keys, place, GetTickCount(), {}};
+    SendMessageW(tips_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&move));
 }
 
-Rect Form::workArea(HWND window) {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    return rectOf(monitor.rcWork);
+Rect Form::workArea() const {
+    return rectOf(workAreaOf(MonitorFromWindow(handle(), MONITOR_DEFAULTTONEAREST)));
 }
 
-Rect Form::centred(Size size, HWND beside) {
-    const Rect work = workArea(beside);
-    Rect over = work;
-    if (const Window* window = windowOf(beside); window && window->isVisible() && !IsIconic(beside))
-        over = window->bounds();
+Rect Form::centred(Size size) const {
+    const HWND owner = args_.owner;
+    const Rect work = rectOf(workAreaOf(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY)));
+    const Window* window = windowOf(owner);
+    const Rect over = window && window->isVisible() && !IsIconic(owner) ? window->bounds() : work;
     const auto placed = [](int low, int length, int size, int least, int most) {
         return std::max(least, std::min(low + (length - size) / 2, most - size));
     };
@@ -204,22 +204,21 @@ Rect Form::centred(Size size, HWND beside) {
             size.height};
 }
 
-void Form::centre(HWND beside) {
-    const Rect own = bounds();
-    setBounds(centred({own.width, own.height}, beside));
+void Form::centre() {
+    setBounds(centred({bounds().width, bounds().height}));
 }
 
 void Form::placeBesideOthers() {
     std::vector<Rect> taken;
-    HWND main = nullptr;
+    const Form* main = nullptr;
     for (const Form* form : Forms::loaded()) {
-        if (!form->isVisible() || IsIconic(form->handle())) continue;
-        if (!main) main = form->handle();
+        if (!isSeen(form->handle())) continue;
+        if (!main) main = form;
         taken.push_back(form->bounds());
     }
     if (!main) return;
-    const Rect own = bounds();
-    setBounds(freePlace({own.width, own.height}, taken, workArea(main), scaled(kCascade)));
+    const Size size{bounds().width, bounds().height};
+    setBounds(freePlace(size, taken, main->workArea(), scaled(kCascade)));
 }
 
 void Form::setClientSize(Size size) {
@@ -228,61 +227,26 @@ void Form::setClientSize(Size size) {
 }
 
 void Form::layout() {
-    if (!IsIconic(handle()) && !closing_) onLayout();
+    if (IsIconic(handle()) || closing_) return;
+    onLayout();
+    // The ground goes with the size, also behind the labels that lie on it.
+    RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
-namespace {
-
-// Moves the drawing so that the place of `window` comes to lie under its `control`.
-void drawAs(HDC target, HWND control, HWND window) {
-    POINT origin{0, 0};
-    MapWindowPoints(control, window, &origin, 1);
-    OffsetViewportOrgEx(target, -origin.x, -origin.y, nullptr);
+void Form::paint(HDC dc) const {
+    const RECT area = toRECT(clientArea());
+    fillRect(dc, area, colors().ground);
+    onPaintGround(dc, area);
+    paintFocus(dc);
 }
-
-}  // namespace
-
-void Form::paintGround(HDC target, const Window& control) const {
-    {
-        const SavedDc saved(target);
-        drawAs(target, control.handle(), handle());
-        RECT area{};
-        GetClientRect(handle(), &area);
-        fillRect(target, area, colors().ground);
-        onPaintGround(target, area);
-        paintFocus(target);
-    }
-    if (&control == this) return;
-    const Window* parent = windowOf(GetParent(control.handle()));
-    if (!parent || parent == this) return;
-    const SavedDc saved(target);
-    drawAs(target, control.handle(), parent->handle());
-    parent->paintBehind(target);
-}
-
-namespace {
-
-constexpr int kFocusFrame = 2;  // how thick it is
-
-// Where the frame around a control of a form goes, in the form's pixels.
-RECT focusFrame(const Form& form, const Window& control) {
-    RECT area{};
-    GetWindowRect(control.handle(), &area);
-    MapWindowPoints(nullptr, form.handle(), reinterpret_cast<POINT*>(&area), 2);
-    const int outside = form.scaled(kFocusFrame + control.focusGap());
-    InflateRect(&area, outside, outside);
-    return area;
-}
-
-}  // namespace
 
 // Controls that paint themselves show their focus within; the system's get a frame around them.
 void Form::paintFocus(HDC dc) const {
     const Window* focused = windowOf(GetFocus());
-    if (!focused || !focused->isSystemControl() || focused->host_ != this) return;
+    if (!focused || !focused->isSystemControl() || &focused->form() != this) return;
     RECT area = focusFrame(*this, *focused);
     for (int i = 0; i < scaled(kFocusFrame); ++i) {
-        frameRect(dc, area, colors().focus);
+        frameRect(dc, area, colors().text);
         InflateRect(&area, -1, -1);
     }
 }
@@ -312,17 +276,7 @@ std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
 
 // A window with a sizing frame that fills its screen hangs over its edges by that frame.
 void Form::fitToScreen(RECT& area) const {
-    if (!IsZoomed(handle())) return;
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    if (GetMonitorInfoW(MonitorFromRect(&area, MONITOR_DEFAULTTONEAREST), &monitor))
-        area = monitor.rcWork;
-}
-
-void Form::limitSize(MINMAXINFO& limits) const {
-    if (!isSizable()) return;
-    limits.ptMaxTrackSize = {SHRT_MAX, SHRT_MAX};  // also larger than the screen, as others are
-    limits.ptMinTrackSize = {scaled(args_.minimum.width), scaled(args_.minimum.height)};
+    if (IsZoomed(handle())) area = workAreaOf(MonitorFromRect(&area, MONITOR_DEFAULTTONEAREST));
 }
 
 std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -330,14 +284,21 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
         case WM_CLOSE:
             unload();
             return 0;
-        case WM_QUERYENDSESSION:
-            return mayEndSession();
+        case WM_QUERYENDSESSION: {
+            // Nothing is closed or asked yet: another program may still keep the session.
+            const std::wstring reason = closing_ ? L"" : sessionBlock();
+            blockSession(reason);
+            return reason.empty();
+        }
         case WM_ENDSESSION:
             blockSession({});
             if (wparam) close();
             return 0;
         case WM_SETCURSOR:
-            if (!isEnabled() && isPress(HIWORD(lparam))) Forms::showModalOne();
+            // The form that has switched this one off comes to the front.
+            if (!isEnabled() && isPress(HIWORD(lparam)) && isSeen(lastActive) &&
+                IsWindowEnabled(lastActive))
+                SetForegroundWindow(lastActive);
             return std::nullopt;
         case WM_COMMAND:
             if (lparam == 0 && LOWORD(wparam) == IDOK) onAccept();
@@ -356,22 +317,20 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
         case WM_NCHITTEST:
             return hitTestBorder(pointOf(lparam));
         case WM_GETMINMAXINFO:
-            limitSize(*reinterpret_cast<MINMAXINFO*>(lparam));
+            if (isSizable()) {
+                auto& limits = *reinterpret_cast<MINMAXINFO*>(lparam);
+                limits.ptMaxTrackSize = {SHRT_MAX, SHRT_MAX};  // also larger than the screen
+                limits.ptMinTrackSize = {scaled(args_.minimum.width), scaled(args_.minimum.height)};
+            }
             return 0;
         case WM_SIZE:
             layout();
-            // The ground goes with the size, also behind the labels that lie on it.
-            RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
             return 0;
-        case WM_DPICHANGED: {
+        case WM_DPICHANGED:
             dpi_ = HIWORD(wparam);
-            const RECT& area = *reinterpret_cast<const RECT*>(lparam);
-            SetWindowPos(handle(), nullptr, area.left, area.top, area.right - area.left,
-                         area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE);
+            setBounds(rectOf(*reinterpret_cast<const RECT*>(lparam)));
             layout();
-            RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
             return 0;
-        }
         case WM_SETTINGCHANGE:
         case WM_SYSCOLORCHANGE:
         case WM_THEMECHANGED:
@@ -386,19 +345,12 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
         case WM_CONTEXTMENU:
             if (lparam == -1) onMenuKey();
             return 0;
-        case WM_ERASEBKGND:
-            return 1;
-        case WM_PAINT: {
-            const PaintDc paint(handle());
-            paintGround(paint.dc(), *this);
-            return 0;
-        }
         case WM_ACTIVATE:
             if (LOWORD(wparam) == WA_INACTIVE) {
                 if (const HWND focus = GetFocus(); focus && IsChild(handle(), focus))
                     lastFocus_ = focus;
             } else {
-                Forms::becameActive(*this);
+                lastActive = handle();
                 becameActive_.raise();
             }
             return std::nullopt;
@@ -409,26 +361,11 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
                 SetFocus(first);
             return 0;
         default:
-            return std::nullopt;
+            return Window::onMessage(message, wparam, lparam);
     }
 }
 
 // ---- All forms ----------------------------------------------------------------------------------
-
-namespace {
-
-std::vector<std::unique_ptr<Form>>& all() {
-    static std::vector<std::unique_ptr<Form>> forms;
-    return forms;
-}
-
-HWND lastActive = nullptr;
-
-bool isSeen(HWND window) {
-    return dynamic_cast<Form*>(windowOf(window)) && IsWindowVisible(window) && !IsIconic(window);
-}
-
-}  // namespace
 
 HWND activeForm() {
     for (const HWND form : {GetActiveWindow(), lastActive})
@@ -438,29 +375,8 @@ HWND activeForm() {
     return nullptr;
 }
 
-void Forms::becameActive(const Form& form) {
-    lastActive = form.handle();
-}
-
-void Forms::showModalOne() {
-    if (isSeen(lastActive) && IsWindowEnabled(lastActive)) SetForegroundWindow(lastActive);
-}
-
 void Forms::adopt(std::unique_ptr<Form> form) {
-    form->owned_ = true;
     all().push_back(std::move(form));
-}
-
-void Forms::destroyLater(Form* form) {
-    postToLoop([form] {
-        const auto found = std::find_if(all().begin(), all().end(),
-                                        [&](const auto& one) { return one.get() == form; });
-        if (found == all().end() || form->depth_ > 0) return;
-        const std::unique_ptr<Form> doomed = std::move(*found);
-        doomed->owned_ = false;
-        all().erase(found);
-        if (all().empty()) PostQuitMessage(0);
-    });
 }
 
 std::vector<Form*> Forms::loaded() {
@@ -478,41 +394,30 @@ Form* Forms::find(const std::wstring& name) {
 
 bool Forms::unloadTagged(std::wstring_view start) {
     for (Form* form : loaded()) {
-        const auto now = loaded();  // a question may have closed others meanwhile
-        if (std::find(now.begin(), now.end(), form) == now.end()) continue;
-        if (form->tag.starts_with(start) && !form->unload()) return false;
+        const bool isLoaded = std::ranges::count(loaded(), form);  // a question may have closed it
+        if (isLoaded && form->tag.starts_with(start) && !form->unload()) return false;
     }
     return true;
 }
 
 void Forms::unloadAll() {
-    for (Form* form : loaded()) {
-        const auto now = loaded();
-        if (std::find(now.begin(), now.end(), form) != now.end()) form->close();
-    }
+    for (Form* form : loaded())
+        if (std::ranges::count(loaded(), form)) form->close();
 }
 
-namespace {
+ModalState::ModalState(HWND except) : except_(except) {
+    EnumThreadWindows(GetCurrentThreadId(), disable, reinterpret_cast<LPARAM>(this));
+}
 
-struct Search {
-    HWND except;
-    std::vector<HWND>& found;
-};
-
-BOOL CALLBACK collectEnabled(HWND window, LPARAM data) {
-    auto& search = *reinterpret_cast<Search*>(data);
+BOOL CALLBACK ModalState::disable(HWND window, LPARAM modal) {
+    auto& state = *reinterpret_cast<ModalState*>(modal);
     const auto* form = dynamic_cast<Form*>(windowOf(window));
-    if (form && form->staysUsable()) return TRUE;
-    if (window != search.except && IsWindowVisible(window) && IsWindowEnabled(window))
-        search.found.push_back(window);
+    if (window == state.except_ || (form && form->staysUsable()) || !IsWindowVisible(window) ||
+        !IsWindowEnabled(window))
+        return TRUE;
+    state.disabled_.push_back(window);
+    EnableWindow(window, FALSE);
     return TRUE;
-}
-}  // namespace
-
-ModalState::ModalState(HWND except) {
-    Search search{except, disabled_};
-    EnumThreadWindows(GetCurrentThreadId(), collectEnabled, reinterpret_cast<LPARAM>(&search));
-    for (const HWND window : disabled_) EnableWindow(window, FALSE);
 }
 
 ModalState::~ModalState() {

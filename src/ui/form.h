@@ -11,13 +11,28 @@
 
 namespace tunovka {
 
+// Switches every other window of the program off for as long as it lives.
+class ModalState {
+  public:
+    explicit ModalState(HWND except);
+    ~ModalState();
+    ModalState(const ModalState&) = delete;
+    ModalState& operator=(const ModalState&) = delete;
+
+  private:
+    static BOOL CALLBACK disable(HWND window, LPARAM modal);
+
+    HWND except_;
+    std::vector<HWND> disabled_;
+};
+
 // A top-level window without a system frame: it paints its ground itself and, when it is sizable,
 // is sized by its border.
 //
 // Lifetime: a form counts how deep it is in its own handlers and loops. unload() asks
 // queryUnload(), hides the form and lets it be destroyed from the message loop once that count is
 // back at zero.
-class Form : public Window, public Host {
+class Form : public Window {
   public:
     struct FormArgs {
         const wchar_t* name;   // frmPrieskumnik
@@ -26,8 +41,6 @@ class Form : public Window, public Host {
         Size minimum{};        // least size in 96ths of an inch, which makes it sizable
         HWND owner = nullptr;  // a form that has one has no place of its own in the task bar
     };
-
-    ~Form() override;
 
     // A text that other windows match, "" unless set.
     std::wstring tag;
@@ -42,8 +55,8 @@ class Form : public Window, public Host {
     // Shows the form with every other window of the program switched off, until it is unloaded.
     void showModal();
 
-    // Places the form on the screen that `beside` lies on (the primary one for nullptr), centred.
-    void centre(HWND beside);
+    // Places the form over its owner, centred, or in the middle of the screen.
+    void centre();
     // Places the form, before it is shown, beside the program's main window or over it, where its
     // title and those of the other windows can be seen.
     void placeBesideOthers();
@@ -60,10 +73,10 @@ class Form : public Window, public Host {
     // True for a form that boxes do not switch off.
     virtual bool staysUsable() const { return false; }
 
-    // Keeps the form alive.
+    // Keeps the form alive: a handler of one of its windows or a loop runs.
     class Depth {
       public:
-        explicit Depth(Form* form) : form_(form) { form_->enter(); }
+        explicit Depth(Form* form) : form_(form) { ++form_->depth_; }
         ~Depth() { form_->leave(); }
         Depth(const Depth&) = delete;
         Depth& operator=(const Depth&) = delete;
@@ -72,14 +85,14 @@ class Form : public Window, public Host {
         Form* form_;
     };
 
-    void enter() override { ++depth_; }
-    void leave() override;
-    int dpiOfForm() const override { return dpi_; }
-    void paintGround(HDC target, const Window& control) const override;
-    bool isOnBorder(Point screen) const override { return hitTestBorder(screen).has_value(); }
-    void offerTip(const Window& control, const std::wstring& tip, WPARAM keys,
-                  LPARAM place) override;
-    void repaintAround(const Window& control) override;
+    int dpiOfForm() const { return dpi_; }
+    void paint(HDC dc) const override;
+    // True where the border of a sizable form is grasped; controls let the mouse through there.
+    bool isOnBorder(Point screen) const { return hitTestBorder(screen).has_value(); }
+    // Shows a control's tip when the pointer, which has moved over it, rests there.
+    void offerTip(const Window& control, const std::wstring& tip, WPARAM keys, LPARAM place);
+    // The focus has come to a control of the system's or left it: its frame is painted again.
+    void repaintAround(const Window& control);
     std::optional<AccessibleFacts> describe() const override;
 
     // Marks a long command; keeps the form alive as well.
@@ -89,8 +102,6 @@ class Form : public Window, public Host {
             if (form_.busy_++ == 0) form_.givenUp_ = false;
         }
         ~Busy() { --form_.busy_; }
-        Busy(const Busy&) = delete;
-        Busy& operator=(const Busy&) = delete;
 
       private:
         Depth depth_;
@@ -108,7 +119,7 @@ class Form : public Window, public Host {
     virtual void onUnload() {}
     // Places the controls; called on every change of size or dpi.
     virtual void onLayout() {}
-    // The window became the active one; called from the message loop, sometimes twice.
+    // The window became the active one; called from the message loop.
     virtual void onActivated() {}
     virtual void onPaintGround(HDC, const RECT&) const {}
     // Enter and Escape, where the control with the focus does not want them itself.
@@ -122,20 +133,19 @@ class Form : public Window, public Host {
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
     void layout();
-    // Of the screen that a window lies on (the primary one for nullptr), without the task bar.
-    static Rect workArea(HWND window);
+    // Of the screen that the form lies on, without the task bar.
+    Rect workArea() const;
     bool isSizable() const { return args_.minimum != Size{}; }
 
   private:
     friend class Forms;
     friend bool filterMessage(MSG& message);
-    static Rect centred(Size size, HWND beside);
+    Rect centred(Size size) const;
     std::optional<LRESULT> hitTestBorder(Point screen) const;
     void fitToScreen(RECT& area) const;
     void paintFocus(HDC dc) const;
-    void limitSize(MINMAXINFO& limits) const;
-    bool mayEndSession();
-    void blockSession(const std::wstring& reason);
+    void blockSession(const std::wstring& reason) const;
+    void leave();
     void close();
 
     FormArgs args_;
@@ -144,11 +154,10 @@ class Form : public Window, public Host {
     int busy_ = 0;
     bool closing_ = false;
     bool givenUp_ = false;
-    bool owned_ = false;  // by Forms, which destroys it
     HWND lastFocus_ = nullptr;
     LoopSignal becameActive_;
-    std::unique_ptr<class ModalState> modal_;
-    std::unique_ptr<class ToolTip> tips_;
+    std::optional<ModalState> modal_;
+    HWND tips_ = nullptr;  // the tool tips of its controls; the system destroys it with the form
 };
 
 // The window over which another one is opened: the program's active one, else the last that was,
@@ -178,24 +187,7 @@ class Forms {
     static void unloadAll();
 
   private:
-    friend class Form;
-    static void becameActive(const Form& form);
-    // Brings the form to the front that has switched the others off.
-    static void showModalOne();
     static void adopt(std::unique_ptr<Form> form);
-    static void destroyLater(Form* form);
-};
-
-// Switches every other window of the program off for as long as it lives.
-class ModalState {
-  public:
-    explicit ModalState(HWND except);
-    ~ModalState();
-    ModalState(const ModalState&) = delete;
-    ModalState& operator=(const ModalState&) = delete;
-
-  private:
-    std::vector<HWND> disabled_;
 };
 
 // Looks at a message before its window gets it: serves the form's shortcuts, Tab, Enter and Escape

@@ -189,7 +189,7 @@ bool frmBox::onShortcut(WORD key) {
 }
 
 Size frmBox::arrange(int title) {
-    const int most = workArea(handle()).height - title - scaled(100);
+    const int most = workArea().height - title - scaled(100);
 
     const int inner = scaled(kWidth);
     const int width = inner - 2 * scaled(kMargin);

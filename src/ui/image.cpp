@@ -10,11 +10,11 @@
 namespace tunovka {
 
 Image::Image(const ImageArgs& args)
-    : Window(Args{
-          .name = args.name,
-          .text = args.text,
-          .style = WS_CHILD | (args.visible ? WS_VISIBLE : 0u) | (args.tabStop ? WS_TABSTOP : 0u),
-          .parent = args.parent}),
+    : Window(Args{.name = args.name,
+                  .text = args.text,
+                  .visible = args.visible,
+                  .tabStop = args.tabStop,
+                  .parent = args.parent}),
       normalKey_(args.normal),
       pressedKey_(args.pressed),
       caption_(args.caption),
@@ -77,38 +77,24 @@ void Image::pointerMoved(Point at) {
     invalidate();
 }
 
-void Image::paint() const {
-    const PaintDc paint(handle());
-    host().paintGround(paint.dc(), *this);
-    const Size size = clientSize();
-    const std::wstring& key = shownPicture();
+void Image::paint(HDC dc) const {
+    const Rect area = clientArea();
+    const std::wstring& key = isPressed() ? pressedKey_ : normalKey_;
     if (colors().plain && !caption_.empty()) {
-        const RECT area{0, 0, size.width, size.height};
-        fillRect(paint.dc(), area, colors().button);
-        frameRect(paint.dc(), area, colors().buttonText);
-    } else if (size == naturalSize()) {
-        Skin::draw(paint.dc(), key, {0, 0}, dpi(), look());
+        fillRect(dc, toRECT(area), colors().button);
+        frameRect(dc, toRECT(area), colors().buttonText);
     } else {
-        Skin::drawStretched(paint.dc(), key, {0, 0, size.width, size.height}, dpi(), look());
+        Skin::drawStretched(dc, key, area, dpi(), look());
     }
+    if (caption_.empty()) return;
     const int shift = isPressed() ? scaled(1) : 0;
-    if (!caption_.empty()) {
-        const RECT area{shift, shift, size.width + shift, size.height + shift};
-        drawText(paint.dc(), caption_, area, DT_SINGLELINE | DT_CENTER | DT_VCENTER,
-                 Skin::font(dpi()), isEnabled() ? colors().buttonText : colors().textOff);
-    }
-    if (hasFocus()) {
-        drawFocus(paint.dc(), {0, 0, size.width, size.height}, scaled(1));
-    }
+    drawText(dc, caption_, toRECT({shift, shift, area.width, area.height}),
+             DT_SINGLELINE | DT_CENTER | DT_VCENTER, Skin::font(dpi()),
+             isEnabled() ? colors().buttonText : colors().textOff);
 }
 
 std::optional<LRESULT> Image::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
-        case WM_ERASEBKGND:
-            return 1;
-        case WM_PAINT:
-            paint();
-            return 0;
         case WM_LBUTTONDOWN:
         case WM_RBUTTONDOWN:
         case WM_MBUTTONDOWN:
@@ -154,13 +140,9 @@ std::optional<LRESULT> Image::onMessage(UINT message, WPARAM wparam, LPARAM lpar
             return 0;
         case WM_KILLFOCUS:
             if (byKey_) cancelPress();  // its release goes elsewhere
-            invalidate();
-            return 0;
-        case WM_SETFOCUS:
-            invalidate();
-            return 0;
+            return Window::onMessage(message, wparam, lparam);
         default:
-            return std::nullopt;
+            return Window::onMessage(message, wparam, lparam);
     }
 }
 

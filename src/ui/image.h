@@ -32,9 +32,9 @@ class Image : public Window {
     Size naturalSize() const;
 
     std::optional<AccessibleFacts> describe() const override;
+    void paint(HDC dc) const override;
     bool isPressed() const { return held_ != MouseButton::None; }
     Skin::Look look() const;
-    const std::wstring& shownPicture() const { return isPressed() ? pressedKey_ : normalKey_; }
 
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -45,7 +45,6 @@ class Image : public Window {
     void cancelPress();
     void showState();
     void pointerMoved(Point at);
-    void paint() const;
 
     std::wstring normalKey_, pressedKey_, caption_;
     MouseButton held_ = MouseButton::None;

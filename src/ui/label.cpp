@@ -8,10 +8,8 @@
 namespace tunovka {
 
 Label::Label(const LabelArgs& args)
-    : Window(Args{.name = args.name,
-                  .text = args.caption,
-                  .style = WS_CHILD | (args.visible ? WS_VISIBLE : 0u),
-                  .parent = args.parent}),
+    : Window(Args{
+          .name = args.name, .text = args.caption, .visible = args.visible, .parent = args.parent}),
       format_(args.format),
       font_(args.font),
       wraps_(args.wraps),
@@ -39,28 +37,15 @@ std::optional<AccessibleFacts> Label::describe() const {
                            .name = text()};
 }
 
-void Label::paint() const {
-    const PaintDc paint(handle());
-    host().paintGround(paint.dc(), *this);
-    RECT area{};
-    GetClientRect(handle(), &area);
+void Label::paint(HDC dc) const {
     const UINT lines = wraps_ ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE | DT_VCENTER;
-    drawText(paint.dc(), text(), area, format_ | lines, Skin::font(dpi(), font_),
+    drawText(dc, text(), toRECT(clientArea()), format_ | lines, Skin::font(dpi(), font_),
              shownText(color_));
 }
 
-std::optional<LRESULT> Label::onMessage(UINT message, WPARAM, LPARAM) {
-    switch (message) {
-        case WM_ERASEBKGND:
-            return 1;
-        case WM_PAINT:
-            paint();
-            return 0;
-        case WM_GETDLGCODE:
-            return DLGC_STATIC;
-        default:
-            return std::nullopt;
-    }
+std::optional<LRESULT> Label::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_GETDLGCODE) return DLGC_STATIC;
+    return Window::onMessage(message, wparam, lparam);
 }
 
 }  // namespace tunovka

@@ -28,13 +28,12 @@ class Label : public Window {
     Size measured(int width = 0) const;
 
     std::optional<AccessibleFacts> describe() const override;
+    void paint(HDC dc) const override;
 
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
   private:
-    void paint() const;
-
     UINT format_;
     Skin::Font font_;
     bool wraps_, status_;

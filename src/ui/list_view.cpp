@@ -16,11 +16,8 @@ constexpr int kMargin = 4;      // left of the picture, and between picture and 
 constexpr UINT kTextFormat = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS;
 constexpr std::size_t kLongestText = 1023;  // painting a text of megabytes stands still
 
-DWORD listStyle(const ListView::ListArgs& args) {
-    return WS_CHILD | WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
-           LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | (args.visible ? WS_VISIBLE : 0u) |
-           (args.header.empty() ? LVS_NOCOLUMNHEADER : 0u);
-}
+constexpr DWORD kStyle = WS_CHILD | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+                         LVS_SHOWSELALWAYS | LVS_NOSORTHEADER;
 
 }  // namespace
 
@@ -28,7 +25,9 @@ ListView::ListView(const ListArgs& args, ListModel& model)
     : ItemView(Args{.name = args.name,
                     .className = WC_LISTVIEWW,
                     .text = args.text,
-                    .style = listStyle(args),
+                    .style = kStyle | (args.header.empty() ? LVS_NOCOLUMNHEADER : 0u),
+                    .visible = args.visible,
+                    .tabStop = true,
                     .parent = args.parent}),
       model_(model),
       caption_(args.header) {
@@ -322,7 +321,7 @@ LRESULT ListView::drawHeader(const NMCUSTOMDRAW& draw) const {
     fillGradient(draw.hdc, area, colors().headerLight, colors().header);
     fillRect(draw.hdc, {area.left, area.bottom - 1, area.right, area.bottom}, colors().edge);
     area.left += scaled(kMargin);
-    drawText(draw.hdc, caption, area, kTextFormat, Skin::font(dpi()), colors().headerText);
+    drawText(draw.hdc, caption, area, kTextFormat, Skin::font(dpi()), colors().buttonText);
     return CDRF_SKIPDEFAULT;
 }
 

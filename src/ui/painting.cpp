@@ -124,7 +124,7 @@ void paintSlider(HDC dc, Size size, const RECT& filled, int thick) {
 }
 
 void drawFocus(HDC dc, RECT area, int line) {
-    for (const Color color : {colors().focusHalo, colors().focus}) {
+    for (const Color color : {colors().textHalo, colors().text}) {
         for (int i = 0; i < line; ++i) {
             frameRect(dc, area, color);
             InflateRect(&area, -1, -1);

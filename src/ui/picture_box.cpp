@@ -6,8 +6,7 @@
 
 #include "core/text.h"
 #include "ui/accessible.h"
-#include "ui/painting.h"
-#include "ui/skin.h"
+#include "ui/form.h"
 
 namespace tunovka {
 namespace {
@@ -23,9 +22,10 @@ MouseButton heldButton(WPARAM keys) {
 PictureBox::PictureBox(const PictureBoxArgs& args)
     : Window(Args{.name = args.name,
                   .text = args.text,
-                  .style = WS_CHILD | WS_CLIPCHILDREN | (args.visible ? WS_VISIBLE : 0u) |
-                           (args.tabStop ? WS_TABSTOP : 0u),
+                  .style = WS_CHILD | WS_CLIPCHILDREN,
                   .exStyle = args.container ? DWORD{WS_EX_CONTROLPARENT} : 0u,
+                  .visible = args.visible,
+                  .tabStop = args.tabStop,
                   .parent = args.parent}),
       role_(args.role),
       rising_(args.rising) {}
@@ -82,26 +82,12 @@ bool PictureBox::takeWheel(int turned) {
 std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_NCHITTEST:
-            if (host().isOnBorder(pointOf(lparam))) return HTTRANSPARENT;
+            if (form().isOnBorder(pointOf(lparam))) return HTTRANSPARENT;
             return std::nullopt;
         case WM_SETCURSOR:
             if (!cursor) return std::nullopt;
             SetCursor(LoadCursorW(nullptr, cursor));
             return TRUE;
-        case WM_ERASEBKGND:
-            return 1;
-        case WM_PAINT: {
-            const PaintDc paint(handle());
-            host().paintGround(paint.dc(), *this);
-            const Size size = clientSize();
-            paintBehind(paint.dc());
-            if (hasFocus()) drawFocus(paint.dc(), {0, 0, size.width, size.height}, scaled(1));
-            return 0;
-        }
-        case WM_SETFOCUS:
-        case WM_KILLFOCUS:
-            invalidate();
-            return 0;
         case WM_GETDLGCODE:
             if (!onMove) return std::nullopt;
             return DLGC_WANTARROWS;
@@ -134,7 +120,7 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
             if (std::exchange(pressed_, false) && onCaptureLost) onCaptureLost();
             return 0;
         default:
-            return std::nullopt;
+            return Window::onMessage(message, wparam, lparam);
     }
 }
 

@@ -40,7 +40,7 @@ class PictureBox : public Window {
     void showValue();
 
     std::optional<AccessibleFacts> describe() const override;
-    void paintBehind(HDC dc) const override {
+    void paint(HDC dc) const override {
         if (onPaint) onPaint(dc, clientSize());
     }
 

@@ -80,14 +80,13 @@ int SkinnedForm::buttonHeight() const {
 
 void SkinnedForm::layoutCentred() {
     layout();
-    centre(GetWindow(handle(), GW_OWNER));
+    centre();
 }
 
 void SkinnedForm::onLayout() {
     const Size needed = arrange(stripHeight());
     if (!isSizable()) setClientSize(needed);
     placeStrip();
-    invalidate();
 }
 
 // The strip along the upper edge; on it, from the right, the close and the minimise picture.

@@ -6,24 +6,16 @@
 #include "ui/skin.h"
 
 namespace tunovka {
-namespace {
-
-DWORD styleOf(const TextField::TextFieldArgs& args) {
-    DWORD style = WS_CHILD | WS_TABSTOP;
-    if (args.ground) style |= ES_READONLY;
-    if (args.visible) style |= WS_VISIBLE;
-    style |= args.wraps ? ES_MULTILINE | ES_AUTOVSCROLL : ES_AUTOHSCROLL;
-    if (args.scrollBar) style |= WS_VSCROLL;
-    return style;
-}
-
-}  // namespace
 
 TextField::TextField(const TextFieldArgs& args)
     : Window(Args{.name = args.name,
                   .className = L"EDIT",
                   .text = args.text,
-                  .style = styleOf(args),
+                  .style = WS_CHILD | (args.ground ? ES_READONLY : 0u) |
+                           (args.wraps ? ES_MULTILINE | ES_AUTOVSCROLL : ES_AUTOHSCROLL) |
+                           (args.scrollBar ? WS_VSCROLL : 0u),
+                  .visible = args.visible,
+                  .tabStop = true,
                   .parent = args.parent}),
       ground_(args.ground) {}
 

@@ -16,9 +16,10 @@ TreeView::TreeView(const TreeArgs& args)
     : ItemView(Args{.name = args.name,
                     .className = WC_TREEVIEWW,
                     .text = args.text,
-                    .style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | TVS_HASBUTTONS |
-                             TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
-                             TVS_DISABLEDRAGDROP | TVS_NOTOOLTIPS,
+                    .style = WS_CHILD | WS_BORDER | TVS_HASBUTTONS | TVS_HASLINES |
+                             TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP |
+                             TVS_NOTOOLTIPS,
+                    .tabStop = true,
                     .parent = args.parent}) {
     setAccessibleName(args.text);
 }

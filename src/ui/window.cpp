@@ -9,12 +9,12 @@
 #include "core/late_function.h"
 #include "core/loop.h"
 #include "ui/accessible.h"
+#include "ui/form.h"
+#include "ui/painting.h"
 
 namespace tunovka {
 namespace {
 
-constexpr wchar_t kClassName[] = L"Tunovka.Window";
-constexpr wchar_t kShadowClassName[] = L"Tunovka.Window.Shadow";
 constexpr wchar_t kNameProperty[] = L"Tunovka.name";
 
 // Which object owns which system window; a property of the window would cost a system call.
@@ -23,44 +23,34 @@ std::unordered_map<HWND, Window*>& owners() {
     return map;
 }
 
-// The classes of the system's controls. Their library is loaded with the first of them: that is a
-// good part of a program's start, and the explorer's first picture needs none.
-void prepareSystemControls() {
-    static const bool ready = [] {
-        const LateFunction<decltype(InitCommonControlsEx)> prepare(L"comctl32.dll",
-                                                                   "InitCommonControlsEx");
-        const INITCOMMONCONTROLSEX classes{
-            sizeof classes,
-            ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
-        return prepare && prepare(&classes);
-    }();
-    (void)ready;
-}
-
-void registerOwnClass(WNDPROC procedure) {
-    static bool registered = false;
-    if (registered) return;
+// A window class of the program's own.
+const wchar_t* ownClass(WNDPROC procedure, bool shadow) {
+    static ATOM classes[2]{};
+    const wchar_t* name = shadow ? L"Tunovka.Window.Shadow" : L"Tunovka.Window";
+    if (classes[shadow]) return name;
     WNDCLASSEXW type{};
     type.cbSize = sizeof type;
-    type.style = CS_DBLCLKS;
+    type.style = CS_DBLCLKS | (shadow ? CS_DROPSHADOW : 0u);
     type.lpfnWndProc = procedure;
     type.hInstance = GetModuleHandleW(nullptr);
     type.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     type.hIcon = LoadIconW(type.hInstance, MAKEINTRESOURCEW(1));
-    type.lpszClassName = kClassName;
-    RegisterClassExW(&type);
-    type.style |= CS_DROPSHADOW;
-    type.lpszClassName = kShadowClassName;
-    RegisterClassExW(&type);
-    registered = true;
-}
-
-// The system gives a sizable window its shadow itself, and a control may have none.
-const wchar_t* ownClass(DWORD style) {
-    return (style & WS_POPUP) && !(style & WS_THICKFRAME) ? kShadowClassName : kClassName;
+    type.lpszClassName = name;
+    classes[shadow] = RegisterClassExW(&type);
+    return name;
 }
 
 }  // namespace
+
+void prepareSystemControls() {
+    static const LateFunction<decltype(InitCommonControlsEx)> prepare(L"comctl32.dll",
+                                                                      "InitCommonControlsEx");
+    constexpr INITCOMMONCONTROLSEX kClasses{
+        sizeof kClasses,
+        ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
+    static const bool ready = prepare && prepare(&kClasses);
+    (void)ready;
+}
 
 Window* windowOf(HWND handle) {
     const auto found = owners().find(handle);
@@ -104,27 +94,13 @@ Point pointOf(LPARAM lparam) {
     return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
 }
 
+// Three messages follow each other for each button.
 MouseButton buttonOf(UINT message) {
-    switch (message) {
-        case WM_LBUTTONDOWN:
-        case WM_LBUTTONUP:
-        case WM_LBUTTONDBLCLK:
-            return MouseButton::Left;
-        case WM_RBUTTONDOWN:
-        case WM_RBUTTONUP:
-        case WM_RBUTTONDBLCLK:
-            return MouseButton::Right;
-        case WM_MBUTTONDOWN:
-        case WM_MBUTTONUP:
-        case WM_MBUTTONDBLCLK:
-            return MouseButton::Middle;
-        default:
-            return MouseButton::None;
-    }
+    return static_cast<MouseButton>(1 + (message - WM_LBUTTONDOWN) / 3);
 }
 
 Window::Window(const Args& args)
-    : waiting_(std::make_unique<Args>(args)), host_(args.parent->host_), name_(args.name) {}
+    : waiting_(std::make_unique<Args>(args)), form_(args.parent->form_), name_(args.name) {}
 
 void Window::createWaiting() {
     if (!waiting_) return;
@@ -135,19 +111,18 @@ void Window::createWaiting() {
     if (onCreated) onCreated();
 }
 
-Window::~Window() {
-    destroy();
-}
-
 void Window::create(const Args& args) {
     if (args.className) prepareSystemControls();
     if (name_.empty()) name_ = args.name;  // that of a control is gone
-    registerOwnClass(ownProcedure);
-    handle_ = CreateWindowExW(args.exStyle, args.className ? args.className : ownClass(args.style),
-                              args.text.c_str(), args.style | WS_CLIPSIBLINGS, args.bounds.x,
-                              args.bounds.y, args.bounds.width, args.bounds.height,
-                              args.parent ? args.parent->handle() : args.owner, nullptr,
-                              GetModuleHandleW(nullptr), nullptr);
+    // The system gives a sizable window its shadow itself, and a control may have none.
+    const bool shadow = (args.style & WS_POPUP) && !(args.style & WS_THICKFRAME);
+    const DWORD style = args.style | WS_CLIPSIBLINGS | (args.visible ? WS_VISIBLE : 0u) |
+                        (args.tabStop ? WS_TABSTOP : 0u);
+    handle_ = CreateWindowExW(
+        args.exStyle, args.className ? args.className : ownClass(ownProcedure, shadow),
+        args.text.c_str(), style, args.bounds.x, args.bounds.y, args.bounds.width,
+        args.bounds.height, args.parent ? args.parent->handle() : args.owner, nullptr,
+        GetModuleHandleW(nullptr), nullptr);
     if (!handle_) throw RuntimeError(kOutOfMemory);
     SetPropW(handle_, kNameProperty,
              reinterpret_cast<HANDLE>(UINT_PTR{GlobalAddAtomW(name_.c_str())}));
@@ -159,13 +134,12 @@ void Window::create(const Args& args) {
             SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ownProcedure)));
 }
 
-void Window::destroy() {
-    const HWND handle = std::exchange(handle_, nullptr);
-    if (!handle) return;
-    owners().erase(handle);
-    if (const auto atom = RemovePropW(handle, kNameProperty))
+Window::~Window() {
+    if (!handle_) return;
+    owners().erase(handle_);
+    if (const auto atom = RemovePropW(handle_, kNameProperty))
         GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(atom)));
-    DestroyWindow(handle);
+    DestroyWindow(handle_);
 }
 
 LRESULT CALLBACK Window::ownProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -177,28 +151,21 @@ LRESULT CALLBACK Window::ownProcedure(HWND handle, UINT message, WPARAM wparam, 
 }
 
 LRESULT Window::route(UINT message, WPARAM wparam, LPARAM lparam) {
-    // The form, and with it this window, stays alive until the message is answered.
-    Host* const host = host_;
-    if (host) host->enter();
-    LRESULT result = 0;
-    bool answered = false;
-    guarded([&] { answered = answer(result, message, wparam, lparam); });
-    if (!answered) result = defaultProcedure(message, wparam, lparam);
-    if (host) host->leave();
-    return result;
+    const Form::Depth alive(form_);  // and with it this window
+    std::optional<LRESULT> result;
+    guarded([&] { result = answer(message, wparam, lparam); });
+    return result ? *result : defaultProcedure(message, wparam, lparam);
 }
 
-bool Window::answer(LRESULT& result, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_MOUSEMOVE && host_ && !tip_.empty())
-        host_->offerTip(*this, tip_, wparam, lparam);
+std::optional<LRESULT> Window::answer(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_MOUSEMOVE && !tip_.empty()) form_->offerTip(*this, tip_, wparam, lparam);
     std::optional<LRESULT> answer = reflect(message, wparam, lparam);
     if (!answer) answer = onMessage(message, wparam, lparam);
     if (!answer && message == WM_GETOBJECT && describe())
         answer = accessibleAnswer(handle_, wparam, lparam);
-    if ((message == WM_SETFOCUS || message == WM_KILLFOCUS) && host_ && isSystemControl())
-        host_->repaintAround(*this);
-    if (answer) result = *answer;
-    return answer.has_value();
+    if ((message == WM_SETFOCUS || message == WM_KILLFOCUS) && isSystemControl())
+        form_->repaintAround(*this);
+    return answer;
 }
 
 std::optional<LRESULT> Window::reflect(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -221,28 +188,47 @@ LRESULT Window::defaultProcedure(UINT message, WPARAM wparam, LPARAM lparam) {
     return CallWindowProcW(original_, handle_, message, wparam, lparam);
 }
 
-std::optional<LRESULT> Window::onMessage(UINT, WPARAM, LPARAM) {
-    return std::nullopt;
+void Window::paintOver(HDC dc, HWND control) const {
+    const Window* behind = this == form_ ? nullptr : windowOf(GetParent(handle_));
+    if (behind) behind->paintOver(dc, control);
+    const SavedDc saved(dc);
+    POINT origin{0, 0};
+    MapWindowPoints(control, handle_, &origin, 1);
+    OffsetViewportOrgEx(dc, -origin.x, -origin.y, nullptr);
+    paint(dc);
 }
+
+std::optional<LRESULT> Window::onMessage(UINT message, WPARAM, LPARAM) {
+    if (isSystemControl()) return std::nullopt;
+    switch (message) {
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_PAINT: {
+            const PaintDc buffer(handle_);
+            paintOver(buffer.dc(), handle_);
+            if (hasFocus() && this != form_)
+                drawFocus(buffer.dc(), toRECT(clientArea()), scaled(1));
+            return 0;
+        }
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            invalidate();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
 std::optional<AccessibleFacts> Window::describe() const {
     if (accessibleName_.empty()) return std::nullopt;
     return AccessibleFacts{.name = accessibleName_};
-}
-std::optional<LRESULT> Window::onNotify(NMHDR&) {
-    return std::nullopt;
-}
-std::optional<LRESULT> Window::onCommand(WORD) {
-    return std::nullopt;
-}
-HBRUSH Window::onColors(HDC) {
-    return nullptr;
 }
 
 Rect Window::bounds() const {
     if (waiting_) return waiting_->bounds;
     RECT area{};
     GetWindowRect(handle_, &area);
-    if (GetWindowLongW(handle_, GWL_STYLE) & WS_CHILD)
+    if (this != form_)
         MapWindowPoints(nullptr, GetParent(handle_), reinterpret_cast<POINT*>(&area), 2);
     return rectOf(area);
 }
@@ -266,12 +252,12 @@ void Window::setBounds(const Rect& bounds) {
 
 void Window::setVisible(bool visible) {
     if (waiting_)
-        waiting_->style = visible ? waiting_->style | WS_VISIBLE : waiting_->style & ~WS_VISIBLE;
+        waiting_->visible = visible;
     else
         ShowWindow(handle_, visible ? SW_SHOWNA : SW_HIDE);
 }
 bool Window::isVisible() const {
-    return (waiting_ ? waiting_->style : GetWindowLongW(handle_, GWL_STYLE)) & WS_VISIBLE;
+    return waiting_ ? waiting_->visible : GetWindowLongW(handle_, GWL_STYLE) & WS_VISIBLE;
 }
 void Window::setEnabled(bool enabled) {
     EnableWindow(handle_, enabled);
@@ -310,7 +296,7 @@ void Window::setText(const std::wstring& text) {
 }
 
 int Window::dpi() const {
-    return host_ ? host_->dpiOfForm() : dpiOf(handle_);
+    return form_->dpiOfForm();
 }
 int Window::scaled(int units) const {
     return MulDiv(units, dpi(), 96);

@@ -14,32 +14,10 @@ namespace tunovka {
 
 using MultiMedialny::Color;
 
-class Window;
+class Form;
 struct AccessibleFacts;
 
 enum class MouseButton { None, Left, Right, Middle };
-
-// What the form that a control lies on does for it.
-class Host {
-  public:
-    // A handler of one of its windows begins: the form stays alive until the matching leave().
-    virtual void enter() = 0;
-    virtual void leave() = 0;
-
-    virtual int dpiOfForm() const = 0;
-    // Paints the form's ground behind a control; `target` is the control's own device context.
-    virtual void paintGround(HDC target, const Window& control) const = 0;
-    // True where the border of a sizable form is grasped; controls let the mouse through there.
-    virtual bool isOnBorder(Point screen) const = 0;
-    // Shows a control's tip when the pointer, which has moved over it, rests there.
-    virtual void offerTip(const Window& control, const std::wstring& tip, WPARAM keys,
-                          LPARAM place) = 0;
-    // The focus has come to a control of the system's or left it: its frame is painted again.
-    virtual void repaintAround(const Window& control) = 0;
-
-  protected:
-    ~Host() = default;
-};
 
 // The owner of one system window and the one place where its messages are routed: a window of the
 // program's own class, or a system control that is subclassed, sends every message to onMessage()
@@ -52,8 +30,10 @@ class Window {
         const wchar_t* className =
             nullptr;        // a system control to subclass, else a window of our own
         std::wstring text;  // the accessible name of a control without a text
-        DWORD style = WS_CHILD | WS_VISIBLE;
+        DWORD style = WS_CHILD;
         DWORD exStyle = 0;
+        bool visible = true;
+        bool tabStop = false;
         Window* parent = nullptr;
         HWND owner = nullptr;  // of a top-level window
         Rect bounds;           // device pixels
@@ -66,6 +46,7 @@ class Window {
     HWND handle() const { return handle_; }
 
     const std::wstring& name() const { return name_; }
+    Form& form() const { return *form_; }  // that the control lies on
 
     Rect bounds() const;  // within the parent's client area; of a form, on the screen
     Size clientSize() const;
@@ -97,8 +78,9 @@ class Window {
     // Room between a system control and the frame that shows its focus, in 96ths of an inch.
     virtual int focusGap() const { return 0; }
 
-    // Paints what controls that lie on this one show behind them.
-    virtual void paintBehind(HDC) const {}
+    // What a window of the program's own shows, over what lies behind it; the controls on it show
+    // it behind them.
+    virtual void paint(HDC) const {}
 
     // The one scaling function: a size in 96ths of an inch as pixels of this window's screen.
     int scaled(int units) const;
@@ -115,12 +97,11 @@ class Window {
     // gives it an area: it need not be moved there. Until then it has its arguments, and what else
     // is asked of it does nothing.
     explicit Window(const Args& args);
-    // A top-level window, which the derived class creates.
-    Window() = default;
+    // A form, which creates its system window itself.
+    explicit Window(Form* form) : form_(form) {}
     void create(const Args& args);
     // The system window of a control is there.
     virtual void prepare() {}
-    void destroy();
 
     LRESULT send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
         return SendMessageW(handle_, message, wparam, lparam);
@@ -129,31 +110,32 @@ class Window {
     // Answers a message; nullopt leaves it to the window's own default.
     virtual std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam);
     // What a control told its parent, brought back to the control.
-    virtual std::optional<LRESULT> onNotify(NMHDR& header);
-    virtual std::optional<LRESULT> onCommand(WORD code);
+    virtual std::optional<LRESULT> onNotify(NMHDR&) { return std::nullopt; }
+    virtual std::optional<LRESULT> onCommand(WORD) { return std::nullopt; }
     // A control asks for its colours: set them in its device context, return the ground's brush.
-    virtual HBRUSH onColors(HDC dc);
-
-    // Of a control: the form that it lies on.
-    Host& host() const { return *host_; }
+    virtual HBRUSH onColors(HDC) { return nullptr; }
 
     // What the window does with a message that is left to it.
     LRESULT defaultProcedure(UINT message, WPARAM wparam, LPARAM lparam);
 
   private:
-    friend class Form;
+    void paintOver(HDC dc, HWND control) const;
     void createWaiting();
     static LRESULT CALLBACK ownProcedure(HWND, UINT, WPARAM, LPARAM);
     LRESULT route(UINT message, WPARAM wparam, LPARAM lparam);
-    bool answer(LRESULT& answer, UINT message, WPARAM wparam, LPARAM lparam);
+    std::optional<LRESULT> answer(UINT message, WPARAM wparam, LPARAM lparam);
     std::optional<LRESULT> reflect(UINT message, WPARAM wparam, LPARAM lparam);
 
     HWND handle_ = nullptr;
     std::unique_ptr<Args> waiting_;  // until the window is created
-    Host* host_ = nullptr;
+    Form* form_;
     WNDPROC original_ = DefWindowProcW;  // of a system control its own
     std::wstring name_, accessibleName_, tip_;
 };
+
+// Loads the library of the system's controls, with the first of them: that is a good part of a
+// program's start, and the explorer's first picture needs none.
+void prepareSystemControls();
 
 // Dots per inch of the screen that a window lies on; of the system where Windows is too old to
 // tell them apart.
@@ -170,7 +152,7 @@ Point pointOf(POINT point);
 // Where the pointer is on the screen.
 Point pointerPlace();
 
-// Place and button of a mouse message.
+// Place and button of a message that tells a press, a release or a double click.
 Point pointOf(LPARAM lparam);
 MouseButton buttonOf(UINT message);
 
