@@ -62,8 +62,6 @@ frmPrieskumnik::frmPrieskumnik()
              .renamed = [this](const std::wstring& key,
                                const std::wstring& name) { fileRenamed(key, name); }}),
       playing(prehrat, contents, player) {
-    for (const MultiMedialny::Kind& kind : MultiMedialny::kinds())
-        if (!kind.iconKey.empty()) Ilist.emplace_back(kind.iconKey);
     bindHandlers();
 }
 
@@ -265,18 +263,6 @@ void frmPrieskumnik::onUnload() {
     Forms::unloadAll();
 }
 
-void frmPrieskumnik::applyDpi() {
-    if (!treesThere() || font_ == Skin::font(dpi())) return;
-    font_ = Skin::font(dpi());
-    const auto font = reinterpret_cast<WPARAM>(font_);
-    for (TreeView* tree : {&folders.strom, &contents.Tview}) {
-        tree->setImages(Ilist, scaled(16));
-        SendMessageW(tree->handle(), WM_SETFONT, font, TRUE);
-        SendMessageW(tree->handle(), TVM_SETITEMHEIGHT, Skin::lineHeight(dpi()), 0);
-    }
-    folders.Drive1.applyFont();
-}
-
 void frmPrieskumnik::createTrees() {
     placeTrees();
     HWND before = HWND_TOP;
@@ -294,7 +280,6 @@ void frmPrieskumnik::placeTrees() {
 }
 
 Size frmPrieskumnik::arrange(int stripBottom) {
-    applyDpi();
     const int margin = scaled(kMargin);
     const Size size = clientSize();
     const int top = stripBottom + margin;

@@ -81,11 +81,8 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     bool treesThere() const { return contents.Tview.handle() != nullptr; }
     void createTrees();
     void placeTrees();
-    void applyDpi();
 
     std::array<std::pair<Window*, Rect>, 3> treePlaces_;  // with the drive list
-    std::vector<std::wstring> Ilist{kFolderPicture};      // the pictures of the trees' nodes
-    HFONT font_ = nullptr;                                // that the trees have now
     int leftShare_ = 300;  // of the folder tree's width in thousandths
 };
 

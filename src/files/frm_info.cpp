@@ -231,7 +231,6 @@ int frminfo::layoutRow(Row& row, int top, int captions) {
     const int left = scaled(kMargin + kPadding);
     const int valueLeft = left + captions + scaled(kColumnGap);
     const int width = scaled(kWidth - kMargin - kPadding) - valueLeft;
-    row.value->applyFont();
     const int height = std::clamp(row.value->heightAt(width), line, kMostPathLines * line);
     row.caption->setBounds({left, top, captions, line});
     row.value->setBounds({valueLeft, top, width, height});

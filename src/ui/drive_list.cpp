@@ -8,8 +8,6 @@
 #include "core/drives.h"
 #include "core/errors.h"
 #include "core/text.h"
-#include "ui/form.h"
-#include "ui/skin.h"
 
 namespace tunovka {
 namespace {
@@ -105,10 +103,6 @@ void DriveList::setDrive(const std::wstring& drive) {
         return;
     }
     throw RuntimeError(kDeviceUnavailable, drive);
-}
-
-void DriveList::applyFont() {
-    send(WM_SETFONT, reinterpret_cast<WPARAM>(Skin::font(dpi())), TRUE);
 }
 
 std::optional<LRESULT> DriveList::onMessage(UINT message, WPARAM, LPARAM) {

@@ -24,8 +24,6 @@ class DriveList : public Window {
     // than before. Raises kDeviceUnavailable for a drive that is not in the list.
     void setDrive(const std::wstring& drive);
 
-    void applyFont();
-
     std::function<void()> onChange;
 
   protected:

@@ -26,6 +26,11 @@ BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
     return TRUE;
 }
 
+BOOL CALLBACK applyFont(HWND control, LPARAM) {
+    if (Window* window = windowOf(control)) window->applyFont();
+    return TRUE;
+}
+
 std::vector<std::unique_ptr<Form>>& all() {
     static std::vector<std::unique_ptr<Form>> forms;
     return forms;
@@ -228,6 +233,7 @@ void Form::setClientSize(Size size) {
 
 void Form::layout() {
     if (IsIconic(handle()) || closing_) return;
+    EnumChildWindows(handle(), tunovka::applyFont, 0);
     onLayout();
     // The ground goes with the size, also behind the labels that lie on it.
     RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);

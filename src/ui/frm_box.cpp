@@ -196,7 +196,6 @@ Size frmBox::arrange(int title) {
     const int top = title + scaled(kMargin);
     const int height = textHeight(width, most);
     lblotazka.setBounds({scaled(kMargin), top, width, height});
-    scrolled_.applyFont();
     scrolled_.setBounds({scaled(kMargin), top, width, height});
 
     std::vector<int> captions;

@@ -55,7 +55,6 @@ Size frmVstup::arrange(int top) {
     // The system's field keeps its letters at the top: its frame is painted around it.
     const int padding = scaled(kFieldPadding);
     const int field = Skin::fontHeight(dpi());
-    txtodpoved.applyFont();
     txtodpoved.setBounds({margin + padding, top + padding, width - 2 * padding, field});
     top += field + 2 * padding + margin;
 

@@ -29,7 +29,9 @@ class ItemView : public Window {
     using Window::Window;
 
     virtual void pressed(MouseButton button, Point point) = 0;
-    virtual void released(MouseButton button, Point point) = 0;
+    virtual void released(MouseButton button, Point point) {
+        if (onMouseUp) onMouseUp(button, point);
+    }
     virtual void doubleClicked(Point point) = 0;
     // The pointer has left the place of the left button's press: drags what is there. False when
     // nothing is dragged; the press then stays a click, wherever its release is.

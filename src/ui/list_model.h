@@ -30,11 +30,9 @@ struct ListRow {
     MultiMedialny::Color color = 0;
 };
 
-// What has happened to the rows of a model.
-struct ListChange {
-    // Where a row of before stands now, nullopt for a removed one. Empty when all rows are new.
-    std::function<std::optional<std::size_t>(std::size_t before)> newPosition;
-};
+// What has happened to the rows of a model: where a row of before stands now, nullopt for a removed
+// one. Empty when all rows are new.
+using ListChange = std::function<std::optional<std::size_t>(std::size_t before)>;
 
 // What a list view shows. Positions count from 0. Keys are unique and compared exactly; a row with
 // the key "" stands for no file.
@@ -90,31 +88,26 @@ class ListRows : public ListModel {
     void setRows(std::vector<Row> rows) {
         rows_ = std::move(rows);
         if (sortOrder_ == SortOrder::None) return tell({});
-        reorder(sorted());
+        sort(sortOrder_);
     }
 
     // Rows come at the end one by one and are not shown before showAppended(), which gives them
     // their places in a sorted list.
     void append(Row row) { rows_.push_back(std::move(row)); }
     void showAppended() {
-        if (sortOrder_ != SortOrder::None) return reorder(sorted());
-        tell([](std::size_t before) { return before; });
+        if (sortOrder_ == SortOrder::None) return tell([](std::size_t before) { return before; });
+        sort(sortOrder_);
     }
 
     void removeAt(std::size_t position) {
-        std::vector<bool> removed(rows_.size());
-        removed.at(position) = true;
-        removeMarked(removed);
+        removeIf([&](std::size_t i) { return i == position; });
     }
 
     // Removes the rows of those keys, as far as they are there, and returns how many there were.
     std::size_t remove(const std::vector<std::wstring>& keys) {
         const std::unordered_set<std::wstring_view> wanted(keys.begin(), keys.end());
-        std::vector<bool> removed;
-        removed.reserve(rows_.size());
-        for (const Row& row : rows_)
-            removed.push_back(!row.key.empty() && wanted.contains(row.key));
-        return removeMarked(removed);
+        return removeIf(
+            [&](std::size_t i) { return !rows_[i].key.empty() && wanted.contains(rows_[i].key); });
     }
 
     // Takes a row out and puts it in at another position.
@@ -159,23 +152,18 @@ class ListRows : public ListModel {
     Row& rowToChange(std::size_t position) { return rows_.at(position); }
 
   private:
-    std::vector<std::uint32_t> sorted() const {
-        SortedTexts names(rows_.size());
-        for (const Row& row : rows_) names.add(row.name());
-        return names.positions(sortOrder_);
-    }
-
-    std::size_t removeMarked(const std::vector<bool>& removed) {
+    template <class Test>
+    std::size_t removeIf(Test test) {
         std::vector<std::uint32_t> left;
-        left.reserve(rows_.size());
-        for (std::uint32_t i = 0; i < removed.size(); ++i)
-            if (!removed[i]) left.push_back(i);
+        for (std::uint32_t i = 0; i < rows_.size(); ++i)
+            if (!test(i)) left.push_back(i);
+        const std::size_t removed = rows_.size() - left.size();
         reorder(left);
-        return removed.size() - left.size();
+        return removed;
     }
 
-    void tell(decltype(ListChange::newPosition) newPosition) const {
-        if (onChange) onChange({std::move(newPosition)});
+    void tell(const ListChange& change) const {
+        if (onChange) onChange(change);
     }
 
     std::vector<Row> rows_;

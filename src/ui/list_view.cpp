@@ -43,7 +43,6 @@ void ListView::prepare() {
     column.pszText = caption_.data();
     send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
     send(LVM_SETCOLUMNWIDTH, 0, clientSize().width);
-    applyFont();
     show({});
 }
 
@@ -51,18 +50,15 @@ ListView::~ListView() {
     model_.onChange = nullptr;
 }
 
-void ListView::applyFont() {
-    if (!handle() || font_ == Skin::font(dpi())) return;
-    font_ = Skin::font(dpi());
+void ListView::onFont() {
     // Rows are as high as the pictures of this list, which itself is never seen: rows paint theirs.
     const int height = std::max(Skin::fontHeight(dpi()), scaled(kPicture)) + scaled(kRowPadding);
     const ImageList before(reinterpret_cast<HIMAGELIST>(
         send(LVM_SETIMAGELIST, LVSIL_SMALL,
              reinterpret_cast<LPARAM>(Skin::createImageList({1, height}).release()))));
-    send(WM_SETFONT, reinterpret_cast<WPARAM>(font_), TRUE);
     // The header is as high as its font, which is not the one that it is painted with.
     LOGFONTW font{};
-    GetObjectW(font_, sizeof font, &font);
+    GetObjectW(Skin::font(dpi()), sizeof font, &font);
     font.lfHeight = MulDiv(font.lfHeight, 4, 3);
     Font taller(CreateFontIndirectW(&font));
     SendMessageW(header(), WM_SETFONT, reinterpret_cast<WPARAM>(taller.get()), FALSE);
@@ -78,7 +74,7 @@ void ListView::show(const ListChange& change) {
     dropHighlight_.reset();
     const std::optional<std::size_t> before = selected();
     std::optional<std::size_t> now;
-    if (before && change.newPosition) now = change.newPosition(*before);
+    if (before && change) now = change(*before);
     if (before && before != now) setSelected(*before, false);
     shown_ = model_.count();
     send(LVM_SETITEMCOUNT, shown_, LVSICF_NOSCROLL);
@@ -174,10 +170,6 @@ void ListView::turnWheel(int turn) {
 void ListView::pressed(MouseButton button, Point point) {
     if (const auto position = itemAt(point)) select(*position);
     if (onMouseDown) onMouseDown(button, point);
-}
-
-void ListView::released(MouseButton button, Point point) {
-    if (onMouseUp) onMouseUp(button, point);
 }
 
 void ListView::doubleClicked(Point point) {

@@ -48,8 +48,6 @@ class ListView : public ItemView {
 
     // Scrolls as the mouse wheel does, by 120ths of a notch; away from the person is positive.
     void turnWheel(int turn);
-    // Takes the fonts and row height of its screen, after the dpi or the system's font has changed.
-    void applyFont();
 
     // Marks the row under a drag; nullopt marks none.
     void setDropHighlight(std::optional<std::size_t> position);
@@ -65,8 +63,8 @@ class ListView : public ItemView {
 
   private:
     void prepare() override;
+    void onFont() override;
     void pressed(MouseButton button, Point point) override;
-    void released(MouseButton button, Point point) override;
     void doubleClicked(Point point) override;
     bool dragged(Point from) override;
     std::optional<Point> menuPlace() override;
@@ -87,7 +85,6 @@ class ListView : public ItemView {
     std::optional<std::size_t> dropHighlight_;
     int turned_ = 0;  // 120ths of a row that the wheel was turned and the list not scrolled yet
     Font headerFont_;
-    HFONT font_ = nullptr;  // that text and rows are made for
 };
 
 }  // namespace tunovka

@@ -19,11 +19,7 @@ TextField::TextField(const TextFieldArgs& args)
                   .parent = args.parent}),
       ground_(args.ground) {}
 
-void TextField::applyFont() {
-    const HFONT font = Skin::font(dpi());
-    if (font == font_ || !handle()) return;  // the system would break the text into lines again
-    font_ = font;
-    send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+void TextField::onFont() {
     if (ground_) send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
 }
 

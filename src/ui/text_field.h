@@ -22,8 +22,6 @@ class TextField : public Window {
 
     explicit TextField(const TextFieldArgs& args);
 
-    // Takes the message font of its screen, after the dpi has changed.
-    void applyFont();
     // Height in pixels that the whole text takes when the control is `width` pixels wide; the
     // control is left at that width.
     int heightAt(int width);
@@ -37,10 +35,9 @@ class TextField : public Window {
     HBRUSH onColors(HDC dc) override;
 
   private:
-    void prepare() override { applyFont(); }
+    void onFont() override;
 
     std::optional<Color> ground_;
-    HFONT font_ = nullptr;
 };
 
 }  // namespace tunovka

@@ -10,6 +10,8 @@ namespace tunovka {
 namespace {
 
 constexpr std::size_t kLongestText = 1023;
+constexpr int kPicture = 16;  // side of a node's picture, in 96ths of an inch
+
 }  // namespace
 
 TreeView::TreeView(const TreeArgs& args)
@@ -28,11 +30,22 @@ void TreeView::prepare() {
     send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }
 
-void TreeView::setImages(const std::vector<std::wstring>& keys, int side) {
-    ImageList images = Skin::createImageList({side, side}, keys);
-    send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images.get()));
-    images_ = std::move(images);
-    imageKeys_ = keys;
+void TreeView::onFont() {
+    ImageList list = Skin::createImageList({scaled(kPicture), scaled(kPicture)}, pictures_);
+    send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(list.get()));
+    Ilist_ = std::move(list);
+    send(TVM_SETITEMHEIGHT, Skin::lineHeight(dpi()));
+}
+
+// The place of a picture in the system's list, which takes it in when it is asked for first.
+int TreeView::imageOf(const std::wstring& pictureKey) {
+    if (pictureKey.empty()) return I_IMAGENONE;
+    const auto place = std::ranges::find(pictures_, pictureKey) - pictures_.begin();
+    if (place == std::ssize(pictures_)) {
+        pictures_.push_back(pictureKey);
+        onFont();
+    }
+    return static_cast<int>(place);
 }
 
 void TreeView::add(const NodeArgs& args) {
@@ -41,15 +54,13 @@ void TreeView::add(const NodeArgs& args) {
     if (!isNew) throw RuntimeError(kKeyNotUnique, args.key);
     // Nobody reads more of a node, and painting a text of megabytes stands still.
     const std::wstring text = args.text.substr(0, kLongestText);
-    const auto image = std::ranges::find(imageKeys_, args.imageKey);
     TVINSERTSTRUCTW insert{};
     insert.hParent = parent;
     insert.hInsertAfter = TVI_LAST;
     insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_STATE | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
     insert.item.pszText = const_cast<wchar_t*>(text.c_str());
     insert.item.lParam = reinterpret_cast<LPARAM>(&*node);
-    insert.item.iImage = insert.item.iSelectedImage =
-        image == imageKeys_.end() ? I_IMAGENONE : static_cast<int>(image - imageKeys_.begin());
+    insert.item.iImage = insert.item.iSelectedImage = imageOf(args.imageKey);
     insert.item.stateMask = TVIS_BOLD;
     insert.item.state = args.bold ? TVIS_BOLD : 0;
     node->second.item =

@@ -32,9 +32,6 @@ class TreeView : public ItemView {
 
     explicit TreeView(const TreeArgs& args);
 
-    // The pictures that its nodes may have, `side` pixels square.
-    void setImages(const std::vector<std::wstring>& keys, int side);
-
     void add(const NodeArgs& node);
     void remove(const std::wstring& key);
     void clear();
@@ -100,6 +97,8 @@ class TreeView : public ItemView {
     void forget(HTREEITEM item);
     HTREEITEM hitTest(Point point, UINT& place) const;
     void prepare() override;
+    void onFont() override;
+    int imageOf(const std::wstring& pictureKey);
     void pressed(MouseButton button, Point point) override;
     void released(MouseButton button, Point point) override;
     void doubleClicked(Point point) override;
@@ -108,8 +107,8 @@ class TreeView : public ItemView {
     LRESULT customDraw(NMTVCUSTOMDRAW& draw) const;
 
     Nodes nodes_;
-    ImageList images_;
-    std::vector<std::wstring> imageKeys_;
+    ImageList Ilist_;
+    std::vector<std::wstring> pictures_;  // in Ilist_, by their keys
     int redrawOff_ = 0;
     bool toggled_ = false;  // the press opened or closed a node: no drag, no double click
 };

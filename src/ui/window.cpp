@@ -11,6 +11,7 @@
 #include "ui/accessible.h"
 #include "ui/form.h"
 #include "ui/painting.h"
+#include "ui/skin.h"
 
 namespace tunovka {
 namespace {
@@ -108,7 +109,15 @@ void Window::createWaiting() {
     args->parent->createWaiting();
     create(*args);
     prepare();
+    applyFont();
     if (onCreated) onCreated();
+}
+
+void Window::applyFont() {
+    if (!isSystemControl() || font_ == Skin::font(dpi())) return;
+    font_ = Skin::font(dpi());
+    send(WM_SETFONT, reinterpret_cast<WPARAM>(font_), TRUE);
+    onFont();
 }
 
 void Window::create(const Args& args) {

@@ -78,6 +78,9 @@ class Window {
     // Room between a system control and the frame that shows its focus, in 96ths of an inch.
     virtual int focusGap() const { return 0; }
 
+    // Gives a control of the system's the font of its screen, when that has changed.
+    void applyFont();
+
     // What a window of the program's own shows, over what lies behind it; the controls on it show
     // it behind them.
     virtual void paint(HDC) const {}
@@ -102,6 +105,8 @@ class Window {
     void create(const Args& args);
     // The system window of a control is there.
     virtual void prepare() {}
+    // It has got another font: what else goes with that changes, too.
+    virtual void onFont() {}
 
     LRESULT send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
         return SendMessageW(handle_, message, wparam, lparam);
@@ -130,6 +135,7 @@ class Window {
     std::unique_ptr<Args> waiting_;  // until the window is created
     Form* form_;
     WNDPROC original_ = DefWindowProcW;  // of a system control its own
+    HFONT font_ = nullptr;               // that a system control has been given
     std::wstring name_, accessibleName_, tip_;
 };
 

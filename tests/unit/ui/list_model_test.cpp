@@ -24,11 +24,11 @@ class Told {
   public:
     explicit Told(TestRows& rows) : rows_(rows) {
         rows.onChange = [this](const ListChange& change) {
-            for (std::size_t i = 0; change.newPosition && i < before_; ++i) {
-                const auto now = change.newPosition(i);
+            for (std::size_t i = 0; change && i < before_; ++i) {
+                const auto now = change(i);
                 text_ += (now ? std::to_wstring(*now) : L"-") + L" ";
             }
-            if (!change.newPosition) text_ += L"new ";
+            if (!change) text_ += L"new ";
             before_ = rows_.count();
         };
     }
