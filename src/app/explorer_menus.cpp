@@ -13,71 +13,57 @@ namespace {
 // Starts another program; a failure is told and the program goes on.
 template <typename Start>
 void startOrTell(Start&& start) {
-    std::wstring failure;
     try {
         start();
     } catch (const RuntimeError& error) {
-        failure = L"Program sa nepodarilo spustiť !\rChyba č. " + std::to_wstring(error.number) +
-                  L": " + error.description;
+        tellWhy(L"Program sa nepodarilo spustiť !\rChyba č. " + std::to_wstring(error.number) +
+                L": " + error.description);
     }
-    if (!failure.empty()) tellWhy(failure);
 }
 
 }  // namespace
 
 PopupMenu contentsMenu() {
     return PopupMenu({
-        {.name = L"info_o_subore", .caption = L"informácie o súbore"},
-        {.name = L"editovat_playlist", .caption = L"editovať playlist", .enabled = false},
-        {.name = L"ponuka_prehrať",
-         .caption = L"prehrať súbor",
-         .items =
-             {
-                 {.name = L"prehraťtu", .caption = L"prehrať tu"},
-                 {.name = L"sep3"},
-                 {.name = L"prehraťvprog", .caption = L"prehrať v predvolenom programe"},
-                 {.name = L"prehrat_v_programe", .caption = L"prehrať v programe ..."},
-                 {.name = L"sep4"},
-                 {.name = L"prehratvoWinampe", .caption = L"prehrať vo Winampe", .enabled = false},
-                 {.name = L"prehraťvowmp",
-                  .caption = L"prehrať v \"Windows Media Player\"",
-                  .enabled = false},
-                 {.name = L"prehraťvmp2",
-                  .caption = L"prehrať v \"Media Player 2\"",
-                  .enabled = false},
-             }},
-        {.name = L"operacie_so_suborom",
-         .caption = L"operácie so súborom",
-         .items =
-             {
-                 {.name = L"kopirovat_subor", .caption = L"kopírovať súbor"},
-                 {.name = L"vlozit_subor", .caption = L"vložiť súbor", .enabled = false},
-                 {.name = L"sep1"},
-                 {.name = L"kopirovat_do", .caption = L"kopírovať súbor do ..."},
-                 {.name = L"preunut_do", .caption = L"presunúť súbor do ..."},
-                 {.name = L"sep2"},
-                 {.name = L"premenovat_subor", .caption = L"premenovať súbor"},
-                 {.name = L"vystrihnut_subo", .caption = L"vystrihnúť súbor"},
-                 {.name = L"zmazat_subor", .caption = L"zmazať súbor"},
-             }},
+        {L"info_o_subore", L"informácie o súbore"},
+        {L"editovat_playlist", L"editovať playlist", false},
+        {L"ponuka_prehrať",
+         L"prehrať súbor",
+         true,
+         {{L"prehraťtu", L"prehrať tu"},
+          {L"sep3"},
+          {L"prehraťvprog", L"prehrať v predvolenom programe"},
+          {L"prehrat_v_programe", L"prehrať v programe ..."},
+          {L"sep4"},
+          {L"prehratvoWinampe", L"prehrať vo Winampe", false},
+          {L"prehraťvowmp", L"prehrať v \"Windows Media Player\"", false},
+          {L"prehraťvmp2", L"prehrať v \"Media Player 2\"", false}}},
+        {L"operacie_so_suborom",
+         L"operácie so súborom",
+         true,
+         {{L"kopirovat_subor", L"kopírovať súbor"},
+          {L"vlozit_subor", L"vložiť súbor", false},
+          {L"sep1"},
+          {L"kopirovat_do", L"kopírovať súbor do ..."},
+          {L"preunut_do", L"presunúť súbor do ..."},
+          {L"sep2"},
+          {L"premenovat_subor", L"premenovať súbor"},
+          {L"vystrihnut_subo", L"vystrihnúť súbor"},
+          {L"zmazat_subor", L"zmazať súbor"}}},
     });
 }
 
 PopupMenu folderMenu() {
-    return PopupMenu({
-        {.name = L"novy_plalist", .caption = L"vytvoriť nový playlist"},
-        {.name = L"strom_vloz_subor", .caption = L"vložiť súbor", .enabled = false},
-        {.name = L"prehladaj_adresar", .caption = L"prehľadať adresár"},
-    });
+    return PopupMenu({{L"novy_plalist", L"vytvoriť nový playlist"},
+                      {L"strom_vloz_subor", L"vložiť súbor", false},
+                      {L"prehladaj_adresar", L"prehľadať adresár"}});
 }
 
 PopupMenu titleMenu() {
-    return PopupMenu({
-        {.name = L"miminalizovat", .caption = L"Minimalizovať"},
-        {.name = L"zavri", .caption = L"Zavrieť"},
-        {.name = L"sep5"},
-        {.name = L"o_programe", .caption = L"o programe"},
-    });
+    return PopupMenu({{L"miminalizovat", L"Minimalizovať"},
+                      {L"zavri", L"Zavrieť"},
+                      {L"sep5"},
+                      {L"o_programe", L"o programe"}});
 }
 
 PlayMenu::PlayMenu(PopupMenu& menu, const ContentsTree& contents, PlayerPanel& player)

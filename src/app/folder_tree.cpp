@@ -12,6 +12,7 @@ namespace tunovka {
 namespace {
 
 constexpr wchar_t kStartDrive[] = L"e:";
+constexpr wchar_t kPlaceholderText[] = L"podzložky", kPlaceholderSuffix[] = L"_*.?";
 
 std::wstring hintFor(DriveType type) {
     switch (type) {
@@ -37,16 +38,6 @@ DriveType typeOf(const std::wstring& drive) {
         .value_or(DriveType::Unknown);
 }
 
-std::wstring programFolder() {
-    std::wstring path(MAX_PATH, L'\0');
-    DWORD length = 0;
-    while ((length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) ==
-           path.size())
-        path.resize(path.size() * 2);
-    path.resize(length);
-    return parentFolder(path);
-}
-
 }  // namespace
 
 FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
@@ -59,8 +50,10 @@ FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
       listFolder_(std::move(listFolder)) {
     Drive1.onChange = [this] { Drive1_Change(); };
     strom.onExpand = [this](const std::wstring& key) { strom_Expand(key); };
-    strom.onClick = [this] { strom_Click(); };
-    strom.onNodeClick = [this](const std::wstring& key) { strom_NodeClick(key); };
+    strom.onClick = [this](const std::wstring& key) {
+        listUnlessShown(strom.selectedKey());
+        if (strom.contains(key)) strom_NodeClick(key);
+    };
     strom.onSelectionByKey = [this] { strom_NodeClick(strom.selectedKey()); };
 }
 
@@ -128,23 +121,42 @@ void FolderTree::report(const RuntimeError& error) {
 
 void FolderTree::returnToShownDrive() {
     const std::wstring shown = strom.firstRoot();
+    wchar_t program[4]{};  // no more than its drive is needed
+    GetModuleFileNameW(nullptr, program, static_cast<DWORD>(std::size(program)) - 1);
     try {
-        Drive1.setDrive(shown.empty() ? programFolder() : shown);
+        Drive1.setDrive(shown.empty() ? program : shown);
     } catch (const RuntimeError&) {
         // The program's own drive has gone as well: there is nothing to go back to.
     }
 }
 
-void FolderTree::add(const std::wstring& parentKey, const std::wstring& key,
-                     const std::wstring& text) {
-    // Folders that differ in letter case alone are a node each, as the contents tree's files are.
-    if (strom.contains(key) || !strom.contains(parentKey)) return;
-    strom.add({.parentKey = parentKey, .key = key, .text = text, .imageKey = kFolderPicture});
-}
-
-// A window that closes takes no more folders.
-bool FolderTree::hasNode(const std::wstring& key) const {
-    return !form_.isClosing() && strom.contains(key);
+// Adds the sub-folders of a folder under its node, each with a placeholder child when it has
+// sub-folders of its own. Unreadable folders add nothing.
+void FolderTree::AddSubfolderNodes(const std::wstring& parentKey) {
+    // While events run the tree may be filled anew; a window that closes takes no more folders.
+    const LoopHooks hooks{yieldToEvents,
+                          [&] { return form_.isGivenUp() || !strom.contains(parentKey); }};
+    const auto names = askDisk(hooks, [parentKey] {
+        return RozneApi::HasSubfolders(parentKey) ? RozneApi::subfolderNames(parentKey)
+                                                  : std::vector<std::wstring>();
+    });
+    if (!names) return;
+    const auto hasMore = [&](std::size_t i) {
+        return [key = parentKey + (*names)[i] + L"\\"] { return RozneApi::HasSubfolders(key); };
+    };
+    askDiskMany(hooks, names->size(), hasMore, [&](std::size_t i, bool more) {
+        const std::wstring key = parentKey + (*names)[i] + L"\\";
+        // Of folders that differ in letter case alone each is a node, as of the contents' files.
+        if (form_.isClosing() || !strom.contains(parentKey) || strom.contains(key)) return;
+        strom.add(
+            {.parentKey = parentKey, .key = key, .text = (*names)[i], .imageKey = kFolderPicture});
+        if (more)
+            strom.add({.parentKey = key,
+                       .key = key + kPlaceholderSuffix,
+                       .text = kPlaceholderText,
+                       .imageKey = kFolderPicture});
+    });
+    yieldNow();
 }
 
 void FolderTree::ExpandFolder(const std::wstring& key) {
@@ -160,9 +172,8 @@ void FolderTree::ExpandFolder(const std::wstring& key) {
     {
         const TreeView::RedrawOff off(strom);
         const std::wstring child = strom.firstChild(key);
-        if (!child.empty() && strom.text(child) == RozneApi::kPlaceholderText) strom.remove(child);
-        RozneApi::AddSubfolderNodes(*this, key,
-                                    {yieldToEvents, [this] { return form_.isGivenUp(); }});
+        if (!child.empty() && strom.text(child) == kPlaceholderText) strom.remove(child);
+        AddSubfolderNodes(key);
         if (strom.contains(key)) strom.sortChildren(key);
     }
 
@@ -182,7 +193,7 @@ bool FolderTree::showHourglass() const {
 void FolderTree::strom_Expand(const std::wstring& key) {
     if (filling_ || expanding_ > 0) return;
     const std::wstring child = strom.firstChild(key);
-    if (!child.empty() && child.ends_with(RozneApi::kPlaceholderSuffix)) {
+    if (!child.empty() && child.ends_with(kPlaceholderSuffix)) {
         strom.remove(child);
         ExpandFolder(key);
         if (!strom.contains(key)) return;
@@ -190,10 +201,6 @@ void FolderTree::strom_Expand(const std::wstring& key) {
     }
     strom.select(key);
     strom_NodeClick(key);
-}
-
-void FolderTree::strom_Click() {
-    listUnlessShown(strom.selectedKey());
 }
 
 void FolderTree::strom_NodeClick(const std::wstring& key) {

@@ -17,7 +17,7 @@ inline constexpr wchar_t kFolderPicture[] = L"adresar1";
 
 // The explorer's left side: the drive list `Drive1` and the folder tree `strom`, one drive at a
 // time, filled folder by folder as a person opens them. Keys are folder paths ending in "\".
-class FolderTree : private RozneApi::FolderNodes {
+class FolderTree {
   public:
     // `listFolder` lists a folder into the contents tree; `txtPath` is the folder listed there.
     FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
@@ -42,15 +42,11 @@ class FolderTree : private RozneApi::FolderNodes {
     TreeView strom;
 
   private:
-    void add(const std::wstring& parentKey, const std::wstring& key,
-             const std::wstring& text) override;
-    bool hasNode(const std::wstring& key) const override;
-
     void Drive1_Change();
     void strom_Expand(const std::wstring& key);
-    void strom_Click();
     void strom_NodeClick(const std::wstring& key);
 
+    void AddSubfolderNodes(const std::wstring& parentKey);
     void fill();
     void report(const struct RuntimeError& error);
     void returnToShownDrive();

@@ -66,24 +66,25 @@ frmPrieskumnik::frmPrieskumnik()
 }
 
 void frmPrieskumnik::bindHandlers() {
-    TreeView &strom = folders.strom, &Tview = contents.Tview;
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
-    strip().onRightUp = [this] { Zahlavie_MouseUp(); };
+    strip().onMouseUp = [this](MouseButton button, Point at) {
+        if (button == MouseButton::Right) tri.show(*this, strip().toScreen(at));
+    };
     splitter.onMoved = [this](int left) { Medzera_Moved(left); };
 
-    strom.onMouseUp = [this](MouseButton button, Point at) { strom_MouseUp(button, at); };
-    strom.onContextMenu = [this](Point screen) { strom_ContextMenu(screen); };
+    folders.strom.onContextMenu = [this](Point screen) { strom_ContextMenu(screen); };
 
-    Tview.onMouseUp = [this](MouseButton button, Point at) { Tview_MouseUp(button, at); };
+    TreeView& Tview = contents.Tview;
+    Tview.onClick = [this](const std::wstring&) { selectionChanged(); };
     Tview.onSelectionByKey = [this] { selectionChanged(); };
     Tview.onContextMenu = [this](Point screen) { Tview_ContextMenu(screen); };
-    Tview.onDoubleClick = [this] { Tview_DblClick(); };
+    Tview.onDoubleClick = [this] { Tview_KeyDown(VK_RETURN); };
     Tview.onBeginDrag = [this](const std::wstring&) { return Tview_OLEStartDrag(); };
     Tview.onKeyDown = [this](WORD key) { return Tview_KeyDown(key); };
 
     tri.onClick(L"miminalizovat") = [this] { minimize(); };
     tri.onClick(L"zavri") = [this] { unload(); };
-    tri.onClick(L"o_programe") = [this] { o_programe_Click(); };
+    tri.onClick(L"o_programe") = [this] { Forms::load<frmOprograme>(handle()).showModal(); };
     prehrat.onClick(L"info_o_subore") = [this] { info_o_subore_Click(); };
     prehrat.onClick(L"editovat_playlist") = [this] { editovat_playlist_Click(); };
     menuprestrom.onClick(L"prehladaj_adresar") = [this] { prehladaj_adresar_Click(); };
@@ -101,19 +102,10 @@ void frmPrieskumnik::load() {
     playing.findPlayers();
 }
 
-void frmPrieskumnik::Zahlavie_MouseUp() {
-    tri.show(*this, pointerPlace());
-}
-
 void frmPrieskumnik::Medzera_Moved(int left) {
     const int width = clientSize().width - 2 * scaled(kMargin) - scaled(kSplitter);
     if (width > 0) leftShare_ = MulDiv(left - scaled(kMargin), 1000, width);
     layout();
-}
-
-void frmPrieskumnik::strom_MouseUp(MouseButton button, Point at) {
-    if (button != MouseButton::Left && !folders.selectedFolder().empty())
-        strom_ContextMenu(folders.strom.toScreen(at));
 }
 
 void frmPrieskumnik::strom_ContextMenu(Point screen) {
@@ -121,21 +113,9 @@ void frmPrieskumnik::strom_ContextMenu(Point screen) {
     menuprestrom.show(*this, screen);
 }
 
-void frmPrieskumnik::Tview_MouseUp(MouseButton button, Point at) {
-    if (contents.Tview.selectedKey().empty()) return;
-    if (button == MouseButton::Left)
-        selectionChanged();
-    else
-        Tview_ContextMenu(contents.Tview.toScreen(at));
-}
-
 void frmPrieskumnik::Tview_ContextMenu(Point screen) {
     selectionChanged();
     prehrat.show(*this, screen);
-}
-
-void frmPrieskumnik::Tview_DblClick() {
-    if (!contents.Tview.selectedKey().empty()) playing.PlaySelected(kHere);
 }
 
 bool frmPrieskumnik::Tview_OLEStartDrag() {
@@ -162,10 +142,6 @@ bool frmPrieskumnik::Tview_KeyDown(WORD key) {
         default:
             return false;
     }
-}
-
-void frmPrieskumnik::o_programe_Click() {
-    Forms::load<frmOprograme>(handle()).showModal();
 }
 
 void frmPrieskumnik::info_o_subore_Click() {
@@ -264,19 +240,16 @@ void frmPrieskumnik::onUnload() {
 }
 
 void frmPrieskumnik::createTrees() {
-    placeTrees();
+    treesWanted_ = true;
+    layout();
     HWND before = HWND_TOP;
     for (Window* control : std::initializer_list<Window*>{&folders.Drive1, &folders.strom,
                                                           &splitter.Medzera, &contents.Tview}) {
         control->setTabPlace(before);
         before = control->handle();
     }
-    layout();
+    layout();  // once more: the drive list has its height now
     contents.Tview.focus();
-}
-
-void frmPrieskumnik::placeTrees() {
-    for (const auto& [tree, place] : treePlaces_) tree->setBounds(place);
 }
 
 Size frmPrieskumnik::arrange(int stripBottom) {
@@ -306,14 +279,15 @@ Size frmPrieskumnik::arrange(int stripBottom) {
         {{&folders.Drive1, {margin, top, left, driveHeight}},
          {&folders.strom, {margin, stromTop, left, treesBottom - stromTop}},
          {&contents.Tview, {boundary + gap, top, std::max(0, width - left), treesBottom - top}}}};
-    if (treesThere()) placeTrees();
+    if (treesWanted_)
+        for (const auto& [tree, place] : treePlaces_) tree->setBounds(place);
     return size;
 }
 
 void frmPrieskumnik::onPaintGround(HDC dc, const RECT& area) const {
     SkinnedForm::onPaintGround(dc, area);
     // The trees come a moment after the window: their places are not left empty.
-    if (treesThere()) return;
+    if (treesWanted_) return;
     for (const auto& [tree, place] : treePlaces_) fillRect(dc, toRECT(place), colors().field);
 }
 

@@ -61,16 +61,11 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
 
     void bindHandlers();
     void txtodkaz_Change();
-    void Zahlavie_MouseUp();
     void Medzera_Moved(int left);
-    void strom_MouseUp(MouseButton button, Point at);
     void strom_ContextMenu(Point screen);
-    void Tview_MouseUp(MouseButton button, Point at);
     void Tview_ContextMenu(Point screen);
-    void Tview_DblClick();
     bool Tview_OLEStartDrag();
     bool Tview_KeyDown(WORD key);
-    void o_programe_Click();
     void info_o_subore_Click();
     void editovat_playlist_Click();
     void prehladaj_adresar_Click();
@@ -78,11 +73,10 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     void refreshFolder();
     void selectionChanged();
     void fileRenamed(const std::wstring& key, const std::wstring& name);
-    bool treesThere() const { return contents.Tview.handle() != nullptr; }
     void createTrees();
-    void placeTrees();
 
     std::array<std::pair<Window*, Rect>, 3> treePlaces_;  // with the drive list
+    bool treesWanted_ = false;                            // they come a moment after the window
     int leftShare_ = 300;  // of the folder tree's width in thousandths
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -14,23 +15,8 @@ namespace tunovka::RozneApi {
 // shell does not know the path.
 bool HasSubfolders(const std::wstring& folder);
 
-// What AddSubfolderNodes needs of a tree.
-class FolderNodes {
-  public:
-    virtual ~FolderNodes() = default;
-    // A node under the parent; black text on white.
-    virtual void add(const std::wstring& parentKey, const std::wstring& key,
-                     const std::wstring& text) = 0;
-    virtual bool hasNode(const std::wstring& key) const = 0;
-};
-
-inline constexpr wchar_t kPlaceholderText[] = L"podzložky";
-inline constexpr wchar_t kPlaceholderSuffix[] = L"_*.?";
-
-// Adds the sub-folders of a folder under its node, each with a placeholder child when it has
-// sub-folders of its own. Unreadable folders add nothing.
-void AddSubfolderNodes(FolderNodes& tree, const std::wstring& parentKey,
-                       const LoopHooks& hooks = {yieldToEvents});
+// The names of a folder's sub-folders, at most so many; none of an unreadable one.
+std::vector<std::wstring> subfolderNames(const std::wstring& folder, std::size_t most = SIZE_MAX);
 
 // The program that the shell associates with a file, "" without one.
 std::wstring FindAssociatedProgram(const std::wstring& path);

@@ -85,7 +85,6 @@ void frmplejlist::bindHandlers() {
     editor.onSelect = [this](std::size_t row) { select(row); };
 
     Lview.onMouseDown = [this](MouseButton, Point at) { Lview_MouseDown(at); };
-    Lview.onMouseUp = [this](MouseButton button, Point at) { Lview_MouseUp(button, at); };
     Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
     Lview.onDoubleClick = [this] { prehrat_Click(); };
     Lview.onKeyDown = [this](WORD key) { return Lview_KeyDown(key); };
@@ -179,10 +178,6 @@ void frmplejlist::Lview_ItemClick() {
 
 void frmplejlist::Lview_MouseDown(Point at) {
     if (Lview.itemAt(at)) Lview_ItemClick();
-}
-
-void frmplejlist::Lview_MouseUp(MouseButton button, Point at) {
-    if (button == MouseButton::Right) showMenu(Lview.toScreen(at));
 }
 
 bool frmplejlist::Lview_KeyDown(WORD key) {

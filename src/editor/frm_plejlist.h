@@ -57,7 +57,6 @@ class frmplejlist : public SkinnedForm {
     void txtodkaz_Change();
     void Lview_ItemClick();
     void Lview_MouseDown(Point at);
-    void Lview_MouseUp(MouseButton button, Point at);
     bool Lview_KeyDown(WORD key);
     void Lview_OLEStartDrag();
     bool Lview_OLEDragOver(Point at);

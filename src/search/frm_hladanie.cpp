@@ -153,7 +153,6 @@ frmhladanie::frmhladanie(ProgramLinks& links)
 
 void frmhladanie::bindHandlers() {
     Lview.onMouseDown = [this](MouseButton, Point) { Lview_ItemClick(); };
-    Lview.onMouseUp = [this](MouseButton button, Point at) { Lview_MouseUp(button, at); };
     Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
     Lview.onDoubleClick = [this] { prehrat_Click(); };
     Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
@@ -260,10 +259,6 @@ void frmhladanie::showResult() {
 }
 
 // ---- The list and its menu --------------------------------------------------------------------
-
-void frmhladanie::Lview_MouseUp(MouseButton button, Point at) {
-    if (button == MouseButton::Right) showMenu(Lview.toScreen(at));
-}
 
 void frmhladanie::Lview_ItemClick() {
     lblbar.setText(Lview.selectedKey());

@@ -73,7 +73,6 @@ class frmhladanie : public SkinnedForm {
     void showResult();
     bool isAbandoned() const { return wanted_ || isClosing(); }
 
-    void Lview_MouseUp(MouseButton button, Point at);
     void Lview_ItemClick();
     void Lview_OLEStartDrag();
     void info_o_subore_Click();

@@ -121,12 +121,8 @@ class AccessibleControl final : public ComObject<IAccessible> {
     STDMETHODIMP accHitTest(long left, long top, VARIANT* child) override {
         return system_->accHitTest(left, top, child);
     }
-    STDMETHODIMP put_accName(VARIANT child, BSTR name) override {
-        return system_->put_accName(child, name);
-    }
-    STDMETHODIMP put_accValue(VARIANT child, BSTR value) override {
-        return system_->put_accValue(child, value);
-    }
+    STDMETHODIMP put_accName(VARIANT, BSTR) override { return E_NOTIMPL; }
+    STDMETHODIMP put_accValue(VARIANT, BSTR) override { return E_NOTIMPL; }
 
   private:
     // The object may live longer than its window.
@@ -165,18 +161,6 @@ std::optional<LRESULT> accessibleAnswer(HWND window, WPARAM wparam, LPARAM lpara
         return std::nullopt;
     const ComPtr<IAccessible> control(new AccessibleControl(window, std::move(system)));
     return answer(IID_IAccessible, wparam, control.get());
-}
-
-void tellNewName(HWND window) {
-    NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
-}
-
-void tellNewValue(HWND window) {
-    NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
-}
-
-void tellNewState(HWND window) {
-    NotifyWinEvent(EVENT_OBJECT_STATECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
 }
 
 }  // namespace tunovka

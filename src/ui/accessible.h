@@ -21,9 +21,4 @@ struct AccessibleFacts {
 // has no accessibility support.
 std::optional<LRESULT> accessibleAnswer(HWND window, WPARAM wparam, LPARAM lparam);
 
-// Tells screen readers that a control's name, value or state has changed.
-void tellNewName(HWND window);
-void tellNewValue(HWND window);
-void tellNewState(HWND window);
-
 }  // namespace tunovka

@@ -76,7 +76,7 @@ Form::Form(const FormArgs& args)
     setMessageFilter(filterMessage);
     Args window;
     window.name = args.name;
-    window.text = args.caption;
+    window.text = args.title;
     window.style = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | (isSizable() ? kSizableStyle : 0);
     window.exStyle = WS_EX_CONTROLPARENT | (args.owner ? 0 : WS_EX_APPWINDOW);
     window.visible = false;
@@ -149,10 +149,6 @@ void Form::blockSession(const std::wstring& reason) const {
         unblock(handle());
     else
         block(handle(), reason.c_str());
-}
-
-void Form::minimize() {
-    ShowWindow(handle(), SW_MINIMIZE);
 }
 
 void Form::showModal() {

@@ -36,10 +36,14 @@ class Form : public Window {
   public:
     struct FormArgs {
         const wchar_t* name;   // frmPrieskumnik
-        std::wstring caption;  // the window's own text, seen by the task bar
+        std::wstring title;    // the window's own text, seen by the task bar
         Size size;             // client size in 96ths of an inch
         Size minimum{};        // least size in 96ths of an inch, which makes it sizable
         HWND owner = nullptr;  // a form that has one has no place of its own in the task bar
+        // Names of the controls of a form in the skin.
+        const wchar_t* strip = L"PicZahlavie";
+        const wchar_t* closer = L"IZavri";  // nullptr for a form that has no such picture
+        const wchar_t* minimizer = nullptr;
     };
 
     // A text that other windows match, "" unless set.
@@ -51,7 +55,7 @@ class Form : public Window {
 
     void show();
     void showInactive();  // without taking the focus
-    void minimize();
+    void minimize() { ShowWindow(handle(), SW_MINIMIZE); }
     // Shows the form with every other window of the program switched off, until it is unloaded.
     void showModal();
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace tunovka {
@@ -41,25 +42,8 @@ struct StripSteps {
 
 // The value that a move leads to from `at`.
 inline double moved(StripMove move, double at, const StripSteps& steps) {
-    switch (move) {
-        case StripMove::First:
-            return steps.least;
-        case StripMove::Last:
-            return steps.most;
-        case StripMove::Back:
-            at -= steps.line;
-            break;
-        case StripMove::Forward:
-            at += steps.line;
-            break;
-        case StripMove::PageBack:
-            at -= steps.page;
-            break;
-        case StripMove::PageForward:
-            at += steps.page;
-            break;
-    }
-    return std::max(steps.least, std::min(at, steps.most));
+    const double by[] = {-steps.line, steps.line, -steps.page, steps.page, -HUGE_VAL, HUGE_VAL};
+    return std::max(steps.least, std::min(at + by[static_cast<int>(move)], steps.most));
 }
 
 }  // namespace tunovka

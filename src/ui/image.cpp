@@ -34,7 +34,7 @@ Skin::Look Image::look() const {
 void Image::showState() {
     invalidate();
     UpdateWindow(handle());
-    tellNewState(handle());
+    NotifyWinEvent(EVENT_OBJECT_STATECHANGE, handle(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 std::optional<AccessibleFacts> Image::describe() const {

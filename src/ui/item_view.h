@@ -19,18 +19,17 @@ class ItemView : public Window {
     void scrollNearEdge(Point point);
 
     std::function<void(MouseButton, Point)> onMouseDown;  // the item under it is selected already
-    std::function<void(MouseButton, Point)> onMouseUp;    // not after a drag
     std::function<void()> onDoubleClick;
     std::function<void()> onSelectionByKey;           // the selection moved by the keyboard
     std::function<bool(WORD key)> onKeyDown;          // true when used up
-    std::function<void(Point screen)> onContextMenu;  // asked by the keyboard
+    std::function<void(Point screen)> onContextMenu;  // asked by the right button or the keyboard
 
   protected:
     using Window::Window;
 
     virtual void pressed(MouseButton button, Point point) = 0;
     virtual void released(MouseButton button, Point point) {
-        if (onMouseUp) onMouseUp(button, point);
+        if (button == MouseButton::Right && onContextMenu) onContextMenu(toScreen(point));
     }
     virtual void doubleClicked(Point point) = 0;
     // The pointer has left the place of the left button's press: drags what is there. False when

@@ -16,13 +16,6 @@ Label::Label(const LabelArgs& args)
       status_(args.status),
       color_(MultiMedialny::palette().LabelForeColor) {}
 
-void Label::setText(const std::wstring& text) {
-    if (text == this->text()) return;
-    Window::setText(text);
-    tellNewName(handle());
-    invalidate();
-}
-
 void Label::setForeColor(Color color) {
     color_ = color;
     invalidate();

@@ -21,7 +21,6 @@ class Label : public Window {
 
     explicit Label(const LabelArgs& args);
 
-    void setText(const std::wstring& text) override;
     void setForeColor(Color color);
 
     // Size of the caption in pixels: on one line, or wrapped at a width when that is positive.

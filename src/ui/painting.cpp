@@ -14,18 +14,16 @@ std::vector<HDC>& spareDcs() {
 
 }  // namespace
 
-MemoryDc::MemoryDc() {
+MemoryDc memoryDc() {
     std::vector<HDC>& spare = spareDcs();
-    if (spare.empty()) {
-        dc_ = CreateCompatibleDC(nullptr);
-    } else {
-        dc_ = spare.back();
-        spare.pop_back();
-    }
+    if (spare.empty()) return MemoryDc(CreateCompatibleDC(nullptr));
+    const HDC dc = spare.back();
+    spare.pop_back();
+    return MemoryDc(dc);
 }
 
-MemoryDc::~MemoryDc() {
-    if (dc_) spareDcs().push_back(dc_);
+void PooledDc::close(HDC dc) {
+    spareDcs().push_back(dc);
 }
 
 PaintDc::PaintDc(HWND window) : window_(window) {
@@ -33,7 +31,7 @@ PaintDc::PaintDc(HWND window) : window_(window) {
     RECT area{};
     GetClientRect(window, &area);
     bitmap_.reset(CreateCompatibleBitmap(screen, area.right, area.bottom));
-    if (!memory_.get() || !bitmap_) return;
+    if (!memory_ || !bitmap_) return;
     saved_.emplace(memory_.get());
     SelectObject(memory_.get(), bitmap_.get());
 }
@@ -79,7 +77,7 @@ void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT fo
 }
 
 Size measureText(const std::wstring& text, HFONT font, int width) {
-    const MemoryDc dc;
+    const MemoryDc dc = memoryDc();
     const Selected selected(dc.get(), font);
     RECT area{0, 0, width, 0};
     DrawTextW(

@@ -24,20 +24,13 @@ class SavedDc {
     int state_;
 };
 
-// A device context in memory, out of a pool: creating one takes longer than most painting. Leave it
-// as it was (Selected, SavedDc).
-class MemoryDc {
-  public:
-    MemoryDc();
-    ~MemoryDc();
-    MemoryDc(const MemoryDc&) = delete;
-    MemoryDc& operator=(const MemoryDc&) = delete;
-
-    HDC get() const { return dc_; }
-
-  private:
-    HDC dc_;
+// A device context in memory, out of a pool: creating one takes longer than most painting. It is to
+// be left as it was (Selected, SavedDc).
+struct PooledDc : handle_kinds::NullIsNone<HDC> {
+    static void close(HDC dc);
 };
+using MemoryDc = Handle<PooledDc>;
+MemoryDc memoryDc();
 
 // Answers WM_PAINT through a bitmap in memory, which reaches the screen in one step: no flicker.
 class PaintDc {
@@ -52,7 +45,7 @@ class PaintDc {
   private:
     HWND window_;
     PAINTSTRUCT paint_{};
-    MemoryDc memory_;
+    MemoryDc memory_ = memoryDc();
     Bitmap bitmap_;
     std::optional<SavedDc> saved_;  // restores the pooled context, its bitmap included
 };

@@ -2,6 +2,8 @@
 
 #include <oleacc.h>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "core/text.h"
@@ -32,42 +34,32 @@ PictureBox::PictureBox(const PictureBoxArgs& args)
 
 void PictureBox::showValue() {
     invalidate();
-    tellNewValue(handle());
+    NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, handle(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 std::optional<AccessibleFacts> PictureBox::describe() const {
     if (role_ == 0) return std::nullopt;
-    AccessibleFacts facts{.role = role_, .name = text()};
+    AccessibleFacts facts{.role = role_, .name = trimBlanks(text())};
     if (value) facts.value = value();
     return facts;
 }
 
 bool PictureBox::takeKey(WORD key) {
-    if (!onMove) return false;
-    const auto move = [&]() -> std::optional<StripMove> {
-        switch (key) {
-            case VK_LEFT:
-                return StripMove::Back;
-            case VK_RIGHT:
-                return StripMove::Forward;
-            case VK_UP:
-                return rising_ ? StripMove::Forward : StripMove::Back;
-            case VK_DOWN:
-                return rising_ ? StripMove::Back : StripMove::Forward;
-            case VK_PRIOR:
-                return rising_ ? StripMove::PageForward : StripMove::PageBack;
-            case VK_NEXT:
-                return rising_ ? StripMove::PageBack : StripMove::PageForward;
-            case VK_HOME:
-                return StripMove::First;
-            case VK_END:
-                return StripMove::Last;
-            default:
-                return std::nullopt;
-        }
-    }();
-    if (move) onMove(*move);
-    return move.has_value();
+    static constexpr struct {
+        WORD key;
+        StripMove move, whereItRises;
+    } kKeys[] = {{VK_LEFT, StripMove::Back, StripMove::Back},
+                 {VK_RIGHT, StripMove::Forward, StripMove::Forward},
+                 {VK_UP, StripMove::Back, StripMove::Forward},
+                 {VK_DOWN, StripMove::Forward, StripMove::Back},
+                 {VK_PRIOR, StripMove::PageBack, StripMove::PageForward},
+                 {VK_NEXT, StripMove::PageForward, StripMove::PageBack},
+                 {VK_HOME, StripMove::First, StripMove::First},
+                 {VK_END, StripMove::Last, StripMove::Last}};
+    const auto* known = std::ranges::find(kKeys, key, [](const auto& one) { return one.key; });
+    if (!onMove || known == std::end(kKeys)) return false;
+    onMove(rising_ ? known->whereItRises : known->move);
+    return true;
 }
 
 bool PictureBox::takeWheel(int turned) {

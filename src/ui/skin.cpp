@@ -39,7 +39,7 @@ class Drawn {
 
     void draw(HDC target, Point place) const {
         if (!bitmap_) return;
-        const MemoryDc source;
+        const MemoryDc source = memoryDc();
         const Selected selected(source.get(), bitmap_.get());
         const BLENDFUNCTION over{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
         GdiAlphaBlend(target, place.x, place.y, size_.width, size_.height, source.get(), 0, 0,

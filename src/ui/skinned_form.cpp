@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "core/text.h"
-#include "ui/accessible.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 
@@ -24,42 +23,18 @@ void dragWindow(const Form& form) {
 
 }  // namespace
 
-TitleStrip::TitleStrip(const wchar_t* name, const std::wstring& title, Form& form)
-    : PictureBox({.name = name, .text = title, .parent = &form, .container = true}) {
-    onPaint = [this](HDC dc, Size size) {
-        if (colors().plain)
-            fillRect(dc, {0, 0, size.width, size.height}, colors().title);
-        else
-            Skin::drawStretched(dc, L"zahlavie", {0, 0, size.width, size.height}, dpi());
-        const RECT area{scaled(4), 0, size.width, size.height};
-        drawText(dc, Window::text(), area, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS,
-                 Skin::font(dpi(), Skin::Font::Bold), colors().titleText);
-    };
-    onMouseMove = [this, &form](MouseButton held, Point) {
-        if (held == MouseButton::Left) dragWindow(form);
-    };
-    onMouseUp = [this](MouseButton button, Point) {
-        if (button == MouseButton::Right && onRightUp) onRightUp();
-    };
-}
-
-void TitleStrip::setText(const std::wstring& title) {
-    PictureBox::setText(title);
-    invalidate();
-}
-
-std::optional<AccessibleFacts> TitleStrip::describe() const {
-    return AccessibleFacts{.role = ROLE_SYSTEM_STATICTEXT, .name = trimBlanks(text())};
-}
-
-SkinnedForm::SkinnedForm(const SkinArgs& args)
-    : Form(FormArgs{.name = args.name,
-                    .caption = args.title,
-                    .size = args.size,
-                    .minimum = args.minimum,
-                    .owner = args.owner}),
-      strip_(args.strip, L" " + trimBlanks(args.title), *this) {
+SkinnedForm::SkinnedForm(const FormArgs& args)
+    : Form(args),
+      strip_({.name = args.strip,
+              .text = L" " + trimBlanks(args.title),
+              .parent = this,
+              .container = true,
+              .role = ROLE_SYSTEM_STATICTEXT}) {
     showTitleBar(*this, false);
+    strip_.onPaint = [this](HDC dc, Size) { paintTitle(dc); };
+    strip_.onMouseMove = [this](MouseButton held, Point) {
+        if (held == MouseButton::Left) dragWindow(*this);
+    };
     const auto add = [](std::optional<Image>& picture, const Image::ImageArgs& args) {
         if (args.name) picture.emplace(args);
     };
@@ -67,6 +42,17 @@ SkinnedForm::SkinnedForm(const SkinArgs& args)
     add(minimizer_, {args.minimizer, L"Minimalizovať", &strip_, L"minimize1", L"minimize2"});
     if (closer_) closer_->onClick = [this] { unload(); };
     if (minimizer_) minimizer_->onClick = [this] { minimize(); };
+}
+
+void SkinnedForm::paintTitle(HDC dc) const {
+    const Rect area = strip_.clientArea();
+    if (colors().plain)
+        fillRect(dc, toRECT(area), colors().title);
+    else
+        Skin::drawStretched(dc, L"zahlavie", area, dpi());
+    drawText(dc, strip_.text(), {scaled(4), 0, area.width, area.height},
+             DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS, Skin::font(dpi(), Skin::Font::Bold),
+             colors().titleText);
 }
 
 int SkinnedForm::stripHeight() const {

@@ -9,38 +9,17 @@
 
 namespace tunovka {
 
-// The picture strip on top of a window: shows its title, and a press on it drags the window.
-class TitleStrip : public PictureBox {
-  public:
-    TitleStrip(const wchar_t* name, const std::wstring& title, Form& form);
-
-    void setText(const std::wstring& title) override;
-    std::optional<AccessibleFacts> describe() const override;
-
-    std::function<void()> onRightUp;
-};
-
-// A window in the program's skin: a title strip with the close picture, the rim and the ground. A
-// fixed one takes the size that its content needs; a sizable one gives its content what there is.
+// A window in the program's skin: a picture strip on top, which shows the title and drags the
+// window, with the close picture, the rim and the ground. A fixed one takes the size that its
+// content needs; a sizable one gives its content what there is.
 class SkinnedForm : public Form {
   public:
-    struct SkinArgs {
-        const wchar_t* name;   // frmPrieskumnik
-        std::wstring title;    // of the task bar; on the strip a blank stands before it
-        Size size;             // at first, in 96ths of an inch
-        Size minimum = {};     // in 96ths of an inch, of a sizable form; of a fixed one nothing
-        HWND owner = nullptr;  // a form with an owner has no place of its own in the task bar
-        const wchar_t* strip = L"PicZahlavie";  // names of the controls
-        const wchar_t* closer = L"IZavri";      // nullptr for a form that has no such picture
-        const wchar_t* minimizer = nullptr;
-    };
-
-    TitleStrip& strip() { return strip_; }
+    PictureBox& strip() { return strip_; }
     Image& closer() { return *closer_; }
     Image& minimizer() { return *minimizer_; }
 
   protected:
-    explicit SkinnedForm(const SkinArgs& args);
+    explicit SkinnedForm(const FormArgs& args);
 
     // Places the controls below the strip, whose lower edge is at `top`, and returns the client
     // size that a fixed form then needs. Pixels.
@@ -57,10 +36,11 @@ class SkinnedForm : public Form {
 
   private:
     int stripHeight() const;
+    void paintTitle(HDC dc) const;
     void placeStrip();
     void paintGrip(HDC dc, const RECT& area) const;
 
-    TitleStrip strip_;
+    PictureBox strip_;
     std::optional<Image> closer_, minimizer_;
 };
 

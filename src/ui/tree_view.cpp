@@ -217,11 +217,11 @@ void TreeView::pressed(MouseButton button, Point point) {
 }
 
 void TreeView::released(MouseButton button, Point point) {
-    if (onMouseUp) onMouseUp(button, point);
-    if (button != MouseButton::Left) return;
-    if (onClick) onClick();
-    const std::wstring key = nodeAt(point);
-    if (!key.empty() && onNodeClick) onNodeClick(key);
+    if (button == MouseButton::Left) {
+        if (onClick) onClick(nodeAt(point));
+    } else if (onContextMenu && !selectedKey().empty()) {
+        onContextMenu(toScreen(point));
+    }
 }
 
 void TreeView::doubleClicked(Point point) {

@@ -69,8 +69,7 @@ class TreeView : public ItemView {
         TreeView& tree_;
     };
 
-    std::function<void()> onClick;                             // anywhere in the tree
-    std::function<void(const std::wstring& key)> onNodeClick;  // after onClick
+    std::function<void(const std::wstring& key)> onClick;      // by the left button; "" for no node
     std::function<void(const std::wstring& key)> onExpand;     // by a person or expand()
     std::function<bool(const std::wstring& key)> onBeginDrag;  // false when nothing is dragged
 

@@ -298,10 +298,15 @@ std::wstring Window::text() const {
 }
 
 void Window::setText(const std::wstring& text) {
-    if (waiting_)
+    if (text == this->text()) return;
+    if (waiting_) {
         waiting_->text = text;
-    else
-        SetWindowTextW(handle_, text.c_str());
+        return;
+    }
+    SetWindowTextW(handle_, text.c_str());
+    if (isSystemControl()) return;
+    NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, handle_, OBJID_CLIENT, CHILDID_SELF);
+    invalidate();
 }
 
 int Window::dpi() const {

@@ -63,7 +63,7 @@ class Window {
     void invalidate();
 
     std::wstring text() const;
-    virtual void setText(const std::wstring& text);
+    void setText(const std::wstring& text);
 
     // What is shown when the pointer rests over a control of the program's own; "" for nothing.
     void setTip(const std::wstring& text) { tip_ = text; }

@@ -26,7 +26,7 @@ TEST_F(ExplorerOfDisks, ExpandingDoesNotTakeTheFocusBackFromAnotherWindow) {
     folder.folder(L"a");
     show(L"");
     struct Other : Form {
-        Other() : Form({.name = L"frmOther", .caption = L"", .size = {100, 100}}) {}
+        Other() : Form({.name = L"frmOther", .title = L"", .size = {100, 100}}) {}
     } other;
     disk.become([](DiskCall call, const std::wstring&, DWORD&) {
         if (call == DiskCall::Shell) Sleep(100);

@@ -19,7 +19,7 @@ using Texts = std::vector<std::wstring>;
 
 // Stands for the explorer: its window's name, and the program behind it.
 struct Explorer : Form, Program {
-    Explorer() : Form({.name = L"frmPrieskumnik", .caption = L"", .size = {200, 100}}) { show(); }
+    Explorer() : Form({.name = L"frmPrieskumnik", .title = L"", .size = {200, 100}}) { show(); }
 };
 
 class Search : public testing::Test {

@@ -43,7 +43,7 @@ class List : public testing::Test {
     }
 
     struct Stage : Form {
-        Stage() : Form({.name = L"frmStage", .caption = L"", .size = {300, 260}}) {}
+        Stage() : Form({.name = L"frmStage", .title = L"", .size = {300, 260}}) {}
     } form;
     TestRows rows;
     ListView list{{.name = L"Lview", .text = L"Zoznam", .parent = &form}, rows};
@@ -72,18 +72,18 @@ TEST_F(List, TellsItsEventsInTheirOrder) {
     fill(20);
     std::wstring told;
     list.onMouseDown = [&](MouseButton, Point) { told += L"down " + list.selectedKey() + L" "; };
-    list.onMouseUp = [&](MouseButton, Point) { told += L"up "; };
+    list.onContextMenu = [&](Point) { told += L"menu "; };
     list.onDoubleClick = [&] { told += L"double "; };
     list.onSelectionByKey = [&] { told += L"key " + list.selectedKey() + L" "; };
     list.onBeginDrag = [&](std::size_t position) { told += L"drag " + std::to_wstring(position); };
     const auto tells = [&] { return std::exchange(told, L""); };
 
     click(WM_LBUTTONDOWN, WM_LBUTTONUP, rowPoint(2));
-    EXPECT_EQ(tells(), L"down 2 up ");
+    EXPECT_EQ(tells(), L"down 2 ");
     click(WM_RBUTTONDOWN, WM_RBUTTONUP, rowPoint(3));
-    EXPECT_EQ(tells(), L"down 3 up ");
+    EXPECT_EQ(tells(), L"down 3 menu ");
     click(WM_RBUTTONDBLCLK, WM_RBUTTONUP, rowPoint(3));
-    EXPECT_EQ(tells(), L"down 3 up ");
+    EXPECT_EQ(tells(), L"down 3 menu ");
     click(WM_LBUTTONDBLCLK, WM_LBUTTONUP, rowPoint(1));
     EXPECT_EQ(tells(), L"down 1 double ");
     pressKey(VK_DOWN);
