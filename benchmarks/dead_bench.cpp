@@ -47,7 +47,7 @@ void step(const std::string& name, Life dies, const std::function<void(frmPriesk
         const bool waits = drive.held > 0 && now() - std::max(since, gaveUp) > 500;
         met = drive.held;
         if (!waits) return;
-        StopRequested = kTrue16;
+        StopRequested = -1;
         gaveUp = now();
         const HWND target = giveUp == WM_CLOSE || !GetFocus() ? explorer.handle() : GetFocus();
         PostMessageW(target, giveUp, VK_ESCAPE, 0);

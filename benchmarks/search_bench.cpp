@@ -67,12 +67,12 @@ BENCH(search_scan) {
 BENCH(million) {
     const std::wstring root = deepTree(L"search-million", 400);
     PROCESS_MEMORY_COUNTERS before{}, after{};
-    double bytes = 0;  // of the paths alone
-    for (const std::wstring& path : bareCollect(root)) bytes += 2.0 * path.size();
     Stage stage;
     GetProcessMemoryInfo(GetCurrentProcess(), &before, sizeof before);
     stage.search(root);
     GetProcessMemoryInfo(GetCurrentProcess(), &after, sizeof after);
+    double bytes = 0;  // of the paths alone
+    for (const std::wstring& path : bareCollect(root)) bytes += 2.0 * path.size();
     const double taken = static_cast<double>(after.PeakPagefileUsage - before.PagefileUsage);
     report({"million_memory", (taken - bytes) / 1e6, "bytes", {}, 160});
     reportCompared(

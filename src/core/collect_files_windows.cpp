@@ -24,15 +24,22 @@ struct Visit {
     bool hasLinks = false;              // some of the folders are links
 };
 
+// In one piece of memory of just that size, since a million of them are kept.
+std::wstring pathOf(const std::wstring& folder, std::wstring_view name, std::wstring_view end) {
+    std::wstring path;
+    path.reserve(folder.size() + name.size() + end.size());
+    return path.append(folder).append(name).append(end);
+}
+
 Visit visit(const std::wstring& folder) {
     Visit found;
     const std::wstring usable = systemPathOrNone(folder);
     if (usable.empty()) return found;
     Disk::list(usable, [&](const WIN32_FIND_DATAW& entry) {
         if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
-            found.files.push_back(folder + entry.cFileName);
+            found.files.push_back(pathOf(folder, entry.cFileName, L""));
         } else {
-            found.folders.push_back(folder + entry.cFileName + L"\\");
+            found.folders.push_back(pathOf(folder, entry.cFileName, L"\\"));
             if (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) found.hasLinks = true;
         }
         return true;
