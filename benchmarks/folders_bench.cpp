@@ -15,7 +15,7 @@ std::wstring flatFolder(int files = 10'000) {
 }
 
 struct Stage : Form {
-    Stage() : Form({.name = L"frmStage", .caption = L"bench", .size = {600, 600}}) {
+    Stage() : Form({.name = L"frmStage", .title = L"bench", .size = {600, 600}}) {
         contents.Tview.setBounds({0, 0, 600, 600});
         show();
     }

@@ -12,7 +12,7 @@ namespace {
 
 // Stands for the explorer, without which nothing is searched.
 struct Explorer : Form, Program {
-    Explorer() : Form({.name = L"frmPrieskumnik", .caption = L"", .size = {100, 100}}) {}
+    Explorer() : Form({.name = L"frmPrieskumnik", .title = L"", .size = {100, 100}}) {}
 };
 
 struct Stage {

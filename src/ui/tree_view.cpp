@@ -65,9 +65,18 @@ void TreeView::add(const NodeArgs& args) {
     insert.item.state = args.bold ? TVIS_BOLD : 0;
     node->second.item =
         reinterpret_cast<HTREEITEM>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
-    if (node->second.item) return;
+    if (node->second.item) return measureSome();
     nodes_.erase(node);
     throw RuntimeError(kOutOfMemory);
+}
+
+// Switching the drawing on may measure the text of every node that is new since the last time: it
+// must not find tens of thousands.
+void TreeView::measureSome() {
+    constexpr unsigned kAtOnce = 2000;
+    if (redrawOff_ == 0 || ++unmeasured_ % kAtOnce != 0) return;
+    send(WM_SETREDRAW, TRUE);
+    send(WM_SETREDRAW, FALSE);
 }
 
 void TreeView::forget(HTREEITEM item) {

@@ -93,6 +93,7 @@ class TreeView : public ItemView {
     HTREEITEM itemOf(const std::wstring& key) const { return nodes_.at(key).item; }
     std::wstring keyOf(HTREEITEM item) const;
     HTREEITEM related(HTREEITEM item, UINT relation) const;
+    void measureSome();
     void forget(HTREEITEM item);
     HTREEITEM hitTest(Point point, UINT& place) const;
     void prepare() override;
@@ -109,7 +110,8 @@ class TreeView : public ItemView {
     ImageList Ilist_;
     std::vector<std::wstring> pictures_;  // in Ilist_, by their keys
     int redrawOff_ = 0;
-    bool toggled_ = false;  // the press opened or closed a node: no drag, no double click
+    unsigned unmeasured_ = 0;  // nodes that came while it was off
+    bool toggled_ = false;     // the press opened or closed a node: no drag, no double click
 };
 
 }  // namespace tunovka
