@@ -133,7 +133,7 @@ void FolderTree::returnToShownDrive() {
 // Adds the sub-folders of a folder under its node, each with a placeholder child when it has
 // sub-folders of its own. Unreadable folders add nothing.
 void FolderTree::AddSubfolderNodes(const std::wstring& parentKey) {
-    // While events run the tree may be filled anew; a window that closes takes no more folders.
+    // While events run the tree may be filled again; a window that closes takes no more folders.
     const LoopHooks hooks{yieldToEvents,
                           [&] { return form_.isGivenUp() || !strom.contains(parentKey); }};
     const auto names = askDisk(hooks, [parentKey] {

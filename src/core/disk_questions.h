@@ -60,7 +60,7 @@ class Crew {
 
   private:
     void giveUp();
-    bool awaitMoment(const Task& task, Task& later);
+    bool awaitQuickAnswer(const Task& task, Task& later);
 
     std::shared_ptr<State> state_;
 };

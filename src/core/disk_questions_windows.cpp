@@ -33,7 +33,7 @@ struct Crew::State {
 
 namespace {
 
-constexpr DWORD kMoment = 3;             // ms within which an answer lets nothing run
+constexpr DWORD kQuickAnswer = 3;        // ms within which an answer lets nothing run
 constexpr DWORD kHourglassAfter = 300;   // ms
 constexpr DWORD kSilence = 10'000;       // ms
 constexpr std::size_t kMostWorkers = 8;  // for one crew
@@ -97,7 +97,7 @@ class Workers {
     };
 
     static bool isQuick(Clock::time_point begun) {
-        return Clock::now() - begun < std::chrono::milliseconds(kMoment);
+        return Clock::now() - begun < std::chrono::milliseconds(kQuickAnswer);
     }
 
     // Calls workers to the crew, as many as may be at its tasks.
@@ -243,16 +243,16 @@ void Crew::giveUp() {
 }
 
 // True when nothing has to run: the task is done, or given up with another.
-bool Crew::awaitMoment(const Task& task, Task& later) {
+bool Crew::awaitQuickAnswer(const Task& task, Task& later) {
     if (state_->givenUp) return true;
-    if (!task.done) WaitForSingleObject(EndOf(later).event(), kMoment);
+    if (!task.done) WaitForSingleObject(EndOf(later).event(), kQuickAnswer);
     if (!task.done) Workers::get().reinforce(state_);
     return task.done;
 }
 
 bool Crew::await(Task& task, Task& later, const LoopHooks& command) {
     if (!command.letEventsRun) return await(task, later, std::wstring());
-    if (awaitMoment(task, later)) return task.done;
+    if (awaitQuickAnswer(task, later)) return task.done;
     static LoopSignal wake([](std::uintptr_t) {});  // a message, upon which the loop looks again
     if (Workers::get().tellEnd(task, wake.address()))
         runLoopWhile([&] { return !task.done && !(command.cancelled && command.cancelled()); });
@@ -261,7 +261,7 @@ bool Crew::await(Task& task, Task& later, const LoopHooks& command) {
 }
 
 bool Crew::await(Task& task, Task& later, const std::wstring& path) {
-    if (awaitMoment(task, later)) return task.done;
+    if (awaitQuickAnswer(task, later)) return task.done;
     const Hourglass hourglass;
     const EndOf end(task);
     if (waitForObject(end.event(), Meanwhile::PaintingOnly)) return true;

@@ -17,9 +17,8 @@ namespace tunovka {
 
 // Answers "does this file exist" for many paths at once: each folder is enumerated once and its
 // names are kept upper-cased, so that an answer costs a hash look-up and not a system call. The
-// answers of one operation (listing, loading, cleaning, saving) are those of its start; each
-// operation has an object of its own, or begins with anew() and then enumerates only the folders
-// that have changed.
+// answers of one operation (listing, loading, cleaning, saving) are those of its start. Each has an
+// object of its own, or calls beginOperation(), which enumerates only the folders that have changed.
 //
 // A name that its folder's set does not hold is confirmed by one real question unless the
 // enumeration succeeded and covered short names too. A path that the system would rewrite is asked
@@ -32,7 +31,7 @@ class ExistingFiles {
     ExistingFiles& operator=(const ExistingFiles&) = delete;
 
     // Starts another operation, whose answers are those of now. The test to hand in.
-    std::reference_wrapper<ExistingFiles> anew();
+    std::reference_wrapper<ExistingFiles> beginOperation();
 
     // Says that a path will be asked for: its folder is asked about while the next are told.
     void expect(const std::wstring& path);

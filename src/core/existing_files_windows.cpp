@@ -70,7 +70,7 @@ struct ExistingFiles::Root {
 // written to again within the same tick of the clock.
 std::optional<ExistingFiles::Stamp> ExistingFiles::stampOf(const std::wstring& folder) {
     constexpr std::uint64_t kCoarse = 100'000;     // 10 ms, in units of 100 ns
-    constexpr std::uint64_t kMoment = 20'000'000;  // 2 s
+    constexpr std::uint64_t kRecent = 20'000'000;  // 2 s
     WIN32_FILE_ATTRIBUTE_DATA data;
     if (Disk::details(systemPath(folder), data) ||
         data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
@@ -78,7 +78,7 @@ std::optional<ExistingFiles::Stamp> ExistingFiles::stampOf(const std::wstring& f
     FILETIME now;
     GetSystemTimeAsFileTime(&now);
     const Stamp stamp{ticks(data.ftLastWriteTime), ticks(data.ftCreationTime)};
-    if (stamp.written % kCoarse == 0 || stamp.written + kMoment > ticks(now)) return std::nullopt;
+    if (stamp.written % kCoarse == 0 || stamp.written + kRecent > ticks(now)) return std::nullopt;
     return stamp;
 }
 
@@ -93,7 +93,7 @@ void ExistingFiles::list(const std::wstring& folder, Answer& answer) {
     answer.complete = error == ERROR_SUCCESS || (answer.files.empty() && saysMissing(error));
 }
 
-std::reference_wrapper<ExistingFiles> ExistingFiles::anew() {
+std::reference_wrapper<ExistingFiles> ExistingFiles::beginOperation() {
     questions_.reset();
     asked_.clear();
     std::erase_if(folders_, [&](const auto& each) { return each.second.operation != operation_; });

@@ -35,7 +35,7 @@ std::optional<std::wstring> Editor::read(const std::wstring& path) const {
 }
 
 std::optional<FileExistsTest> Editor::filesOfRows() {
-    files_.anew();
+    files_.beginOperation();
     const auto expect = [this](const std::wstring& path) {
         files_.expect(path);
         return true;
@@ -46,7 +46,7 @@ std::optional<FileExistsTest> Editor::filesOfRows() {
 
 std::optional<FileExistsTest> Editor::filesOfText(std::wstring_view text,
                                                   const std::wstring& folder) {
-    files_.anew();
+    files_.beginOperation();
     WideLineReader lines(text);
     std::wstring path;
     for (std::wstring_view line; lines.next(line);) {

@@ -179,7 +179,7 @@ def files(app, collection):
 
 
 def keys(app, collection):
-    """What has no place on the mouse's road: the menu, a window's end, the folder listed anew."""
+    """What has no place on the mouse's road: the menu, a window's end, the folder listed again."""
     file_of(app, SONG).click()
     app.key("shift+F10")
     app.choose(INFORMATION)

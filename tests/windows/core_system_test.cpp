@@ -65,7 +65,7 @@ TEST(ExistingFiles, AnswersAsTheDiskDoes) {
         const bool asks = call == DiskCall::List || call == DiskCall::Attributes;
         return asks ? DWORD{ERROR_ACCESS_DENIED} : DWORD{ERROR_SUCCESS};
     });
-    EXPECT_TRUE(files.anew()(scratch / L"hudba\\a.mp3"));
+    EXPECT_TRUE(files.beginOperation()(scratch / L"hudba\\a.mp3"));
 }
 
 void setFolderTime(const std::wstring& folder, std::uint64_t ticks) {
@@ -83,7 +83,7 @@ TEST(ExistingFiles, TrustsTheTimesOfFoldersOnlyWhereTheyAreFine) {
         const std::wstring name = std::to_wstring(old), folder = scratch.folder(name);
         setFolderTime(folder, old);
         ExistingFiles files;
-        const auto contains = [&] { return files.anew()(folder + L"\\a.mp3"); };
+        const auto contains = [&] { return files.beginOperation()(folder + L"\\a.mp3"); };
         EXPECT_FALSE(contains());
         scratch.file(name + L"\\a.mp3");
         EXPECT_TRUE(contains());  // created
