@@ -18,7 +18,8 @@ namespace tunovka {
 // Answers "does this file exist" for many paths at once: each folder is enumerated once and its
 // names are kept upper-cased, so that an answer costs a hash look-up and not a system call. The
 // answers of one operation (listing, loading, cleaning, saving) are those of its start. Each has an
-// object of its own, or calls beginOperation(), which enumerates only the folders that have changed.
+// object of its own, or calls beginOperation(), which enumerates only the folders that have
+// changed.
 //
 // A name that its folder's set does not hold is confirmed by one real question unless the
 // enumeration succeeded and covered short names too. A path that the system would rewrite is asked
