@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -51,23 +52,19 @@ class Drawn {
     Bitmap bitmap_;
 };
 
-// The pictures of all buttons, strips and icons by their keys, as they are drawn; nullptr for an
-// unknown key.
-const Picture* Ilistbt(const std::wstring& key) {
-    static const std::map<std::wstring, Picture> pack = [] {
-        const HRSRC found = FindResourceW(nullptr, L"SKIN", MAKEINTRESOURCEW(10));  // RT_RCDATA
-        const void* bytes = LockResource(LoadResource(nullptr, found));
-        return readSkinPack({static_cast<const std::byte*>(bytes), SizeofResource(nullptr, found)});
-    }();
-    const auto drawn = pack.find(key);
-    return drawn == pack.end() ? nullptr : &drawn->second;
+// The picture of a button, strip or icon by its key, as it is drawn; nullopt for an unknown key. It
+// is read at each call: of most only what is scaled to the screen is kept.
+std::optional<Picture> Ilistbt(const std::wstring& key) {
+    const HRSRC found = FindResourceW(nullptr, L"SKIN", MAKEINTRESOURCEW(10));  // RT_RCDATA
+    const void* bytes = LockResource(LoadResource(nullptr, found));
+    return readPicture({static_cast<const std::byte*>(bytes), SizeofResource(nullptr, found)}, key);
 }
 
 const Picture* pictureAt(const std::wstring& key, int dpi) {
     static std::map<std::pair<std::wstring, int>, Picture> scaled;
     const auto known = scaled.find({key, dpi});
     if (known != scaled.end()) return &known->second;
-    const Picture* drawn = Ilistbt(key);
+    const std::optional<Picture> drawn = Ilistbt(key);
     if (!drawn) return nullptr;
     return &scaled.emplace(std::pair{key, dpi}, scaledPicture(*drawn, dpi, kSkinDotsPerInch))
                 .first->second;
@@ -155,7 +152,7 @@ namespace {
 
 // Square, with the colours not multiplied by alpha, as image lists take it.
 Bitmap createIcon(const std::wstring& key, int side) {
-    const Picture* drawn = Ilistbt(key);
+    const std::optional<Picture> drawn = Ilistbt(key);
     if (!drawn) return {};
     Picture picture = scaledPicture(*drawn, side, drawn->width);
     for (std::uint32_t& pixel : picture.pixels) {

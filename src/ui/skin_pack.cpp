@@ -24,8 +24,9 @@ struct Entry {
 };
 static_assert(sizeof(Entry) == 36);
 
-std::vector<std::uint32_t> decodedRuns(Bytes runs) {
+std::vector<std::uint32_t> decodedRuns(Bytes runs, std::size_t count) {
     std::vector<std::uint32_t> pixels;
+    pixels.reserve(count);
     for (std::size_t at = 0; at < runs.size();) {
         const auto n = std::to_integer<std::size_t>(runs[at++]);
         const std::size_t stored = n < 128 ? n + 1 : 1, times = n < 128 ? 1 : n - 127;
@@ -121,17 +122,18 @@ Picture resampled(const Picture& picture, const Axis& columns, const Axis& rows)
 
 }  // namespace
 
-std::map<std::wstring, Picture> readSkinPack(Bytes bytes) {
-    std::map<std::wstring, Picture> pictures;
+std::optional<Picture> readPicture(Bytes bytes, std::wstring_view key) {
     for (std::uint32_t i = 0; i < readAt<std::uint32_t>(bytes, 0); ++i) {
         const auto entry = readAt<Entry>(bytes, 4 + i * sizeof(Entry));
-        const char* end = std::find(entry.key, std::end(entry.key), '\0');
-        pictures[{entry.key, end}] = {entry.width,
-                                      entry.height,
-                                      {entry.left, entry.top, entry.right, entry.bottom},
-                                      decodedRuns(bytes.subspan(entry.offset, entry.length))};
+        if (!std::equal(key.begin(), key.end(), entry.key, std::ranges::find(entry.key, '\0')))
+            continue;
+        return Picture{entry.width,
+                       entry.height,
+                       {entry.left, entry.top, entry.right, entry.bottom},
+                       decodedRuns(bytes.subspan(entry.offset, entry.length),
+                                   std::size_t{entry.width} * entry.height)};
     }
-    return pictures;
+    return std::nullopt;
 }
 
 Picture scaledPicture(const Picture& picture, int numerator, int denominator) {

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <optional>
 #include <span>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace tunovka {
@@ -26,7 +26,8 @@ struct Picture {
     std::vector<std::uint32_t> pixels;
 };
 
-// The pictures of a skin resource by their keys. The program's own resource is not checked.
+// A picture of a skin resource by its key, nullopt when there is none. The program's own resource
+// is not checked.
 //
 // It is what tools/pack-pictures writes (numbers little-endian, sizes in pixels at
 // kSkinDotsPerInch):
@@ -36,7 +37,7 @@ struct Picture {
 //   resource; 32-bit length of its runs in bytes
 //   runs: a byte n < 128, then n + 1 pixels B G R A; or a byte n >= 128, then one pixel that
 //   stands n - 127 times. Runs go on over the ends of rows and fill the picture exactly.
-std::map<std::wstring, Picture> readSkinPack(std::span<const std::byte> bytes);
+std::optional<Picture> readPicture(std::span<const std::byte> bytes, std::wstring_view key);
 
 // The picture and its borders times numerator / denominator (both above 0), rounded half up, at
 // least one pixel: averaged by area where it shrinks, linear between pixels where it grows.
