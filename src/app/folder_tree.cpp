@@ -48,18 +48,16 @@ FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
       LblBar_(LblBar),
       txtPath_(txtPath),
       listFolder_(std::move(listFolder)) {
-    Drive1.onChange = [this] { Drive1_Change(); };
+    Drive1.onChange = [this] {
+        driveChanged_ = true;
+        FillTreeForDrive();
+    };
     strom.onExpand = [this](const std::wstring& key) { strom_Expand(key); };
     strom.onClick = [this](const std::wstring& key) {
         listUnlessShown(strom.selectedKey());
         if (strom.contains(key)) strom_NodeClick(key);
     };
     strom.onSelectionByKey = [this] { strom_NodeClick(strom.selectedKey()); };
-}
-
-void FolderTree::Drive1_Change() {
-    driveChanged_ = true;
-    FillTreeForDrive();
 }
 
 void FolderTree::chooseStartDrive() {

@@ -42,7 +42,6 @@ class FolderTree {
     TreeView strom;
 
   private:
-    void Drive1_Change();
     void strom_Expand(const std::wstring& key);
     void strom_NodeClick(const std::wstring& key);
 

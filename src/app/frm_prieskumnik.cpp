@@ -86,8 +86,16 @@ void frmPrieskumnik::bindHandlers() {
     tri.onClick(L"zavri") = [this] { unload(); };
     tri.onClick(L"o_programe") = [this] { Forms::load<frmOprograme>(handle()).showModal(); };
     prehrat.onClick(L"info_o_subore") = [this] { info_o_subore_Click(); };
-    prehrat.onClick(L"editovat_playlist") = [this] { editovat_playlist_Click(); };
-    menuprestrom.onClick(L"prehladaj_adresar") = [this] { prehladaj_adresar_Click(); };
+    prehrat.onClick(L"editovat_playlist") = [this] {
+        const std::wstring path = contents.selectedPathForPlaylists();
+        if (!path.empty()) openEditor(path);
+    };
+    menuprestrom.onClick(L"prehladaj_adresar") = [this] {
+        const std::wstring folder = folders.selectedFolder();
+        if (folder.empty()) return;
+        txtPrehladavaj.setText(folder);
+        frmhladanie::open(*this);
+    };
     menuprestrom.onClick(L"novy_plalist") = [this] { openNewEditor(); };
 }
 
@@ -149,18 +157,6 @@ void frmPrieskumnik::info_o_subore_Click() {
     if (!path.empty()) return showInformation(path);
     const std::wstring why = contents.whyNoFile(contents.Tview.selectedKey(), L"");
     why.empty() ? showMissingFile() : tellWhy(why);
-}
-
-void frmPrieskumnik::editovat_playlist_Click() {
-    const std::wstring path = contents.selectedPathForPlaylists();
-    if (!path.empty()) openEditor(path);
-}
-
-void frmPrieskumnik::prehladaj_adresar_Click() {
-    const std::wstring folder = folders.selectedFolder();
-    if (folder.empty()) return;
-    txtPrehladavaj.setText(folder);
-    frmhladanie::open(*this);
 }
 
 void frmPrieskumnik::txtodkaz_Change() {

@@ -67,8 +67,6 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     bool Tview_OLEStartDrag();
     bool Tview_KeyDown(WORD key);
     void info_o_subore_Click();
-    void editovat_playlist_Click();
-    void prehladaj_adresar_Click();
 
     void refreshFolder();
     void selectionChanged();

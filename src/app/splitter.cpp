@@ -21,8 +21,20 @@ Splitter::Splitter(Form& form)
                .role = ROLE_SYSTEM_SEPARATOR,
                .tabStop = true}),
       Obdlznik({.name = L"Obdlznik", .parent = &form, .visible = false}) {
-    Medzera.onPaint = [this](HDC dc, Size size) { Medzera_Paint(dc, size); };
-    Medzera.onMove = [this](StripMove move) { Medzera_Move(move); };
+    Medzera.onPaint = [this](HDC dc, Size size) {
+        const int dot = Medzera.scaled(2);
+        for (int i = -2; i <= 2; ++i) {
+            const int x = (size.width - dot) / 2, y = size.height / 2 + i * 3 * dot;
+            fillRect(dc, {x, y, x + dot, y + dot}, colors().edge);
+        }
+    };
+    Medzera.onMove = [this](StripMove move) {
+        const StripSteps steps{.line = static_cast<double>(Medzera.scaled(kLine)),
+                               .page = static_cast<double>(Medzera.scaled(kPage)),
+                               .least = static_cast<double>(least_),
+                               .most = static_cast<double>(most_)};
+        onMoved(static_cast<int>(moved(move, Medzera.bounds().x, steps)));
+    };
     Medzera.onMouseDown = [this](MouseButton button, Point at) { Medzera_MouseDown(button, at); };
     Medzera.onMouseMove = [this](MouseButton held, Point at) { Medzera_MouseMove(held, at); };
     Medzera.onMouseUp = [this](MouseButton button, Point) { Medzera_MouseUp(button); };
@@ -31,14 +43,6 @@ Splitter::Splitter(Form& form)
     Obdlznik.onPaint = [](HDC dc, Size size) {
         fillRect(dc, {0, 0, size.width, size.height}, colors().rim);
     };
-}
-
-void Splitter::Medzera_Paint(HDC dc, Size size) const {
-    const int dot = Medzera.scaled(2);
-    for (int i = -2; i <= 2; ++i) {
-        const int x = (size.width - dot) / 2, y = size.height / 2 + i * 3 * dot;
-        fillRect(dc, {x, y, x + dot, y + dot}, colors().edge);
-    }
 }
 
 void Splitter::Medzera_MouseDown(MouseButton button, Point at) {
@@ -59,20 +63,12 @@ void Splitter::Medzera_MouseMove(MouseButton held, Point at) {
 void Splitter::Medzera_MouseUp(MouseButton button) {
     if (button != MouseButton::Left || pressedAt_ < 0) return;
     endDrag();
-    if (onMoved) onMoved(Obdlznik.bounds().x);
+    onMoved(Obdlznik.bounds().x);
 }
 
 void Splitter::endDrag() {
     pressedAt_ = -1;
     Obdlznik.setVisible(false);
-}
-
-void Splitter::Medzera_Move(StripMove move) {
-    const StripSteps steps{.line = static_cast<double>(Medzera.scaled(kLine)),
-                           .page = static_cast<double>(Medzera.scaled(kPage)),
-                           .least = static_cast<double>(least_),
-                           .most = static_cast<double>(most_)};
-    if (onMoved) onMoved(static_cast<int>(moved(move, Medzera.bounds().x, steps)));
 }
 
 void Splitter::setBounds(const Rect& bounds, int least, int most) {

@@ -23,8 +23,6 @@ class Splitter {
     PictureBox Obdlznik;
 
   private:
-    void Medzera_Paint(HDC dc, Size size) const;
-    void Medzera_Move(StripMove move);
     void Medzera_MouseDown(MouseButton button, Point at);
     void Medzera_MouseMove(MouseButton held, Point at);
     void Medzera_MouseUp(MouseButton button);

@@ -83,32 +83,19 @@ Colors ofSkin() {
 }
 
 Colors ofSystem() {
-    const Color ground = GetSysColor(COLOR_WINDOW), text = GetSysColor(COLOR_WINDOWTEXT);
-    const Color button = GetSysColor(COLOR_BTNFACE), selected = GetSysColor(COLOR_HIGHLIGHT);
-    return {.plain = true,
-            .ground = ground,
-            .groundLight = ground,
-            .rim = text,
-            .rimLight = ground,
-            .text = text,
-            .textHalo = ground,
-            .textOff = GetSysColor(COLOR_GRAYTEXT),
-            .title = GetSysColor(COLOR_ACTIVECAPTION),
-            .titleText = GetSysColor(COLOR_CAPTIONTEXT),
-            .button = button,
-            .buttonText = GetSysColor(COLOR_BTNTEXT),
-            .card = ground,
-            .edge = text,
-            .field = ground,
-            .selected = selected,
-            .selectedText = GetSysColor(COLOR_HIGHLIGHTTEXT),
-            .selectedElsewhere = selected,
-            .dropTarget = selected,
-            .bar = selected,
-            .track = ground,
-            .headerLight = button,
-            .header = button,
-            .panelLight = ground};
+    Colors c{};
+    c.plain = true;
+    c.ground = c.groundLight = c.rimLight = c.textHalo = c.card = c.field = c.track = c.panelLight =
+        GetSysColor(COLOR_WINDOW);
+    c.rim = c.text = c.edge = GetSysColor(COLOR_WINDOWTEXT);
+    c.textOff = GetSysColor(COLOR_GRAYTEXT);
+    c.title = GetSysColor(COLOR_ACTIVECAPTION);
+    c.titleText = GetSysColor(COLOR_CAPTIONTEXT);
+    c.button = c.header = c.headerLight = GetSysColor(COLOR_BTNFACE);
+    c.buttonText = GetSysColor(COLOR_BTNTEXT);
+    c.selected = c.selectedElsewhere = c.dropTarget = c.bar = GetSysColor(COLOR_HIGHLIGHT);
+    c.selectedText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+    return c;
 }
 
 Colors& current() {

@@ -4,7 +4,7 @@
 #include <shlobj.h>
 
 #include <cstring>
-#include <memory>
+#include <optional>
 #include <utility>
 
 #include "core/ansi.h"
@@ -86,20 +86,20 @@ class TextData final : public SingleComObject<IDataObject> {
     std::wstring text_;
 };
 
-bool textIn(IDataObject* data, CLIPFORMAT format, std::wstring& text) {
+std::optional<std::wstring> textIn(IDataObject* data, CLIPFORMAT format) {
     FORMATETC wanted = formatOf(format);
     STGMEDIUM medium{};
-    if (FAILED(data->GetData(&wanted, &medium))) return false;
+    if (FAILED(data->GetData(&wanted, &medium))) return std::nullopt;
+    std::optional<std::wstring> text;
     const std::size_t size = medium.tymed == TYMED_HGLOBAL ? GlobalSize(medium.hGlobal) : 0;
-    const void* bytes = size ? GlobalLock(medium.hGlobal) : nullptr;
-    if (bytes) {
+    if (const void* bytes = size ? GlobalLock(medium.hGlobal) : nullptr) {
         text = format == CF_UNICODETEXT
                    ? trimAtNul({static_cast<const wchar_t*>(bytes), size / sizeof(wchar_t)})
                    : trimAtNul(fromAnsi({static_cast<const char*>(bytes), size}));
         GlobalUnlock(medium.hGlobal);
     }
     ReleaseStgMedium(&medium);
-    return bytes != nullptr;
+    return text;
 }
 
 class DropSource final : public SingleComObject<IDropSource> {
@@ -117,10 +117,6 @@ bool hasText(IDataObject* data) {
     return data && (data->QueryGetData(&wide) == S_OK || data->QueryGetData(&ansi) == S_OK);
 }
 
-bool textOf(IDataObject* data, std::wstring& text) {
-    return textIn(data, CF_UNICODETEXT, text) || textIn(data, CF_TEXT, text);
-}
-
 }  // namespace
 
 IDataObject* createTextData(const std::wstring& text) {
@@ -136,11 +132,10 @@ void dragText(const std::wstring& text, const DragState& state) {
     dragState = {};
 }
 
+// Lives as long as the system holds it; the state goes with the TextDropTarget.
 class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
   public:
-    Target(Window& window, Events events) : window_(&window), events_(std::move(events)) {}
-
-    void forgetWindow() { window_ = nullptr; }
+    explicit Target(std::weak_ptr<const State> state) : state_(std::move(state)) {}
 
     HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD, POINTL at,
                                         DWORD* effect) override {
@@ -150,17 +145,20 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
     HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL at, DWORD* effect) override {
         welcome_ = false;
         guarded([&] {
+            const auto state = state_.lock();
+            if (!state || !offersText_) return;
             // A form is switched off while a box over it is open; its controls are not.
-            welcome_ = window_ && offersText_ && window_->isEnabled() &&
-                       IsWindowEnabled(GetAncestor(window_->handle(), GA_ROOT)) && events_.over &&
-                       events_.over(place(at));
+            const HWND control = state->window.handle();
+            welcome_ = IsWindowEnabled(control) && IsWindowEnabled(GetAncestor(control, GA_ROOT)) &&
+                       state->events.over(state->place(at));
         });
         *effect = welcome_ ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE DragLeave() override {
         guarded([&] {
-            if (window_ && events_.leave) events_.leave();
+            const auto state = state_.lock();
+            if (state && state->events.leave) state->events.leave();
         });
         return S_OK;
     }
@@ -168,30 +166,26 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
         // Not asked again: a list would scroll once more and show another row than it takes.
         *effect = welcome_ ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;
         guarded([&] {
-            std::wstring text;
-            if (*effect != DROPEFFECT_NONE && textOf(data, text)) deliver(text, place(at));
+            const auto state = state_.lock();
+            if (!state || *effect == DROPEFFECT_NONE) return;
+            auto text = textIn(data, CF_UNICODETEXT);
+            if (!text) text = textIn(data, CF_TEXT);
+            if (!text) return;
+            postToLoop([later = state_, text = *text, at = state->place(at), drag = dragState] {
+                if (const auto state = later.lock()) state->events.drop(text, at, drag);
+            });
         });
         return DragLeave();
     }
 
   private:
-    Point place(POINTL at) const { return window_->fromScreen(pointOf(POINT{at.x, at.y})); }
-    void deliver(const std::wstring& text, Point at) {
-        AddRef();
-        const std::shared_ptr<Target> alive(this, [](Target* target) { target->Release(); });
-        postToLoop([alive, text, at, state = dragState] {
-            if (alive->window_ && alive->events_.drop) alive->events_.drop(text, at, state);
-        });
-    }
-
-    Window* window_;
-    Events events_;
+    std::weak_ptr<const State> state_;
     bool offersText_ = false;
     bool welcome_ = false;  // where the pointer was last
 };
 
 TextDropTarget::TextDropTarget(Window& window, Events events)
-    : target_(new Target(window, std::move(events))), window_(window) {
+    : state_(std::make_shared<State>(State{window, std::move(events)})) {
     if (window.handle())
         attach();
     else
@@ -199,15 +193,14 @@ TextDropTarget::TextDropTarget(Window& window, Events events)
 }
 
 void TextDropTarget::attach() {
-    attached_ = window_.handle();
-    RegisterDragDrop(attached_, target_);
+    attached_ = state_->window.handle();
+    const ComPtr<IDropTarget> target(new Target(state_));
+    RegisterDragDrop(attached_, target.get());
 }
 
 TextDropTarget::~TextDropTarget() {
-    target_->forgetWindow();
-    window_.onCreated = nullptr;
+    state_->window.onCreated = nullptr;
     if (attached_) RevokeDragDrop(attached_);
-    target_->Release();
 }
 
 }  // namespace tunovka

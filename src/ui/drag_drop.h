@@ -50,8 +50,12 @@ class TextDropTarget {
     void attach();
 
     class Target;
-    Target* target_;
-    Window& window_;
+    struct State {
+        Window& window;
+        Events events;
+        Point place(POINTL at) const { return window.fromScreen({at.x, at.y}); }
+    };
+    std::shared_ptr<const State> state_;
     HWND attached_ = nullptr;
 };
 

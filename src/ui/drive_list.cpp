@@ -54,12 +54,6 @@ void DriveList::chooseFirst() {
     drive_ = chosen == drives_.end() ? drives_.back() : *chosen;
 }
 
-void DriveList::fill() {
-    send(CB_RESETCONTENT);
-    for (const std::wstring& drive : drives_)
-        send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(drive.c_str()));
-}
-
 // Shows the chosen drive again, or takes the one at a position.
 void DriveList::choose(int position) {
     const auto place = std::find(drives_.begin(), drives_.end(), drive_) - drives_.begin();
@@ -88,7 +82,8 @@ void DriveList::refresh() {
     }
     drives_ = std::move(now);
     if (first) chooseFirst();
-    fill();
+    send(CB_RESETCONTENT);
+    for (const std::wstring& drive : drives_) send(CB_ADDSTRING, 0, drive.c_str());
     choose(-1);
 }
 

@@ -33,7 +33,6 @@ class DriveList : public Window {
   private:
     void choose(int position);
     void chooseFirst();
-    void fill();
 
     std::vector<std::wstring> drives_;
     std::wstring drive_;

@@ -42,10 +42,6 @@ bool isSeen(HWND window) {
     return dynamic_cast<Form*>(windowOf(window)) && IsWindowVisible(window) && !IsIconic(window);
 }
 
-bool isPress(UINT message) {
-    return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN;
-}
-
 // Of a screen, without the task bar.
 RECT workAreaOf(HMONITOR screen) {
     MONITORINFO monitor{};

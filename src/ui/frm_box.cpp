@@ -42,38 +42,6 @@ std::wstring fieldLines(const std::wstring& text) {
     return lines;
 }
 
-// Height in pixels: the lines that the text's width on one line would fill (rounded half to even,
-// plus one), or the height that it takes when wrapped, whichever is larger.
-int boxTextHeight(int widthOnOneLine, int labelWidth, int lineHeight, int wrappedHeight) {
-    const int lines = roundHalfEven(static_cast<double>(widthOnOneLine) / labelWidth + 1);
-    return std::max(lines * lineHeight, wrappedHeight);
-}
-
-// Places of the buttons in rows, in pixels: each as wide as its caption plus `padding`, `gap`
-// apart, a row centred in `innerWidth`. A button is never wider than a row.
-std::vector<Rect> boxButtonRows(const std::vector<int>& captionWidths, int top, int height,
-                                int padding, int gap, int innerWidth) {
-    std::vector<Rect> buttons;
-    std::size_t rowStart = 0;
-    int left = 0;
-    const auto endRow = [&] {
-        const int shift = (innerWidth - (left - gap)) / 2;
-        for (; rowStart < buttons.size(); ++rowStart) buttons[rowStart].x += shift;
-    };
-    for (const int caption : captionWidths) {
-        const int width = std::min(caption + padding, innerWidth);
-        if (left > 0 && left + width > innerWidth) {
-            endRow();
-            left = 0;
-            top += height + gap;
-        }
-        buttons.push_back({left, top, width, height});
-        left += width + gap;
-    }
-    endRow();
-    return buttons;
-}
-
 int openBoxes = 0;
 
 std::deque<BoxRequest>& waitingNotices() {
@@ -88,17 +56,6 @@ void showWaitingNotice() {
     ask(notice);
 }
 
-// Counts the open boxes; a waiting notice is shown when the last one has closed.
-struct OpenBox {
-    OpenBox() { ++openBoxes; }
-    ~OpenBox() {
-        if (--openBoxes == 0 && !waitingNotices().empty())
-            guarded([] { postToLoop(showWaitingNotice); });
-    }
-    OpenBox(const OpenBox&) = delete;
-    OpenBox& operator=(const OpenBox&) = delete;
-};
-
 }  // namespace
 
 std::int16_t ask(const std::wstring& title, const std::wstring& text, const std::wstring& buttons) {
@@ -106,7 +63,10 @@ std::int16_t ask(const std::wstring& title, const std::wstring& text, const std:
     BoxText = text;
     BoxButtons = buttons;
     BoxAnswer = 0;
-    const OpenBox counted;
+    ++openBoxes;
+    const std::shared_ptr<void> closed(nullptr, [](void*) {
+        if (--openBoxes == 0) guarded([] { postToLoop(showWaitingNotice); });
+    });
     frmBox box(activeForm(), title, text, buttons);
     box.showModal();
     return BoxAnswer = box.answer();
@@ -168,10 +128,12 @@ void frmBox::addButton(const std::wstring& caption) {
     };
 }
 
+// As many lines as the text's width on one line would fill, plus one, or what it takes when
+// wrapped.
 int frmBox::textHeight(int width, int limit) {
-    const int line = Skin::fontHeight(dpi());
-    const int height =
-        boxTextHeight(lblpokus.measured().width, width, line, lblotazka.measured(width).height);
+    const double share = static_cast<double>(lblpokus.measured().width) / width;
+    const int height = std::max(roundHalfEven(share + 1) * Skin::fontHeight(dpi()),
+                                lblotazka.measured(width).height);
     scrolled_.setVisible(height > limit);
     lblotazka.setVisible(height <= limit);
     return std::min(height, limit);
@@ -188,24 +150,31 @@ bool frmBox::onShortcut(WORD key) {
     return true;
 }
 
+// In centred rows, each as wide as its caption, but never wider than a row. Returns the lower edge.
+int frmBox::placeButtons(int top, int inner) {
+    const int height = buttonHeight(), gap = scaled(kButtonGap);
+    std::vector<int> widths;
+    for (const std::wstring& caption : lblnadpis) {
+        const int width = measureText(caption, Skin::font(dpi())).width;
+        widths.push_back(std::min(width + scaled(kButtonPadding), inner));
+    }
+    for (std::size_t first = 0, end = 0; first < widths.size(); top += height + gap) {
+        int row = widths[end++];
+        while (end < widths.size() && row + gap + widths[end] <= inner) row += gap + widths[end++];
+        for (int left = (inner - row) / 2; first < end; left += widths[first++] + gap)
+            Itlačítko[first]->setBounds({left, top, widths[first], height});
+    }
+    return top - gap;
+}
+
 Size frmBox::arrange(int title) {
+    const int inner = scaled(kWidth), margin = scaled(kMargin);
     const int most = workArea().height - title - scaled(100);
-
-    const int inner = scaled(kWidth);
-    const int width = inner - 2 * scaled(kMargin);
-    const int top = title + scaled(kMargin);
-    const int height = textHeight(width, most);
-    lblotazka.setBounds({scaled(kMargin), top, width, height});
-    scrolled_.setBounds({scaled(kMargin), top, width, height});
-
-    std::vector<int> captions;
-    for (const std::wstring& caption : lblnadpis)
-        captions.push_back(measureText(caption, Skin::font(dpi())).width);
-    const int buttonTop = top + height + scaled(kTextGap);
-    const std::vector<Rect> rows = boxButtonRows(captions, buttonTop, buttonHeight(),
-                                                 scaled(kButtonPadding), scaled(kButtonGap), inner);
-    for (std::size_t i = 0; i < rows.size(); ++i) Itlačítko[i]->setBounds(rows[i]);
-    return {inner, rows.back().bottom() + scaled(kBottom)};
+    const int height = textHeight(inner - 2 * margin, most);
+    const Rect text{margin, title + margin, inner - 2 * margin, height};
+    lblotazka.setBounds(text);
+    scrolled_.setBounds(text);
+    return {inner, placeButtons(text.bottom() + scaled(kTextGap), inner) + scaled(kBottom)};
 }
 
 }  // namespace tunovka

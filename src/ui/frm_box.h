@@ -53,6 +53,7 @@ class frmBox : public SkinnedForm {
   private:
     void addButton(const std::wstring& caption);
     int textHeight(int width, int limit);
+    int placeButtons(int top, int inner);
 
     std::int16_t answer_ = 0;
     Label lblotazka;

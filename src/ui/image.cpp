@@ -94,20 +94,9 @@ void Image::paint(HDC dc) const {
 }
 
 std::optional<LRESULT> Image::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (isPress(message)) return press(buttonOf(message)), 0;
+    if (isRelease(message)) return release(buttonOf(message)), 0;
     switch (message) {
-        case WM_LBUTTONDOWN:
-        case WM_RBUTTONDOWN:
-        case WM_MBUTTONDOWN:
-        case WM_LBUTTONDBLCLK:
-        case WM_RBUTTONDBLCLK:
-        case WM_MBUTTONDBLCLK:
-            press(buttonOf(message));
-            return 0;
-        case WM_LBUTTONUP:
-        case WM_RBUTTONUP:
-        case WM_MBUTTONUP:
-            release(buttonOf(message));
-            return 0;
         case WM_MOUSEMOVE:
             pointerMoved(pointOf(lparam));
             return 0;

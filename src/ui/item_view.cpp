@@ -18,61 +18,43 @@ void ItemView::scrollNearEdge(Point point) {
     answerOfSystem(WM_VSCROLL, up ? SB_LINEUP : SB_LINEDOWN, 0);
 }
 
-bool ItemView::hasLeft(Point point) const {
-    return std::abs(point.x - pressedAt_.x) > GetSystemMetrics(SM_CXDRAG) ||
-           std::abs(point.y - pressedAt_.y) > GetSystemMetrics(SM_CYDRAG);
-}
-
-void ItemView::tryDrag() {
+// True when the message is used up.
+bool ItemView::takeMouse(UINT message, WPARAM wparam, Point point) {
+    if (message == WM_LBUTTONDBLCLK) {
+        focus();
+        pressed(MouseButton::Left, point);
+        doubleClicked(point);
+        return true;
+    }
+    if (isPress(message)) {
+        held_ = buttonOf(message);
+        pressedAt_ = point;
+        staysClick_ = false;
+        focus();
+        SetCapture(handle());
+        pressed(held_, point);
+        return true;
+    }
+    if (isRelease(message)) {
+        if (held_ != buttonOf(message)) return true;
+        held_ = MouseButton::None;
+        ReleaseCapture();
+        released(buttonOf(message), point);
+        return true;
+    }
+    if (message == WM_CAPTURECHANGED) held_ = MouseButton::None;
+    const bool isDrag = message == WM_MOUSEMOVE && held_ == MouseButton::Left && !staysClick_ &&
+                        (wparam & MK_LBUTTON) &&
+                        (std::abs(point.x - pressedAt_.x) > GetSystemMetrics(SM_CXDRAG) ||
+                         std::abs(point.y - pressedAt_.y) > GetSystemMetrics(SM_CYDRAG));
+    if (!isDrag) return false;
     held_ = MouseButton::None;
     ReleaseCapture();
-    if (dragged(pressedAt_)) return;
+    if (dragged(pressedAt_)) return true;
     staysClick_ = true;
     SetCapture(handle());
     held_ = MouseButton::Left;
-}
-
-// True when the message is used up.
-bool ItemView::takeMouse(UINT message, WPARAM wparam, Point point) {
-    switch (message) {
-        case WM_LBUTTONDOWN:
-        case WM_RBUTTONDOWN:
-        case WM_RBUTTONDBLCLK:
-        case WM_MBUTTONDOWN:
-            held_ = buttonOf(message);
-            pressedAt_ = point;
-            staysClick_ = false;
-            focus();
-            SetCapture(handle());
-            pressed(held_, point);
-            return true;
-        case WM_LBUTTONDBLCLK:
-            focus();
-            pressed(MouseButton::Left, point);
-            doubleClicked(point);
-            return true;
-        case WM_MOUSEMOVE:
-            if (held_ != MouseButton::Left || staysClick_ || !(wparam & MK_LBUTTON) ||
-                !hasLeft(point))
-                return false;
-            tryDrag();
-            return true;
-        case WM_LBUTTONUP:
-        case WM_RBUTTONUP:
-        case WM_MBUTTONUP: {
-            const MouseButton button = buttonOf(message);
-            if (held_ != button) return true;
-            held_ = MouseButton::None;
-            ReleaseCapture();
-            released(button, point);
-            return true;
-        }
-        case WM_CAPTURECHANGED:
-            held_ = MouseButton::None;
-            return false;
-        default:
-            return false;
-    }
+    return true;
 }
 
 LRESULT ItemView::takeKey(UINT message, WPARAM wparam, LPARAM lparam) {

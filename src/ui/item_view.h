@@ -48,8 +48,6 @@ class ItemView : public Window {
 
   private:
     bool takeMouse(UINT message, WPARAM wparam, Point point);
-    bool hasLeft(Point point) const;
-    void tryDrag();
     LRESULT takeKey(UINT message, WPARAM wparam, LPARAM lparam);
 
     MouseButton held_ = MouseButton::None;

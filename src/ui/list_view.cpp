@@ -41,7 +41,7 @@ void ListView::prepare() {
     LVCOLUMNW column{};
     column.mask = LVCF_TEXT;
     column.pszText = caption_.data();
-    send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    send(LVM_INSERTCOLUMNW, 0, &column);
     send(LVM_SETCOLUMNWIDTH, 0, clientSize().width);
     show({});
 }
@@ -94,7 +94,7 @@ void ListView::setSelected(std::size_t position, bool isSelected) {
     LVITEMW item{};
     item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
     item.state = isSelected ? item.stateMask : 0;
-    send(LVM_SETITEMSTATE, position, reinterpret_cast<LPARAM>(&item));
+    send(LVM_SETITEMSTATE, position, &item);
 }
 
 std::optional<std::size_t> ListView::selected() const {
@@ -114,7 +114,7 @@ std::size_t ListView::firstVisible() const {
 }
 
 void ListView::ensureVisible(std::size_t position) {
-    send(LVM_ENSUREVISIBLE, position, FALSE);
+    send(LVM_ENSUREVISIBLE, position);
 }
 
 int ListView::itemsTop() const {
@@ -126,7 +126,7 @@ int ListView::itemsTop() const {
 
 Rect ListView::rowArea(std::size_t position) const {
     RECT area{LVIR_BOUNDS};
-    if (!send(LVM_GETITEMRECT, position, reinterpret_cast<LPARAM>(&area))) return {};
+    if (!send(LVM_GETITEMRECT, position, &area)) return {};
     const Rect row = rectOf(area);
     return {0, row.y, clientSize().width, row.height};
 }
@@ -308,7 +308,7 @@ LRESULT ListView::drawHeader(const NMCUSTOMDRAW& draw) const {
     column.mask = LVCF_TEXT;
     column.pszText = caption;
     column.cchTextMax = std::size(caption);
-    send(LVM_GETCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    send(LVM_GETCOLUMNW, 0, &column);
     RECT area = draw.rc;
     fillGradient(draw.hdc, area, colors().headerLight, colors().header);
     fillRect(draw.hdc, {area.left, area.bottom - 1, area.right, area.bottom}, colors().edge);

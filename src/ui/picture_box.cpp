@@ -72,6 +72,18 @@ bool PictureBox::takeWheel(int turned) {
 }
 
 std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (isPress(message)) {
+        SetCapture(handle());
+        pressed_ = true;
+        if (onMouseDown) onMouseDown(buttonOf(message), pointOf(lparam));
+        return 0;
+    }
+    if (isRelease(message)) {
+        pressed_ = false;
+        if (GetCapture() == handle()) ReleaseCapture();
+        if (onMouseUp) onMouseUp(buttonOf(message), pointOf(lparam));
+        return 0;
+    }
     switch (message) {
         case WM_NCHITTEST:
             if (form().isOnBorder(pointOf(lparam))) return HTTRANSPARENT;
@@ -89,24 +101,11 @@ std::optional<LRESULT> PictureBox::onMessage(UINT message, WPARAM wparam, LPARAM
         case WM_MOUSEWHEEL:
             if (takeWheel(GET_WHEEL_DELTA_WPARAM(wparam))) return 0;
             return std::nullopt;
-        case WM_LBUTTONDOWN:
-        case WM_RBUTTONDOWN:
-        case WM_LBUTTONDBLCLK:
-            SetCapture(handle());
-            pressed_ = true;
-            if (onMouseDown) onMouseDown(buttonOf(message), pointOf(lparam));
-            return 0;
         case WM_MOUSEMOVE:
             // A button that was pressed elsewhere means something elsewhere.
             if (onMouseMove)
                 onMouseMove(GetCapture() == handle() ? heldButton(wparam) : MouseButton::None,
                             pointOf(lparam));
-            return 0;
-        case WM_LBUTTONUP:
-        case WM_RBUTTONUP:
-            pressed_ = false;
-            if (GetCapture() == handle()) ReleaseCapture();
-            if (onMouseUp) onMouseUp(buttonOf(message), pointOf(lparam));
             return 0;
         case WM_CAPTURECHANGED:
             if (std::exchange(pressed_, false) && onCaptureLost) onCaptureLost();

@@ -1,15 +1,17 @@
 #include "ui/skin.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <optional>
+#include <span>
 #include <tuple>
 #include <utility>
 
 #include "core/late_function.h"
 #include "ui/painting.h"
-#include "ui/skin_pack.h"
 #include "ui/window.h"
 
 namespace tunovka {
@@ -18,6 +20,189 @@ namespace {
 
 constexpr wchar_t kControls[] = L"comctl32.dll";  // loaded with the first list
 constexpr int kLine = 20, kAroundLine = 4;        // in 96ths of an inch
+
+// ---- Pictures as they are packed, and at other sizes --------------------------------------------
+
+// Pictures are drawn for this many dots per inch and scaled from there.
+constexpr int kSkinDotsPerInch = 192;
+
+// Widths, in pixels, of the borders that keep their size when a picture is stretched.
+struct Borders {
+    int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+// Pixels 0xAARRGGBB with the colours multiplied by alpha (in memory the bytes B G R A, as
+// AlphaBlend takes them), rows from the top without gaps: width * height of them.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    Borders borders;
+    std::vector<std::uint32_t> pixels;
+};
+
+using Bytes = std::span<const std::byte>;
+
+template <typename T>
+T readAt(Bytes bytes, std::size_t offset) {
+    T value{};
+    std::memcpy(&value, &bytes[offset], sizeof value);
+    return value;
+}
+
+struct Entry {
+    char key[16];
+    std::uint16_t width, height, left, top, right, bottom;
+    std::uint32_t offset, length;
+};
+static_assert(sizeof(Entry) == 36);
+
+std::vector<std::uint32_t> decodedRuns(Bytes runs, std::size_t count) {
+    std::vector<std::uint32_t> pixels;
+    pixels.reserve(count);
+    for (std::size_t at = 0; at < runs.size();) {
+        const auto n = std::to_integer<std::size_t>(runs[at++]);
+        const std::size_t stored = n < 128 ? n + 1 : 1, times = n < 128 ? 1 : n - 127;
+        for (std::size_t i = 0; i < stored; ++i, at += 4)
+            pixels.insert(pixels.end(), times, readAt<std::uint32_t>(runs, at));
+    }
+    return pixels;
+}
+
+// How one pixel of the result is mixed along one axis: weights for the source pixels from `first`
+// on, whose sum is kWhole. Two axes multiplied by a channel just fit into 32 bits.
+constexpr std::uint32_t kWhole = 4096;
+struct Mix {
+    int first;
+    std::vector<std::uint32_t> weights;
+};
+using Axis = std::vector<Mix>;
+
+// What source pixels share in the result pixel i. Of fewer pixels each is the mean of the stretch
+// that it covers; of more, each lies between the centres of two.
+std::pair<int, std::vector<double>> sharesOf(int i, int length, int result) {
+    const double step = static_cast<double>(length) / result;
+    if (result >= length) {
+        const double centre = std::clamp((i + 0.5) * step - 0.5, 0.0, length - 1.0);
+        const int first = static_cast<int>(centre);
+        const double second = centre - first;
+        if (second > 0) return {first, {1 - second, second}};
+        return {first, {1.0}};
+    }
+    const double begin = i * step, end = (i + 1) * step;
+    const int first = static_cast<int>(begin);
+    std::vector<double> shares;
+    for (int pixel = first; pixel < length && pixel < end; ++pixel)
+        shares.push_back((std::min(end, pixel + 1.0) - std::max<double>(begin, pixel)) / step);
+    return {first, shares};
+}
+
+// The source pixels [from, from + length) as that many result pixels.
+void appendResized(Axis& axis, int from, int length, int result) {
+    for (int i = 0; i < result; ++i) {
+        const auto [first, shares] = sharesOf(i, length, result);
+        Mix mix{from + first, {}};
+        std::uint32_t rest = kWhole;  // of which the last takes what rounding left over
+        for (std::size_t share = 0; share + 1 < shares.size(); ++share) {
+            const auto wanted = static_cast<std::uint32_t>(std::lround(shares[share] * kWhole));
+            mix.weights.push_back(std::min(rest, wanted));
+            rest -= mix.weights.back();
+        }
+        mix.weights.push_back(rest);
+        axis.push_back(std::move(mix));
+    }
+}
+
+// An axis of that length whose borders before and after the middle are kept.
+Axis stretchedAxis(int length, int before, int after, int result) {
+    int keptBefore = before, keptAfter = after;
+    if (before + after > result) {
+        keptBefore = result * before / (before + after);
+        keptAfter = result - keptBefore;
+    }
+    Axis axis;
+    appendResized(axis, 0, before, keptBefore);
+    appendResized(axis, before, length - before - after, result - keptBefore - keptAfter);
+    appendResized(axis, length - after, after, keptAfter);
+    return axis;
+}
+
+std::uint32_t mixedPixel(const Picture& picture, const Mix& column, const Mix& row) {
+    constexpr std::uint32_t kHalf = kWhole * kWhole / 2;
+    std::uint32_t channels[4] = {kHalf, kHalf, kHalf, kHalf};
+    for (std::size_t y = 0; y < row.weights.size(); ++y) {
+        const std::uint32_t* pixel = &picture.pixels[(row.first + y) * picture.width];
+        for (std::size_t x = 0; x < column.weights.size(); ++x) {
+            const std::uint32_t weight = row.weights[y] * column.weights[x];
+            for (int channel = 0; channel < 4; ++channel)
+                channels[channel] += (pixel[column.first + x] >> 8 * channel & 0xFF) * weight;
+        }
+    }
+    std::uint32_t mixed = 0;
+    for (int channel = 0; channel < 4; ++channel)
+        mixed |= channels[channel] / (kWhole * kWhole) << 8 * channel;
+    return mixed;
+}
+
+Picture resampled(const Picture& picture, const Axis& columns, const Axis& rows) {
+    Picture result{
+        static_cast<int>(columns.size()), static_cast<int>(rows.size()), picture.borders, {}};
+    result.pixels.reserve(columns.size() * rows.size());
+    for (const Mix& row : rows)
+        for (const Mix& column : columns) result.pixels.push_back(mixedPixel(picture, column, row));
+    return result;
+}
+
+// A picture of a skin resource by its key, nullopt when there is none. The program's own resource
+// is not checked.
+//
+// It is what tools/pack-pictures writes (numbers little-endian, sizes in pixels at
+// kSkinDotsPerInch):
+//   32-bit number of pictures
+//   a picture: its key in 16 bytes of ASCII filled up with NUL; six 16-bit numbers: width, height
+//   and the borders left, top, right, bottom; 32-bit offset of its runs from the first byte of the
+//   resource; 32-bit length of its runs in bytes
+//   runs: a byte n < 128, then n + 1 pixels B G R A; or a byte n >= 128, then one pixel that
+//   stands n - 127 times. Runs go on over the ends of rows and fill the picture exactly.
+std::optional<Picture> readPicture(Bytes bytes, std::wstring_view key) {
+    for (std::uint32_t i = 0; i < readAt<std::uint32_t>(bytes, 0); ++i) {
+        const auto entry = readAt<Entry>(bytes, 4 + i * sizeof(Entry));
+        if (!std::equal(key.begin(), key.end(), entry.key, std::ranges::find(entry.key, '\0')))
+            continue;
+        return Picture{entry.width,
+                       entry.height,
+                       {entry.left, entry.top, entry.right, entry.bottom},
+                       decodedRuns(bytes.subspan(entry.offset, entry.length),
+                                   std::size_t{entry.width} * entry.height)};
+    }
+    return std::nullopt;
+}
+
+// The picture and its borders times numerator / denominator (both above 0), rounded half up, at
+// least one pixel: averaged by area where it shrinks, linear between pixels where it grows.
+Picture scaledPicture(const Picture& picture, int numerator, int denominator) {
+    if (numerator == denominator) return picture;
+    const auto scaled = [&](int length) {
+        return (2 * length * numerator + denominator) / (2 * denominator);
+    };
+    Axis columns, rows;
+    appendResized(columns, 0, picture.width, std::max(1, scaled(picture.width)));
+    appendResized(rows, 0, picture.height, std::max(1, scaled(picture.height)));
+    Picture result = resampled(picture, columns, rows);
+    const Borders& borders = picture.borders;
+    result.borders = {scaled(borders.left), scaled(borders.top), scaled(borders.right),
+                      scaled(borders.bottom)};
+    return result;
+}
+
+// The picture at that size (at least 1 by 1) with its borders as they are and the middle resampled;
+// borders that do not fit share what there is.
+Picture stretchedPicture(const Picture& picture, int width, int height) {
+    const Borders& borders = picture.borders;
+    return resampled(picture, stretchedAxis(picture.width, borders.left, borders.right, width),
+                     stretchedAxis(picture.height, borders.top, borders.bottom, height));
+}
+
+// ---- Pictures as they are drawn ----------------------------------------------------------------
 
 Bitmap bitmapOf(const Picture& picture) {
     BITMAPINFO info{};
@@ -32,26 +217,6 @@ Bitmap bitmapOf(const Picture& picture) {
     return bitmap;
 }
 
-// A picture ready for AlphaBlend.
-class Drawn {
-  public:
-    explicit Drawn(const Picture& picture)
-        : size_{picture.width, picture.height}, bitmap_(bitmapOf(picture)) {}
-
-    void draw(HDC target, Point place) const {
-        if (!bitmap_) return;
-        const MemoryDc source = memoryDc();
-        const Selected selected(source.get(), bitmap_.get());
-        const BLENDFUNCTION over{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-        GdiAlphaBlend(target, place.x, place.y, size_.width, size_.height, source.get(), 0, 0,
-                      size_.width, size_.height, over);
-    }
-
-  private:
-    Size size_;
-    Bitmap bitmap_;
-};
-
 // The picture of a button, strip or icon by its key, as it is drawn; nullopt for an unknown key. It
 // is read at each call: of most only what is scaled to the screen is kept.
 std::optional<Picture> Ilistbt(const std::wstring& key) {
@@ -61,13 +226,12 @@ std::optional<Picture> Ilistbt(const std::wstring& key) {
 }
 
 const Picture* pictureAt(const std::wstring& key, int dpi) {
-    static std::map<std::pair<std::wstring, int>, Picture> scaled;
-    const auto known = scaled.find({key, dpi});
-    if (known != scaled.end()) return &known->second;
+    static std::map<std::pair<std::wstring, int>, Picture> pictures;
+    const auto known = pictures.find({key, dpi});
+    if (known != pictures.end()) return &known->second;
     const std::optional<Picture> drawn = Ilistbt(key);
     if (!drawn) return nullptr;
-    return &scaled.emplace(std::pair{key, dpi}, scaledPicture(*drawn, dpi, kSkinDotsPerInch))
-                .first->second;
+    return &(pictures[{key, dpi}] = scaledPicture(*drawn, dpi, kSkinDotsPerInch));
 }
 
 // Lighter by a quarter of what is missing to white, or grey and half as strong; the colours stay
@@ -88,30 +252,10 @@ Picture inLook(Picture picture, Look look) {
     return picture;
 }
 
-// Pictures by key, dpi, size and look, at the sizes that windows use.
-using Bitmaps = std::map<std::tuple<std::wstring, int, int, int, Look>, Drawn>;
-
-Bitmaps& keptBitmaps() {
-    static Bitmaps bitmaps;
-    return bitmaps;
-}
-
-// Resizing a window asks for many widths: a full cache is emptied.
-const Drawn* drawnAt(const std::wstring& key, int dpi, Size size, Look look) {
-    Bitmaps& bitmaps = keptBitmaps();
-    const auto wanted = std::tuple{key, dpi, size.width, size.height, look};
-    const auto known = bitmaps.find(wanted);
-    if (known != bitmaps.end()) return &known->second;
-    const Picture* picture = pictureAt(key, dpi);
-    if (!picture) return nullptr;
-    if (bitmaps.size() > 160) bitmaps.clear();
-    const bool asItIs = size == Size{picture->width, picture->height};
-    return &bitmaps
-                .try_emplace(
-                    wanted,
-                    inLook(asItIs ? *picture : stretchedPicture(*picture, size.width, size.height),
-                           look))
-                .first->second;
+// By key, dpi, size and look, at the sizes that windows use, ready for AlphaBlend.
+std::map<std::tuple<std::wstring, int, int, int, Look>, Bitmap>& bitmaps() {
+    static std::map<std::tuple<std::wstring, int, int, int, Look>, Bitmap> kept;
+    return kept;
 }
 
 HFONT createFont(int dpi, Font kind) {
@@ -133,19 +277,28 @@ Size pictureSize(const std::wstring& key, int dpi) {
     return picture ? Size{picture->width, picture->height} : Size{};
 }
 
-void draw(HDC dc, const std::wstring& key, Point place, int dpi, Look look) {
-    if (const Drawn* picture = drawnAt(key, dpi, pictureSize(key, dpi), look))
-        picture->draw(dc, place);
+void draw(HDC dc, const std::wstring& key, Point place, int dpi) {
+    const Size size = pictureSize(key, dpi);
+    drawStretched(dc, key, {place.x, place.y, size.width, size.height}, dpi);
 }
 
 void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi, Look look) {
-    if (area.width < 1 || area.height < 1) return;
-    if (const Drawn* picture = drawnAt(key, dpi, {area.width, area.height}, look))
-        picture->draw(dc, {area.x, area.y});
+    const Picture* picture = pictureAt(key, dpi);
+    if (!picture || area.width < 1 || area.height < 1) return;
+    if (bitmaps().size() > 160) bitmaps().clear();  // resizing a window asks for many widths
+    Bitmap& bitmap = bitmaps()[{key, dpi, area.width, area.height, look}];
+    if (!bitmap)
+        bitmap = bitmapOf(inLook(stretchedPicture(*picture, area.width, area.height), look));
+    if (!bitmap) return;
+    const MemoryDc source = memoryDc();
+    const Selected selected(source.get(), bitmap.get());
+    const BLENDFUNCTION over{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+    GdiAlphaBlend(dc, area.x, area.y, area.width, area.height, source.get(), 0, 0, area.width,
+                  area.height, over);
 }
 
 void forgetBitmaps() {
-    keptBitmaps().clear();
+    bitmaps().clear();
 }
 
 namespace {

@@ -27,7 +27,7 @@ Size pictureSize(const std::wstring& key, int dpi);
 enum class Look { Plain, Lit, Off };  // lit under the pointer, off for what cannot be pressed
 
 // Draws a picture at its own size with its left top corner at a place.
-void draw(HDC dc, const std::wstring& key, Point place, int dpi, Look look = Look::Plain);
+void draw(HDC dc, const std::wstring& key, Point place, int dpi);
 
 // Draws a picture stretched into an area; its borders keep their size.
 void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi,

@@ -20,7 +20,7 @@ TextField::TextField(const TextFieldArgs& args)
       ground_(args.ground) {}
 
 void TextField::onFont() {
-    if (ground_) send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+    if (ground_) send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN);
 }
 
 int TextField::heightAt(int width) {

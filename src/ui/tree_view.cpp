@@ -32,7 +32,7 @@ void TreeView::prepare() {
 
 void TreeView::onFont() {
     ImageList list = Skin::createImageList({scaled(kPicture), scaled(kPicture)}, pictures_);
-    send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(list.get()));
+    send(TVM_SETIMAGELIST, TVSIL_NORMAL, list.get());
     Ilist_ = std::move(list);
     send(TVM_SETITEMHEIGHT, Skin::lineHeight(dpi()));
 }
@@ -63,8 +63,7 @@ void TreeView::add(const NodeArgs& args) {
     insert.item.iImage = insert.item.iSelectedImage = imageOf(args.imageKey);
     insert.item.stateMask = TVIS_BOLD;
     insert.item.state = args.bold ? TVIS_BOLD : 0;
-    node->second.item =
-        reinterpret_cast<HTREEITEM>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+    node->second.item = reinterpret_cast<HTREEITEM>(send(TVM_INSERTITEMW, 0, &insert));
     if (node->second.item) return measureSome();
     nodes_.erase(node);
     throw RuntimeError(kOutOfMemory);
@@ -88,7 +87,7 @@ void TreeView::forget(HTREEITEM item) {
 void TreeView::remove(const std::wstring& key) {
     HTREEITEM item = itemOf(key);
     forget(item);
-    send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(item));
+    send(TVM_DELETEITEM, 0, item);
 }
 
 void TreeView::clear() {
@@ -96,8 +95,8 @@ void TreeView::clear() {
     // The nodes outlive the items: deleting an item moves the selection, which asks for its node.
     const auto doomed = std::move(nodes_);
     nodes_.clear();
-    send(TVM_SELECTITEM, TVGN_CARET, 0);
-    send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    send(TVM_SELECTITEM, TVGN_CARET);
+    send(TVM_DELETEITEM, 0, TVI_ROOT);
 }
 
 void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
@@ -110,7 +109,7 @@ void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
     auto handle = nodes_.extract(key);
     handle.key() = newKey;
     nodes_.insert(std::move(handle));
-    send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    send(TVM_SETITEMW, 0, &item);
 }
 
 std::wstring TreeView::keyOf(HTREEITEM handle) const {
@@ -118,13 +117,12 @@ std::wstring TreeView::keyOf(HTREEITEM handle) const {
     TVITEMW item{};
     item.mask = TVIF_PARAM;
     item.hItem = handle;
-    if (!send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))) return {};
+    if (!send(TVM_GETITEMW, 0, &item)) return {};
     return reinterpret_cast<const Nodes::value_type*>(item.lParam)->first;
 }
 
 HTREEITEM TreeView::related(HTREEITEM item, UINT relation) const {
-    return reinterpret_cast<HTREEITEM>(
-        send(TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
+    return reinterpret_cast<HTREEITEM>(send(TVM_GETNEXTITEM, relation, item));
 }
 
 std::wstring TreeView::text(const std::wstring& key) const {
@@ -134,7 +132,7 @@ std::wstring TreeView::text(const std::wstring& key) const {
     item.hItem = itemOf(key);
     item.pszText = buffer.data();
     item.cchTextMax = static_cast<int>(buffer.size());
-    send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    send(TVM_GETITEMW, 0, &item);
     return item.pszText;
 }
 
@@ -158,7 +156,7 @@ std::wstring TreeView::nextSibling(const std::wstring& key) const {
 HTREEITEM TreeView::hitTest(Point point, UINT& place) const {
     TVHITTESTINFO test{};
     test.pt = {point.x, point.y};
-    const LRESULT item = send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&test));
+    const LRESULT item = send(TVM_HITTEST, 0, &test);
     place = test.flags;
     return reinterpret_cast<HTREEITEM>(item);
 }
@@ -175,30 +173,29 @@ Rect TreeView::nodeArea(const std::wstring& key) const {
     const HTREEITEM item = itemOf(key);
     // The message takes the item in the area's place.
     std::memcpy(&area, &item, sizeof item);  // NOLINT(bugprone-sizeof-expression): a handle
-    if (!send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area))) return {};
+    if (!send(TVM_GETITEMRECT, TRUE, &area)) return {};
     return rectOf(area);
 }
 
 void TreeView::select(const std::wstring& key) {
-    send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(itemOf(key)));
+    send(TVM_SELECTITEM, TVGN_CARET, itemOf(key));
 }
 
 void TreeView::expand(const std::wstring& key) {
-    send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(itemOf(key)));
+    send(TVM_EXPAND, TVE_EXPAND, itemOf(key));
 }
 
 void TreeView::sortChildren(const std::wstring& key) {
-    send(TVM_SORTCHILDREN, 0, reinterpret_cast<LPARAM>(itemOf(key)));
+    send(TVM_SORTCHILDREN, 0, itemOf(key));
 }
 
 void TreeView::ensureVisible(const std::wstring& key) {
-    send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(itemOf(key)));
+    send(TVM_ENSUREVISIBLE, 0, itemOf(key));
 }
 
 void TreeView::setDropHighlight(const std::wstring& key) {
     if (key == dropHighlight()) return;
-    send(TVM_SELECTITEM, TVGN_DROPHILITE,
-         reinterpret_cast<LPARAM>(key.empty() ? nullptr : itemOf(key)));
+    send(TVM_SELECTITEM, TVGN_DROPHILITE, key.empty() ? nullptr : itemOf(key));
 }
 
 std::wstring TreeView::dropHighlight() const {
@@ -221,7 +218,7 @@ void TreeView::pressed(MouseButton button, Point point) {
     UINT place = 0;
     HTREEITEM item = hitTest(point, place);
     toggled_ = item && button == MouseButton::Left && (place & TVHT_ONITEMBUTTON);
-    if (toggled_) send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(item));
+    if (toggled_) send(TVM_EXPAND, TVE_TOGGLE, item);
     if (onMouseDown) onMouseDown(button, point);
 }
 
@@ -236,7 +233,7 @@ void TreeView::released(MouseButton button, Point point) {
 void TreeView::doubleClicked(Point point) {
     if (toggled_) return;
     const std::wstring key = nodeAt(point);
-    if (!key.empty()) send(TVM_EXPAND, TVE_TOGGLE, reinterpret_cast<LPARAM>(itemOf(key)));
+    if (!key.empty()) send(TVM_EXPAND, TVE_TOGGLE, itemOf(key));
     if (onDoubleClick) onDoubleClick();
 }
 

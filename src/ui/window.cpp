@@ -95,9 +95,17 @@ Point pointOf(LPARAM lparam) {
     return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
 }
 
-// Three messages follow each other for each button.
+// For each button a press, a release and a double click follow each other.
 MouseButton buttonOf(UINT message) {
     return static_cast<MouseButton>(1 + (message - WM_LBUTTONDOWN) / 3);
+}
+
+bool isRelease(UINT message) {
+    return message == WM_LBUTTONUP || message == WM_RBUTTONUP || message == WM_MBUTTONUP;
+}
+
+bool isPress(UINT message) {
+    return message >= WM_LBUTTONDOWN && message <= WM_MBUTTONDBLCLK && !isRelease(message);
 }
 
 Window::Window(const Args& args)

@@ -111,6 +111,9 @@ class Window {
     LRESULT send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
         return SendMessageW(handle_, message, wparam, lparam);
     }
+    LRESULT send(UINT message, WPARAM wparam, const void* data) const {
+        return send(message, wparam, reinterpret_cast<LPARAM>(data));
+    }
 
     // Answers a message; nullopt leaves it to the window's own default.
     virtual std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam);
@@ -158,7 +161,9 @@ Point pointOf(POINT point);
 // Where the pointer is on the screen.
 Point pointerPlace();
 
-// Place and button of a message that tells a press, a release or a double click.
+// What a message tells of a button of the mouse, and where: a double click is a press, too.
+bool isPress(UINT message);
+bool isRelease(UINT message);
 Point pointOf(LPARAM lparam);
 MouseButton buttonOf(UINT message);
 
