@@ -66,7 +66,7 @@ void FolderTree::chooseStartDrive() {
     try {
         if (isReady(kStartDrive)) Drive1.setDrive(kStartDrive);
     } catch (const RuntimeError&) {
-        // It has gone this moment: the current one is shown, as without it or its medium.
+        // It has gone meanwhile: the current one is shown, as without it or its medium.
     }
     if (!driveChanged_) FillTreeForDrive();
 }

@@ -272,11 +272,6 @@ std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
     return kPlaces[third(p.y, size.height)][third(p.x, size.width)];
 }
 
-// A window with a sizing frame that fills its screen hangs over its edges by that frame.
-void Form::fitToScreen(RECT& area) const {
-    if (IsZoomed(handle())) area = workAreaOf(MonitorFromRect(&area, MONITOR_DEFAULTTONEAREST));
-}
-
 std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_CLOSE:
@@ -306,7 +301,9 @@ std::optional<LRESULT> Form::onMessage(UINT message, WPARAM wparam, LPARAM lpara
             }
             return std::nullopt;
         case WM_NCCALCSIZE:  // the skin paints the whole window: the system's frame has no place
-            fitToScreen(*reinterpret_cast<RECT*>(lparam));
+            // One with a sizing frame that fills its screen hangs over its edges by that frame.
+            if (auto& area = *reinterpret_cast<RECT*>(lparam); IsZoomed(handle()))
+                area = workAreaOf(MonitorFromRect(&area, MONITOR_DEFAULTTONEAREST));
             return 0;
         case WM_NCPAINT:
             return 0;

@@ -146,7 +146,6 @@ class Form : public Window {
     friend bool filterMessage(MSG& message);
     Rect centred(Size size) const;
     std::optional<LRESULT> hitTestBorder(Point screen) const;
-    void fitToScreen(RECT& area) const;
     void paintFocus(HDC dc) const;
     void blockSession(const std::wstring& reason) const;
     void leave();

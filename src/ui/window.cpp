@@ -77,18 +77,11 @@ RECT toRECT(const Rect& rect) {
 }
 
 Rect rectOf(const RECT& rect) {
-    return {static_cast<int>(rect.left), static_cast<int>(rect.top),
-            static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top)};
+    return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
 
 Point pointOf(POINT point) {
-    return {static_cast<int>(point.x), static_cast<int>(point.y)};
-}
-
-Point pointerPlace() {
-    POINT place{};
-    GetCursorPos(&place);
-    return pointOf(place);
+    return {point.x, point.y};
 }
 
 Point pointOf(LPARAM lparam) {
@@ -161,7 +154,7 @@ Window::~Window() {
 
 LRESULT CALLBACK Window::ownProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
     if (Window* window = windowOf(handle)) return window->route(message, wparam, lparam);
-    // Its object is not bound to it yet, or has let go of it: the window's class answers.
+    // Its object is not bound to it yet, or not any more: the window's class answers.
     const auto ofClass = reinterpret_cast<WNDPROC>(GetClassLongPtrW(handle, GCLP_WNDPROC));
     return CallWindowProcW(ofClass == ownProcedure ? DefWindowProcW : ofClass, handle, message,
                            wparam, lparam);
@@ -253,7 +246,7 @@ Rect Window::bounds() const {
 Size Window::clientSize() const {
     RECT area{};
     GetClientRect(handle_, &area);
-    return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+    return {area.right, area.bottom};
 }
 
 void Window::setBounds(const Rect& bounds) {
@@ -276,25 +269,12 @@ void Window::setVisible(bool visible) {
 bool Window::isVisible() const {
     return waiting_ ? waiting_->visible : GetWindowLongW(handle_, GWL_STYLE) & WS_VISIBLE;
 }
-void Window::setEnabled(bool enabled) {
-    EnableWindow(handle_, enabled);
-}
-bool Window::isEnabled() const {
-    return IsWindowEnabled(handle_);
-}
-void Window::focus() {
-    if (handle_) SetFocus(handle_);
-}
 void Window::setTabPlace(HWND after) {
     const bool isThere = after == HWND_BOTTOM ? !GetWindow(handle_, GW_HWNDNEXT)
                                               : GetWindow(handle_, GW_HWNDPREV) == after;
     if (isThere) return;
     SetWindowPos(handle_, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
-void Window::invalidate() {
-    if (handle_) InvalidateRect(handle_, nullptr, FALSE);
-}
-
 std::wstring Window::text() const {
     if (waiting_) return waiting_->text;
     std::wstring text(GetWindowTextLengthW(handle_), L'\0');
@@ -325,7 +305,9 @@ int Window::scaled(int units) const {
 }
 
 bool Window::isUnderPointer() const {
-    return clientArea().contains(fromScreen(pointerPlace()));
+    POINT place{};
+    GetCursorPos(&place);
+    return clientArea().contains(fromScreen(pointOf(place)));
 }
 
 Point Window::toScreen(Point point) const {

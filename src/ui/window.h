@@ -54,13 +54,17 @@ class Window {
     void setBounds(const Rect& bounds);
     void setVisible(bool visible);
     bool isVisible() const;  // its own flag, also while a parent is hidden
-    void setEnabled(bool enabled);
-    bool isEnabled() const;
+    void setEnabled(bool enabled) { EnableWindow(handle_, enabled); }
+    bool isEnabled() const { return IsWindowEnabled(handle_); }
     bool hasFocus() const { return handle_ && GetFocus() == handle_; }
-    void focus();
+    void focus() {
+        if (handle_) SetFocus(handle_);
+    }
     // Its turn for the Tab key: after a sibling, or first or last (HWND_TOP, HWND_BOTTOM).
     void setTabPlace(HWND after);
-    void invalidate();
+    void invalidate() {
+        if (handle_) InvalidateRect(handle_, nullptr, FALSE);
+    }
 
     std::wstring text() const;
     void setText(const std::wstring& text);
@@ -157,9 +161,6 @@ Window* windowOf(HWND handle);
 RECT toRECT(const Rect& rect);
 Rect rectOf(const RECT& rect);
 Point pointOf(POINT point);
-
-// Where the pointer is on the screen.
-Point pointerPlace();
 
 // What a message tells of a button of the mouse, and where: a double click is a press, too.
 bool isPress(UINT message);
