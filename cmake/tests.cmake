@@ -30,8 +30,9 @@ function(tunovka_test name)
         target_link_libraries(${name} PRIVATE ${test_LIBS} ole32 comctl32)
     endif()
     set(test ${TUNOVKA_TEST_PREFIX}${name})
-    add_test(NAME ${test} COMMAND ${name} --gtest_brief=1)
-    # A test program that ends midway may well end with 0: its last line has to be there.
+    add_test(NAME ${test} COMMAND ${name})
+    # A test program that ends midway may well end with 0: its last line has to be there. What ran
+    # last is named by the line before.
     set_tests_properties(${test} PROPERTIES LABELS ${test_LABEL} TIMEOUT 900
         PASS_REGULAR_EXPRESSION "\\[  PASSED  \\]" FAIL_REGULAR_EXPRESSION "\\[  FAILED  \\]")
     if(test_ALONE)

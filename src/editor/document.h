@@ -38,7 +38,6 @@ class EditorDocument : public ListRows<PlaylistEntry> {
 
     // The entries in the order in which they were read or added, each by the number in its key,
     // which is never given twice. Removed rows stay in it until the order is restored.
-    const std::vector<std::int16_t>& loadOrder() const { return loadOrder_; }
     bool changed() const { return changed_; }
 
     // The playlist's path, or kNewPlaylist. Saving leaves it as it is.

@@ -15,8 +15,6 @@ namespace tunovka {
 class SkinnedForm : public Form {
   public:
     PictureBox& strip() { return strip_; }
-    Image& closer() { return *closer_; }
-    Image& minimizer() { return *minimizer_; }
 
   protected:
     explicit SkinnedForm(const FormArgs& args);

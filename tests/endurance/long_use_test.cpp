@@ -16,7 +16,6 @@
 #include "endurance/resources.h"
 #include "search/frm_hladanie.h"
 #include "support/disk_faults.h"
-#include "support/last_words.h"
 #include "support/person.h"
 #include "support/player_watch.h"
 #include "support/scratch_folder.h"
@@ -196,7 +195,6 @@ class LongUse : public testing::Test {
 
 TEST_F(LongUse, LeavesEverythingWhereItWas) {
     const auto use = [&] {
-        LastWords::goesOn();
         search();
         edit();
         inform();

@@ -69,7 +69,6 @@ void requireRows(const EditorDocument& document, const Lines& texts, std::int16_
         const PlaylistEntry& row = document.rows()[at];
         require(entryTextOf(row.key) == texts[at], "rows hold their lines in the file's order");
         require(entryNumberOf(row.key) == first + static_cast<int>(at), "rows are numbered");
-        require(document.loadOrder()[at] == entryNumberOf(row.key), "rows have their load order");
     }
 }
 

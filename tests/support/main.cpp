@@ -11,8 +11,6 @@
 
 #include <string>
 
-#include "support/last_words.h"
-
 namespace {
 
 // Started as another program by a test: writes its show mode and command line into the file of that
@@ -33,7 +31,6 @@ bool recordsItsStart() {
 int wmain(int argc, wchar_t** argv) {
     if (recordsItsStart()) return 0;
     testing::InitGoogleTest(&argc, argv);
-    testing::UnitTest::GetInstance()->listeners().Append(new tunovka::LastWords);
     if (FAILED(OleInitialize(nullptr))) return 1;
     const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_BAR_CLASSES};
     if (!InitCommonControlsEx(&controls)) return 1;

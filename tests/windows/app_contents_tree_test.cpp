@@ -86,26 +86,6 @@ TEST_F(Contents, ExpandsEveryKindOfPlaylistAndMarksWhatIsMissing) {
     EXPECT_EQ(missing(L"c.asx"), ".x");
 }
 
-TEST_F(Contents, PathsHaveTheDisksNames) {
-    // Letters whose lower case does not lead back on some systems, and names that differ in letter
-    // case alone where the disk can hold them.
-    for (const wchar_t* name : {L"Ľúbezná PIESEŇ.MP3", L"GROẞ İ.Wav", L"\u212A.mp3", L"k.mp3"})
-        folder.file(name);
-    onMachine("touch '" + machinePath(folder.path()) + "/K.mp3'",
-              [&] { return folder.names().size() == 5; });
-    folder.file(L"\u212Aarol.M3U", toAnsi(L"ľúbezná pieseň.mp3\r\n"));
-    list();
-    const std::wstring list = lowerCased(L"\u212Aarol.M3U");
-    ASSERT_TRUE(Tview().contains(list));
-    EXPECT_EQ(tree().PathFromNodeKey(keys(list)[0]), folder / L"Ľúbezná PIESEŇ.MP3");
-    std::vector<std::wstring> paths, there;
-    for (const std::wstring& key : keys()) paths.push_back(tree().PathFromNodeKey(key));
-    for (const std::wstring& name : folder.names()) there.push_back(folder / name);
-    EXPECT_EQ(paths, there);  // one node each, although two have the same letters
-    Tview().select(lowerCased(L"Ľúbezná PIESEŇ.MP3"));
-    EXPECT_EQ(tree().selectedPathForPlaylists(), folder / L"Ľúbezná PIESEŇ.mp3");
-}
-
 TEST_F(Contents, SaysWhyAListingEnds) {
     folder.file(L"z.asx", "<ref href=\"a.mp3 />\r\n");
     list();

@@ -14,7 +14,6 @@
 #include "files/frm_kopirovanie.h"
 #include "search/frm_hladanie.h"
 #include "support/editor_stage.h"
-#include "support/machine.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
 #include "ui/form.h"
@@ -193,7 +192,7 @@ TEST_F(Ease, TheWheelTurnsWhatLiesUnderThePointer) {
     std::wstring lines;
     for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
     open(lines);
-    window->closer().focus();
+    control(*window, L"IZavri").focus();
     const auto turnOver = [&](const Window& control) {
         const Point at = control.toScreen({2, 2});
         MSG wheel{GetFocus(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(at.x, at.y), 0,
@@ -271,8 +270,9 @@ TEST_F(Ease, WindowsAreSizedAtEveryEdgeAndMinimised) {
     SendMessageW(explorer.handle(), WM_SYSCOMMAND, SC_KEYMENU, L' ');
     EXPECT_TRUE(hasMenu);
 
-    const std::function<void()> ways[]{[&] { pressAndRelease(explorer.minimizer()); },
-                                       [&] { ScreenReader(explorer.minimizer().handle()).press(); },
+    Window& minimizer = control(explorer, L"Iminim");
+    const std::function<void()> ways[]{[&] { pressAndRelease(minimizer); },
+                                       [&] { ScreenReader(minimizer.handle()).press(); },
                                        [&] { explorer.tri.choose(L"miminalizovat"); }};
     for (const auto& minimise : ways) {
         minimise();
@@ -357,51 +357,6 @@ TEST_F(EveryWindow, FollowsItsScreen) {
         }
         EXPECT_EQ(places(*form), before);
     }
-}
-
-// A larger font of the system's for the length of a test, told to each window.
-class LargerFont {
-  public:
-    explicit LargerFont(std::vector<Form*> forms) : forms_(std::move(forms)) {
-        metrics_.cbSize = sizeof metrics_;
-        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics_, &metrics_, 0);
-        change(2);
-    }
-    LargerFont(const LargerFont&) = delete;
-    LargerFont& operator=(const LargerFont&) = delete;
-    ~LargerFont() { change(1); }
-
-  private:
-    void change(int times) {
-        NONCLIENTMETRICSW now = metrics_;
-        now.lfMessageFont.lfHeight *= times;
-        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof now, &now, 0);
-        for (Form* const form : forms_)
-            SendMessageW(form->handle(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
-    }
-
-    std::vector<Form*> forms_;
-    NONCLIENTMETRICSW metrics_{};
-};
-
-TEST_F(EveryWindow, GrowsWithTheSystemsFont) {
-    if (machinePath(L"C:\\").empty()) GTEST_SKIP() << "it would change the person's own desktop";
-    std::map<Form*, std::map<HWND, Rect>> before;
-    for (Form* const form : forms()) before[form] = places(*form);
-    {
-        const LargerFont larger(forms());
-        const int letters = Skin::fontHeight(explorer.dpi());
-        EXPECT_GE(window->Lview.rowHeight(), letters);
-        EXPECT_GE(SendMessageW(explorer.contents.Tview.handle(), TVM_GETITEMHEIGHT, 0, 0), letters);
-        for (Form* const form : forms())
-            for (const auto& [handle, place] : places(*form)) {
-                if (dynamic_cast<Label*>(windowOf(handle))) {
-                    EXPECT_GE(place.height, letters)
-                        << testing::PrintToString(windowOf(handle)->name());
-                }
-            }
-    }
-    for (Form* const form : forms()) EXPECT_EQ(places(*form), before[form]);
 }
 
 }  // namespace

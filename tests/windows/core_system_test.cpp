@@ -39,35 +39,6 @@ TEST(Ansi, GivesBackEveryByteAndRefusesWhatTheCodePageCannotHold) {
     EXPECT_EQ(errorOf([] { toCodePage(CP_UTF8, L"\xD83D"); }), kInvalidCall);
 }
 
-TEST(ExistingFiles, AnswersAsTheDiskDoes) {
-    ScratchFolder scratch;
-    scratch.file(L"Dlhý názov piesne.mp3");
-    scratch.file(L"песня.mp3");
-    scratch.folder(L"hudba");
-    scratch.file(L"hudba\\a.mp3");
-    scratch.folder(L"hudba\\b.mp3");
-    const std::wstring shortName = FileSystemObject::shortName(scratch / L"Dlhý názov piesne.mp3");
-
-    ExistingFiles files;
-    for (const wchar_t* name :
-         {L"DLHÝ NÁZOV PIESNE.MP3", shortName.c_str(), L"hudba\\..\\ПЕСНЯ.mp3", L"hudba//a.mp3",
-          L"hudba\\\\A.mp3", L"hudba\\a.mp3. "})
-        EXPECT_TRUE(files.contains(scratch / name)) << testing::PrintToString(name);
-    for (const wchar_t* name :
-         {L"", L"hudba", L"hudba\\b.mp3", L"hudba\\a.mp3\\", L"nie.mp3", L"*.mp3", L"hudba\\?.mp3",
-          L"nie je\\a.mp3", L"hudba\\a.mp3\\a.mp3", L"hudba \\a.mp3", L"hudba.\\nie.mp3", L"nul"})
-        EXPECT_FALSE(files.contains(scratch / name)) << testing::PrintToString(name);
-    for (const wchar_t* path : {L"", L"Q:\\a.mp3", L"\\\\.\\nul"})
-        EXPECT_FALSE(files.contains(path));
-
-    // Nobody can say what is in a folder that may not be listed: nothing of it is missing.
-    const OddDisk disk([](DiskCall call, const std::wstring&, DWORD&) {
-        const bool asks = call == DiskCall::List || call == DiskCall::Attributes;
-        return asks ? DWORD{ERROR_ACCESS_DENIED} : DWORD{ERROR_SUCCESS};
-    });
-    EXPECT_TRUE(files.beginOperation()(scratch / L"hudba\\a.mp3"));
-}
-
 void setFolderTime(const std::wstring& folder, std::uint64_t ticks) {
     const FileHandle handle(CreateFileW(folder.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_WRITE,
                                         nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
@@ -107,39 +78,6 @@ class Events : public testing::Test {
     }
     MSG message_{};
 };
-
-// A worker's end, waited for while a person clicks, types and timers tick.
-TEST_F(Events, WaitsForAWorkerWithHandsHeldBackOrNot) {
-    const KernelHandle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    std::vector<UINT> seen;
-    setMessageFilter([&](MSG& message) {
-        if (message.message == WM_TIMER && seen.size() < 2) {
-            seen.push_back(WM_TIMER);
-            if (seen.size() == 2) SetEvent(done.get());
-        }
-        if (message.message == WM_CHAR) seen.push_back(WM_CHAR);
-        return false;
-    });
-    const UINT_PTR timer = SetTimer(nullptr, 0, 10, nullptr);
-    const DWORD self = GetCurrentThreadId();
-    PostThreadMessageW(self, WM_CHAR, L'a', 0);
-    EXPECT_TRUE(waitForObject(done.get(), Meanwhile::PaintingOnly));
-    EXPECT_EQ(seen, (std::vector<UINT>{WM_TIMER, WM_TIMER}));
-    yieldNow();
-    EXPECT_EQ(seen.back(), static_cast<UINT>(WM_CHAR));
-
-    ResetEvent(done.get());
-    PostThreadMessageW(self, WM_KEYDOWN, VK_ESCAPE, 0);
-    EXPECT_FALSE(waitForObject(done.get(), Meanwhile::PaintingOnly));
-    EXPECT_FALSE(PeekMessageW(&message_, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE));
-
-    postToLoop([&] { SetEvent(done.get()); });
-    EXPECT_TRUE(waitForObject(done.get(), Meanwhile::AllEvents));
-    ResetEvent(done.get());
-    PostQuitMessage(0);
-    EXPECT_FALSE(waitForObject(done.get(), Meanwhile::AllEvents));
-    KillTimer(nullptr, timer);
-}
 
 // What another thread raises, and what nobody hears any more.
 TEST_F(Events, RunsASignalOnTheLoopsThreadWhileItLives) {

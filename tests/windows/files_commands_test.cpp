@@ -18,21 +18,6 @@ class FileCommands : public FileMenus {
     }
 };
 
-TEST_F(FileCommands, ACutFileIsPastedIntoTheSelectedFolder) {
-    other.file(L"a.mp3", "song");
-    explorer->txtsubor.setText(L"cut:" + (other / L"a.mp3"));
-    show(L"");
-    person.saveAs({L"", Person::kAsOffered});
-    explorer->menuprestrom.setEnabled(L"strom_vloz_subor", true);
-    explorer->menuprestrom.choose(L"strom_vloz_subor");
-    EXPECT_EQ(clipboard(), L"cut:" + (other / L"a.mp3"));
-    explorer->menuprestrom.choose(L"strom_vloz_subor");
-    EXPECT_EQ(person.dialogs.size(), 2u);
-    EXPECT_EQ(contentOf(folder / L"a.mp3"), "song");
-    EXPECT_TRUE(other.names().empty());
-    EXPECT_TRUE(Tview().contains(L"a.mp3"));
-}
-
 TEST_F(FileCommands, ASongKeepsTheCapitalsOfItsName) {
     const ScratchFolder away{otherVolume()};
     const auto into = [&](const wchar_t* entry, const std::wstring& chosen) {

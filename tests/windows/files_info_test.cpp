@@ -124,7 +124,7 @@ TEST_F(InfoWindow, TheWarningBlinksUntilTheWindowCloses) {
     EXPECT_EQ(window.Timer1.interval(), 300u);
     EXPECT_TRUE(runUntil([&] { return !window.lblvystraha.isVisible(); }));
     EXPECT_TRUE(runUntil([&] { return window.lblvystraha.isVisible(); }));
-    pressAndRelease(window.closer());
+    pressAndRelease(control(window, L"Tlacitko"));
     EXPECT_TRUE(window.isClosing());
     EXPECT_EQ(window.Timer1.interval(), 0u);
 

@@ -93,24 +93,6 @@ TEST_F(LongCopies, ThatAreStoppedLeaveNoHalfFile) {
     stopping([](Form& window) { PostMessageW(window.handle(), WM_CLOSE, 0, 0); });
 }
 
-TEST_F(LongCopies, GoOnBehindAnOpenBoxAndCanBeStoppedThere) {
-    for (const bool stops : {false, true}) {
-        DeleteFileW((folder / L"kopia.mp3").c_str());
-        copy([&](Form& window) {
-            const ModalState box(nullptr);
-            EXPECT_FALSE(explorer->isEnabled());
-            EXPECT_TRUE(window.isEnabled());
-            if (stops) pressAndRelease(control(window, L"Izastavit"));
-            EXPECT_TRUE(runUntil([&] {
-                const auto names = folder.names();
-                return names.size() == (stops ? 1u : 2u) &&
-                       std::ranges::count(names, stops ? L"a.mp3" : L"kopia.mp3") == 1;
-            }));
-        });
-        EXPECT_TRUE(contentOf(folder / L"kopia.mp3") == (stops ? "" : contentOf(song)));
-    }
-}
-
 TEST_F(LongCopies, ToADiskThatDoesNotAnswerAreLeftToThemselves) {
     Silence silence(folder.path());
     disk.become([&](DiskCall call, const std::wstring& path, DWORD&) {

@@ -137,8 +137,9 @@ TEST_F(Operations, AFileThatIsItsOwnDestinationStays) {
         EXPECT_EQ(contentOf(song), "new");
         EXPECT_TRUE(isReadOnly(song));
     };
-    for (const std::wstring& destination : {song, from / L"PIESEŇ.MP3", L"\\\\?\\" + song, twin,
-                                            linked ? link + L"\\pieseň.mp3" : song}) {
+    for (const std::wstring& destination :
+         {song, from / L"PIESEŇ.MP3", L"\\\\?\\" + song, twin,
+          from / FileSystemObject::shortName(song), linked ? link + L"\\pieseň.mp3" : song}) {
         refused(kTransfer, L"copy:" + song, destination);
         refused(kTransfer, L"cut:" + song, destination);
     }

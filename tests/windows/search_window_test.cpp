@@ -201,18 +201,6 @@ TEST_F(Search, AnotherFolderTakesOverFromTheRunningSearch) {
     EXPECT_EQ(window->lblpočet.text(), L"  2, z toho hudobné:   2");
 }
 
-TEST_F(Search, LeavesOutFoldersThatVanish) {
-    const std::wstring there = large().path().substr(0, large().path().size() - 1);
-    const std::wstring elsewhere = folder / L"elsewhere";
-    duringCollecting([&] { EXPECT_TRUE(MoveFileW(there.c_str(), elsewhere.c_str())); });
-    scan(large().path());
-    ASSERT_TRUE(MoveFileW(elsewhere.c_str(), there.c_str()));
-    EXPECT_GT(window->Lview.count(), 0u);
-    EXPECT_LT(window->Lview.count(), static_cast<std::size_t>(kFolders));
-    EXPECT_EQ(window->lblpočet.text().find(L"prerušené"), std::wstring::npos);
-    EXPECT_TRUE(person.seen.empty());
-}
-
 TEST_F(Search, ClosingTheWindowOrTheProgramMeanwhileEndsItQuietly) {
     for (const bool all : {false, true}) {
         bool ended = false;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include "app/frm_o_programe.h"
 
 #include "support/person.h"
 #include "ui/form.h"
@@ -44,28 +43,6 @@ TEST(Controls, AHeldKeyThatLosesTheFocusIsNoPress) {
         pressAndRelease(no);
     });
     EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE"), 2);
-}
-
-// While another program is in front no window of this one is active.
-TEST(Controls, ABoxBelongsToTheLastActiveWindowAndAClickOnThatBringsItToTheFront) {
-    Form& first = Forms::load<frmOprograme>(nullptr);
-    Form& last = Forms::load<frmOprograme>(nullptr);
-    first.show();
-    last.show();
-    ASSERT_TRUE(runUntil([&] { return GetActiveWindow() == last.handle(); }));
-    SetForegroundWindow(GetDesktopWindow());
-    SetActiveWindow(GetDesktopWindow());
-    const WithBox person([&](frmBox& box) {
-        EXPECT_EQ(GetWindow(box.handle(), GW_OWNER), last.handle());
-        SetForegroundWindow(GetDesktopWindow());
-        SendMessageW(last.handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(last.handle()),
-                     MAKELPARAM(HTERROR, WM_LBUTTONDOWN));
-        EXPECT_EQ(GetForegroundWindow(), box.handle());
-        box.unload();
-    });
-    ask(L"T", L"Otázka", L"ÁNO");
-    Forms::unloadAll();
-    runLoop();
 }
 
 TEST(Controls, ArrowsMoveBetweenTheAnswersOfABox) {
@@ -110,7 +87,7 @@ TEST(Controls, AStripFollowsOnlyThePressThatBeganOnIt) {
 TEST(Controls, APictureAnswersThePointerAndShowsThatItIsOff) {
     frmBox form(nullptr, L"T", L"Otázka", L"O.K.");
     form.show();
-    Image& closer = form.closer();
+    auto& closer = dynamic_cast<Image&>(control(form, L"IZavri"));
     EXPECT_EQ(closer.look(), Skin::Look::Plain);
     const auto middle = [&] {
         UpdateWindow(closer.handle());
