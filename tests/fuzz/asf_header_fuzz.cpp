@@ -15,6 +15,8 @@ void requireShowable(const std::wstring& text) {
     require(text.size() <= 0xFFFF / 2, "no more than the field's bytes can hold");
 }
 
+}  // namespace
+
 void run(std::string_view input) {
     const ClipDetails any = asfDetails(input);
     requireShowable(any.title);
@@ -22,7 +24,4 @@ void run(std::string_view input) {
     if (!input.starts_with(kHeader)) require(any == ClipDetails{}, "other files tell nothing");
 }
 
-const Named kNamed("asf_header", run);
-
-}  // namespace
 }  // namespace tunovka::fuzz

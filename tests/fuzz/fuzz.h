@@ -1,28 +1,16 @@
 #pragma once
 
 #include <iterator>
-#include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
-// A fuzz target holds promises of the program against any bytes. libFuzzer looks for bytes that
-// break one (libfuzzer_entry.cpp, one program a target); the checked-in corpus is tried by a test
-// on every system (corpus_test.cpp, all targets in one program).
+// A fuzz target holds promises of the program against any bytes; libFuzzer looks for bytes that
+// break one.
 namespace tunovka::fuzz {
 
-using Target = void (*)(std::string_view input);
-
-// The targets of this program by their names, which are those of their corpus folders.
-inline std::map<std::string, Target>& targets() {
-    static std::map<std::string, Target> all;
-    return all;
-}
-
-// Names a target: one of these in each target's file.
-struct Named {
-    Named(const std::string& name, Target target) { targets()[name] = target; }
-};
+// What each target's file defines.
+void run(std::string_view input);
 
 // A promise that does not hold. Nothing catches it under libFuzzer, which so keeps the input.
 struct Broken : std::logic_error {

@@ -3,7 +3,7 @@
 #include "fuzz/fuzz.h"
 
 namespace tunovka::fuzz {
-namespace {
+namespace {}  // namespace
 
 void run(std::string_view input) {
     using namespace MultiMedialny;
@@ -28,7 +28,4 @@ void run(std::string_view input) {
     require(tag.Title.find(shown) != tag.Title.npos, "what is shown stands in the field");
 }
 
-const Named kNamed("id3v1", run);
-
-}  // namespace
 }  // namespace tunovka::fuzz

@@ -1,10 +1,10 @@
-// What libFuzzer calls; the program holds exactly one target.
+// What libFuzzer calls.
 #include <cstddef>
 #include <cstdint>
 
 #include "fuzz/fuzz.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    tunovka::fuzz::targets().begin()->second({reinterpret_cast<const char*>(data), size});
+    tunovka::fuzz::run({reinterpret_cast<const char*>(data), size});
     return 0;
 }

@@ -75,6 +75,8 @@ EditorDocument mergedFrom(const std::wstring& list, const std::wstring& text) {
     return document;
 }
 
+}  // namespace
+
 void run(std::string_view input) {
     const std::wstring first = wide(takeLine(input));
     const std::wstring list = pathFrom(first, first.size() % 2 ? L".m3u" : L".pls");
@@ -96,7 +98,4 @@ void run(std::string_view input) {
     requireSameFiles(mergedFrom(list, written(list, relativeFiles, true)), relativeFiles);
 }
 
-const Named kNamed("round_trip", run);
-
-}  // namespace
 }  // namespace tunovka::fuzz

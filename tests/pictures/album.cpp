@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <set>
 #include <sstream>
 
@@ -87,7 +86,6 @@ std::wstring difference(const Picture& was, const Picture& is, Picture& marked) 
     marked = is;
     int count = 0;
     RECT area{is.width, is.height, 0, 0};
-    std::map<std::wstring, int> controls;
     for (int i = 0; i < is.width * is.height; ++i) {
         const bool same = is.pixels[i] == was.pixels[i];
         marked.pixels[i] = same ? is.pixels[i] >> 2 & 0x3F3F3F : 0xFF0000;
@@ -96,13 +94,10 @@ std::wstring difference(const Picture& was, const Picture& is, Picture& marked) 
         const POINT point{i % is.width, i / is.width};
         area = {std::min(area.left, point.x), std::min(area.top, point.y),
                 std::max(area.right, point.x), std::max(area.bottom, point.y)};
-        for (const auto& [control, at] : is.controls)
-            if (PtInRect(&at, point)) ++controls[control];
     }
     if (count == 0) return {};
     text << "differs in " << count << " pixels from " << area.left << "," << area.top << " to "
          << area.right << "," << area.bottom;
-    for (const auto& [control, pixels] : controls) text << "; " << pixels << " in " << control;
     return text.str();
 }
 

@@ -188,25 +188,6 @@ TEST_F(Ease, StripsObeyTheKeysAndTellWhatTheyShow) {
     explorer.unload();
 }
 
-TEST_F(Ease, TheWheelTurnsWhatLiesUnderThePointer) {
-    std::wstring lines;
-    for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
-    open(lines);
-    control(*window, L"IZavri").focus();
-    const auto turnOver = [&](const Window& control) {
-        const Point at = control.toScreen({2, 2});
-        MSG wheel{GetFocus(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(at.x, at.y), 0,
-                  {}};
-        EXPECT_FALSE(filterMessage(wheel));
-        DispatchMessageW(&wheel);
-        return view().Lview.firstVisible();
-    };
-    const std::size_t first = turnOver(view().Lview);
-    EXPECT_GT(first, 0u);
-    EXPECT_GT(turnOver(view().scroller.Idole), first);
-    EXPECT_EQ(turnOver(window->strip()), 2 * first);
-}
-
 // Where the pointer can take hold of a form's edges and corners, nothing of the form may lie.
 std::wstring edgesOf(const Form& form) {
     const Rect area = form.bounds();
@@ -257,18 +238,6 @@ TEST_F(Ease, WindowsAreSizedAtEveryEdgeAndMinimised) {
     frmOprograme about(nullptr);
     about.show();
     EXPECT_EQ(edgesOf(about), L"--------");
-
-    bool hasMenu = false;
-    Timer timer;
-    timer.onTick = [&] {
-        const HWND menu = FindWindowW(L"#32768", nullptr);
-        hasMenu = hasMenu || menu;
-        if (menu) SendMessageW(explorer.handle(), WM_CANCELMODE, 0, 0);
-    };
-    timer.setInterval(20);
-    explorer.show();
-    SendMessageW(explorer.handle(), WM_SYSCOMMAND, SC_KEYMENU, L' ');
-    EXPECT_TRUE(hasMenu);
 
     Window& minimizer = control(explorer, L"Iminim");
     const std::function<void()> ways[]{[&] { pressAndRelease(minimizer); },

@@ -134,13 +134,6 @@ TEST_F(Explorer, EscapeInTheOpenDriveListChangesNothing) {
     const HWND list = explorer->folders.Drive1.handle();
     SendMessageW(list, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
     EXPECT_EQ(strom().firstRoot(), L"E:\\");
-    const auto count = [&] { return SendMessageW(list, CB_GETCOUNT, 0, 0); };
-    const LRESULT before = count();
-    DefineDosDeviceW(0, L"Q:", L"C:\\windows");  // a drive that is plugged in
-    SendMessageW(list, CB_SHOWDROPDOWN, TRUE, 0);
-    EXPECT_EQ(count(), before + 1);
-    SendMessageW(list, CB_SHOWDROPDOWN, FALSE, 0);
-    DefineDosDeviceW(DDD_REMOVE_DEFINITION, L"Q:", nullptr);
     for (const WPARAM end : {VK_ESCAPE, VK_RETURN}) {
         SendMessageW(list, CB_SHOWDROPDOWN, TRUE, 0);
         SendMessageW(list, WM_KEYDOWN, VK_UP, 0);
@@ -194,14 +187,6 @@ TEST_F(Explorer, AVeryLongPathIsShownWhole) {
     select(entry);
     EXPECT_EQ(Tview().text(entry).size(), 1023u);
     EXPECT_EQ(explorer->LblBar.text(), folder.path() + line + L"Song.mp3");
-    const auto painted = [&](const wchar_t* name) {
-        explorer->LblBar.setText(L"E:\\" + std::wstring(150, L'd') + L"\\" + name);
-        UpdateWindow(explorer->LblBar.handle());
-        std::vector<COLORREF> points;
-        for (int i = 0; i < 500; ++i) points.push_back(colorAt(explorer->LblBar, i / 500.0));
-        return points;
-    };
-    EXPECT_NE(painted(L"WWWWWW.mp3"), painted(L"iiiiii.mp3")) << "a path is cut in its middle";
     select(entry);
     frminfo window(explorer->handle());
     window.txtodkaz.setText(explorer->LblBar.text());

@@ -13,59 +13,45 @@ namespace {
 
 const std::wstring kServer = L"\\\\server\\hudba\\a.mp3", kOther = L"\\\\other\\a\\a.mp3";
 
-// A question that is answered when the test says so.
+// A question that is answered when the test says so, which may have ended by then.
 class Pending {
   public:
-    ~Pending() { SetEvent(over_.get()); }
-    std::function<int()> question() {
-        return [over = over_.get()] {
-            HANDLE own = nullptr;  // the test may have ended
-            DuplicateHandle(GetCurrentProcess(), over, GetCurrentProcess(), &own, 0, FALSE,
-                            DUPLICATE_SAME_ACCESS);
-            WaitForSingleObject(own, 20000);
-            CloseHandle(own);
-            return 7;
-        };
+    ~Pending() { end(); }
+    std::function<int()> question() const {
+        return [over = over_] { return WaitForSingleObject(over->get(), 20000), 7; };
     }
-    void end() { SetEvent(over_.get()); }
+    void end() { SetEvent(over_->get()); }
 
   private:
-    KernelHandle over_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    std::shared_ptr<KernelHandle> over_ =
+        std::make_shared<KernelHandle>(CreateEventW(nullptr, TRUE, FALSE, nullptr));
 };
 
 class DiskQuestionsTest : public testing::Test {
   protected:
-    // Posts a message to a window of the test's own, which counts what reaches it.
     DiskQuestionsTest() {
-        SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        SetWindowLongPtrW(window_.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(count));
+        setMessageFilter([this](const MSG& message) {
+            keys_ += message.message == WM_KEYDOWN;
+            return false;
+        });
     }
     ~DiskQuestionsTest() override {
+        setMessageFilter({});
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         }
     }
     void tickEvery10ms(std::function<void()> tick) {
-        tick_ = std::move(tick);
-        SetTimer(window_.get(), 1, 10, nullptr);
+        ticks_ = 0;
+        timer_.onTick = [this, tick] { ++ticks_, tick(); };
+        timer_.setInterval(10);
     }
-    void type(WPARAM key) { PostMessageW(window_.get(), WM_KEYDOWN, key, 0); }
+    static void type(WPARAM key) { PostThreadMessageW(GetCurrentThreadId(), WM_KEYDOWN, key, 0); }
 
     int keys_ = 0, ticks_ = 0;
-    SystemWindow window_{
-        CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)};
 
   private:
-    static LRESULT CALLBACK count(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-        auto* const test =
-            reinterpret_cast<DiskQuestionsTest*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        test->keys_ += message == WM_KEYDOWN;
-        if (message == WM_CLOSE) return 0;
-        if (message == WM_TIMER && ++test->ticks_ && test->tick_) test->tick_();
-        return DefWindowProcW(window, message, wparam, lparam);
-    }
-
-    std::function<void()> tick_;
+    Timer timer_;
 };
 
 TEST_F(DiskQuestionsTest, AreAnsweredOrRaiseAtTheAsker) {
@@ -111,7 +97,7 @@ TEST_F(DiskQuestionsTest, ASingleOneLetsTimersRunHoldsKeysBackAndEndsByEscape) {
     EXPECT_EQ(askDisk(L"E:\\a", [] { return 1; }), 1);
 
     Pending neverEither;
-    tickEvery10ms([&] { PostMessageW(window_.get(), WM_CLOSE, 0, 0); });
+    tickEvery10ms([&] { PostThreadMessageW(GetCurrentThreadId(), WM_CLOSE, 0, 0); });
     EXPECT_EQ(askDisk(kOther, neverEither.question()), std::nullopt) << "closing gives it up too";
 }
 

@@ -107,27 +107,6 @@ TEST(FileSystemObject, WritesAFileWholeAndKeepsWhatItWas) {
     EXPECT_EQ(scratch.names().size(), 2u);
 }
 
-TEST(FileSystemObject, TakesPathsOfAnyLength) {
-    ScratchFolder scratch;
-    std::wstring folder = scratch.path();
-    for (int depth = 0; depth < 4; ++depth) {
-        folder += std::wstring(99, L'd') + L"\\";
-        ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + folder).c_str(), nullptr));
-    }
-    const std::wstring file = folder + L"..\\./" + std::wstring(99, L'd') + L"/a.mp3";
-    ASSERT_GT(file.size(), 400u);
-    fso::writeWhole(file, "abc");
-    fso::copyFile(file, folder + L"b.mp3");
-    fso::moveFile(folder + L"b.mp3", folder + L"c.mp3");
-    EXPECT_TRUE(fso::FileExists(folder + L"c.mp3"));
-    EXPECT_EQ(fso::readAll(folder + L"c.mp3"), "abc");
-    EXPECT_EQ(fso::details(file).size, 3u);
-    EXPECT_TRUE(fso::sameFile(file, folder + L"a.mp3"));
-    EXPECT_EQ(fso::listFolder(folder).size(), 2u);
-    fso::deleteFile(file);
-    EXPECT_FALSE(fso::FileExists(folder + L"a.mp3"));
-}
-
 TEST(FileSystemObject, WritesThroughLinks) {
     ScratchFolder scratch, other;
     const std::wstring song = scratch.file(L"zoznam.m3u", "old");

@@ -2,9 +2,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <memory>
-#include <thread>
-#include <vector>
 
 #include "core/ansi.h"
 #include "core/errors.h"
@@ -67,60 +64,6 @@ TEST(ExistingFiles, TrustsTheTimesOfFoldersOnlyWhereTheyAreFine) {
         setFolderTime(folder, old);
         EXPECT_EQ(contains(), old == kCoarse);
     }
-}
-
-class Events : public testing::Test {
-  protected:
-    void TearDown() override {
-        setMessageFilter({});
-        while (PeekMessageW(&message_, nullptr, 0, 0, PM_REMOVE)) {
-        }
-    }
-    MSG message_{};
-};
-
-// What another thread raises, and what nobody hears any more.
-TEST_F(Events, RunsASignalOnTheLoopsThreadWhileItLives) {
-    std::vector<std::uintptr_t> values;
-    std::unique_ptr<LoopSignal> signal;
-    signal = std::make_unique<LoopSignal>([&](std::uintptr_t value) {
-        values.push_back(value);
-        if (value == 2) signal.reset();  // from within its own routine
-    });
-    const LoopSignal::Address address = signal->address();
-    std::thread([&] {
-        for (std::uintptr_t value : {1, 2, 3}) address.raise(value);
-    }).join();
-    EXPECT_TRUE(values.empty());
-    yieldNow();
-    EXPECT_EQ(values, (std::vector<std::uintptr_t>{1, 2}));
-}
-
-TEST(RozneApi, CollectsLevelByLevel) {
-    ScratchFolder scratch;
-    scratch.folder(L"a");
-    scratch.folder(L"a\\b");
-    scratch.file(L"a\\b\\3.mp3");
-    scratch.file(L"a\\2.mp3");
-    scratch.file(L"песня 1.mp3");
-    std::wstring folder = scratch.path();
-    folder.pop_back();
-    std::vector<std::wstring> visited;
-    const auto files = RozneApi::CollectFiles(
-        folder, [&](const std::wstring& one, std::size_t) { visited.push_back(one); });
-    EXPECT_EQ(files, (std::vector<std::wstring>{scratch / L"песня 1.mp3", scratch / L"a\\2.mp3",
-                                                scratch / L"a\\b\\3.mp3"}));
-    EXPECT_EQ(visited,
-              (std::vector<std::wstring>{scratch.path(), scratch / L"a\\", scratch / L"a\\b\\"}));
-    for (const std::wstring& none : {scratch / L"nie je", std::wstring(), std::wstring(L"a<b")})
-        EXPECT_TRUE(RozneApi::CollectFiles(none).empty());
-
-    StopRequested = -1;  // of an earlier scan
-    EXPECT_EQ(RozneApi::CollectFiles(folder).size(), 3u);
-    EXPECT_EQ(StopRequested, 0);
-    const auto stop = [](const std::wstring&, std::size_t) { StopRequested = -1; };
-    EXPECT_EQ(RozneApi::CollectFiles(folder, stop).size(), 1u);
-    StopRequested = 0;
 }
 
 TEST(RozneApi, FollowsLinksEachTargetOnce) {

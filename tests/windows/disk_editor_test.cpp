@@ -55,6 +55,8 @@ TEST_F(EditorOfDisks, ClosesWhileAnyQuestionOfACommandIsPending) {
         int pending = 0;
         for (bool met = true; met; ++pending) {
             met = false;
+            // Folders that were written to a moment ago are asked again.
+            for (const wchar_t* name : {L"new", L"d\\new"}) DeleteFileW(folder.file(name).c_str());
             open(L"d\\a.mp3\r\nb.wav\r\nnone.mp3\r\n");
             if (name == std::wstring(L"load")) renew();
             person.saveAs({folder / L"saved.m3u"});

@@ -46,16 +46,6 @@ TEST_F(EditorSaving, WritesTheLinksThatTheAnswerSaysAndTellsTheShownFolder) {
                           L"Fajn ..."}));
 }
 
-TEST_F(EditorSaving, SaysNothingOnceItsWindowHasClosed) {
-    open(L"a.mp3\r\n");
-    program.onTold = [this] { window->unload(); };
-    expect({2});
-    EXPECT_EQ(saved(L"out.m3u"), toAnsi((folder / L"a.mp3") + L"\r\n"));
-    EXPECT_TRUE(window->isClosing());
-    settle(50);
-    EXPECT_EQ(person.seen.size(), 1u);
-}
-
 TEST_F(EditorSaving, TheDialogStartsFromThePlaylist) {
     open(L"a.mp3\r\n", L"mix.pls");
     program.folder = folder / L"sub\\";

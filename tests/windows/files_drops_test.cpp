@@ -1,9 +1,6 @@
 // Files dropped onto the explorer's trees.
 #include <gtest/gtest.h>
 
-#include <cstring>
-
-#include "core/ansi.h"
 #include "core/com_object.h"
 #include "core/loop.h"
 #include "support/file_menus.h"
@@ -12,17 +9,12 @@
 namespace tunovka {
 namespace {
 
-// A data object that has nothing but text in the system's code page.
+// Of what a text offers, nothing but that in the system's code page, as older programs do.
 class AnsiData final : public SingleComObject<IDataObject> {
   public:
-    explicit AnsiData(std::string text) : text_(std::move(text)) {}
+    explicit AnsiData(const std::wstring& text) : text_(createTextData(text)) {}
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
-        if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
-        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text_.size() + 1);
-        std::memcpy(GlobalLock(memory), text_.c_str(), text_.size() + 1);
-        GlobalUnlock(memory);
-        *medium = {.tymed = TYMED_HGLOBAL, .hGlobal = memory, .pUnkForRelease = nullptr};
-        return S_OK;
+        return QueryGetData(format) == S_OK ? text_->GetData(format, medium) : DV_E_FORMATETC;
     }
     HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override {
         return format->cfFormat == CF_TEXT ? S_OK : DV_E_FORMATETC;
@@ -40,7 +32,7 @@ class AnsiData final : public SingleComObject<IDataObject> {
     HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
 
   private:
-    const std::string text_;
+    const ComPtr<IDataObject> text_;
 };
 
 class Drops : public FileMenus {
@@ -120,7 +112,6 @@ TEST_F(Drops, OnlyFoldersUnderThePointerAreWelcomeAndTheEdgeScrolls) {
     EXPECT_EQ(unlisted.effect, DWORD{DROPEFFECT_NONE});
 }
 
-// What an older program drags: text in the system's code page.
 TEST_F(Drops, NothingIsTakenWhileABoxIsOpen) {
     show(L"");
     DWORD effect = DROPEFFECT_COPY;
@@ -146,7 +137,7 @@ TEST_F(Drops, AnsiTextIsTakenAndGivenAsWell) {
     const std::wstring song = other.file(L"žaba.mp3", "song");
     show(L"");
     person.answer({1});
-    Drag drag(Tview(), {5, 200}, new AnsiData(toAnsi(song)));
+    Drag drag(Tview(), {5, 200}, new AnsiData(song));
     EXPECT_EQ(drag.effect, DWORD{DROPEFFECT_COPY});
     drag.drop();
     ASSERT_TRUE(runUntil([&] { return Tview().contains(L"žaba.mp3"); }));

@@ -112,21 +112,6 @@ TEST_F(Playing, whatCannotBePlayedIsToldOnceAndTheNextFilePlays) {
     }
 }
 
-TEST_F(Playing, replacingAFileDropsWhatWasLeftOfIt) {
-    player_->setFileName(toneFile(L"a.wav", 0.5));
-    player_->setFileName(folder_ / L"niet.mp3");
-    player_->setFileName(toneFile(L"b.wav", kLong));
-    ASSERT_TRUE(untilPast(1));
-    EXPECT_EQ(player_.told(), L"new 0-2 ");
-    player_->setFileName(L"");
-    EXPECT_EQ(player_->Duration(), 0);
-    player_->Play();
-    player_->setFileName(toneFile(L"c.wav", 0.5));
-    player_.destroy();
-    settle();
-    EXPECT_EQ(player_.told(), L"");
-}
-
 // Ten minutes of silence: the first half in frames of 8,000 bits a second, the second of 32,000.
 TEST_F(Playing, aVariableRateIsReckonedWithInLengthAndSeeking) {
     constexpr int kFrames = 22969;  // of 576 samples, 22,050 a second: 600 s

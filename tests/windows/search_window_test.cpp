@@ -156,23 +156,6 @@ TEST_F(Search, OneFileIsNoResultAndNothingKeptIsAPlaceholder) {
     }
 }
 
-TEST_F(Search, ASecondSearchBeginsAtTheTopAndAnEmptyOneHasNothingToSave) {
-    scan(large().path());
-    const int top = window->scroller.Iposuv.bounds().y;
-    window->Lview.select(window->Lview.count() - 1);
-    window->Lview.onSelectionByKey();
-    EXPECT_GT(window->scroller.Iposuv.bounds().y, top);
-    scan(large().path() + L"\\");
-    EXPECT_EQ(window->Lview.firstVisible(), 0u);
-    EXPECT_EQ(window->scroller.Iposuv.bounds().y, top);
-
-    folder.file(L"a.txt");
-    folder.file(L"b.txt");
-    scan(folder.path());
-    EXPECT_EQ(exported(L"x.m3u", {}), Texts{});
-    EXPECT_FALSE(FileSystemObject::FileExists(folder / L"x.m3u"));
-}
-
 TEST_F(Search, StoppingKeepsWhatWasFound) {
     duringCollecting([&] {
         EXPECT_TRUE(window->panel.PicInfo.isVisible());

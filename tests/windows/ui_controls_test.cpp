@@ -11,52 +11,17 @@
 namespace tunovka {
 namespace {
 
-// Does something with the box that opens, once.
-class WithBox {
-  public:
-    explicit WithBox(std::function<void(frmBox& box)> act) {
-        timer_.onTick = [this, act] {
-            auto* const box = dynamic_cast<frmBox*>(openForm(L"frmBox"));
-            if (!box) return;
-            timer_.setInterval(0);
-            act(*box);
-        };
-        timer_.setInterval(10);
-    }
-
-  private:
-    Timer timer_;
-};
-
-TEST(Controls, AHeldKeyThatLosesTheFocusIsNoPress) {
-    const WithBox person([](frmBox& box) {
-        Window& yes = control(box, L"Itlačítko1");
-        yes.focus();
-        SendMessageW(yes.handle(), WM_KEYDOWN, VK_SPACE, 1);
-        EXPECT_TRUE(dynamic_cast<Image&>(yes).isPressed());
-        Window& no = control(box, L"Itlačítko2");
-        no.focus();
-        EXPECT_FALSE(dynamic_cast<Image&>(yes).isPressed());
-        EXPECT_EQ(GetCapture(), nullptr);
-        SendMessageW(yes.handle(), WM_KEYUP, VK_SPACE, 1);
-        EXPECT_FALSE(box.isClosing());
-        pressAndRelease(no);
-    });
-    EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE"), 2);
-}
-
 TEST(Controls, ArrowsMoveBetweenTheAnswersOfABox) {
     BoxAnswer = 3;
-    const WithBox person([](frmBox& box) {
+    Person person({2});
+    person.before = [](const Form& box) {
         EXPECT_EQ(BoxAnswer, 0);
         for (const WPARAM key : {VK_LEFT, VK_LEFT, VK_LEFT, VK_RIGHT}) {
             MSG press{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
             EXPECT_TRUE(filterMessage(press));
         }
-        Window& second = control(box, L"Itlačítko2");
-        EXPECT_TRUE(second.hasFocus());
-        pressAndRelease(second);
-    });
+        EXPECT_TRUE(control(box, L"Itlačítko2").hasFocus());
+    };
     EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE;STORNO"), 2);
 }
 
@@ -69,19 +34,6 @@ TEST(Controls, EachOfManyLongAnswersCanBeReached) {
         EXPECT_TRUE(button.x >= 0 && button.right() <= inside.width) << i;
         EXPECT_LE(button.bottom(), inside.height) << i;
     }
-}
-
-TEST(Controls, AStripFollowsOnlyThePressThatBeganOnIt) {
-    frmBox form(nullptr, L"T", L"Otázka", L"O.K.");
-    PictureBox strip({.name = L"strip", .text = L"", .parent = &form});
-    strip.setBounds({0, 0, 50, 10});
-    std::vector<MouseButton> held;
-    strip.onMouseMove = [&](MouseButton button, Point) { held.push_back(button); };
-    SendMessageW(strip.handle(), WM_MOUSEMOVE, MK_LBUTTON, 0);
-    SendMessageW(strip.handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
-    SendMessageW(strip.handle(), WM_MOUSEMOVE, MK_LBUTTON, 0);
-    ReleaseCapture();
-    EXPECT_EQ(held, (std::vector{MouseButton::None, MouseButton::Left}));
 }
 
 TEST(Controls, APictureAnswersThePointerAndShowsThatItIsOff) {
