@@ -33,9 +33,7 @@ class Task {
     virtual void run() noexcept = 0;
 
     std::atomic<bool> done = false;
-    // Guarded by the lock of the workers.
-    void* ended = nullptr;                    // an event to set at the end
-    std::optional<LoopSignal::Address> wake;  // raised at the end
+    void* ended = nullptr;  // an event to set at the end; guarded by the lock of the workers
 };
 
 // The tasks of one asker, begun in their order: by one worker while they are quick, because most

@@ -69,11 +69,6 @@ class Workers {
         task.ended = event;
         return !task.done;
     }
-    bool tellEnd(Task& task, const LoopSignal::Address& wake) {
-        const std::scoped_lock lock(lock_);
-        task.wake = wake;
-        return !task.done;
-    }
 
     void giveUp(Crew::State& crew) {
         // Newer than the oldest system that the program starts on.
@@ -157,7 +152,6 @@ class Workers {
         Task& task = *job.task;
         task.done = true;
         if (task.ended) SetEvent(task.ended);
-        if (task.wake) task.wake->raise();
         job.task.reset();
     }
 
@@ -253,11 +247,10 @@ bool Crew::awaitQuickAnswer(const Task& task, Task& later) {
 bool Crew::await(Task& task, Task& later, const LoopHooks& command) {
     if (!command.letEventsRun) return await(task, later, std::wstring());
     if (awaitQuickAnswer(task, later)) return task.done;
-    static LoopSignal wake([](std::uintptr_t) {});  // a message, upon which the loop looks again
-    if (Workers::get().tellEnd(task, wake.address()))
-        runLoopWhile([&] { return !task.done && !(command.cancelled && command.cancelled()); });
-    if (!task.done) giveUp();
-    return task.done;
+    const EndOf end(task);
+    if (waitForObject(end.event(), Meanwhile::AllEvents, command.cancelled)) return true;
+    giveUp();
+    return false;
 }
 
 bool Crew::await(Task& task, Task& later, const std::wstring& path) {

@@ -54,8 +54,8 @@ void runLoopWhile(const std::function<bool()>& condition);
 enum class Meanwhile { AllEvents, PaintingOnly };
 
 // Waits until an object of the system (a worker's thread, an event) is signalled. False when it was
-// not: the person gave up, or the program is to quit.
-bool waitForObject(void* object, Meanwhile meanwhile);
+// not: the person gave up, it is cancelled (asked after each event), or the program is to quit.
+bool waitForObject(void* object, Meanwhile meanwhile, const std::function<bool()>& cancelled = {});
 
 // ---- Posting ----------------------------------------------------------------------------------
 

@@ -188,8 +188,9 @@ void runLoop() {
     PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
 }
 
-bool waitForObject(void* object, Meanwhile meanwhile) {
-    const auto waits = [&] { return WaitForSingleObject(object, 0) == WAIT_TIMEOUT; };
+bool waitForObject(void* object, Meanwhile meanwhile, const std::function<bool()>& cancelled) {
+    const auto signalled = [&] { return WaitForSingleObject(object, 0) == WAIT_OBJECT_0; };
+    const auto waits = [&] { return !signalled() && !(cancelled && cancelled()); };
     EscapeWatch escape;
     while (waits()) {
         // What stays in the queue must not end the wait below: only what is new from here on does.
@@ -202,7 +203,7 @@ bool waitForObject(void* object, Meanwhile meanwhile) {
         }
         MsgWaitForMultipleObjects(1, &object, FALSE, kPause, QS_ALLINPUT);
     }
-    return true;
+    return signalled();
 }
 
 void prepareLoop() {
