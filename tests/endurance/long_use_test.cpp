@@ -137,7 +137,7 @@ class LongUse : public testing::Test {
         edit();
         play();
         careForFiles();
-        settle();
+        letTimersTick();
         person.seen = {};
         person.dialogs = {};
         person.inputs = {};

@@ -83,18 +83,18 @@ class Stage : public testing::Test {
     static void press(HWND window, WPARAM key) {
         SendMessageW(window, WM_KEYDOWN, key, 1);
         SendMessageW(window, WM_KEYUP, key, 1);
-        settle();
+        letTimersTick();
     }
     static void press(HWND button) {
         pressAndRelease(*windowOf(button));
-        settle();
+        letTimersTick();
     }
     // Chooses a node by its key.
     static void choose(TreeView& tree, const std::wstring& key) {
         tree.focus();
         tree.select(key);
         tree.onSelectionByKey();
-        settle();
+        letTimersTick();
     }
     void open(const std::wstring& folder, const std::wstring& file) {
         choose(explorer.folders.strom, folder);

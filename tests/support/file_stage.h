@@ -17,8 +17,7 @@ namespace tunovka {
 struct FileStage {
     TextBox txtsubor, txtodkaz;
     std::wstring chosenFolder;
-    CopyProgress progress;
-    std::vector<std::wstring> prompts, letGo, commands;
+    std::vector<std::wstring> prompts, letGo;
     Person person;
 
     FSOakcie::Explorer explorer{
@@ -31,8 +30,7 @@ struct FileStage {
             },
         .carry =
             [this](const std::wstring&, const FSOakcie::Explorer::Work& work) {
-                return work({.progress = progress,
-                             .letGo = [this](const std::wstring& path) { letGo.push_back(path); }});
+                return work({.letGo = [this](const std::wstring& path) { letGo.push_back(path); }});
             },
     };
 

@@ -16,8 +16,7 @@ namespace tunovka {
 // own, for this process alone: what the person's registry holds is neither seen nor touched.
 class TestKey {
   public:
-    TestKey(HKEY root, const std::wstring& path, const wchar_t* name, DWORD type, const void* data,
-            std::size_t size)
+    TestKey(HKEY root, const std::wstring& path, const wchar_t* name, const std::wstring& text)
         : root_(root) {
         const auto create = [](HKEY above, const std::wstring& below) {
             RegistryKey key;
@@ -26,11 +25,10 @@ class TestKey {
             return key;
         };
         RegOverridePredefKey(root, create(HKEY_CURRENT_USER, kPlace).get());
-        RegSetValueExW(create(root, path).get(), name, 0, type, static_cast<const BYTE*>(data),
-                       static_cast<DWORD>(size));
+        RegSetValueExW(create(root, path).get(), name, 0, REG_SZ,
+                       reinterpret_cast<const BYTE*>(text.c_str()),
+                       static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     }
-    TestKey(HKEY root, const std::wstring& path, const wchar_t* name, const std::wstring& text)
-        : TestKey(root, path, name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t)) {}
     TestKey(const TestKey&) = delete;
     TestKey& operator=(const TestKey&) = delete;
     ~TestKey() {

@@ -137,7 +137,7 @@ bool runUntil(Condition condition, DWORD milliseconds = 30000) {
 
 // Lets everything run that has been sent or posted so far, and every timer of that interval once: a
 // timer's message comes after every other one.
-inline void settle(UINT interval = 10) {
+inline void letTimersTick(UINT interval = 10) {
     Timer timer;
     int ticks = 0;
     timer.onTick = [&] { ++ticks; };

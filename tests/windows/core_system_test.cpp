@@ -8,10 +8,7 @@
 #include "core/existing_files.h"
 #include "core/file_system.h"
 #include "core/handle.h"
-#include "core/loop.h"
 #include "core/rozneapi.h"
-#include "player/external_players.h"
-#include "support/disk_faults.h"
 #include "support/error_of.h"
 #include "support/machine.h"
 #include "support/scratch_folder.h"
@@ -84,19 +81,6 @@ TEST(RozneApi, FollowsLinksEachTargetOnce) {
     EXPECT_EQ(files.size(), 2u);
     EXPECT_EQ(count(L"1.mp3"), 1);
     EXPECT_EQ(count(L"vonku.mp3"), 1);
-}
-
-TEST(Register, TakesEmptyAndForeignValuesForNone) {
-    const auto found = [](DWORD type, const void* data, std::size_t size) {
-        const TestKey key(HKEY_CURRENT_USER, L"Software\\winamp", nullptr, type, data, size);
-        return Register::PlayerPath(Register::kWinamp);
-    };
-    EXPECT_EQ(Register::PlayerPath(Register::kWinamp), L"");
-    EXPECT_EQ(found(REG_SZ, L"", sizeof(wchar_t)), L"");
-    EXPECT_EQ(found(REG_DWORD, "AAAA", 4), L"");
-    EXPECT_EQ(found(REG_BINARY, "A\0B\0C\0", 6), L"");
-    EXPECT_EQ(found(REG_SZ, L"C:\\bez konca ľ歌", 14 * sizeof(wchar_t)), L"C:\\bez konca ľ");
-    EXPECT_EQ(found(REG_SZ, L"C:\\Winamp ľ歌", 13 * sizeof(wchar_t)), L"C:\\Winamp ľ歌");
 }
 
 }  // namespace

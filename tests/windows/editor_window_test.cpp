@@ -70,7 +70,7 @@ TEST_F(EditorWindow, AMoveGoesToTheHighlightedRow) {
     ASSERT_TRUE(highlighted && list.firstVisible() > 0);
     UpdateWindow(list.handle());
     EXPECT_EQ(colorAt(list, 0.9, list.clientSize().height - 4), colors().dropTarget);
-    settle(100);  // it would scroll again
+    letTimersTick(100);  // it would scroll again
     drag.drop();
     dragState = {};
     ASSERT_TRUE(runUntil([&] { return editor().document.changed(); }));

@@ -112,37 +112,6 @@ TEST_F(Playing, whatCannotBePlayedIsToldOnceAndTheNextFilePlays) {
     }
 }
 
-// Ten minutes of silence: the first half in frames of 8,000 bits a second, the second of 32,000.
-TEST_F(Playing, aVariableRateIsReckonedWithInLengthAndSeeking) {
-    constexpr int kFrames = 22969;  // of 576 samples, 22,050 a second: 600 s
-    const auto frame = [](int rate, std::size_t bytes) {
-        std::string frame("\xFF\xF3\0\xC0", 4);
-        frame[2] = static_cast<char>(rate << 4);
-        frame.resize(bytes, '\0');
-        return frame;
-    };
-    std::string rest;
-    for (int at = 0; at < kFrames; ++at) rest += at < kFrames / 2 ? frame(1, 26) : frame(4, 104);
-    const auto number = [](std::size_t value) {
-        const std::string bytes = littleEndian(value, 4);
-        return std::string(bytes.rbegin(), bytes.rend());
-    };
-    std::string table;  // a fifth of the bytes are in the first half
-    for (int at = 0; at < 100; ++at)
-        table += static_cast<char>(256 * (at < 50 ? at * 0.4 : 20 + (at - 50) * 1.6) / 100);
-    const std::string header =
-        "Xing" + number(7) + number(kFrames) + number(156 + rest.size()) + table;
-    player_->setFileName(
-        folder_.file(L"xing.mp3", frame(6, 156).replace(13, header.size(), header) + rest));
-    ASSERT_TRUE(player_.untilTold(L"0-2 "));
-    EXPECT_NEAR(player_->Duration(), 600, 1);
-    player_->setCurrentPosition(596);
-    const DWORD sought = GetTickCount();
-    ASSERT_TRUE(player_.untilTold(L"end "));
-    const double left = (GetTickCount() - sought) / 1000.0;
-    EXPECT_TRUE(left > 2 && left < 30) << left;
-}
-
 TEST(PlaybackErrors, tellAMissingCodecFromABrokenFileAndNeverSuccess) {
     for (const auto& [error, part] :
          {std::pair<HRESULT, const wchar_t*>{VFW_E_UNSUPPORTED_AUDIO,

@@ -128,7 +128,7 @@ TEST_F(Search, ListsMusicAndPlaylistsLevelByLevel) {
 
     folder.file(L"new.mp3");
     choose(folder.path());  // to the front again: the same folder is not searched again
-    settle();
+    letTimersTick();
     EXPECT_EQ(listed().size(), 3u);
 }
 

@@ -5,12 +5,30 @@
 #include "core/loop.h"
 #include "support/error_of.h"
 #include "support/person.h"
-#include "support/test_rows.h"
 #include "ui/frm_box.h"
 #include "ui/image_scroller.h"
 
 namespace tunovka {
 namespace {
+
+struct NamedRow {
+    std::wstring key, text;
+    std::wstring name() const { return text; }
+};
+
+class NumberedRows : public ListRows<NamedRow> {
+  public:
+    ListRow row(std::size_t position) const override {
+        return {.key = at(position).key, .name = at(position).text, .picture = L"winamp1"};
+    }
+    // "file 3.mp3", "file 2.mp3", "file 1.mp3", with the keys "0", "1", "2".
+    void fill(int count) {
+        std::vector<NamedRow> rows;
+        for (int i = 0; i < count; ++i)
+            rows.push_back({std::to_wstring(i), L"file " + std::to_wstring(count - i) + L".mp3"});
+        setRows(std::move(rows));
+    }
+};
 
 class List : public testing::Test {
   protected:
@@ -45,7 +63,7 @@ class List : public testing::Test {
     struct Stage : Form {
         Stage() : Form({.name = L"frmStage", .title = L"", .size = {300, 260}}) {}
     } form;
-    TestRows rows;
+    NumberedRows rows;
     ListView list{{.name = L"Lview", .text = L"Zoznam", .parent = &form}, rows};
     ImageScroller scroller{form, list, rowsPerPageCut};
 };
@@ -112,7 +130,7 @@ TEST_F(List, AHeldArrowRepeatsAfterAPauseAndStopsWhenTheMouseIsTaken) {
     EXPECT_GE(GetTickCount() - start, 500u);
     ReleaseCapture();
     const std::size_t row = list.firstVisible();
-    settle(50);  // the interval of an arrow that is still held
+    letTimersTick(50);  // the interval of an arrow that is still held
     EXPECT_EQ(list.firstVisible(), row);
 }
 
