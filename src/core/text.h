@@ -11,7 +11,7 @@ namespace tunovka {
 // 5 gives "  5", 0 gives "  0", 1234 gives " 1 234"; digits beyond nine grow the first group.
 std::wstring formatGrouped(std::uint64_t number);
 
-// Lower and upper case by the system's own simple mapping (letters.cpp of the platform).
+// Lower and upper case by the system's own simple mapping, letter by letter.
 std::wstring lowerCased(std::wstring_view text);
 std::wstring upperCased(std::wstring_view text);
 

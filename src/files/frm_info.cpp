@@ -35,7 +35,8 @@ std::wstring decimalSeparator() {
     return text;
 }
 
-// The nearest single; stored, so that no processor keeps more of it than a single holds.
+// The nearest value of single precision. It goes through memory, because the processor may compute
+// with more digits than a float has.
 double single(double value) {
     volatile float stored = static_cast<float>(value);
     return stored;

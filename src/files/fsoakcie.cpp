@@ -13,7 +13,8 @@ namespace fso = FileSystemObject;
 
 constexpr std::uint32_t kReadOnly = 1;
 
-// A file prepared for its end. When the end does not come it gets its read-only bit back.
+// A file that is about to be deleted or replaced, without its read-only bit. It gets the bit back
+// when that fails.
 class Prepared {
   public:
     explicit Prepared(const std::wstring& path) : path_(path) {
