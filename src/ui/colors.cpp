@@ -47,8 +47,7 @@ Color readableOn(Color ground, Color wanted) {
 }
 
 bool highContrast() {
-    HIGHCONTRASTW setting{};
-    setting.cbSize = sizeof setting;
+    HIGHCONTRASTW setting{.cbSize = sizeof setting};
     return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) &&
            setting.dwFlags & HCF_HIGHCONTRASTON;
 }

@@ -44,8 +44,7 @@ bool isSeen(HWND window) {
 
 // Of a screen, without the task bar.
 RECT workAreaOf(HMONITOR screen) {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
+    MONITORINFO monitor{.cbSize = sizeof monitor};
     GetMonitorInfoW(screen, &monitor);
     return monitor.rcWork;
 }
@@ -171,11 +170,10 @@ void Form::offerTip(const Window& control, const std::wstring& tip, WPARAM keys,
         tips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                                 WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, handle(),
                                 nullptr, nullptr, nullptr);
-    TTTOOLINFOW tool{};
-    tool.cbSize = TTTOOLINFOW_V1_SIZE;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = GetParent(control.handle());
-    tool.uId = reinterpret_cast<UINT_PTR>(control.handle());
+    TTTOOLINFOW tool{.cbSize = TTTOOLINFOW_V1_SIZE,
+                     .uFlags = TTF_IDISHWND | TTF_SUBCLASS,
+                     .hwnd = GetParent(control.handle()),
+                     .uId = reinterpret_cast<UINT_PTR>(control.handle())};
     const auto info = reinterpret_cast<LPARAM>(&tool);
     if (SendMessageW(tips_, TTM_GETTOOLINFOW, 0, info)) return;  // the system watches it already
     tool.lpszText = const_cast<wchar_t*>(tip.c_str());
@@ -201,7 +199,8 @@ Rect Form::centred(Size size) const {
             size.height};
 }
 
-void Form::centre() {
+void Form::layoutCentred() {
+    layout();
     setBounds(centred({bounds().width, bounds().height}));
 }
 

@@ -59,8 +59,6 @@ class Form : public Window {
     // Shows the form with every other window of the program switched off, until it is unloaded.
     void showModal();
 
-    // Places the form over its owner, centred, or in the middle of the screen.
-    void centre();
     // Places the form, before it is shown, beside the program's main window or over it, where its
     // title and those of the other windows can be seen.
     void placeBesideOthers();
@@ -137,6 +135,8 @@ class Form : public Window {
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 
     void layout();
+    // Lays the form out and places it over its owner, centred, or in the middle of the screen.
+    void layoutCentred();
     // Of the screen that the form lies on, without the task bar.
     Rect workArea() const;
     bool isSizable() const { return args_.minimum != Size{}; }

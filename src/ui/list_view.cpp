@@ -38,9 +38,7 @@ ListView::ListView(const ListArgs& args, ListModel& model)
 void ListView::prepare() {
     send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
          LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT;
-    column.pszText = caption_.data();
+    const LVCOLUMNW column{.mask = LVCF_TEXT, .pszText = caption_.data()};
     send(LVM_INSERTCOLUMNW, 0, &column);
     send(LVM_SETCOLUMNWIDTH, 0, clientSize().width);
     show({});
@@ -91,9 +89,8 @@ void ListView::select(std::size_t position) {
 }
 
 void ListView::setSelected(std::size_t position, bool isSelected) {
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    item.state = isSelected ? item.stateMask : 0;
+    constexpr UINT kStates = LVIS_SELECTED | LVIS_FOCUSED;
+    const LVITEMW item{.state = isSelected ? kStates : 0, .stateMask = kStates};
     send(LVM_SETITEMSTATE, position, &item);
 }
 
@@ -238,9 +235,14 @@ std::optional<LRESULT> ListView::onMessage(UINT message, WPARAM wparam, LPARAM l
 
 std::optional<LRESULT> ListView::onNotify(NMHDR& header) {
     switch (header.code) {
-        case LVN_GETDISPINFOW:
-            tellText(reinterpret_cast<NMLVDISPINFOW&>(header));
+        case LVN_GETDISPINFOW: {
+            const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
+            const std::size_t position = item.iItem;
+            if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return 0;
+            const std::wstring text = position < shown_ ? model_.row(position).name : L"";
+            lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
             return 0;
+        }
         case LVN_ODFINDITEMW: {
             const auto& wanted = reinterpret_cast<const NMLVFINDITEMW&>(header);
             constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, another name of LVFI_PARTIAL
@@ -263,13 +265,6 @@ std::optional<LRESULT> ListView::onNotify(NMHDR& header) {
         default:
             return std::nullopt;
     }
-}
-
-void ListView::tellText(NMLVDISPINFOW& info) const {
-    const std::size_t position = info.item.iItem;
-    if (!(info.item.mask & LVIF_TEXT) || info.item.cchTextMax <= 0) return;
-    const std::wstring text = position < shown_ ? model_.row(position).name : std::wstring();
-    lstrcpynW(info.item.pszText, text.c_str(), info.item.cchTextMax);
 }
 
 LRESULT ListView::customDraw(const NMLVCUSTOMDRAW& draw) const {
@@ -303,17 +298,11 @@ void ListView::drawRow(HDC dc, std::size_t position) const {
 LRESULT ListView::drawHeader(const NMCUSTOMDRAW& draw) const {
     if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (draw.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-    wchar_t caption[64] = L"";
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT;
-    column.pszText = caption;
-    column.cchTextMax = std::size(caption);
-    send(LVM_GETCOLUMNW, 0, &column);
     RECT area = draw.rc;
     fillGradient(draw.hdc, area, colors().headerLight, colors().header);
     fillRect(draw.hdc, {area.left, area.bottom - 1, area.right, area.bottom}, colors().edge);
     area.left += scaled(kMargin);
-    drawText(draw.hdc, caption, area, kTextFormat, Skin::font(dpi()), colors().buttonText);
+    drawText(draw.hdc, caption_, area, kTextFormat, Skin::font(dpi()), colors().buttonText);
     return CDRF_SKIPDEFAULT;
 }
 

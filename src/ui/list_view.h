@@ -74,7 +74,6 @@ class ListView : public ItemView {
     void setSelected(std::size_t position, bool isSelected);
     HWND header() const;
     Rect rowArea(std::size_t position) const;
-    void tellText(NMLVDISPINFOW& info) const;
     LRESULT customDraw(const NMLVCUSTOMDRAW& draw) const;
     void drawRow(HDC dc, std::size_t position) const;
     LRESULT drawHeader(const NMCUSTOMDRAW& draw) const;

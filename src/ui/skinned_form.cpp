@@ -64,20 +64,11 @@ int SkinnedForm::buttonHeight() const {
     return std::max(scaled(kButtonHeight), Skin::fontHeight(dpi()) + scaled(kAroundText));
 }
 
-void SkinnedForm::layoutCentred() {
-    layout();
-    centre();
-}
-
+// The strip lies along the upper edge; on it, from the right, the close and the minimise picture.
 void SkinnedForm::onLayout() {
-    const Size needed = arrange(stripHeight());
-    if (!isSizable()) setClientSize(needed);
-    placeStrip();
-}
-
-// The strip along the upper edge; on it, from the right, the close and the minimise picture.
-void SkinnedForm::placeStrip() {
     const int height = stripHeight();
+    const Size needed = arrange(height);
+    if (!isSizable()) setClientSize(needed);
     int right = clientSize().width;
     strip_.setBounds({0, 0, right, height});
     // Last for the Tab key, which is after the window's content first.

@@ -29,13 +29,9 @@ class SkinnedForm : public Form {
     // Of a button with a caption, also with a large font. Pixels.
     int buttonHeight() const;
 
-    // For the end of a fixed form's construction: lays it out and centres it over its owner.
-    void layoutCentred();
-
   private:
     int stripHeight() const;
     void paintTitle(HDC dc) const;
-    void placeStrip();
     void paintGrip(HDC dc, const RECT& area) const;
 
     PictureBox strip_;

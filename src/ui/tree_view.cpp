@@ -102,10 +102,8 @@ void TreeView::clear() {
 void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
                       const std::wstring& text) {
     if (newKey != key && contains(newKey)) throw RuntimeError(kKeyNotUnique, newKey);
-    TVITEMW item{};
-    item.mask = TVIF_TEXT;
-    item.hItem = itemOf(key);
-    item.pszText = const_cast<wchar_t*>(text.c_str());
+    const TVITEMW item{
+        .mask = TVIF_TEXT, .hItem = itemOf(key), .pszText = const_cast<wchar_t*>(text.c_str())};
     auto handle = nodes_.extract(key);
     handle.key() = newKey;
     nodes_.insert(std::move(handle));
@@ -114,9 +112,7 @@ void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
 
 std::wstring TreeView::keyOf(HTREEITEM handle) const {
     if (!handle) return {};
-    TVITEMW item{};
-    item.mask = TVIF_PARAM;
-    item.hItem = handle;
+    TVITEMW item{.mask = TVIF_PARAM, .hItem = handle};
     if (!send(TVM_GETITEMW, 0, &item)) return {};
     return reinterpret_cast<const Nodes::value_type*>(item.lParam)->first;
 }
@@ -127,11 +123,10 @@ HTREEITEM TreeView::related(HTREEITEM item, UINT relation) const {
 
 std::wstring TreeView::text(const std::wstring& key) const {
     std::wstring buffer(kLongestText + 1, L'\0');
-    TVITEMW item{};
-    item.mask = TVIF_TEXT;
-    item.hItem = itemOf(key);
-    item.pszText = buffer.data();
-    item.cchTextMax = static_cast<int>(buffer.size());
+    TVITEMW item{.mask = TVIF_TEXT,
+                 .hItem = itemOf(key),
+                 .pszText = buffer.data(),
+                 .cchTextMax = static_cast<int>(buffer.size())};
     send(TVM_GETITEMW, 0, &item);
     return item.pszText;
 }

@@ -29,8 +29,7 @@ const wchar_t* ownClass(WNDPROC procedure, bool shadow) {
     static ATOM classes[2]{};
     const wchar_t* name = shadow ? L"Tunovka.Window.Shadow" : L"Tunovka.Window";
     if (classes[shadow]) return name;
-    WNDCLASSEXW type{};
-    type.cbSize = sizeof type;
+    WNDCLASSEXW type{.cbSize = sizeof type};
     type.style = CS_DBLCLKS | (shadow ? CS_DROPSHADOW : 0u);
     type.lpfnWndProc = procedure;
     type.hInstance = GetModuleHandleW(nullptr);
