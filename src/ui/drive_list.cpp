@@ -17,6 +17,11 @@ std::wstring letterOf(const std::wstring& drive) {
     return upperCased(drive.substr(0, 2));
 }
 
+// Where a drive stands among the texts of drives.
+auto placeOf(const std::wstring& drive, const std::vector<std::wstring>& drives) {
+    return std::ranges::find(drives, letterOf(drive), letterOf);
+}
+
 std::vector<std::wstring> driveTexts() {
     std::vector<std::wstring> texts;
     for (const Drive& drive : listDrives()) texts.push_back(drive.text());
@@ -41,7 +46,6 @@ void DriveList::chooseFirst() {
     if (drives_.empty()) return;
     std::wstring current(GetCurrentDirectoryW(0, nullptr), L'\0');
     GetCurrentDirectoryW(static_cast<DWORD>(current.size()), current.data());
-    const auto isCurrent = [&](const auto& drive) { return letterOf(drive) == letterOf(current); };
     const auto answers = [](const auto& drive) {
         const auto isReady = [drive] {
             return FileSystemObject::driveType(drive) == DriveType::Fixed &&
@@ -49,7 +53,7 @@ void DriveList::chooseFirst() {
         };
         return askDisk(drive, isReady).value_or(false);
     };
-    auto chosen = std::ranges::find_if(drives_, isCurrent);
+    auto chosen = placeOf(current, drives_);
     if (chosen == drives_.end()) chosen = std::ranges::find_if(drives_, answers);
     drive_ = chosen == drives_.end() ? drives_.back() : *chosen;
 }
@@ -71,14 +75,12 @@ void DriveList::refresh() {
     if (now == drives_) return;
     const bool first = drives_.empty();
     // The drive that is shown stays in the list even when it has gone: the tree still shows it.
-    if (!first && std::find(now.begin(), now.end(), drive_) == now.end()) {
-        const auto same = std::find_if(now.begin(), now.end(), [&](const auto& drive) {
-            return letterOf(drive) == letterOf(drive_);
-        });
-        if (same != now.end())
-            drive_ = *same;
-        else
+    if (!first) {
+        const auto same = placeOf(drive_, now);
+        if (same == now.end())
             now.push_back(drive_);
+        else
+            drive_ = *same;
     }
     drives_ = std::move(now);
     if (first) chooseFirst();
@@ -92,12 +94,9 @@ std::wstring DriveList::letter() const {
 }
 
 void DriveList::setDrive(const std::wstring& drive) {
-    for (std::size_t i = 0; i < drives_.size(); ++i) {
-        if (letterOf(drives_[i]) != letterOf(drive)) continue;
-        choose(static_cast<int>(i));
-        return;
-    }
-    throw RuntimeError(kDeviceUnavailable, drive);
+    const auto place = placeOf(drive, drives_);
+    if (place == drives_.end()) throw RuntimeError(kDeviceUnavailable, drive);
+    choose(static_cast<int>(place - drives_.begin()));
 }
 
 std::optional<LRESULT> DriveList::onMessage(UINT message, WPARAM, LPARAM) {

@@ -42,10 +42,8 @@ class KeptDirectory {
     std::wstring directory_;
 };
 
-struct TaskMemory {
-    using Value = void*;
-    static Value none() { return nullptr; }
-    static void close(Value memory) { CoTaskMemFree(memory); }
+struct TaskMemory : handle_kinds::NullIsNone<void*> {
+    static void close(void* memory) { CoTaskMemFree(memory); }
 };
 using TaskMemoryOwner = Handle<TaskMemory>;
 
