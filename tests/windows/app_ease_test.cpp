@@ -328,5 +328,50 @@ TEST_F(EveryWindow, FollowsItsScreen) {
     }
 }
 
+TEST_F(Ease, TheWheelTurnsWhatLiesUnderThePointer) {
+    std::wstring lines;
+    for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
+    open(lines);
+    control(*window, L"IZavri").focus();
+    const auto turnOver = [&](const Window& control) {
+        const Point at = control.toScreen({2, 2});
+        MSG wheel{GetFocus(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(at.x, at.y), 0,
+                  {}};
+        EXPECT_FALSE(filterMessage(wheel));
+        DispatchMessageW(&wheel);
+        return view().Lview.firstVisible();
+    };
+    const std::size_t first = turnOver(view().Lview);
+    EXPECT_GT(first, 0u);
+    EXPECT_GT(turnOver(view().scroller.Idole), first);
+    EXPECT_EQ(turnOver(window->strip()), 2 * first);
+}
+
+TEST_F(EveryWindow, GrowsWithTheSystemsFont) {
+    if (machinePath(L"C:\\").empty()) GTEST_SKIP() << "it would change the person's own desktop";
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    const auto timesLarger = [&](int times) {
+        NONCLIENTMETRICSW now = metrics;
+        now.lfMessageFont.lfHeight *= times;
+        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof now, &now, 0);
+        for (Form* const form : forms())
+            SendMessageW(form->handle(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
+    };
+    std::map<Form*, std::map<HWND, Rect>> before;
+    for (Form* const form : forms()) before[form] = places(*form);
+    timesLarger(2);
+    const int letters = Skin::fontHeight(explorer.dpi());
+    EXPECT_GE(window->Lview.rowHeight(), letters);
+    EXPECT_GE(SendMessageW(explorer.contents.Tview.handle(), TVM_GETITEMHEIGHT, 0, 0), letters);
+    for (Form* const form : forms())
+        for (const auto& [handle, place] : places(*form))
+            if (dynamic_cast<Label*>(windowOf(handle)) && place.height < letters)
+                ADD_FAILURE() << testing::PrintToString(windowOf(handle)->name());
+    timesLarger(1);
+    for (Form* const form : forms()) EXPECT_EQ(places(*form), before[form]);
+}
+
 }  // namespace
 }  // namespace tunovka

@@ -194,5 +194,26 @@ TEST_F(Explorer, AVeryLongPathIsShownWhole) {
     EXPECT_NE(window.lblvelkosť.text(), L"");
 }
 
+TEST_F(Explorer, APressThatSlipsStaysAClick) {
+    folder.file(L"a.m3u", "nie je.mp3\r\n");
+    explorer->load();
+    const auto slip = [&](TreeView& tree, const std::wstring& key) {
+        tree.ensureVisible(key);
+        const Rect area = tree.nodeArea(key);
+        for (const auto& [message, x] : {std::pair<UINT, int>{WM_LBUTTONDOWN, 3},
+                                         {WM_MOUSEMOVE, 30},
+                                         {WM_MOUSEMOVE, 60},
+                                         {WM_LBUTTONUP, 60}})
+            SendMessageW(tree.handle(), message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON,
+                         MAKELPARAM(area.x + x, area.y + 3));
+    };
+    slip(strom(), folder.path());
+    EXPECT_EQ(explorer->txtPath.text(), folder.path());
+    EXPECT_EQ(explorer->LblBar.text(), folder.path());
+    Tview().expand(L"a.m3u");
+    slip(Tview(), Tview().firstChild(L"a.m3u"));  // its drag is refused
+    EXPECT_EQ(explorer->LblBar.text(), L"Odkaz je na neexistujúci súbor");
+}
+
 }  // namespace
 }  // namespace tunovka

@@ -104,5 +104,41 @@ TEST(FileSystemObject, WritesThroughLinks) {
     EXPECT_EQ(scratch.names().size() + other.names().size(), 3u);
 }
 
+TEST(FileSystemObject, KnowsAFileBehindEverySpelling) {
+    ScratchFolder scratch;
+    const std::wstring song = scratch.file(L"dlhý názov piesne.mp3", "abc");
+    const std::wstring twin = scratch.file(L"twin.mp3", "abc");
+    EXPECT_TRUE(fso::sameFile(song, scratch / L"DLHÝ NÁZOV PIESNE.MP3"));
+    EXPECT_TRUE(fso::sameFile(song, scratch / fso::shortName(song)));
+    EXPECT_FALSE(fso::sameFile(song, twin));
+    EXPECT_FALSE(fso::sameFile(song, scratch / L"none"));
+    EXPECT_FALSE(fso::sameFile(L"", L""));
+    ASSERT_TRUE(CreateHardLinkW((scratch / L"hard.mp3").c_str(), song.c_str(), nullptr));
+    EXPECT_TRUE(fso::sameFile(song, scratch / L"hard.mp3"));
+    EXPECT_EQ(errorOf([&] { fso::copyFile(song, scratch / L"hard.mp3"); }), kPermissionDenied);
+    EXPECT_EQ(fso::readAll(song), "abc");
+}
+
+TEST(FileSystemObject, TakesPathsOfAnyLength) {
+    ScratchFolder scratch;
+    std::wstring folder = scratch.path();
+    for (int depth = 0; depth < 4; ++depth) {
+        folder += std::wstring(99, L'd') + L"\\";
+        ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + folder).c_str(), nullptr));
+    }
+    const std::wstring file = folder + L"..\\./" + std::wstring(99, L'd') + L"/a.mp3";
+    ASSERT_GT(file.size(), 400u);
+    fso::writeWhole(file, "abc");
+    fso::copyFile(file, folder + L"b.mp3");
+    fso::moveFile(folder + L"b.mp3", folder + L"c.mp3");
+    EXPECT_TRUE(fso::FileExists(folder + L"c.mp3"));
+    EXPECT_EQ(fso::readAll(folder + L"c.mp3"), "abc");
+    EXPECT_EQ(fso::details(file).size, 3u);
+    EXPECT_TRUE(fso::sameFile(file, folder + L"a.mp3"));
+    EXPECT_EQ(fso::listFolder(folder).size(), 2u);
+    fso::deleteFile(file);
+    EXPECT_FALSE(fso::FileExists(folder + L"a.mp3"));
+}
+
 }  // namespace
 }  // namespace tunovka

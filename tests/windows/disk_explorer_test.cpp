@@ -79,5 +79,26 @@ TEST_F(ExplorerOfDisks, ClosesWhileAnyQuestionIsPending) {
     EXPECT_GT(questions(1, [&] { explorer->folders.ExpandFolder(folder.path()); }), 2);
 }
 
+TEST_F(ExplorerOfDisks, ExpandingDoesNotTakeTheFocusBackFromAnotherWindow) {
+    folder.folder(L"a");
+    show(L"");
+    struct Other : Form {
+        Other() : Form({.name = L"frmOther", .title = L"", .size = {100, 100}}) {}
+    } other;
+    disk.become([](DiskCall call, const std::wstring&, DWORD&) {
+        if (call == DiskCall::Shell) Sleep(100);
+        return DWORD{ERROR_SUCCESS};
+    });
+    strom().focus();
+    Timer timer;
+    timer.onTick = [&] {
+        if (!strom().isEnabled()) other.show(), SetFocus(nullptr), timer.setInterval(0);
+    };
+    timer.setInterval(10);
+    explorer->folders.ExpandFolder(folder.path());
+    EXPECT_EQ(timer.interval(), 0u);
+    EXPECT_FALSE(strom().hasFocus());
+}
+
 }  // namespace
 }  // namespace tunovka

@@ -243,5 +243,21 @@ TEST_F(EditorWindow, DeleteSelectsTheRowThatFollows) {
     EXPECT_EQ(view().lblbar.text(), L"");
 }
 
+TEST_F(EditorWindow, TheFocusComesBackAfterEveryCommand) {
+    open(L"a.mp3\r\na.mp3\r\nnie.mp3\r\nb.wav\r\n");
+    expect({1, 1, 1, 1, 1});
+    person.saveAs({folder / L"x.m3u"});
+    for (const wchar_t* entry :
+         {L"zoradit_zostupne", L"neradit", L"odstranit_duplicitu", L"odstranit_neplatne_odkazy",
+          L"ulozit_ako_plejlist", L"odstranit_polozku"}) {
+        view().Lview.focus();
+        choose(entry);
+        EXPECT_TRUE(runUntil([&] { return view().Lview.hasFocus(); }, 5000)) << entry;
+    }
+    EXPECT_EQ(person.seen.size(), 4u);
+    EXPECT_EQ(person.dialogs.size(), 1u);
+    EXPECT_EQ(rows(), Texts{L"b.wav"});
+}
+
 }  // namespace
 }  // namespace tunovka

@@ -185,5 +185,28 @@ TEST_F(FileCommands, RenamingRefusesNamesThatCannotBe) {
     EXPECT_TRUE(person.seen.empty());
 }
 
+TEST_F(FileCommands, TheFocusComesBackAfterEveryCommand) {
+    folder.file(L"a.mp3", "song");
+    folder.file(L"b.mp3", "song");
+    show(L"a.mp3");
+    const auto focusAfter = [&](const wchar_t* entry, std::size_t opened) {
+        Tview().focus();
+        choose(entry);
+        EXPECT_EQ(person.seen.size() + person.inputs.size() + person.dialogs.size(), opened);
+        EXPECT_TRUE(runUntil([&] { return Tview().hasFocus(); }, 5000)) << entry;
+    };
+    focusAfter(L"kopirovat_subor", 0);
+    focusAfter(L"vlozit_subor", 1);
+    focusAfter(L"kopirovat_do", 2);
+    focusAfter(L"preunut_do", 3);
+    person.type({L"c", std::nullopt});
+    focusAfter(L"premenovat_subor", 4);
+    focusAfter(L"premenovat_subor", 5);
+    person.answer({2, 1});
+    focusAfter(L"zmazat_subor", 6);
+    focusAfter(L"zmazat_subor", 7);
+    EXPECT_EQ(folder.names(), std::vector<std::wstring>{L"b.mp3"});
+}
+
 }  // namespace
 }  // namespace tunovka

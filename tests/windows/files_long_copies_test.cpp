@@ -123,5 +123,23 @@ TEST_F(LongCopies, EndWithTheExplorer) {
     EXPECT_TRUE(isAlone(L"a.mp3"));
 }
 
+TEST_F(LongCopies, GoOnBehindAnOpenBoxAndCanBeStoppedThere) {
+    for (const bool stops : {false, true}) {
+        DeleteFileW((folder / L"kopia.mp3").c_str());
+        copy([&](Form& window) {
+            const ModalState box(nullptr);
+            EXPECT_FALSE(explorer->isEnabled());
+            EXPECT_TRUE(window.isEnabled());
+            if (stops) pressAndRelease(control(window, L"Izastavit"));
+            EXPECT_TRUE(runUntil([&] {
+                const auto names = folder.names();
+                return names.size() == (stops ? 1u : 2u) &&
+                       std::ranges::count(names, stops ? L"a.mp3" : L"kopia.mp3") == 1;
+            }));
+        });
+        EXPECT_TRUE(contentOf(folder / L"kopia.mp3") == (stops ? "" : contentOf(song)));
+    }
+}
+
 }  // namespace
 }  // namespace tunovka

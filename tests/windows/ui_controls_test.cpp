@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "app/frm_o_programe.h"
 #include "support/person.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
@@ -57,6 +58,28 @@ TEST(Controls, APictureAnswersThePointerAndShowsThatItIsOff) {
     EXPECT_EQ(closer.look(), Skin::Look::Plain);
     closer.setEnabled(false);
     EXPECT_EQ(closer.look(), Skin::Look::Off);
+}
+
+// While another program is in front no window of this one is active.
+TEST(Controls, ABoxBelongsToTheLastActiveWindowAndAClickOnThatBringsItToTheFront) {
+    Form& first = Forms::load<frmOprograme>(nullptr);
+    Form& last = Forms::load<frmOprograme>(nullptr);
+    first.show();
+    last.show();
+    ASSERT_TRUE(runUntil([&] { return GetActiveWindow() == last.handle(); }));
+    SetForegroundWindow(GetDesktopWindow());
+    SetActiveWindow(GetDesktopWindow());
+    Person person({1});
+    person.before = [&](const Form& box) {
+        EXPECT_EQ(GetWindow(box.handle(), GW_OWNER), last.handle());
+        SetForegroundWindow(GetDesktopWindow());
+        SendMessageW(last.handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(last.handle()),
+                     MAKELPARAM(HTERROR, WM_LBUTTONDOWN));
+        EXPECT_EQ(GetForegroundWindow(), box.handle());
+    };
+    EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO"), 1);
+    Forms::unloadAll();
+    runLoop();
 }
 
 }  // namespace

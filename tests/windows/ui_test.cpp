@@ -207,5 +207,21 @@ TEST(Box, AFailureThatNobodyHandledBecomesANoticeAfterTheOpenBox) {
                                           L"Rozumiem ..."}));
 }
 
+TEST(Box, ABoxOverAnotherNeverAnswersForIt) {
+    std::optional<Person> person;  // answers from the second box on
+    int inner = -1;
+    Timer opener;  // something that opens a second box while the first one waits
+    opener.onTick = [&] {
+        opener.setInterval(0);
+        person.emplace(std::deque{2});
+        inner = ask(L"Druhá", L"?", L"ÁNO;NIE");
+    };
+    opener.setInterval(1);
+    EXPECT_EQ(ask(L"Prvá", L"?", L"ÁNO;NIE"), 0);
+    EXPECT_EQ(BoxAnswer, 0);
+    EXPECT_EQ(inner, 2);
+    EXPECT_EQ(person->seen.size(), 2u);
+}
+
 }  // namespace
 }  // namespace tunovka
