@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "core/errors.h"
 #include "playlist/listed_files.h"
 
 namespace tunovka {
@@ -21,6 +22,11 @@ struct PlaybackTrouble {
     std::wstring text;           // for the person; never empty
     bool withEveryFile = false;  // no other file would play either
 };
+
+// It stands between other sentences, and so between blanks.
+inline PlaybackTrouble playbackTrouble(const RuntimeError& error) {
+    return {L" " + error.description + L" "};
+}
 
 // What an engine observes.
 struct EngineEvent {

@@ -17,7 +17,6 @@
 #include "core/loop.h"
 #include "core/multimedialny.h"
 #include "core/text.h"
-#include "player/playback_errors.h"
 #include "player/turn.h"
 #include "playlist/line_grammar.h"
 
@@ -110,18 +109,12 @@ class MediaPlayer::PlayingThread : public std::enable_shared_from_this<PlayingTh
         std::optional<Turn> turn(std::in_place, opening(), kLongestWait, left_.get());
         if (isSet(left_.get())) return;
         const std::unique_ptr<MediaEngine> engine = createEngine_();
-        const auto readEntries = [this](auto& entries) -> std::optional<PlaybackTrouble> {
-            try {
-                entries = filesOf(file_);
-                return std::nullopt;
-            } catch (const RuntimeError& error) {
-                return playbackTrouble(error);
-            }
-        };
-        Playback playback(*engine, file_, readEntries, [&](const MediaNotification& what) {
-            show(playback);  // whoever is told asks at once
-            tell(what);
-        });
+        Playback playback(
+            *engine, file_, [this] { return filesOf(file_); },
+            [&](const MediaNotification& what) {
+                show(playback);  // whoever is told asks at once
+                tell(what);
+            });
         while (!isSet(left_.get())) {
             const Order order = takeOrder();
             if (order) order(playback);

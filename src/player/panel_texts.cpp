@@ -55,10 +55,6 @@ std::wstring scrolledByOne(std::wstring_view text) {
     return std::wstring(text.substr(first)).append(text.substr(0, first));
 }
 
-bool isSteppedList(std::wstring_view path) {
-    return path.ends_with(L".pls") || path.ends_with(L".m3u");
-}
-
 double progressFraction(double position, double duration) {
     if (!(duration > 0)) return 0;
     return std::clamp(cutToHundredths(position, duration), 0.0, 1.0);

@@ -22,10 +22,6 @@ std::wstring openingText(std::wstring_view path);
 // The text one step further: its first character moved to the end. "" stays "".
 std::wstring scrolledByOne(std::wstring_view text);
 
-// Whether the buttons for the previous and the next entry step within it: "*.pls" and "*.m3u",
-// lower case alone.
-bool isSteppedList(std::wstring_view path);
-
 // How much of the clip is played, 0 to 1 in steps of one hundredth; 0 without a length (seconds).
 double progressFraction(double position, double duration);
 

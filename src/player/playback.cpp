@@ -79,10 +79,13 @@ void Playback::openClip() {
 // False when there are none, which is told.
 bool Playback::haveEntries() {
     if (!entries_.empty()) return true;
-    std::optional<PlaybackTrouble> trouble = readEntries_(entries_);
-    if (!trouble && entries_.empty()) trouble = kNothingToPlay;
-    if (trouble) fail(*trouble);
-    return !trouble;
+    try {
+        entries_ = readEntries_();
+        if (entries_.empty()) fail(kNothingToPlay);
+    } catch (const RuntimeError& error) {
+        fail(playbackTrouble(error));
+    }
+    return !entries_.empty();
 }
 
 // False when there is no entry that way.

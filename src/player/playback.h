@@ -25,9 +25,8 @@ struct MediaNotification {
 // The playing of one file or playlist over an engine: which entry sounds, and what is told of it.
 class Playback {
   public:
-    // Gives the entries of a playlist, any other file as a list of one, or says why it cannot.
-    using ReadEntries =
-        std::function<std::optional<PlaybackTrouble>(std::vector<ListedFile>& entries)>;
+    // Gives the entries of a playlist, any other file as a list of one; raises a RuntimeError.
+    using ReadEntries = std::function<std::vector<ListedFile>()>;
     using Tell = std::function<void(const MediaNotification&)>;
 
     // The file, not "", is to be opened and played.

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include "core/errors.h"
 #include "player/media_engine.h"
 
 namespace tunovka {
@@ -11,9 +10,5 @@ namespace tunovka {
 // system's own with its number, never that of success. It stands between blanks and so between
 // other sentences.
 PlaybackTrouble playbackTrouble(HRESULT error);
-
-inline PlaybackTrouble playbackTrouble(const RuntimeError& error) {
-    return {L" " + error.description + L" "};
-}
 
 }  // namespace tunovka

@@ -8,6 +8,7 @@
 #include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/file_system.h"
+#include "core/multimedialny.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "player/panel_texts.h"
@@ -200,7 +201,7 @@ void PlayerPanel::Image3_MouseDown() {
 
 void PlayerPanel::step(void (MediaPlayer::*step)()) {
     yieldNow();
-    if (isSteppedList(mp.FileName())) (mp.*step)();
+    if (MultiMedialny::isWritablePlaylistName(mp.FileName())) (mp.*step)();
 }
 
 void PlayerPanel::PicProgres_MouseMove(MouseButton held, Point at) {

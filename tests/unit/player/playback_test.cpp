@@ -50,10 +50,9 @@ class PlaybackTest : public testing::Test {
     void open(const std::wstring& file) {
         playback.emplace(
             engine, file,
-            [this, file](auto& entries) -> std::optional<PlaybackTrouble> {
-                if (file == L"niet.m3u") return PlaybackTrouble{L"niet"};
-                entries = file.ends_with(L".m3u") ? list : std::vector<ListedFile>{{file, {}}};
-                return std::nullopt;
+            [this, file] {
+                if (file == L"niet.m3u") throw RuntimeError(kFileNotFound);
+                return file.ends_with(L".m3u") ? list : std::vector<ListedFile>{{file, {}}};
             },
             [this](const MediaNotification& what) { told_ += inShort(what); });
         engine.did.clear();
@@ -129,7 +128,7 @@ TEST_F(PlaybackTest, aFailureIsToldOnceAndPlayingTriesAgain) {
     EXPECT_EQ(told(), L"2-0 error ");
     EXPECT_EQ(playback->error(), L"prasklo");
     open(L"niet.m3u");
-    EXPECT_EQ(playback->error(), L"niet");
+    EXPECT_EQ(playback->error(), L" Súbor sa nenašiel ");
     list.clear();
     open(L"l.m3u");
     EXPECT_NE(playback->error().find(L"neodkazuje"), std::wstring::npos);

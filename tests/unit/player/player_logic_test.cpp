@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "core/multimedialny.h"
 #include "player/panel_texts.h"
 #include "player/sound_file.h"
 
@@ -22,7 +23,7 @@ TEST(PanelTexts, countHoursPadSecondsAndScrollWholeCharacters) {
     EXPECT_EQ(scrolledByOne(scrolledByOne(L"a𝄞b")), L"ba𝄞");
 }
 
-TEST(PanelTexts, knowTheListsThatAreSteppedByTheirNames) {
+TEST(WritablePlaylists, areKnownByTheirNames) {
     for (const auto& [name, steps] : {std::pair{L"a.pls", true},
                                       {L"a.m3u", true},
                                       {L"a.PLS", false},
@@ -32,7 +33,7 @@ TEST(PanelTexts, knowTheListsThatAreSteppedByTheirNames) {
                                       {L"a.mp3", false},
                                       {L"a.pls.mp3", false},
                                       {L"", false}})
-        EXPECT_EQ(isSteppedList(name), steps) << name;
+        EXPECT_EQ(MultiMedialny::isWritablePlaylistName(name), steps) << name;
 }
 
 TEST(Strips, keepTheirEnds) {
