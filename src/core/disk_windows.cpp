@@ -15,13 +15,10 @@ namespace {
 constexpr std::uint64_t kFlushEvery = 8u << 20;  // bytes
 constexpr DWORD kAllowDecrypted = 8;             // COPY_FILE_ALLOW_DECRYPTED_DESTINATION
 
-std::atomic<DiskStandIn*>& standIn() {
-    static std::atomic<DiskStandIn*> installed = nullptr;
-    return installed;
-}
+std::atomic<DiskStandIn*> standIn = nullptr;
 
 DWORD asked(DiskCall call, const std::wstring& path, DWORD& bytes) {
-    DiskStandIn* const other = standIn();
+    DiskStandIn* const other = standIn;
     return other ? other->asked(call, path, bytes) : ERROR_SUCCESS;
 }
 
@@ -80,18 +77,10 @@ DWORD CALLBACK onCopied(LARGE_INTEGER total, LARGE_INTEGER done, LARGE_INTEGER, 
 }  // namespace
 
 void setDiskStandIn(DiskStandIn* replacement) {
-    standIn() = replacement;
+    standIn = replacement;
 }
 
 namespace Disk {
-
-DWORD attributes(const std::wstring& path, DWORD& attributes) {
-    attributes = INVALID_FILE_ATTRIBUTES;
-    return answerOf(DiskCall::Attributes, path, [&] {
-        attributes = GetFileAttributesW(path.c_str());
-        return attributes != INVALID_FILE_ATTRIBUTES;
-    });
-}
 
 DWORD details(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& details) {
     return answerOf(DiskCall::Attributes, path, [&] {
@@ -131,7 +120,7 @@ DWORD list(const std::wstring& folder, const std::function<bool(const WIN32_FIND
 DWORD copy(const std::wstring& from, const std::wstring& to, const CopyProgress& progress) {
     if (const DWORD error = asked(DiskCall::Copy, to)) return error;
     DWORD error = ERROR_SUCCESS;
-    DiskStandIn* const other = standIn();
+    DiskStandIn* const other = standIn;
     if (other && other->copies(from, to, progress, error)) return error;
     Copying copying{to, progress};
     if (!CopyFileExW(from.c_str(), to.c_str(), onCopied, &copying, nullptr,

@@ -42,10 +42,8 @@ class DiskStandIn {
     // with less, the call moves less and says so.
     virtual DWORD asked(DiskCall call, const std::wstring& path, DWORD& bytes) = 0;
     // Copies in place of the system when it returns true.
-    virtual bool copies(const std::wstring& from, const std::wstring& to,
-                        const CopyProgress& progress, DWORD& error) {
-        static_cast<void>(from), static_cast<void>(to);
-        static_cast<void>(progress), static_cast<void>(error);
+    virtual bool copies(const std::wstring& /*from*/, const std::wstring& /*to*/,
+                        const CopyProgress& /*progress*/, DWORD& /*error*/) {
         return false;
     }
 };
@@ -56,7 +54,6 @@ void setDiskStandIn(DiskStandIn* standIn);
 // Each returns the system's error, ERROR_SUCCESS (0) when there is none.
 namespace Disk {
 
-DWORD attributes(const std::wstring& path, DWORD& attributes);
 DWORD details(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& details);
 // What its folder tells of one file or folder, also when it is locked.
 DWORD entry(const std::wstring& path, WIN32_FIND_DATAW& entry);

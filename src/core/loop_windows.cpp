@@ -18,20 +18,9 @@ constexpr DWORD kLongestLook = 50;  // ms after which the work goes on even if m
 constexpr UINT kRunPosted = WM_APP;      // lParam: the routine
 constexpr UINT kRunSignal = WM_APP + 1;  // wParam: the value, lParam: the signal's number
 
-struct Handlers {
-    std::function<bool(MSG&)> filter;
-    std::function<void(std::exception_ptr)> failure;
-};
-
-Handlers& handlers() {
-    static Handlers only;
-    return only;
-}
-
-DWORD& lastLook() {
-    static DWORD time = GetTickCount();
-    return time;
-}
+std::function<bool(MSG&)> messageFilter;
+std::function<void(std::exception_ptr)> failureHandler;
+DWORD lastLook = 0;  // tick count
 
 }  // namespace
 
@@ -113,7 +102,7 @@ bool takeMessage(MSG& message, Meanwhile meanwhile) {
 }
 
 void dispatch(MSG& message) {
-    if (handlers().filter && handlers().filter(message)) return;
+    if (messageFilter && messageFilter(message)) return;
     TranslateMessage(&message);
     DispatchMessageW(&message);
 }
@@ -166,13 +155,13 @@ class EscapeWatch {
 }  // namespace
 
 void yieldToEvents() {
-    if (GetTickCount() - lastLook() >= kPause) yieldNow();
+    if (GetTickCount() - lastLook >= kPause) yieldNow();
 }
 
 void yieldNow() {
     const DWORD start = GetTickCount();
     runWaiting([&] { return GetTickCount() - start < kLongestLook; }, Meanwhile::AllEvents);
-    lastLook() = GetTickCount();
+    lastLook = GetTickCount();
 }
 
 void runLoopWhile(const std::function<bool()>& condition) {
@@ -237,16 +226,16 @@ void Timer::setInterval(unsigned milliseconds) {
 }
 
 void setMessageFilter(std::function<bool(MSG&)> filter) {
-    handlers().filter = std::move(filter);
+    messageFilter = std::move(filter);
 }
 
 void setFailureHandler(std::function<void(std::exception_ptr)> handler) {
-    handlers().failure = std::move(handler);
+    failureHandler = std::move(handler);
 }
 
 void reportFailure(std::exception_ptr failure) noexcept {
     try {
-        if (handlers().failure) handlers().failure(std::move(failure));
+        if (failureHandler) failureHandler(std::move(failure));
     } catch (...) {
         // A report that fails has nobody left to tell.
     }

@@ -74,9 +74,10 @@ DWORD attributesOf(const std::wstring& path, DWORD& error) {
     const std::wstring usable = systemPathOrNone(path);
     error = ERROR_INVALID_NAME;
     if (usable.empty()) return INVALID_FILE_ATTRIBUTES;
-    DWORD attributes = INVALID_FILE_ATTRIBUTES;
-    error = Disk::attributes(usable, attributes);
-    if (error != ERROR_SHARING_VIOLATION) return attributes;
+    WIN32_FILE_ATTRIBUTE_DATA details;
+    error = Disk::details(usable, details);
+    if (error != ERROR_SHARING_VIOLATION)
+        return error ? INVALID_FILE_ATTRIBUTES : details.dwFileAttributes;
     // Locked against every look at the file itself; its folder still tells.
     WIN32_FIND_DATAW entry;
     error = Disk::entry(usable, entry);
