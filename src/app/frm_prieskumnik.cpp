@@ -58,7 +58,7 @@ frmPrieskumnik::frmPrieskumnik()
              .prehrat = prehrat,
              .menuprestrom = menuprestrom,
              .selectedPath = [this] { return contents.selectedPath(); },
-             .letGo = [this](const std::wstring& path) { player.release(path); },
+             .closeFile = [this](const std::wstring& path) { player.release(path); },
              .renamed = [this](const std::wstring& key,
                                const std::wstring& name) { fileRenamed(key, name); }}),
       playing(prehrat, contents, player) {

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/errors.h"
+
 namespace tunovka {
 
 // What a folder's enumeration tells of one entry.
@@ -13,18 +15,15 @@ struct FolderEntry {
     std::wstring name;
     std::wstring shortName;    // 8.3 name, "" where the volume keeps none
     std::uint32_t attributes;  // FILE_ATTRIBUTE_…
-    std::uint64_t size;        // bytes
     bool isFolder() const { return (attributes & 0x10) != 0; }
-    bool isLink() const { return (attributes & 0x400) != 0; }  // junction, symbolic link
 };
 
 // As the system numbers them (DRIVE_…).
 enum class DriveType { Unknown = 0, Removable = 2, Fixed, Network, CdRom, RamDisk };
 
-// Local date and time of a file as its parts; all zero when the system cannot give one.
+// Local date of a file; all zero when the system cannot give one.
 struct FileDate {
-    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
-    bool operator==(const FileDate&) const = default;
+    int year = 0, month = 0, day = 0;
 };
 
 struct FileDetails {
@@ -39,9 +38,14 @@ using CopyProgress = std::function<bool(std::uint64_t done, std::uint64_t total)
 // What an operation calls while it runs, on its thread. Each may be empty.
 struct TransferHooks {
     CopyProgress progress{};
-    // The file goes, or goes now that nothing but its being open can stand against it: whoever in
-    // the program has it open lets it go.
-    std::function<void(const std::wstring& path)> letGo{};
+    // Comes right before a file is replaced, moved or deleted, once nothing but its being open can
+    // stand against that: whoever in the program has it open closes it.
+    std::function<void(const std::wstring& path)> closeFile{};
+};
+
+// A move whose copy is in place, but whose source could not be deleted.
+struct SourceLeft : RuntimeError {
+    explicit SourceLeft(const RuntimeError& failure) : RuntimeError(failure) {}
 };
 
 // The file operations that the program uses, over Win32, with the meanings and error numbers of
@@ -65,9 +69,6 @@ std::vector<FolderEntry> listFolder(const std::wstring& folder);
 // The path of a file with its name as the disk spells it: letter case, the long name for a short
 // (8.3) one. Where no file is, the path as it came.
 std::wstring asOnDisk(const std::wstring& path);
-
-// The short (8.3) name of an existing file, or its name where the volume keeps none.
-std::wstring shortName(const std::wstring& path);
 
 FileDetails details(const std::wstring& path);
 std::uint32_t attributes(const std::wstring& path);
@@ -97,7 +98,8 @@ bool copyFile(const std::wstring& source, const std::wstring& destination,
               const TransferHooks& hooks = {});
 
 // Moves a file. The destination must not exist (kFileAlreadyExists) unless `replace`; across
-// volumes it copies first and deletes the source only when the copy is whole.
+// volumes it copies first and deletes the source only when the copy is whole: where that fails both
+// are there (SourceLeft).
 bool moveFile(const std::wstring& source, const std::wstring& destination, bool replace = false,
               const TransferHooks& hooks = {});
 

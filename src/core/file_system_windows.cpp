@@ -21,7 +21,7 @@ FileDate localDate(const FILETIME& time) {
         !FileTimeToSystemTime(&time, &universal) ||
         !SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local))
         return {};
-    return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond};
+    return {local.wYear, local.wMonth, local.wDay};
 }
 
 DiskFile openForReading(const std::wstring& path) {
@@ -95,8 +95,7 @@ std::vector<FolderEntry> listFolder(const std::wstring& folder) {
     if (folder.empty()) raiseSystemError(ERROR_PATH_NOT_FOUND);
     std::vector<FolderEntry> entries;
     const DWORD error = Disk::list(systemPath(folder), [&](const WIN32_FIND_DATAW& entry) {
-        entries.push_back({entry.cFileName, entry.cAlternateFileName, entry.dwFileAttributes,
-                           joined(entry.nFileSizeHigh, entry.nFileSizeLow)});
+        entries.push_back({entry.cFileName, entry.cAlternateFileName, entry.dwFileAttributes});
         return true;
     });
     // The root of an empty drive has not even "." and "..".
@@ -114,24 +113,14 @@ std::wstring asOnDisk(const std::wstring& path) {
     return path.substr(0, path.find_last_of(L"\\/:") + 1) + entry.cFileName;
 }
 
-std::wstring shortName(const std::wstring& path) {
-    WIN32_FIND_DATAW entry;
-    require(Disk::entry(systemPath(path), entry));
-    return entry.cAlternateFileName[0] ? entry.cAlternateFileName : entry.cFileName;
-}
-
 FileDetails details(const std::wstring& path) {
     // Of what a link names, not of the link.
     const std::wstring file = linkTarget(requireFile(path));
     WIN32_FILE_ATTRIBUTE_DATA data;
     require(Disk::details(file, data));
-    FileDetails details;
-    details.size = joined(data.nFileSizeHigh, data.nFileSizeLow);
-    details.attributes = data.dwFileAttributes;
-    details.created = localDate(data.ftCreationTime);
-    details.modified = localDate(data.ftLastWriteTime);
-    details.accessed = localDate(data.ftLastAccessTime);
-    return details;
+    return {joined(data.nFileSizeHigh, data.nFileSizeLow), data.dwFileAttributes,
+            localDate(data.ftCreationTime), localDate(data.ftLastWriteTime),
+            localDate(data.ftLastAccessTime)};
 }
 
 std::uint32_t attributes(const std::wstring& path) {

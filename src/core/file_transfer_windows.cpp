@@ -130,7 +130,7 @@ class Unfinished {
 
     void takePlace(bool mayReplace, const TransferHooks& hooks) {
         const bool replaces = mayReplace && isThere(target_);
-        if (replaces && hooks.letGo) hooks.letGo(target_);
+        if (replaces && hooks.closeFile) hooks.closeFile(target_);
         const DWORD error = Disk::persistently(target_, [&] { return place(mayReplace); });
         // An interrupted replacing may have cost the target: then this is the only copy.
         if (error && replaces && !isThere(target_)) path_.clear();
@@ -197,8 +197,9 @@ void requireReplaceable(const std::wstring& source, const std::wstring& destinat
         raiseSystemError(ERROR_ACCESS_DENIED);
 }
 
-// Makes an attempt on files. Where one of them is in use, or when it has worked, whoever has them
-// open lets go of them; a refusal for another reason disturbs nobody.
+// Makes an attempt on files. Where it fails because one of them is in use, whoever in the program
+// has them open closes them, and it is made again; so do they when it has worked. A refusal for
+// another reason disturbs nobody.
 DWORD freeing(const std::vector<std::wstring>& files, const TransferHooks& hooks,
               const std::function<DWORD()>& attempt) {
     const DWORD error = attempt();
@@ -207,7 +208,7 @@ DWORD freeing(const std::vector<std::wstring>& files, const TransferHooks& hooks
         return deletable(file) == ERROR_SHARING_VIOLATION;
     };
     if (error && !(mayBeUse && std::ranges::any_of(files, inUse))) return error;
-    if (hooks.letGo) std::ranges::for_each(files, hooks.letGo);
+    if (hooks.closeFile) std::ranges::for_each(files, hooks.closeFile);
     return error ? Disk::persistently(files.front(), attempt) : error;
 }
 
@@ -297,7 +298,11 @@ bool moveFile(const std::wstring& source, const std::wstring& destination, bool 
     // The place of an old file comes with that file's time; not every volume keeps one.
     if (DiskFile moved; !moved.open(to, {.rights = FILE_WRITE_ATTRIBUTES}))
         moved.setTimes(&before.ftCreationTime, nullptr);
-    deleteFile(from, true);
+    try {
+        deleteFile(from, true);
+    } catch (const RuntimeError& failure) {
+        throw SourceLeft(failure);
+    }
     return true;
 }
 

@@ -39,7 +39,7 @@ FileCommands::FileCommands(Parts parts)
                     },
                 .carry =
                     [this](const std::wstring& path, const FSOakcie::Explorer::Work& work) {
-                        return CopyWatch(parts_.form, path, parts_.letGo).run(work);
+                        return CopyWatch(parts_.form, path, parts_.closeFile).run(work);
                     }},
       stromDrops_(parts_.strom, {.over = [this](Point at) { return strom_OLEDragOver(at); },
                                  .leave = [this] { parts_.strom.setDropHighlight(L""); },

@@ -29,7 +29,7 @@ class FileCommands {
         // Path of the file behind the selected node of Tview, "" when there is none.
         std::function<std::wstring()> selectedPath;
         // A file is being replaced, renamed, moved or deleted: the player lets go of it.
-        std::function<void(const std::wstring& path)> letGo;
+        std::function<void(const std::wstring& path)> closeFile;
         // The file of a node of Tview has got another name.
         std::function<void(const std::wstring& key, const std::wstring& name)> renamed;
     };

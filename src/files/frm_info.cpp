@@ -142,14 +142,12 @@ void frminfo::txtodkaz_Change() {
 void frminfo::clear() {
     Timer1.setInterval(0);
     lblvystraha.setVisible(false);
-    warns_ = false;
     lblznak.setText(L"");
     for (const std::vector<Row>* rows : {&file_, &tag_})
         for (const Row& row : *rows) row.value->setText(L"");
 }
 
 void frminfo::warn() {
-    warns_ = true;
     lblvystraha.setVisible(true);
     Timer1.setInterval(kBlink);
 }
@@ -260,7 +258,7 @@ Size frminfo::arrange(int top) {
     if (lines > 0) y += scaled(kGroupGap - kRowGap);
     lblznak.setBounds({valueLeft, y, valueWidth, lines * line});
     if (lines > 0) y += lines * line + scaled(kRowGap);
-    if (warns_) {
+    if (Timer1.interval()) {
         y += scaled(kGroupGap - kRowGap);
         lblvystraha.setBounds({valueLeft, y, valueWidth, line});
         y += line + scaled(kRowGap);

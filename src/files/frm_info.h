@@ -56,7 +56,6 @@ class frminfo : public SkinnedForm {
     int layoutRow(Row& row, int top, int captions);
 
     std::vector<Row> file_, tag_;
-    bool warns_ = false;
     RECT fileCard_{}, tagCard_{};
 };
 

@@ -99,21 +99,18 @@ int underWay = 0;  // how many files are worked on
 
 // Calls a routine on the windows' thread, from another one, and waits for its end.
 void callOnLoop(std::function<void()> routine) {
-    struct Ended {
-        KernelHandle event{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-    };
-    const auto ended = std::make_shared<Ended>();
+    const auto ended = std::make_shared<KernelHandle>(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     postToLoop([ended, routine = std::move(routine)] {
         guarded(routine);
-        SetEvent(ended->event.get());
+        SetEvent(ended->get());
     });
-    WaitForSingleObject(ended->event.get(), INFINITE);
+    WaitForSingleObject(ended->get(), INFINITE);
 }
 
 }  // namespace
 
-CopyWatch::CopyWatch(Form& form, std::wstring path, LetGo letGo)
-    : form_(form), path_(std::move(path)), letGo_(std::move(letGo)) {
+CopyWatch::CopyWatch(Form& form, std::wstring path, CloseFile closeFile)
+    : form_(form), path_(std::move(path)), closeFile_(std::move(closeFile)) {
     Timer1.onTick = [this] { Timer1_Tick(); };
     Timer1.setInterval(kLook);
     ++underWay;
@@ -139,12 +136,12 @@ TransferHooks CopyWatch::hooks() const {
         shared->total = total;
         return !shared->stopped;
     };
-    const auto letGo = [shared = shared_, letGo = letGo_](const std::wstring& path) {
+    const auto closeFile = [shared = shared_, closeFile = closeFile_](const std::wstring& path) {
         callOnLoop([=] {
-            if (!shared->stopped) letGo(path);
+            if (!shared->stopped) closeFile(path);
         });
     };
-    return {.progress = progress, .letGo = letGo};
+    return {.progress = progress, .closeFile = closeFile};
 }
 
 void CopyWatch::Timer1_Tick() {

@@ -48,10 +48,10 @@ class frmkopirovanie : public SkinnedForm {
 // longer than a moment gets a window with its progress, gone at the copy's end.
 class CopyWatch {
   public:
-    using LetGo = std::function<void(const std::wstring& path)>;
+    using CloseFile = std::function<void(const std::wstring& path)>;
 
-    // `letGo` is called on the windows' thread when the work comes to a file.
-    CopyWatch(Form& form, std::wstring path, LetGo letGo);
+    // `closeFile` is called on the windows' thread when the work comes to a file.
+    CopyWatch(Form& form, std::wstring path, CloseFile closeFile);
     CopyWatch(const CopyWatch&) = delete;
     CopyWatch& operator=(const CopyWatch&) = delete;
     ~CopyWatch();
@@ -75,7 +75,7 @@ class CopyWatch {
 
     Form& form_;
     std::wstring path_;
-    LetGo letGo_;
+    CloseFile closeFile_;
     DWORD start_ = GetTickCount();
     DWORD stop_ = 0;  // when it was stopped
     std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();

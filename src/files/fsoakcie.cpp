@@ -1,7 +1,5 @@
 #include "files/fsoakcie.h"
 
-#include <memory>
-
 #include "core/paths.h"
 #include "ui/frm_box.h"
 #include "ui/program_links.h"
@@ -19,41 +17,25 @@ class Prepared {
   public:
     explicit Prepared(const std::wstring& path) : path_(path) {
         if (!fso::FileExists(path)) return;
-        before_ = fso::details(path);
+        before_ = fso::attributes(path);
         prepareFile(path, true);
     }
     Prepared(const Prepared&) = delete;
     Prepared& operator=(const Prepared&) = delete;
     ~Prepared() {
-        if (ended_ || !(before_.attributes & kReadOnly)) return;
+        if (!(before_ & kReadOnly)) return;
         try {
-            if (isStillThere()) fso::setAttributes(path_, before_.attributes);
+            fso::setAttributes(path_, before_);
         } catch (const RuntimeError&) {
             // The failure that led here is the one to tell.
         }
     }
 
-    void ended() { ended_ = true; }
-
-    // Another file has taken its place, although the operation failed.
-    bool isReplaced() const {
-        try {
-            return fso::FileExists(path_) && !isStillThere();
-        } catch (const RuntimeError&) {
-            return false;
-        }
-    }
+    void ended() { before_ = 0; }
 
   private:
-    bool isStillThere() const {
-        const FileDetails now = fso::details(path_);
-        return now.size == before_.size && now.created == before_.created &&
-               now.modified == before_.modified;
-    }
-
     std::wstring path_;
-    FileDetails before_;
-    bool ended_ = false;
+    std::uint32_t before_ = 0;
 };
 
 // One operation on the disk. Each step is false when the person broke it off.
@@ -77,9 +59,6 @@ class Operation {
                 return remove();
         }
     }
-
-    // A move that failed has left its copy in place, as well as the source.
-    bool leftBoth() const { return *leftBoth_; }
 
   private:
     // The file's place in a folder that the person chooses; "" when they choose none.
@@ -114,14 +93,14 @@ class Operation {
     bool move(const std::wstring& destination) const {
         if (destination.empty()) return false;
         return explorer_.carry(
-            source_, [source = source_, destination, both = leftBoth_](const TransferHooks& hooks) {
+            source_, [source = source_, destination](const TransferHooks& hooks) {
                 Prepared replaced(destination);
                 try {
                     const bool done = fso::moveFile(source, destination, true, hooks);
                     if (done) replaced.ended();
                     return done;
-                } catch (const RuntimeError&) {
-                    *both = replaced.isReplaced();
+                } catch (const SourceLeft&) {
+                    replaced.ended();
                     throw;
                 }
             });
@@ -129,7 +108,6 @@ class Operation {
 
     const Explorer& explorer_;
     const std::wstring& source_;
-    const std::shared_ptr<bool> leftBoth_ = std::make_shared<bool>(false);  // a worker tells
 };
 
 }  // namespace
@@ -144,14 +122,14 @@ void carryOut(const Explorer& explorer, int operation, const std::wstring& sourc
         explorer.txtsubor.setText((operation == kCopyToClipboard ? kCopied : kCut) + source);
         return explorer.txtodkaz.setText(L"");
     }
-    const Operation underWay(explorer, source);
     bool done = false;
     try {
-        done = underWay.run(operation, destination);
-    } catch (const RuntimeError& error) {
+        done = Operation(explorer, source).run(operation, destination);
+    } catch (const SourceLeft& error) {
         tellFailure(error);
-        if (underWay.leftBoth()) explorer.txtodkaz.setText(kRefreshCommand);
-        return;
+        return explorer.txtodkaz.setText(kRefreshCommand);
+    } catch (const RuntimeError& error) {
+        return tellFailure(error);
     }
     if (done) explorer.txtsubor.setText(L"");
     explorer.txtodkaz.setText(done ? kRefreshCommand : L"");

@@ -17,7 +17,7 @@ namespace tunovka {
 struct FileStage {
     TextBox txtsubor, txtodkaz;
     std::wstring chosenFolder;
-    std::vector<std::wstring> prompts, letGo;
+    std::vector<std::wstring> prompts, closed;
     Person person;
 
     FSOakcie::Explorer explorer{
@@ -30,7 +30,8 @@ struct FileStage {
             },
         .carry =
             [this](const std::wstring&, const FSOakcie::Explorer::Work& work) {
-                return work({.letGo = [this](const std::wstring& path) { letGo.push_back(path); }});
+                return work(
+                    {.closeFile = [this](const std::wstring& path) { closed.push_back(path); }});
             },
     };
 

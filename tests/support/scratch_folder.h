@@ -8,6 +8,7 @@
 
 #include "core/file_system.h"
 #include "core/handle.h"
+#include "core/paths.h"
 #include "support/machine.h"
 
 namespace tunovka {
@@ -21,6 +22,13 @@ inline std::string contentOf(const std::wstring& path) {
     DWORD read = 0;
     ReadFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &read, nullptr);
     return content;
+}
+
+// The short (8.3) name of a file that is there.
+inline std::wstring shortNameOf(const std::wstring& path) {
+    wchar_t shortPath[MAX_PATH] = L"";
+    GetShortPathNameW(path.c_str(), shortPath, MAX_PATH);
+    return fileName(shortPath);
 }
 
 inline bool isReadOnly(const std::wstring& path) {

@@ -172,7 +172,7 @@ TEST(DiskFaults, ASourceThatShrinksMeanwhileIsNoWholeCopy) {
 }
 
 // Whoever plays a file keeps it until nothing but that stands against the operation.
-TEST(DiskFaults, AFileInUseIsLetGoOnlyWhenItsTurnHasCome) {
+TEST(DiskFaults, AFileInUseIsClosedOnlyWhenItsTurnHasCome) {
     for (const bool refused : {true, false}) {
         for (const bool copies : {true, false}) {
             SCOPED_TRACE(copies);
@@ -184,7 +184,7 @@ TEST(DiskFaults, AFileInUseIsLetGoOnlyWhenItsTurnHasCome) {
                 return refused && writes ? DWORD{ERROR_DISK_FULL} : DWORD{ERROR_SUCCESS};
             });
             int freed = 0;
-            const TransferHooks hooks{.letGo = [&](const std::wstring& path) {
+            const TransferHooks hooks{.closeFile = [&](const std::wstring& path) {
                 if (!fso::FileExists(used) || fso::sameFile(path, used)) ++freed, player.reset();
             }};
             EXPECT_EQ(errorOf([&] {

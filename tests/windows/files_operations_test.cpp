@@ -66,13 +66,13 @@ TEST_F(Operations, AReadOnlyFileIsReplacedByMovingAlone) {
     expectFailure(kPermissionDenied, L"");
     EXPECT_EQ(contentOf(to / L"pieseň.mp3"), "old");
     EXPECT_TRUE(isReadOnly(to / L"pieseň.mp3"));
-    letGo.clear();
+    closed.clear();
     run(kMoveIntoFolder, song);
     EXPECT_EQ(contentOf(to / L"pieseň.mp3"), "new");
     EXPECT_FALSE(FileSystemObject::FileExists(song));
     EXPECT_EQ(command(), kRefresh);
     EXPECT_EQ(prompts.at(1), L"Určite adresár, kam sa súbor presunie.");
-    EXPECT_EQ(letGo, (std::vector{song, to / L"pieseň.mp3"}));
+    EXPECT_EQ(closed, (std::vector{song, to / L"pieseň.mp3"}));
     EXPECT_EQ(person.seen.size(), 1u);
 }
 
@@ -111,12 +111,12 @@ TEST_F(Operations, DeletingAsksAndTakesReadOnlyFiles) {
         EXPECT_EQ(command(), L"");
         EXPECT_EQ(txtsubor.text(), L"copy:x");
     }
-    EXPECT_TRUE(letGo.empty());
+    EXPECT_TRUE(closed.empty());
     run(kDelete, song);
     EXPECT_FALSE(FileSystemObject::FileExists(song));
     EXPECT_EQ(command(), kRefresh);
     EXPECT_EQ(txtsubor.text(), L"");
-    EXPECT_EQ(letGo, std::vector{song});
+    EXPECT_EQ(closed, std::vector{song});
     EXPECT_EQ(
         person.seen.at(0),
         (BoxRequest{L" Vymazať súbor", L"Naozaj chceš nenávratne odstrániť súbor '" + song + L"' ?",
@@ -138,8 +138,8 @@ TEST_F(Operations, AFileThatIsItsOwnDestinationStays) {
         EXPECT_TRUE(isReadOnly(song));
     };
     for (const std::wstring& destination :
-         {song, from / L"PIESEŇ.MP3", L"\\\\?\\" + song, twin,
-          from / FileSystemObject::shortName(song), linked ? link + L"\\pieseň.mp3" : song}) {
+         {song, from / L"PIESEŇ.MP3", L"\\\\?\\" + song, twin, from / shortNameOf(song),
+          linked ? link + L"\\pieseň.mp3" : song}) {
         refused(kTransfer, L"copy:" + song, destination);
         refused(kTransfer, L"cut:" + song, destination);
     }
