@@ -5,6 +5,7 @@
 
 #include "core/disk_questions.h"
 #include "core/errors.h"
+#include "core/file_system.h"
 #include "core/id3v1.h"
 #include "core/text.h"
 #include "ui/frm_box.h"
@@ -190,8 +191,21 @@ void frminfo::showFile(const std::wstring& path) {
     lblPath.setText(path);
     const auto facts = askDisk(path, [path] { return factsOf(path); });
     if (!facts) return;
-    if (facts->details) showDetails(*facts->details);
-    if (facts->tag) showTag(*facts->tag);
+    if (const auto& details = facts->details) {
+        lblvelkosť.setText(sizeText(details->size));
+        lbldatvyt.setText(dateText(details->created));
+        lbldatzmena.setText(dateText(details->modified));
+        lbldatotvor.setText(dateText(details->accessed));
+        lblznak.setText(attributeLines(details->attributes));
+    }
+    if (const auto& tag = facts->tag) {
+        using MultiMedialny::shownField;
+        lbltitul.setText(shownField(tag->Title));
+        lblautor.setText(shownField(tag->Artist));
+        lblalbum.setText(shownField(tag->Album));
+        lblrok.setText(shownField(tag->Year));
+        lblpoznamka.setText(shownField(tag->Comment));
+    }
     if (!facts->there && !facts->failure) return warn();
     if (facts->failure)
         notifyLater(L"CHYBA",
@@ -201,78 +215,50 @@ void frminfo::showFile(const std::wstring& path) {
                     L"Rozumiem ...");
 }
 
-void frminfo::showDetails(const FileDetails& details) {
-    lblvelkosť.setText(sizeText(details.size));
-    lbldatvyt.setText(dateText(details.created));
-    lbldatzmena.setText(dateText(details.modified));
-    lbldatotvor.setText(dateText(details.accessed));
-    lblznak.setText(attributeLines(details.attributes));
-}
-
-void frminfo::showTag(const MultiMedialny::Id3v1Tag& tag) {
-    using MultiMedialny::shownField;
-    lbltitul.setText(shownField(tag.Title));
-    lblautor.setText(shownField(tag.Artist));
-    lblalbum.setText(shownField(tag.Album));
-    lblrok.setText(shownField(tag.Year));
-    lblpoznamka.setText(shownField(tag.Comment));
-}
-
-int frminfo::captionWidth() const {
-    int width = 0;
-    for (const std::vector<Row>* rows : {&file_, &tag_})
-        for (const Row& row : *rows) width = std::max(width, row.caption->measured().width);
-    return width;
-}
-
-int frminfo::layoutRow(Row& row, int top, int captions) {
-    const int line = Skin::fontHeight(dpi());
-    const int left = scaled(kMargin + kPadding);
-    const int valueLeft = left + captions + scaled(kColumnGap);
-    const int width = scaled(kWidth - kMargin - kPadding) - valueLeft;
-    const int height = std::clamp(row.value->heightAt(width), line, kMostPathLines * line);
-    row.caption->setBounds({left, top, captions, line});
-    row.value->setBounds({valueLeft, top, width, height});
-    return top + height;
-}
-
 Size frminfo::arrange(int top) {
     const int line = Skin::fontHeight(dpi());
-    const int margin = scaled(kMargin), padding = scaled(kPadding);
-    const int right = scaled(kWidth) - margin;
-    const int captions = captionWidth();
-    const int valueLeft = margin + padding + captions + scaled(kColumnGap);
+    const int margin = scaled(kMargin), padding = scaled(kPadding), rowGap = scaled(kRowGap);
+    const int right = scaled(kWidth) - margin, left = margin + padding;
+    int captions = 0;
+    for (const std::vector<Row>* rows : {&file_, &tag_})
+        for (const Row& row : *rows) captions = std::max(captions, row.caption->measured().width);
+    const int valueLeft = left + captions + scaled(kColumnGap);
     const int valueWidth = right - padding - valueLeft;
-    const auto place = [&](Row& row, int top) {
-        return layoutRow(row, top, captions) + scaled(kRowGap);
+
+    int y = top;
+    const auto beginCard = [&](RECT& card) {
+        y += margin;
+        card = {margin, y, right, y};
+        y += padding;
     };
+    const auto endCard = [&](RECT& card) { card.bottom = y += padding - rowGap; };
+    const auto place = [&](const Row& row) {
+        const int height = std::clamp(row.value->heightAt(valueWidth), line, kMostPathLines * line);
+        row.caption->setBounds({left, y, captions, line});
+        row.value->setBounds({valueLeft, y, valueWidth, height});
+        y += height + rowGap;
+    };
+    const auto beginGroup = [&] { y += scaled(kGroupGap - kRowGap); };
 
-    int y = top + margin;
-    fileCard_ = {margin, y, right, y};
-    y += padding;
-    for (Row& row : file_) {
-        y = place(row, y);
-        if (row.value == &lblPath || row.value == &lblvelkosť) y += scaled(kGroupGap - kRowGap);
+    beginCard(fileCard_);
+    for (const Row& row : file_) {
+        place(row);
+        if (row.value == &lblPath || row.value == &lblvelkosť) beginGroup();
     }
-    const auto lines = static_cast<int>(split(lblznak.text(), L'\n').size()) - 1;
-    if (lines > 0) y += scaled(kGroupGap - kRowGap);
+    const auto lines = static_cast<int>(std::ranges::count(lblznak.text(), L'\n'));
+    if (lines > 0) beginGroup();
     lblznak.setBounds({valueLeft, y, valueWidth, lines * line});
-    if (lines > 0) y += lines * line + scaled(kRowGap);
+    if (lines > 0) y += lines * line + rowGap;
     if (Timer1.interval()) {
-        y += scaled(kGroupGap - kRowGap);
+        beginGroup();
         lblvystraha.setBounds({valueLeft, y, valueWidth, line});
-        y += line + scaled(kRowGap);
+        y += line + rowGap;
     }
-    y += padding - scaled(kRowGap);
-    fileCard_.bottom = y;
+    endCard(fileCard_);
 
-    y += margin;
-    tagCard_ = {margin, y, right, y};
-    y += padding;
-    for (Row& row : tag_) y = place(row, y);
-    y += padding - scaled(kRowGap);
-    tagCard_.bottom = y;
-
+    beginCard(tagCard_);
+    for (const Row& row : tag_) place(row);
+    endCard(tagCard_);
     return {scaled(kWidth), y + margin};
 }
 

@@ -4,8 +4,6 @@
 #include <memory>
 #include <vector>
 
-#include "core/file_system.h"
-#include "core/id3v1.h"
 #include "core/loop.h"
 #include "ui/label.h"
 #include "ui/program_links.h"
@@ -50,10 +48,6 @@ class frminfo : public SkinnedForm {
     void clear();
     void warn();
     void showFile(const std::wstring& path);
-    void showDetails(const FileDetails& details);
-    void showTag(const MultiMedialny::Id3v1Tag& tag);
-    int captionWidth() const;
-    int layoutRow(Row& row, int top, int captions);
 
     std::vector<Row> file_, tag_;
     RECT fileCard_{}, tagCard_{};
