@@ -81,9 +81,6 @@ std::string readAll(const std::wstring& path);
 // At most `count` bytes from `offset` (bytes from the start); fewer at the file's end.
 std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t count);
 
-// The last `count` bytes; fewer of a shorter file.
-std::string readEnd(const std::wstring& path, std::size_t count);
-
 // Replaces the file whole: writes beside it, flushes, then puts it in place. A failure leaves the
 // old file as it was and no leftover. A read-only target raises kPermissionDenied. A target that
 // is a link is written through to what it names; a hidden target stays hidden. The error's

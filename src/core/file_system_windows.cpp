@@ -30,12 +30,6 @@ DiskFile openForReading(const std::wstring& path) {
     return file;
 }
 
-std::uint64_t sizeOf(const DiskFile& file) {
-    BY_HANDLE_FILE_INFORMATION information;
-    require(file.information(information));
-    return joined(information.nFileSizeHigh, information.nFileSizeLow);
-}
-
 // At most `count` bytes from where the file stands; fewer at its end.
 std::string readBytes(const DiskFile& file, std::size_t count) {
     std::string bytes(count, '\0');
@@ -137,7 +131,9 @@ void setAttributes(const std::wstring& path, std::uint32_t attributes) {
 
 std::string readAll(const std::wstring& path) {
     const DiskFile file = openForReading(path);
-    const std::uint64_t size = sizeOf(file);
+    BY_HANDLE_FILE_INFORMATION information;
+    require(file.information(information));
+    const std::uint64_t size = joined(information.nFileSizeHigh, information.nFileSizeLow);
     if (size > kLargestContent) raiseSystemError(ERROR_NOT_ENOUGH_MEMORY);
     std::string content = readBytes(file, static_cast<std::size_t>(size));
     if (content.size() < size) raiseSystemError(ERROR_HANDLE_EOF);  // it was cut
@@ -147,13 +143,6 @@ std::string readAll(const std::wstring& path) {
 std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t count) {
     const DiskFile file = openForReading(path);
     require(file.seek(offset));
-    return readBytes(file, count);
-}
-
-std::string readEnd(const std::wstring& path, std::size_t count) {
-    const DiskFile file = openForReading(path);
-    const std::uint64_t size = sizeOf(file);
-    require(file.seek(size > count ? size - count : 0));
     return readBytes(file, count);
 }
 

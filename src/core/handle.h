@@ -58,9 +58,6 @@ struct File {
 struct Find : File {
     static void close(HANDLE handle) { FindClose(handle); }
 };
-struct Key : NullIsNone<HKEY> {
-    static void close(HKEY key) { RegCloseKey(key); }
-};
 template <typename T>
 struct Gdi : NullIsNone<T> {
     static void close(T object) { DeleteObject(object); }
@@ -78,7 +75,6 @@ struct Com : NullIsNone<T*> {
 using KernelHandle = Handle<handle_kinds::Kernel>;  // process, thread, event
 using FileHandle = Handle<handle_kinds::File>;
 using FindHandle = Handle<handle_kinds::Find>;
-using RegistryKey = Handle<handle_kinds::Key>;
 using Bitmap = Handle<handle_kinds::Gdi<HBITMAP>>;
 using Font = Handle<handle_kinds::Gdi<HFONT>>;
 using SystemWindow = Handle<handle_kinds::SystemWindow>;

@@ -9,8 +9,7 @@ struct HWND__;
 struct tagMSG;
 
 // The one message loop of the program: what runs, waits, posts and reports failures goes through
-// it. Everything here belongs to the thread of the windows, but
-// posting and raising.
+// it. Everything here but posting and raising belongs to the thread of the windows.
 
 namespace tunovka {
 

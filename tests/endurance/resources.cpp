@@ -10,6 +10,7 @@
 #include <new>
 
 #include "core/handle.h"
+#include "support/machine.h"
 #include "ui/skin.h"
 
 namespace {

@@ -12,6 +12,11 @@
 
 namespace tunovka {
 
+struct RegistryKeyKind : handle_kinds::NullIsNone<HKEY> {
+    static void close(HKEY key) { RegCloseKey(key); }
+};
+using RegistryKey = Handle<RegistryKeyKind>;
+
 // A value in the registry for the length of a test. The whole root is meanwhile a key of the tests'
 // own, for this process alone: what the person's registry holds is neither seen nor touched.
 class TestKey {

@@ -126,7 +126,7 @@ TEST(DiskFaults, ReadingTakesPiecesForPiecesAndACutFileForAFailure) {
         return call == DiskCall::Read ? DWORD{ERROR_CRC} : DWORD{ERROR_SUCCESS};
     });
     EXPECT_EQ(errorOf([&] { fso::readAll(scene.source()); }), kPathFileAccess);
-    EXPECT_EQ(errorOf([&] { fso::readEnd(scene.source(), 128); }), kPathFileAccess);
+    EXPECT_EQ(errorOf([&] { fso::readPart(scene.source(), 0, 128); }), kPathFileAccess);
 }
 
 // Windows may lose the target in a replacing that fails: then what was made is the only copy.
