@@ -87,7 +87,8 @@ class Unfinished {
         Disk::remove(path_);
     }
 
-    void write(std::string_view content, const std::optional<FILETIME>& created) {
+    // `created` is the time that it is to have, nullptr for now.
+    void write(std::string_view content, const FILETIME* created) {
         DiskFile file;
         require(make([&] {
             return file.open(path_,
@@ -101,7 +102,7 @@ class Unfinished {
             content.remove_prefix(written);
         }
         require(file.flush());
-        if (created) file.setTimes(&*created, nullptr);  // not every volume keeps it
+        if (created) file.setTimes(created, nullptr);  // not every volume keeps it
     }
 
     // False when the progress stopped it.
@@ -212,42 +213,18 @@ DWORD freeing(const std::vector<std::wstring>& files, const TransferHooks& hooks
     return error ? Disk::persistently(files.front(), attempt) : error;
 }
 
-// A file that is about to be written whole, as it stands.
-struct OldFile {
-    DWORD attributes = 0;
-    std::optional<FILETIME> created{};
-};
-
-// Raises what writing into the file itself would raise: read-only, locked, without rights. Putting
-// another file into its place would not always notice.
-OldFile requireWritable(const std::wstring& target) {
-    DWORD error = ERROR_SUCCESS;
-    const DWORD attributes = attributesOf(target, error);
-    if (error) return {};
+// The file that is about to be written whole, nullopt where none is. Raises what writing into it
+// would raise: read-only, locked, without rights. Putting another file into its place would not
+// always notice.
+std::optional<BY_HANDLE_FILE_INFORMATION> requireWritable(const std::wstring& target) {
+    if (attributesOf(target) == INVALID_FILE_ATTRIBUTES) return std::nullopt;
     DiskFile file;
-    require(file.open(target, {.rights = GENERIC_WRITE, .share = FILE_SHARE_READ}));
-    if (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
-        raiseSystemError(ERROR_ACCESS_DENIED);
     BY_HANDLE_FILE_INFORMATION information;
-    if (file.information(information)) return {attributes};
-    return {attributes, information.ftCreationTime};
-}
-
-void replaceContent(const std::wstring& target, std::string_view content) {
-    const OldFile old = requireWritable(target);
-    Unfinished file(target);
-    file.write(content, old.created);
-    file.keepAttributes(old.attributes);
-    file.takePlace(true, {});
-}
-
-bool copyBeside(const std::wstring& source, const std::wstring& destination, bool mayReplace,
-                const TransferHooks& hooks, const std::function<void()>& check) {
-    Unfinished copy(destination);
-    if (!copy.copy(source, hooks.progress)) return false;
-    if (check) check();
-    copy.takePlace(mayReplace, hooks);
-    return true;
+    require(file.open(target, {.rights = GENERIC_WRITE, .share = FILE_SHARE_READ}));
+    require(file.information(information));
+    if (information.dwFileAttributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
+        raiseSystemError(ERROR_ACCESS_DENIED);
+    return information;
 }
 
 }  // namespace
@@ -256,7 +233,12 @@ namespace FileSystemObject {
 
 void writeWhole(const std::wstring& path, std::string_view content) {
     try {
-        replaceContent(systemPath(linkTarget(systemPath(path))), content);
+        const std::wstring target = systemPath(linkTarget(systemPath(path)));
+        const auto old = requireWritable(target);
+        Unfinished file(target);
+        file.write(content, old ? &old->ftCreationTime : nullptr);
+        file.keepAttributes(old ? old->dwFileAttributes : 0);
+        file.takePlace(true, {});
     } catch (RuntimeError& failure) {
         failure.description += L": " + path;  // a notice is to name the file
         throw;
@@ -268,7 +250,10 @@ bool copyFile(const std::wstring& source, const std::wstring& destination,
     const std::wstring from = requireFile(source);
     const std::wstring to = linkTarget(destinationFor(source, destination));
     requireReplaceable(from, to);
-    return copyBeside(from, to, true, hooks, {});
+    Unfinished copy(to);
+    if (!copy.copy(from, hooks.progress)) return false;
+    copy.takePlace(true, hooks);
+    return true;
 }
 
 bool moveFile(const std::wstring& source, const std::wstring& destination, bool replace,
@@ -287,14 +272,14 @@ bool moveFile(const std::wstring& source, const std::wstring& destination, bool 
         require(error);
         return true;
     }
-    // Before the destination's old file is gone.
-    const auto requireDeletable = [&] {
-        require(freeing({from}, hooks, [&] { return deletable(from); }));
-    };
     if (const DWORD refusal = deletable(from); refusal != ERROR_SHARING_VIOLATION) require(refusal);
     WIN32_FILE_ATTRIBUTE_DATA before;
     require(Disk::details(from, before));
-    if (!copyBeside(from, to, replace, hooks, requireDeletable)) return false;
+    Unfinished copy(to);
+    if (!copy.copy(from, hooks.progress)) return false;
+    // Before the destination's old file is gone.
+    require(freeing({from}, hooks, [&] { return deletable(from); }));
+    copy.takePlace(replace, hooks);
     // The place of an old file comes with that file's time; not every volume keeps one.
     if (DiskFile moved; !moved.open(to, {.rights = FILE_WRITE_ATTRIBUTES}))
         moved.setTimes(&before.ftCreationTime, nullptr);
