@@ -5,39 +5,34 @@
 namespace tunovka {
 namespace {
 
-std::wstring labelOf(const Drive& drive) {
+std::wstring textOf(const std::wstring& drive) {
     std::wstring label;
-    switch (drive.type) {
+    switch (FileSystemObject::driveType(drive)) {
         case DriveType::Network:  // what the connection was made to, as this machine remembers it
-            Disk::share(drive.name, label);
+            Disk::share(drive, label);
             break;
         case DriveType::Removable:
         case DriveType::CdRom:
             break;
         default:
-            Disk::label(drive.name + L"\\", label);
+            Disk::label(drive + L"\\", label);
     }
-    return label;
+    return label.empty() ? drive : drive + L" [" + label + L"]";
 }
 
 }  // namespace
 
-std::vector<Drive> listDrives() {
-    std::vector<Drive> drives;
-    DiskQuestions<Drive> questions;
+std::vector<std::wstring> listDrives() {
+    std::vector<std::wstring> drives;
+    DiskQuestions<std::wstring> questions;
     const DWORD present = GetLogicalDrives();
     for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) {
-        const std::wstring name = {letter, L':'};
         if (!(present >> (letter - L'A') & 1)) continue;
-        drives.push_back({.name = name});
-        questions.put([name] {
-            Drive drive{name, FileSystemObject::driveType(name)};
-            drive.label = labelOf(drive);
-            return drive;
-        });
+        const std::wstring& drive = drives.emplace_back(std::wstring{letter, L':'});
+        questions.put([drive] { return textOf(drive); });
     }
-    for (Drive& drive : drives)
-        if (const auto answer = questions.next(drive.name)) drive = *answer;
+    for (std::wstring& drive : drives)
+        if (const auto text = questions.next(drive)) drive = *text;
     return drives;
 }
 

@@ -7,6 +7,7 @@
 #include "core/disk_questions.h"
 #include "core/drives.h"
 #include "core/errors.h"
+#include "core/file_system.h"
 #include "core/text.h"
 
 namespace tunovka {
@@ -20,12 +21,6 @@ std::wstring letterOf(const std::wstring& drive) {
 // Where a drive stands among the texts of drives.
 auto placeOf(const std::wstring& drive, const std::vector<std::wstring>& drives) {
     return std::ranges::find(drives, letterOf(drive), letterOf);
-}
-
-std::vector<std::wstring> driveTexts() {
-    std::vector<std::wstring> texts;
-    for (const Drive& drive : listDrives()) texts.push_back(drive.text());
-    return texts;
 }
 
 }  // namespace
@@ -71,7 +66,7 @@ void DriveList::choose(int position) {
 }
 
 void DriveList::refresh() {
-    std::vector<std::wstring> now = driveTexts();
+    std::vector<std::wstring> now = listDrives();
     if (now == drives_) return;
     const bool first = drives_.empty();
     // The drive that is shown stays in the list even when it has gone: the tree still shows it.
