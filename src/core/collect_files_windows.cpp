@@ -47,11 +47,6 @@ Visit visit(const std::wstring& folder) {
     return found;
 }
 
-std::optional<FileIdentity> identify(const std::wstring& folder) {
-    FileIdentity identity;
-    return identityOf(folder, identity) ? std::optional(identity) : std::nullopt;
-}
-
 // Several workers visit the folders that come next; what they found is taken in the order of the
 // folders.
 class Collector {
@@ -95,7 +90,7 @@ class Collector {
     bool remember(std::size_t from, std::size_t to) {
         bool isNew = true;
         const auto question = [&](std::size_t i) {
-            return [folder = folders_[from + i]] { return identify(folder); };
+            return [folder = folders_[from + i]] { return identityOf(folder); };
         };
         askDiskMany(hooks_, to - from, question, [&](std::size_t, const auto& identity) {
             isNew = !identity || seen_.insert(*identity).second;

@@ -147,8 +147,8 @@ std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t
 }
 
 bool sameFile(const std::wstring& one, const std::wstring& other) {
-    FileIdentity first, second;
-    return identityOf(one, first) && identityOf(other, second) && first == second;
+    const auto first = identityOf(one);
+    return first && first == identityOf(other);
 }
 
 }  // namespace FileSystemObject

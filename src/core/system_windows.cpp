@@ -89,15 +89,14 @@ DWORD attributesOf(const std::wstring& path) {
     return attributesOf(path, error);
 }
 
-bool identityOf(const std::wstring& path, FileIdentity& identity) {
+std::optional<FileIdentity> identityOf(const std::wstring& path) {
     DiskFile file;
     BY_HANDLE_FILE_INFORMATION information;
-    if (!openForQuestions(path, file) || file.information(information)) return false;
-    identity.volume = information.dwVolumeSerialNumber;
-    identity.index = joined(information.nFileIndexHigh, information.nFileIndexLow);
-    identity.created =
-        joined(information.ftCreationTime.dwHighDateTime, information.ftCreationTime.dwLowDateTime);
-    return true;
+    if (!openForQuestions(path, file) || file.information(information)) return std::nullopt;
+    const FILETIME& created = information.ftCreationTime;
+    return FileIdentity{information.dwVolumeSerialNumber,
+                        joined(information.nFileIndexHigh, information.nFileIndexLow),
+                        joined(created.dwHighDateTime, created.dwLowDateTime)};
 }
 
 std::wstring linkTarget(const std::wstring& path) {

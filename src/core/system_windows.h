@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace tunovka {
@@ -39,8 +40,8 @@ struct FileIdentity {
     bool operator==(const FileIdentity&) const = default;
 };
 
-// Asks for the identity; false when the path cannot be opened.
-bool identityOf(const std::wstring& path, FileIdentity& identity);
+// nullopt when the path cannot be opened.
+std::optional<FileIdentity> identityOf(const std::wstring& path);
 
 // Where an existing file really lies, all links on the way followed; `path` itself when no file
 // is there or the system cannot tell.
