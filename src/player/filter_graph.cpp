@@ -12,7 +12,6 @@
 #include "core/handle.h"
 #include "core/late_function.h"
 #include "player/media_engine.h"
-#include "player/playback_errors.h"
 #include "player/sound_file.h"
 #include "player/wine_faults.h"
 

@@ -11,7 +11,6 @@
 #include "core/multimedialny.h"
 #include "core/text.h"
 #include "player/media_engine.h"
-#include "player/playback_errors.h"
 
 namespace tunovka {
 

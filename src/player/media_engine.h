@@ -23,10 +23,13 @@ struct PlaybackTrouble {
     bool withEveryFile = false;  // no other file would play either
 };
 
-// It stands between other sentences, and so between blanks.
+// What the person reads of a failure: it stands between other sentences, and so between blanks.
 inline PlaybackTrouble playbackTrouble(const RuntimeError& error) {
     return {L" " + error.description + L" "};
 }
+// The same for an error of the system (HRESULT): a sentence for what is common, else the system's
+// own with its number, never that of success.
+PlaybackTrouble playbackTrouble(long error);
 
 // What an engine observes.
 struct EngineEvent {

@@ -1,10 +1,10 @@
-#include "player/playback_errors.h"
-
+#include <windows.h>
+// windows.h first: these need its types.
 #include <mmsystem.h>
-// mmsystem.h first: this one needs its types.
 #include <vfwmsgs.h>
 
 #include "core/text.h"
+#include "player/media_engine.h"
 
 namespace tunovka {
 namespace {
@@ -53,7 +53,7 @@ std::wstring systemText(HRESULT error) {
 
 }  // namespace
 
-PlaybackTrouble playbackTrouble(HRESULT error) {
+PlaybackTrouble playbackTrouble(long error) {
     const std::wstring known = slovakText(error);
     return {L" " + (known.empty() ? systemText(error) : known) + L" ",
             error == VFW_E_NO_AUDIO_HARDWARE || error == REGDB_E_CLASSNOTREG};

@@ -4,7 +4,7 @@
 // windows.h first: this one needs its types.
 #include <vfwmsgs.h>
 
-#include "player/playback_errors.h"
+#include "player/media_engine.h"
 #include "support/player_watch.h"
 #include "support/scratch_folder.h"
 
