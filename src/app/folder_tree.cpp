@@ -111,7 +111,7 @@ void FolderTree::report(const RuntimeError& error) {
             L"Rozumiem !");
     } else {
         ask(L"CHYBA",
-            L"Došlo k neočakávanej chybe !\r\nChyba :" + error.description + L"\r\nčíslo: " +
+            L"Došlo k neočákavanej chybe !\r\nChyba :" + error.description + L"\r\nčíslo: " +
                 std::to_wstring(error.number),
             L"Beriem na vedomie");
     }
