@@ -3,7 +3,6 @@
 #include <map>
 #include <memory>
 
-#include "core/errors.h"
 #include "core/loop.h"
 
 namespace tunovka {
@@ -37,9 +36,9 @@ class LoopWindow {
 
     void post(std::function<void()> routine) const {
         auto posted = std::make_unique<std::function<void()>>(std::move(routine));
-        if (!PostMessageW(handle_, kRunPosted, 0, reinterpret_cast<LPARAM>(posted.get())))
-            throw RuntimeError(kInvalidCall);
-        static_cast<void>(posted.release());  // it is the message's now
+        if (PostMessageW(handle_, kRunPosted, 0, reinterpret_cast<LPARAM>(posted.get())))
+            static_cast<void>(posted.release());
+        // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): it is the message's now
     }
 
     std::intptr_t add(LoopSignal& signal) {
