@@ -36,8 +36,8 @@ class Task {
     void* ended = nullptr;  // an event to set at the end; guarded by the lock of the workers
 };
 
-// The tasks of one asker, begun in their order: by one worker while they are quick, because most
-// systems list folders no faster by several, by eight when the asker has to wait.
+// The tasks of one asker, begun in their order: by two workers while they are quick, because
+// systems list folders little faster by more, by eight when the asker has to wait.
 class Crew {
   public:
     struct State;

@@ -20,14 +20,16 @@ namespace DiskWork {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr std::size_t kFewWorkers = 2;  // for a crew whose tasks are quick
+
 // Guarded by the lock of the workers; `givenUp` is the asker's alone.
 struct Crew::State {
     std::deque<std::shared_ptr<Task>> waiting;
-    std::size_t most = 1;        // workers that may be at it
-    std::size_t called = 0;      // workers that are at it or on their way
-    unsigned quick = 0;          // tasks in a row that took no time
-    std::vector<DWORD> threads;  // those of the tasks under way
-    Clock::time_point begun;     // the last of these
+    std::size_t most = kFewWorkers;  // workers that may be at it
+    std::size_t called = 0;          // workers that are at it or on their way
+    unsigned quick = 0;              // tasks in a row that took no time
+    std::vector<DWORD> threads;      // those of the tasks under way
+    Clock::time_point begun;         // the last of these
     bool givenUp = false;
 };
 
@@ -38,7 +40,7 @@ constexpr DWORD kHourglassAfter = 300;   // ms
 constexpr DWORD kSilence = 10'000;       // ms
 constexpr std::size_t kMostWorkers = 8;  // for one crew
 constexpr std::size_t kMostIdle = 8;     // workers that are kept
-constexpr unsigned kQuickInARow = 16;    // tasks after which one worker is enough
+constexpr unsigned kQuickInARow = 16;    // tasks after which a few workers are enough
 constexpr SIZE_T kStack = 256 * 1024;    // bytes
 
 // The threads that do the work: as many as it takes, because each may hang in the system.
@@ -148,7 +150,7 @@ class Workers {
         Crew::State& crew = *job.crew;
         std::erase(crew.threads, GetCurrentThreadId());
         crew.quick = job.isQuick ? crew.quick + 1 : 0;
-        if (crew.quick >= kQuickInARow) crew.most = 1;
+        if (crew.quick >= kQuickInARow) crew.most = kFewWorkers;
         Task& task = *job.task;
         task.done = true;
         if (task.ended) SetEvent(task.ended);
