@@ -221,24 +221,27 @@ void frmplejlist::showMenu(Point screen) {
     menu1.show(*this, screen);
 }
 
-// The row that says that nothing was found has no key, and nothing to play or to tell. A file that
-// may not be looked at is not missing: what stands against it is told.
-bool frmplejlist::mayBeAsked() const {
-    if (Lview.selectedKey().empty()) return false;
-    const std::wstring refusal = editor.whyNoFile(*Lview.selected(), L"");
-    if (!refusal.empty()) tellWhy(refusal);
-    return refusal.empty();
+// The selected row's file, "" when it is missing; nullopt where there is nothing to play or to tell
+// of: no key, as in the row that says that nothing was found, or a file that may not be looked at,
+// which is told.
+std::optional<std::wstring> frmplejlist::fileToUse() const {
+    if (Lview.selectedKey().empty()) return std::nullopt;
+    const std::wstring path = selectedPath();
+    const std::wstring refusal =
+        path.empty() ? editor.whyNoFile(*Lview.selected(), L"") : std::wstring();
+    if (refusal.empty()) return path;
+    tellWhy(refusal);
+    return std::nullopt;
 }
 
 void frmplejlist::prehrat_Click() {
-    if (mayBeAsked()) links_.play(selectedPath());
+    if (const auto path = fileToUse()) links_.play(*path);
 }
 
 void frmplejlist::info_o_subore_Click() {
-    if (!mayBeAsked()) return;
-    const std::wstring path = selectedPath();
-    if (path.empty()) return links_.showMissingFile();
-    links_.showInformation(path);
+    const auto path = fileToUse();
+    if (!path) return;
+    path->empty() ? links_.showMissingFile() : links_.showInformation(*path);
 }
 
 void frmplejlist::odstranit_polozku_Click() {

@@ -50,7 +50,7 @@ class frmplejlist : public SkinnedForm {
     void bindHandlers();
     void run(const std::function<void(Editor&)>& command);
     std::wstring selectedPath() const;
-    bool mayBeAsked() const;
+    std::optional<std::wstring> fileToUse() const;
     void updateCountLabel();
     void showMenu(Point screen);
 

@@ -197,6 +197,7 @@ Picture scaledPicture(const Picture& picture, int numerator, int denominator) {
 // The picture at that size (at least 1 by 1) with its borders as they are and the middle resampled;
 // borders that do not fit share what there is.
 Picture stretchedPicture(const Picture& picture, int width, int height) {
+    if (width == picture.width && height == picture.height) return picture;
     const Borders& borders = picture.borders;
     return resampled(picture, stretchedAxis(picture.width, borders.left, borders.right, width),
                      stretchedAxis(picture.height, borders.top, borders.bottom, height));

@@ -30,10 +30,14 @@ void TreeView::prepare() {
     send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }
 
-void TreeView::onFont() {
+void TreeView::fillImageList() {
     ImageList list = Skin::createImageList({scaled(kPicture), scaled(kPicture)}, pictures_);
     send(TVM_SETIMAGELIST, TVSIL_NORMAL, list.get());
     Ilist_ = std::move(list);
+}
+
+void TreeView::onFont() {
+    fillImageList();
     send(TVM_SETITEMHEIGHT, Skin::lineHeight(dpi()));
 }
 
@@ -43,7 +47,7 @@ int TreeView::imageOf(const std::wstring& pictureKey) {
     const auto place = std::ranges::find(pictures_, pictureKey) - pictures_.begin();
     if (place == std::ssize(pictures_)) {
         pictures_.push_back(pictureKey);
-        onFont();
+        fillImageList();
     }
     return static_cast<int>(place);
 }
@@ -72,8 +76,8 @@ void TreeView::add(const NodeArgs& args) {
 // Switching the drawing on may measure the text of every node that is new since the last time: it
 // must not find tens of thousands.
 void TreeView::measureSome() {
-    constexpr unsigned kAtOnce = 2000;
-    if (redrawOff_ == 0 || ++unmeasured_ % kAtOnce != 0) return;
+    constexpr std::size_t kAtOnce = 2000;
+    if (redrawOff_ == 0 || nodes_.size() % kAtOnce != 0) return;
     send(WM_SETREDRAW, TRUE);
     send(WM_SETREDRAW, FALSE);
 }

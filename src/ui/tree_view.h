@@ -94,6 +94,7 @@ class TreeView : public ItemView {
     std::wstring keyOf(HTREEITEM item) const;
     HTREEITEM related(HTREEITEM item, UINT relation) const;
     void measureSome();
+    void fillImageList();
     void forget(HTREEITEM item);
     HTREEITEM hitTest(Point point, UINT& place) const;
     void prepare() override;
@@ -110,8 +111,7 @@ class TreeView : public ItemView {
     ImageList Ilist_;
     std::vector<std::wstring> pictures_;  // in Ilist_, by their keys
     int redrawOff_ = 0;
-    unsigned unmeasured_ = 0;  // nodes that came while it was off
-    bool toggled_ = false;     // the press opened or closed a node: no drag, no double click
+    bool toggled_ = false;  // the press opened or closed a node: no drag, no double click
 };
 
 }  // namespace tunovka
