@@ -70,9 +70,9 @@ void ContentsTree::listOrTell() {
         const std::wstring text =
             error.number == kPermissionDenied
                 ? L"Nie je možné zobraziť súbory, nie sú dostatočné práva k načítaniu súborov."
-                : L"Došlo k neočakávanej chybe !!!\r\nČíslo chyby: " +
-                      std::to_wstring(error.number) + L" , chybová správa: " + error.description +
-                      L" , zdroj chyby: " + error.source;
+                : L"Došlo k neočakávanej chybe !!!\r\nČíslo chyby: " + decimal(error.number) +
+                      L" , chybová správa: " + error.description + L" , zdroj chyby: " +
+                      error.source;
         tellWhy(text);
     }
 }

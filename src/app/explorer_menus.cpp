@@ -4,6 +4,7 @@
 #include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/rozneapi.h"
+#include "core/text.h"
 #include "player/player_panel.h"
 #include "ui/frm_box.h"
 
@@ -16,8 +17,8 @@ void startOrTell(Start&& start) {
     try {
         start();
     } catch (const RuntimeError& error) {
-        tellWhy(L"Program sa nepodarilo spustiť !\rChyba č. " + std::to_wstring(error.number) +
-                L": " + error.description);
+        tellWhy(L"Program sa nepodarilo spustiť !\rChyba č. " + decimal(error.number) + L": " +
+                error.description);
     }
 }
 

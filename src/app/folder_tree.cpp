@@ -112,7 +112,7 @@ void FolderTree::report(const RuntimeError& error) {
     } else {
         ask(L"CHYBA",
             L"Došlo k neočákavanej chybe !\r\nChyba :" + error.description + L"\r\nčíslo: " +
-                std::to_wstring(error.number),
+                decimal(error.number),
             L"Beriem na vedomie");
     }
 }

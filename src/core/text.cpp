@@ -1,6 +1,8 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -8,8 +10,14 @@
 
 namespace tunovka {
 
+std::wstring decimal(std::int64_t number) {
+    std::array<char, 20> digits{};
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    return std::wstring(digits.data(), end);
+}
+
 std::wstring formatGrouped(std::uint64_t number) {
-    const std::wstring digits = number == 0 ? L"0" : std::to_wstring(number);
+    const std::wstring digits = decimal(static_cast<std::int64_t>(number));
     std::wstring text;
     for (std::size_t place = std::max<std::size_t>(digits.size(), 9); place-- > 0;) {
         if (place < digits.size()) text += digits[digits.size() - 1 - place];

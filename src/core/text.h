@@ -7,6 +7,10 @@
 
 namespace tunovka {
 
+// The number in decimal digits, "-" before a negative one. std::to_wstring prints through a format,
+// which long lists and the program's size would pay for.
+std::wstring decimal(std::int64_t number);
+
 // The number in the form "### ### ###": groups of three digits with the literal blanks kept, so
 // 5 gives "  5", 0 gives "  0", 1234 gives " 1 234"; digits beyond nine grow the first group.
 std::wstring formatGrouped(std::uint64_t number);

@@ -7,6 +7,7 @@
 #include "core/file_system.h"
 #include "core/multimedialny.h"
 #include "core/paths.h"
+#include "core/text.h"
 #include "playlist/line_grammar.h"
 #include "playlist/write.h"
 #include "ui/frm_box.h"
@@ -18,8 +19,7 @@ namespace {
 // A count in the forms that the language has for one, two to four, and none or more; "#" is it.
 std::wstring counted(std::size_t count, std::wstring one, std::wstring few, std::wstring many) {
     std::wstring text = std::move(count == 1 ? one : count >= 2 && count <= 4 ? few : many);
-    if (const auto mark = text.find(L'#'); mark != text.npos)
-        text.replace(mark, 1, std::to_wstring(count));
+    if (const auto mark = text.find(L'#'); mark != text.npos) text.replace(mark, 1, decimal(count));
     return text;
 }
 
@@ -154,9 +154,9 @@ void Editor::mergeDroppedPlaylist(const std::wstring& path) {
     }
     selectLast();
     if (!report) return;
-    std::wstring notice = L"Počet pridaných súborov: " + std::to_wstring(report->added);
+    std::wstring notice = L"Počet pridaných súborov: " + decimal(report->added);
     if (report->invalid > 0)
-        notice += L"\rPočet pridaných neplatných odkazov: " + std::to_wstring(report->invalid);
+        notice += L"\rPočet pridaných neplatných odkazov: " + decimal(report->invalid);
     notify({L"Hotovo", notice, L"Oukej ..."});
 }
 

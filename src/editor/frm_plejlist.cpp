@@ -71,10 +71,10 @@ frmplejlist::frmplejlist(ProgramLinks& links)
               .drop = [this](const std::wstring& text, Point,
                              const DragState& drag) { Lview_OLEDragDrop(text, dropRow_, drag); }}) {
     const int number = nextWindowNumber();
-    const std::wstring title = L"Editor playlistov " + std::to_wstring(number);
+    const std::wstring title = L"Editor playlistov " + decimal(number);
     strip().setText(L" " + title);
     setText(title);
-    tag = kTag + std::to_wstring(number);
+    tag = kTag + decimal(number);
     bindHandlers();
     placeBesideOthers();
     layout();  // the list is filled before it is shown: its height is needed then
@@ -165,7 +165,7 @@ std::wstring frmplejlist::selectedPath() const {
 }
 
 void frmplejlist::updateCountLabel() {
-    lblpočet.setText(L"Počet odkazov v playliste: " + std::to_wstring(Lview.count()));
+    lblpočet.setText(L"Počet odkazov v playliste: " + decimal(Lview.count()));
     scroller.refresh();
 }
 

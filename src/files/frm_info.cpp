@@ -45,7 +45,7 @@ double single(double value) {
 
 std::wstring cutToHundredths(double value) {
     const auto hundredths = static_cast<std::uint64_t>(std::floor(single(value * 100)));
-    std::wstring text = std::to_wstring(hundredths / 100);
+    std::wstring text = decimal(hundredths / 100);
     const unsigned rest = hundredths % 100;
     if (rest == 0) return text;
     text += decimalSeparator();
@@ -67,8 +67,7 @@ std::wstring sizeText(std::uint64_t bytes) {
 // "5.1.2024"; "" for a date that the system could not give.
 std::wstring dateText(const FileDate& date) {
     if (date.year == 0) return {};
-    return std::to_wstring(date.day) + L"." + std::to_wstring(date.month) + L"." +
-           std::to_wstring(date.year);
+    return decimal(date.day) + L"." + decimal(date.month) + L"." + decimal(date.year);
 }
 
 // One line, ended by CR LF, for each of read-only, system and hidden that is set.
@@ -210,8 +209,7 @@ void frminfo::showFile(const std::wstring& path) {
     if (facts->failure)
         notifyLater(L"CHYBA",
                     L"Nie je možné načítať všetky informácie o súbore.\rChyba č. " +
-                        std::to_wstring(facts->failure->number) + L": " +
-                        facts->failure->description,
+                        decimal(facts->failure->number) + L": " + facts->failure->description,
                     L"Rozumiem ...");
 }
 

@@ -8,6 +8,7 @@
 #include "core/handle.h"
 #include "core/loop.h"
 #include "core/paths.h"
+#include "core/text.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -57,7 +58,7 @@ void frmkopirovanie::showProgress(std::uint64_t done, std::uint64_t total) {
     const int percent = total == 0 ? 100 : static_cast<int>(done * 100 / total);
     if (percent == percent_) return;
     percent_ = percent;
-    lblpercenta.setText(std::to_wstring(percent) + L" %");
+    lblpercenta.setText(decimal(percent) + L" %");
     PicProgres.showValue();
 }
 

@@ -1,6 +1,7 @@
 #include "files/fsoakcie.h"
 
 #include "core/paths.h"
+#include "core/text.h"
 #include "ui/frm_box.h"
 #include "ui/program_links.h"
 
@@ -137,8 +138,8 @@ void carryOut(const Explorer& explorer, int operation, const std::wstring& sourc
 
 void tellFailure(const RuntimeError& error) {
     ask(L"CHYBA",
-        L"Došlo k neočakávanej chybe (č. " + std::to_wstring(error.number) +
-            L")\rVýpis správy chyby:\r" + error.description,
+        L"Došlo k neočakávanej chybe (č. " + decimal(error.number) + L")\rVýpis správy chyby:\r" +
+            error.description,
         L"Rozumiem ...");
 }
 

@@ -35,10 +35,10 @@ std::wstring timeText(double seconds) {
     const bool isTime = seconds > 0 && seconds < 1e12;
     const auto whole = isTime ? static_cast<std::int64_t>(seconds) : 0;
     std::wstring text;
-    if (whole >= 3600) text = std::to_wstring(whole / 3600) + L" h ";
-    text += std::to_wstring(whole / 60 % 60) + L":";
+    if (whole >= 3600) text = decimal(whole / 3600) + L" h ";
+    text += decimal(whole / 60 % 60) + L":";
     if (whole % 60 < 10) text += L'0';
-    return text + std::to_wstring(whole % 60) + L" min";
+    return text + decimal(whole % 60) + L" min";
 }
 
 std::wstring nowPlayingText(std::wstring_view author, std::wstring_view title) {

@@ -112,7 +112,7 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
     PicHlas.onMouseUp = [this](MouseButton button, Point at) { PicHlas_MouseMove(button, at); };
     PicHlas.onMove = [this](StripMove move) { setVolume(movedVolume(move, volumePercent())); };
     PicHlas.onWheel = [this](int notches) { setVolume(volumePercent() + notches * kVolumeStep); };
-    PicHlas.value = [this] { return std::to_wstring(volumePercent()) + L" %"; };
+    PicHlas.value = [this] { return decimal(volumePercent()) + L" %"; };
     PicČas.onPaint = [](HDC dc, Size size) {
         const RECT area{0, 0, size.width, size.height};
         fillGradient(dc, area, colors().field, colors().track);

@@ -1,8 +1,6 @@
 #include "playlist/entry_key.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 
 #include "core/errors.h"
 #include "core/paths.h"
@@ -15,13 +13,6 @@ namespace {
 constexpr std::wstring_view kNumberMark = L"položka:";
 constexpr std::wstring_view kTextMark = L"súbor=";
 constexpr std::size_t kNone = std::wstring_view::npos;
-
-// std::to_wstring prints through a format, which a long list pays for.
-std::wstring decimal(std::int16_t number) {
-    std::array<char, 8> digits{};
-    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    return std::wstring(digits.data(), end);
-}
 
 std::wstring ifExists(std::wstring path, const FileExistsTest& exists) {
     return exists(path) ? std::move(path) : std::wstring();

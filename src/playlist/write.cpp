@@ -30,12 +30,12 @@ std::vector<std::wstring> playlistLines(std::wstring_view chosenPath,
     lines.reserve(entryPaths.size() + 2);
     if (isPls) lines.emplace_back(L"[playlist]");
     for (std::size_t i = 0; i < entryPaths.size(); ++i) {
-        std::wstring line = isPls ? L"File" + std::to_wstring(i + 1) + L"=" : std::wstring();
+        std::wstring line = isPls ? L"File" + decimal(i + 1) + L"=" : std::wstring();
         line += relative ? relativeEntryText(folder, entryPaths[i]) : entryPaths[i];
         lines.push_back(std::move(line));
         if (letEventsRun) letEventsRun();
     }
-    if (isPls) lines.push_back(L"NumberOfEntries=" + std::to_wstring(entryPaths.size()));
+    if (isPls) lines.push_back(L"NumberOfEntries=" + decimal(entryPaths.size()));
     return lines;
 }
 

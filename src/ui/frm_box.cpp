@@ -80,8 +80,7 @@ void notifyLater(const std::wstring& title, const std::wstring& text, const std:
 void installFailureNotice() {
     const auto report = [](const std::exception_ptr& failure) {
         const auto tell = [](const RuntimeError& error) {
-            notifyLater(L"CHYBA",
-                        L"Chyba č. " + std::to_wstring(error.number) + L": " + error.description,
+            notifyLater(L"CHYBA", L"Chyba č. " + decimal(error.number) + L": " + error.description,
                         L"Rozumiem ...");
         };
         try {
@@ -120,7 +119,7 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
 
 void frmBox::addButton(const std::wstring& caption) {
     const auto number = static_cast<std::int16_t>(Itlačítko.size() + 1);
-    const std::wstring name = L"Itlačítko" + std::to_wstring(number);
+    const std::wstring name = L"Itlačítko" + decimal(number);
     Itlačítko.push_back(std::make_unique<Image>(captionButton(name.c_str(), caption, this)));
     Itlačítko.back()->onClick = [this, number] {
         answer_ = number;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "core/text.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 
@@ -45,7 +46,7 @@ ImageScroller::ImageScroller(Window& parent, ListView& list, int (*rowsPerPage)(
     };
     PicPosuv.onWheel = [this](int notches) { list_.turnWheel(notches * WHEEL_DELTA); };
     Iposuv.onMove = [this](StripMove move) { moveBy(move); };
-    Iposuv.value = [this] { return std::to_wstring(percent()) + L" %"; };
+    Iposuv.value = [this] { return decimal(percent()) + L" %"; };
     Iposuv.onPaint = [this](HDC dc, Size size) {
         Skin::drawStretched(dc, kThumbPicture, {0, 0, size.width, size.height}, Iposuv.dpi());
     };
