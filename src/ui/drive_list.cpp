@@ -5,9 +5,8 @@
 #include <algorithm>
 
 #include "core/disk_questions.h"
-#include "core/drives.h"
+#include "core/disk_windows.h"
 #include "core/errors.h"
-#include "core/file_system.h"
 #include "core/text.h"
 
 namespace tunovka {
@@ -21,6 +20,39 @@ std::wstring letterOf(const std::wstring& drive) {
 // Where a drive stands among the texts of drives.
 auto placeOf(const std::wstring& drive, const std::vector<std::wstring>& drives) {
     return std::ranges::find(drives, letterOf(drive), letterOf);
+}
+
+// "E: [DATA]", of a network drive with its share; "E:" for one that has or tells no label. Only
+// drives that answer at once are asked for it: never a removable one or a disc, never a server.
+std::wstring textOf(const std::wstring& drive) {
+    std::wstring label;
+    switch (FileSystemObject::driveType(drive)) {
+        case DriveType::Network:  // what the connection was made to, as this machine remembers it
+            Disk::share(drive, label);
+            break;
+        case DriveType::Removable:
+        case DriveType::CdRom:
+            break;
+        default:
+            Disk::label(drive + L"\\", label);
+    }
+    return label.empty() ? drive : drive + L" [" + label + L"]";
+}
+
+// The drives of this moment in the order of their letters. Of those that have not answered when the
+// person gives the question up, the names alone.
+std::vector<std::wstring> listDrives() {
+    std::vector<std::wstring> drives;
+    DiskQuestions<std::wstring> questions;
+    const DWORD present = GetLogicalDrives();
+    for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) {
+        if (!(present >> (letter - L'A') & 1)) continue;
+        const std::wstring& drive = drives.emplace_back(std::wstring{letter, L':'});
+        questions.put([drive] { return textOf(drive); });
+    }
+    for (std::wstring& drive : drives)
+        if (const auto text = questions.next(drive)) drive = *text;
+    return drives;
 }
 
 }  // namespace
