@@ -4,12 +4,12 @@
 #include <shlobj.h>
 
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <utility>
 
 #include "core/ansi.h"
 #include "core/com_object.h"
-#include "core/handle.h"
 #include "core/late_function.h"
 #include "core/loop.h"
 #include "core/text.h"
@@ -34,10 +34,9 @@ HGLOBAL globalCopy(const void* bytes, std::size_t size) {
 }
 
 std::string asAnsi(const std::wstring& text) {
-    const int length =
-        WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, nullptr, 0, nullptr, nullptr);
-    std::string bytes(length, '\0');  // its end is part of the format
-    WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, bytes.data(), length, nullptr, nullptr);
+    std::string bytes(4 * text.size() + 1, '\0');  // no code page needs more; its end counts
+    bytes.resize(WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, bytes.data(),
+                                     static_cast<int>(bytes.size()), nullptr, nullptr));
     return bytes;
 }
 
@@ -132,10 +131,17 @@ void dragText(const std::wstring& text, const DragState& state) {
     dragState = {};
 }
 
-// Lives as long as the system holds it; the state goes with the TextDropTarget.
+// Lives as long as the system holds it, without its window once the TextDropTarget has gone.
 class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
   public:
-    explicit Target(std::weak_ptr<const State> state) : state_(std::move(state)) {}
+    Target(Window& window, Events events) : window_(&window), events_(std::move(events)) {
+        window.onCreated = [this] { RegisterDragDrop(window_->handle(), this); };
+    }
+    void detach() {
+        window_->onCreated = nullptr;
+        if (window_->handle()) RevokeDragDrop(window_->handle());
+        window_ = nullptr;
+    }
 
     HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD, POINTL at,
                                         DWORD* effect) override {
@@ -145,20 +151,18 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
     HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL at, DWORD* effect) override {
         welcome_ = false;
         guarded([&] {
-            const auto state = state_.lock();
-            if (!state || !offersText_) return;
+            if (!window_ || !offersText_) return;
             // A form is switched off while a box over it is open; its controls are not.
-            const HWND control = state->window.handle();
+            const HWND control = window_->handle();
             welcome_ = IsWindowEnabled(control) && IsWindowEnabled(GetAncestor(control, GA_ROOT)) &&
-                       state->events.over(state->place(at));
+                       events_.over(window_->fromScreen({at.x, at.y}));
         });
         *effect = welcome_ ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE DragLeave() override {
         guarded([&] {
-            const auto state = state_.lock();
-            if (state && state->events.leave) state->events.leave();
+            if (window_ && events_.leave) events_.leave();
         });
         return S_OK;
     }
@@ -166,41 +170,31 @@ class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
         // Not asked again: a list would scroll once more and show another row than it takes.
         *effect = welcome_ ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;
         guarded([&] {
-            const auto state = state_.lock();
-            if (!state || *effect == DROPEFFECT_NONE) return;
+            if (!window_ || *effect == DROPEFFECT_NONE) return;
             auto text = textIn(data, CF_UNICODETEXT);
             if (!text) text = textIn(data, CF_TEXT);
             if (!text) return;
-            postToLoop([later = state_, text = *text, at = state->place(at), drag = dragState] {
-                if (const auto state = later.lock()) state->events.drop(text, at, drag);
+            const auto self = std::make_shared<ComPtr<Target>>(ComPtr<Target>::shared(this));
+            const Point place = window_->fromScreen({at.x, at.y});
+            postToLoop([self, text = *text, place, drag = dragState] {
+                if ((*self)->window_) (*self)->events_.drop(text, place, drag);
             });
         });
         return DragLeave();
     }
 
   private:
-    std::weak_ptr<const State> state_;
+    Window* window_;
+    Events events_;
     bool offersText_ = false;
     bool welcome_ = false;  // where the pointer was last
 };
 
 TextDropTarget::TextDropTarget(Window& window, Events events)
-    : state_(std::make_shared<State>(State{window, std::move(events)})) {
-    if (window.handle())
-        attach();
-    else
-        window.onCreated = [this] { attach(); };
-}
-
-void TextDropTarget::attach() {
-    attached_ = state_->window.handle();
-    const ComPtr<IDropTarget> target(new Target(state_));
-    RegisterDragDrop(attached_, target.get());
-}
+    : target_(new Target(window, std::move(events))) {}
 
 TextDropTarget::~TextDropTarget() {
-    state_->window.onCreated = nullptr;
-    if (attached_) RevokeDragDrop(attached_);
+    target_->detach();
 }
 
 }  // namespace tunovka

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 
+#include "core/handle.h"
 #include "ui/window.h"
 
 struct IDataObject;
@@ -28,7 +28,8 @@ void dragText(const std::wstring& text, const DragState& state);
 // hold become its replacement in the second. The caller releases it.
 IDataObject* createTextData(const std::wstring& text);
 
-// Takes texts that are dropped onto a window, from this program or another.
+// Takes texts that are dropped onto a control, from this program or another. Made before the
+// control's system window is.
 class TextDropTarget {
   public:
     struct Events {
@@ -47,16 +48,8 @@ class TextDropTarget {
     TextDropTarget& operator=(const TextDropTarget&) = delete;
 
   private:
-    void attach();
-
     class Target;
-    struct State {
-        Window& window;
-        Events events;
-        Point place(POINTL at) const { return window.fromScreen({at.x, at.y}); }
-    };
-    std::shared_ptr<const State> state_;
-    HWND attached_ = nullptr;
+    ComPtr<Target> target_;
 };
 
 }  // namespace tunovka
