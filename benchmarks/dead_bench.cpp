@@ -33,7 +33,6 @@ void step(const std::string& name, Life dies, const std::function<void(frmPriesk
     writeFile(kList, "0.mp3\r\n1.mp3\r\n");
     writeFile(L"T:\\0.mp3", "");
     setDiskStandIn(&drive);
-    MultiMedialny::InitSharedTables();
     drive.dead = dies == FromTheStart;
     auto& explorer = Forms::load<frmPrieskumnik>();
     prepare(explorer);

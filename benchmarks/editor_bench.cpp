@@ -9,7 +9,6 @@ namespace {
 
 struct Window {
     explicit Window(const std::wstring& playlist = {}) {
-        MultiMedialny::InitSharedTables();
         form.emplace(program);
         form->show();
         if (!playlist.empty()) form->txtodkaz.setText(playlist);

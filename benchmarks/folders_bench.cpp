@@ -24,7 +24,6 @@ struct Stage : Form {
 };
 
 void listing(const std::string& name, int runs, const std::wstring& folder, double limit) {
-    MultiMedialny::InitSharedTables();
     Stage stage;
     const auto list = [&] {
         stage.contents.ListFolderContents(folder);

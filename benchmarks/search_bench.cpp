@@ -17,7 +17,6 @@ struct Explorer : Form, Program {
 
 struct Stage {
     Stage() {
-        MultiMedialny::InitSharedTables();
         explorer = &Forms::load<Explorer>();
         frmhladanie::open(*explorer);
         window = static_cast<frmhladanie*>(Forms::find(L"frmhladanie"));

@@ -5,7 +5,6 @@
 #include "app/frm_prieskumnik.h"
 #include "core/late_function.h"
 #include "core/loop.h"
-#include "core/multimedialny.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
 
@@ -24,7 +23,6 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     OleInitialize(nullptr);
 
     installFailureNotice();
-    MultiMedialny::InitSharedTables();
     guarded([] { Forms::load<frmPrieskumnik>().load(); });
     runLoop();
 

@@ -53,8 +53,7 @@ bool highContrast() {
 }
 
 Colors ofSkin() {
-    MultiMedialny::InitSharedTables();  // for a window that comes before the explorer
-    const MultiMedialny::SkinPalette& skin = MultiMedialny::palette();
+    constexpr MultiMedialny::SkinPalette skin = MultiMedialny::palette();
     return {.plain = false,
             .ground = skin.FormBackColor,
             .groundLight = mixed(skin.FormBackColor, kWhite, 70),

@@ -52,7 +52,6 @@ class LongUse : public testing::Test {
         folder.file(L"many.m3u", many);
 
         installFailureNotice();
-        MultiMedialny::InitSharedTables();
         explorer = &Forms::load<frmPrieskumnik>();
         explorer->load();
         explorer->folders.strom.select(folder.path());

@@ -154,10 +154,7 @@ class Stage : public testing::Test {
     frmPrieskumnik& explorer = start();
 
   private:
-    static frmPrieskumnik& start() {
-        MultiMedialny::InitSharedTables();
-        return Forms::load<frmPrieskumnik>();
-    }
+    static frmPrieskumnik& start() { return Forms::load<frmPrieskumnik>(); }
     // A window with every control as it looks while that is done to it alone.
     static Picture pictureOfEach(const std::wstring& form, const std::function<void(HWND)>& what) {
         Picture all = picture(form);

@@ -20,7 +20,6 @@ class EditorStage : public testing::Test {
     using Texts = std::vector<std::wstring>;
 
     EditorStage() {
-        MultiMedialny::InitSharedTables();
         for (const wchar_t* name : {L"a.mp3", L"b.wav", L"c.wma"}) folder.file(name);
         renew();
     }

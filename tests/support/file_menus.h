@@ -16,10 +16,7 @@ namespace tunovka {
 // The explorer on two folders of drive E:, with a person who answers its boxes.
 class FileMenus : public testing::Test {
   protected:
-    FileMenus() {
-        MultiMedialny::InitSharedTables();
-        explorer = std::make_unique<frmPrieskumnik>();
-    }
+    FileMenus() { explorer = std::make_unique<frmPrieskumnik>(); }
     ~FileMenus() override {
         if (explorer) explorer->unload();
     }

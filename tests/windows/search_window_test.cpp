@@ -39,7 +39,6 @@ class Search : public testing::Test {
         return *made;
     }
     Search() {
-        MultiMedialny::InitSharedTables();
         installFailureNotice();
         explorer = &Forms::load<Explorer>();
         open();
