@@ -22,12 +22,12 @@ constexpr wchar_t kLogo[] = L"logo";
 }  // namespace
 
 frmOprograme::frmOprograme(HWND owner)
-    : SkinnedForm({.name = L"frmOprograme",
-                   .title = L"O programe",
-                   .size = {kLeastWidth, 160},
-                   .owner = owner,
-                   .strip = L"Pic",
-                   .closer = L"Tlacitko"}),
+    : Form({.name = L"frmOprograme",
+            .title = L"O programe",
+            .size = {kLeastWidth, 160},
+            .owner = owner,
+            .strip = L"Pic",
+            .closer = L"Tlacitko"}),
       PicLogo(
           {.name = L"PicLogo", .text = L"Tunovka", .parent = this, .role = ROLE_SYSTEM_GRAPHIC}),
       lblnazov(
@@ -68,8 +68,7 @@ Size frmOprograme::arrange(int stripBottom) {
     return {width, static_cast<int>(card_.bottom) + margin};
 }
 
-void frmOprograme::onPaintGround(HDC dc, const RECT& area) const {
-    SkinnedForm::onPaintGround(dc, area);
+void frmOprograme::onPaintGround(HDC dc) const {
     paintCard(dc, card_);
 }
 

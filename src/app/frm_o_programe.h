@@ -1,13 +1,13 @@
 #pragma once
 
+#include "ui/form.h"
 #include "ui/label.h"
 #include "ui/picture_box.h"
-#include "ui/skinned_form.h"
 
 namespace tunovka {
 
 // The about window: the program's picture, name, version and slogan.
-class frmOprograme : public SkinnedForm {
+class frmOprograme : public Form {
   public:
     explicit frmOprograme(HWND owner);
 
@@ -18,7 +18,7 @@ class frmOprograme : public SkinnedForm {
     Size arrange(int stripBottom) override;
     void onAccept() override { unload(); }
     void onCancel() override { unload(); }
-    void onPaintGround(HDC dc, const RECT& area) const override;
+    void onPaintGround(HDC dc) const override;
 
   private:
     RECT card_{};

@@ -9,7 +9,6 @@
 #include "editor/frm_plejlist.h"
 #include "files/frm_info.h"
 #include "search/frm_hladanie.h"
-#include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/painting.h"
 
@@ -29,13 +28,13 @@ constexpr wchar_t kEditors[] = L"vrtilkofrm";
 }  // namespace
 
 frmPrieskumnik::frmPrieskumnik()
-    : SkinnedForm({.name = L"frmPrieskumnik",
-                   .title = L"Tunovka",
-                   .size = kSize,
-                   .minimum = kMinimum,
-                   .strip = L"Zahlavie",
-                   .closer = L"Ikoniec",
-                   .minimizer = L"Iminim"}),
+    : Form({.name = L"frmPrieskumnik",
+            .title = L"Tunovka",
+            .size = kSize,
+            .minimum = kMinimum,
+            .strip = L"Zahlavie",
+            .closer = L"Ikoniec",
+            .minimizer = L"Iminim"}),
       LblBar({.name = L"LblBar", .parent = this, .format = DT_PATH_ELLIPSIS, .status = true}),
       folders(*this, LblBar, txtPath,
               [this](const std::wstring& folder) { contents.ListFolderContents(folder); }),
@@ -211,7 +210,7 @@ void frmPrieskumnik::showInformation(const std::wstring& command) {
 std::optional<LRESULT> frmPrieskumnik::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     // The tree takes no input while it fills: its window is asked for the pointer over it.
     if (message == WM_SETCURSOR && folders.showHourglass()) return TRUE;
-    return SkinnedForm::onMessage(message, wparam, lparam);
+    return Form::onMessage(message, wparam, lparam);
 }
 
 bool frmPrieskumnik::onShortcut(WORD key) {
@@ -280,8 +279,7 @@ Size frmPrieskumnik::arrange(int stripBottom) {
     return size;
 }
 
-void frmPrieskumnik::onPaintGround(HDC dc, const RECT& area) const {
-    SkinnedForm::onPaintGround(dc, area);
+void frmPrieskumnik::onPaintGround(HDC dc) const {
     // The trees come a moment after the window: their places are not left empty.
     if (treesWanted_) return;
     for (const auto& [tree, place] : treePlaces_) fillRect(dc, toRECT(place), colors().field);

@@ -12,16 +12,16 @@
 #include "files/file_commands.h"
 #include "files/frm_kopirovanie.h"
 #include "player/player_panel.h"
+#include "ui/form.h"
 #include "ui/label.h"
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
-#include "ui/skinned_form.h"
 
 namespace tunovka {
 
 // The explorer: the program's first window and the frame that puts its parts together. It lives
 // from the program's start to its end.
-class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
+class frmPrieskumnik : public Form, private ProgramLinks {
   public:
     frmPrieskumnik();
 
@@ -50,7 +50,7 @@ class frmPrieskumnik : public SkinnedForm, private ProgramLinks {
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
     bool onShortcut(WORD key) override;
     void onMenuKey() override;
-    void onPaintGround(HDC dc, const RECT& area) const override;
+    void onPaintGround(HDC dc) const override;
 
   private:
     void tellExplorer(const std::wstring& command) override { txtodkaz.setText(command); }

@@ -5,7 +5,6 @@
 
 #include "core/loop.h"
 #include "core/text.h"
-#include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/system_dialogs.h"
 
@@ -53,10 +52,10 @@ PopupMenu editorMenu() {
 }  // namespace
 
 frmplejlist::frmplejlist(ProgramLinks& links)
-    : SkinnedForm({.name = L"frmplejlist",
-                   .title = L"Editor playlistov",
-                   .size = kSize,
-                   .minimum = kMinimum}),
+    : Form({.name = L"frmplejlist",
+            .title = L"Editor playlistov",
+            .size = kSize,
+            .minimum = kMinimum}),
       editor(*this, links),
       lblpočet({.name = L"lblpočet", .caption = L"Počet  odkazov v playliste:", .parent = this}),
       lblplejlist({.name = L"lblplejlist", .parent = this, .format = DT_PATH_ELLIPSIS}),

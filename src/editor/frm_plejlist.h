@@ -1,18 +1,18 @@
 #pragma once
 
 #include "editor/editor.h"
+#include "ui/form.h"
 #include "ui/image_scroller.h"
 #include "ui/label.h"
 #include "ui/list_view.h"
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
-#include "ui/skinned_form.h"
 
 namespace tunovka {
 
 // A playlist editor. Any number of them are open at once, each with a number of its own that its
 // title and its tag show.
-class frmplejlist : public SkinnedForm {
+class frmplejlist : public Form {
   public:
     explicit frmplejlist(ProgramLinks& links);
 

@@ -82,12 +82,12 @@ std::wstring attributeLines(std::uint32_t attributes) {
 }  // namespace
 
 frminfo::frminfo(HWND owner)
-    : SkinnedForm({.name = L"frminfo",
-                   .title = L" Informácie o súbore",
-                   .size = {kWidth, 300},
-                   .owner = owner,
-                   .strip = L"Pic",
-                   .closer = L"Tlacitko"}),
+    : Form({.name = L"frminfo",
+            .title = L" Informácie o súbore",
+            .size = {kWidth, 300},
+            .owner = owner,
+            .strip = L"Pic",
+            .closer = L"Tlacitko"}),
       lblPath(value(L"lblPath", this, true)),
       lblvelkosť(value(L"lblvelkosť", this)),
       lbldatvyt(value(L"lbldatvyt", this)),
@@ -264,8 +264,7 @@ void frminfo::onUnload() {
     Timer1.setInterval(0);
 }
 
-void frminfo::onPaintGround(HDC dc, const RECT& area) const {
-    SkinnedForm::onPaintGround(dc, area);
+void frminfo::onPaintGround(HDC dc) const {
     paintCard(dc, fileCard_);
     paintCard(dc, tagCard_);
 }

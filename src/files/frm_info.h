@@ -5,16 +5,16 @@
 #include <vector>
 
 #include "core/loop.h"
+#include "ui/form.h"
 #include "ui/label.h"
 #include "ui/program_links.h"
-#include "ui/skinned_form.h"
 #include "ui/text_field.h"
 
 namespace tunovka {
 
 // The file information window: where a file lies, its size, dates and attributes and its ID3v1 tag.
 // It is filled by the text written into its `txtodkaz` and then shown modally.
-class frminfo : public SkinnedForm {
+class frminfo : public Form {
   public:
     explicit frminfo(HWND owner);
 
@@ -33,7 +33,7 @@ class frminfo : public SkinnedForm {
     void onUnload() override;
     void onAccept() override { unload(); }
     void onCancel() override { unload(); }
-    void onPaintGround(HDC dc, const RECT& area) const override;
+    void onPaintGround(HDC dc) const override;
 
   private:
     // A value with the caption beside it.

@@ -31,23 +31,18 @@ constexpr wchar_t kTitle[] = L"Kopírovanie súboru";
 }  // namespace
 
 frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
-    : SkinnedForm({.name = L"frmkopirovanie",
-                   .title = kTitle,
-                   .size = kSize,
-                   .owner = owner.handle(),
-                   .closer = nullptr}),
+    : Form({.name = L"frmkopirovanie",
+            .title = kTitle,
+            .size = kSize,
+            .owner = owner.handle(),
+            .closer = nullptr}),
       lblsubor({.name = L"lblsubor", .caption = name, .parent = this, .format = DT_PATH_ELLIPSIS}),
       lblpercenta({.name = L"lblpercenta", .parent = this, .format = DT_RIGHT}),
       PicProgres({.name = L"PicProgres",
                   .text = L"Priebeh kopírovania",
                   .parent = this,
                   .role = ROLE_SYSTEM_PROGRESSBAR}),
-      Izastavit({.name = L"Izastavit",
-                 .text = L"Zastaviť",
-                 .parent = this,
-                 .normal = L"buton1",
-                 .pressed = L"buton2",
-                 .caption = L"Zastaviť"}) {
+      Izastavit(captionButton(L"Izastavit", L"Zastaviť", this)) {
     PicProgres.value = [this] { return lblpercenta.text(); };
     PicProgres.onPaint = [this](HDC dc, Size size) { PicProgres_Paint(dc, size); };
     Izastavit.onClick = [this] { stopped_ = true; };
@@ -91,7 +86,7 @@ Size frmkopirovanie::arrange(int top) {
 
 std::optional<LRESULT> frmkopirovanie::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
-    return SkinnedForm::onMessage(message, wparam, lparam);
+    return Form::onMessage(message, wparam, lparam);
 }
 
 namespace {

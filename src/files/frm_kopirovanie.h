@@ -10,14 +10,14 @@
 
 #include "core/file_system.h"
 #include "core/loop.h"
+#include "ui/form.h"
 #include "ui/label.h"
-#include "ui/skinned_form.h"
 
 namespace tunovka {
 
 // Shows how far a long copy is and takes the wish to stop it. It never takes the focus, the other
 // windows stay usable, and it stays usable itself while a box is open.
-class frmkopirovanie : public SkinnedForm {
+class frmkopirovanie : public Form {
   public:
     // `owner` is the form over which it lies, `name` the file's name.
     frmkopirovanie(const Form& owner, const std::wstring& name);

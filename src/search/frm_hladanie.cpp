@@ -8,7 +8,6 @@
 #include "core/text.h"
 #include "playlist/write.h"
 #include "ui/drag_drop.h"
-#include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/painting.h"
 #include "ui/system_dialogs.h"
@@ -122,11 +121,11 @@ void ScanPanel::place() {
 }
 
 frmhladanie::frmhladanie(ProgramLinks& links)
-    : SkinnedForm({.name = kName,
-                   .title = L"Prehľadávanie adresára",
-                   .size = kSize,
-                   .minimum = kMinimum,
-                   .closer = L"Tlacitko"}),
+    : Form({.name = kName,
+            .title = L"Prehľadávanie adresára",
+            .size = kSize,
+            .minimum = kMinimum,
+            .closer = L"Tlacitko"}),
       lbladresar({.name = L"lbladresar",
                   .parent = this,
                   .format = DT_PATH_ELLIPSIS,
@@ -140,7 +139,7 @@ frmhladanie::frmhladanie(ProgramLinks& links)
              .header = L"Nájdené súbory",
              .visible = false},
             result),
-      scroller(*this, Lview, rowsPerPageRounded),
+      scroller(*this, Lview, roundHalfEven),
       panel(*this),
       menu1(resultMenu()),
       links_(links),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "search/search_result.h"
+#include "ui/form.h"
 #include "ui/image.h"
 #include "ui/image_scroller.h"
 #include "ui/label.h"
@@ -8,7 +9,6 @@
 #include "ui/picture_box.h"
 #include "ui/popup_menu.h"
 #include "ui/program_links.h"
-#include "ui/skinned_form.h"
 
 namespace tunovka {
 
@@ -44,7 +44,7 @@ class ScanPanel {
 // The search window: lists every music file and playlist below a folder. It searches when it
 // becomes active with another folder than the last one; a folder chosen while a search runs takes
 // over from it.
-class frmhladanie : public SkinnedForm {
+class frmhladanie : public Form {
   public:
     explicit frmhladanie(ProgramLinks& links);
 

@@ -26,11 +26,6 @@ BOOL CALLBACK passOnColorChange(HWND control, LPARAM) {
     return TRUE;
 }
 
-BOOL CALLBACK applyFont(HWND control, LPARAM) {
-    if (Window* window = windowOf(control)) window->applyFont();
-    return TRUE;
-}
-
 std::vector<std::unique_ptr<Form>>& all() {
     static std::vector<std::unique_ptr<Form>> forms;
     return forms;
@@ -49,25 +44,29 @@ RECT workAreaOf(HMONITOR screen) {
     return monitor.rcWork;
 }
 
-constexpr int kFocusFrame = 2;  // how thick it is
-
-// Where the frame around a control of a form goes, in the form's pixels.
-RECT focusFrame(const Form& form, const Window& control) {
-    RECT area{};
-    GetWindowRect(control.handle(), &area);
-    MapWindowPoints(nullptr, form.handle(), reinterpret_cast<POINT*>(&area), 2);
-    const int outside = form.scaled(kFocusFrame + control.focusGap());
-    InflateRect(&area, outside, outside);
-    return area;
+// The wheel turns what lies under the pointer, wherever the focus is.
+void aimWheel(MSG& message) {
+    const Point at = pointOf(message.lParam);
+    const HWND under = WindowFromPoint({at.x, at.y});
+    const auto* form = dynamic_cast<Form*>(windowOf(GetAncestor(under, GA_ROOT)));
+    if (form && form->isEnabled()) message.hwnd = under;
 }
 
 }  // namespace
 
 Form::Form(const FormArgs& args)
-    : Window(this), args_(args), becameActive_([this](std::uintptr_t) {
+    : Window(this),
+      args_(args),
+      strip_({.name = args.strip,
+              .text = L" " + trimBlanks(args.title),
+              .parent = this,
+              .container = true,
+              .role = ROLE_SYSTEM_STATICTEXT}),
+      becameActive_([this](std::uintptr_t) {
           const Depth alive(this);
           if (!closing_) onActivated();
       }) {
+    prepareStrip();
     setMessageFilter(filterMessage);
     Args window;
     window.name = args.name;
@@ -220,37 +219,6 @@ void Form::placeBesideOthers() {
 void Form::setClientSize(Size size) {
     SetWindowPos(handle(), nullptr, 0, 0, size.width, size.height,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void Form::layout() {
-    if (IsIconic(handle()) || closing_) return;
-    EnumChildWindows(handle(), tunovka::applyFont, 0);
-    onLayout();
-    // The ground goes with the size, also behind the labels that lie on it.
-    RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
-}
-
-void Form::paint(HDC dc) const {
-    const RECT area = toRECT(clientArea());
-    fillRect(dc, area, colors().ground);
-    onPaintGround(dc, area);
-    paintFocus(dc);
-}
-
-// Controls that paint themselves show their focus within; the system's get a frame around them.
-void Form::paintFocus(HDC dc) const {
-    const Window* focused = windowOf(GetFocus());
-    if (!focused || !focused->isSystemControl() || &focused->form() != this) return;
-    RECT area = focusFrame(*this, *focused);
-    for (int i = 0; i < scaled(kFocusFrame); ++i) {
-        frameRect(dc, area, colors().text);
-        InflateRect(&area, -1, -1);
-    }
-}
-
-void Form::repaintAround(const Window& control) {
-    const RECT area = focusFrame(*this, control);
-    RedrawWindow(handle(), &area, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);  // neighbours too
 }
 
 std::optional<LRESULT> Form::hitTestBorder(Point screen) const {
@@ -418,18 +386,6 @@ ModalState::~ModalState() {
     for (const HWND window : disabled_) EnableWindow(window, TRUE);
 }
 
-namespace {
-
-// The wheel turns what lies under the pointer, wherever the focus is.
-void aimWheel(MSG& message) {
-    const Point at = pointOf(message.lParam);
-    const HWND under = WindowFromPoint({at.x, at.y});
-    const auto* form = dynamic_cast<Form*>(windowOf(GetAncestor(under, GA_ROOT)));
-    if (form && form->isEnabled()) message.hwnd = under;
-}
-
-}  // namespace
-
 bool filterMessage(MSG& message) {
     if (message.message == WM_MOUSEWHEEL) aimWheel(message);
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
@@ -443,14 +399,6 @@ bool filterMessage(MSG& message) {
         if (used) return true;
     }
     return IsDialogMessageW(top, &message);
-}
-
-void showTitleBar(const Window& window, bool show) {
-    const LONG style = GetWindowLongW(window.handle(), GWL_STYLE);
-    const LONG wanted = show ? style | WS_CAPTION : style & ~WS_CAPTION;
-    if (wanted == style) return;  // redrawing the frame takes milliseconds
-    SetWindowLongW(window.handle(), GWL_STYLE, wanted);
-    SetWindowPos(window.handle(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED);
 }
 
 }  // namespace tunovka

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <string>
 #include <utility>
 #include <vector>
 
 #include "core/loop.h"
-#include "ui/window.h"
+#include "ui/image.h"
+#include "ui/picture_box.h"
 
 namespace tunovka {
 
@@ -26,8 +25,8 @@ class ModalState {
     std::vector<HWND> disabled_;
 };
 
-// A top-level window without a system frame: it paints its ground itself and, when it is sizable,
-// is sized by its border.
+// A top-level window in the program's skin: a picture strip on top, which shows the title and drags
+// the window, with the close picture, the rim and the ground. A sizable one is sized by its border.
 //
 // Lifetime: a form counts how deep it is in its own handlers and loops. unload() asks
 // queryUnload(), hides the form and lets it be destroyed from the message loop once that count is
@@ -40,7 +39,6 @@ class Form : public Window {
         Size size;             // client size in 96ths of an inch
         Size minimum{};        // least size in 96ths of an inch, which makes it sizable
         HWND owner = nullptr;  // a form that has one has no place of its own in the task bar
-        // Names of the controls of a form in the skin.
         const wchar_t* strip = L"PicZahlavie";
         const wchar_t* closer = L"IZavri";  // nullptr for a form that has no such picture
         const wchar_t* minimizer = nullptr;
@@ -64,6 +62,8 @@ class Form : public Window {
     void placeBesideOthers();
     // Gives the client area a size in pixels, keeping the place.
     void setClientSize(Size size);
+
+    PictureBox& strip() { return strip_; }
 
     // True while a long command of the form runs: commands that would change what its loop walks
     // over wait or are refused.
@@ -119,11 +119,13 @@ class Form : public Window {
     virtual std::wstring sessionBlock() const { return {}; }
     // The form closes now: stop timers and loops; its controls still exist.
     virtual void onUnload() {}
-    // Places the controls; called on every change of size or dpi.
-    virtual void onLayout() {}
+    // Places the controls below the strip, whose lower edge is at `top`, on every change of size or
+    // dpi, and returns the client size that a fixed form then needs. Pixels.
+    virtual Size arrange(int /*top*/) { return clientSize(); }
     // The window became the active one; called from the message loop.
     virtual void onActivated() {}
-    virtual void onPaintGround(HDC, const RECT&) const {}
+    // What lies on the ground, behind the controls.
+    virtual void onPaintGround(HDC) const {}
     // Enter and Escape, where the control with the focus does not want them itself.
     virtual void onAccept() {}
     virtual void onCancel() {}
@@ -139,6 +141,8 @@ class Form : public Window {
     void layoutCentred();
     // Of the screen that the form lies on, without the task bar.
     Rect workArea() const;
+    // Of a button with a caption, also with a large font. Pixels.
+    int buttonHeight() const;
     bool isSizable() const { return args_.minimum != Size{}; }
 
   private:
@@ -146,12 +150,19 @@ class Form : public Window {
     friend bool filterMessage(MSG& message);
     Rect centred(Size size) const;
     std::optional<LRESULT> hitTestBorder(Point screen) const;
+    void prepareStrip();
+    int stripHeight() const;
+    void layOutStrip();
+    void paintTitle(HDC dc) const;
+    void paintGrip(HDC dc, const RECT& area) const;
     void paintFocus(HDC dc) const;
     void blockSession(const std::wstring& reason) const;
     void leave();
     void close();
 
     FormArgs args_;
+    PictureBox strip_;
+    std::optional<Image> closer_, minimizer_;
     int dpi_ = 0;  // dots per inch, as the system told them last
     int depth_ = 0;
     int busy_ = 0;
@@ -196,8 +207,5 @@ class Forms {
 // Looks at a message before its window gets it: serves the form's shortcuts, Tab, Enter and Escape
 // (true: used up), and sends the wheel to the window under the pointer.
 bool filterMessage(MSG& message);
-
-// Switches a window's system title bar on or off without moving it.
-void showTitleBar(const Window& window, bool show);
 
 }  // namespace tunovka

@@ -8,14 +8,9 @@
 #include "core/errors.h"
 #include "core/loop.h"
 #include "core/text.h"
-#include "ui/form.h"
 #include "ui/painting.h"
 
 namespace tunovka {
-
-std::wstring BoxTitle, BoxText, BoxButtons;
-std::int16_t BoxAnswer = 0;
-
 namespace {
 
 constexpr int kWidth = 400;
@@ -59,17 +54,13 @@ void showWaitingNotice() {
 }  // namespace
 
 std::int16_t ask(const std::wstring& title, const std::wstring& text, const std::wstring& buttons) {
-    BoxTitle = title;
-    BoxText = text;
-    BoxButtons = buttons;
-    BoxAnswer = 0;
     ++openBoxes;
     const std::shared_ptr<void> closed(nullptr, [](void*) {
         if (--openBoxes == 0) guarded([] { postToLoop(showWaitingNotice); });
     });
     frmBox box(activeForm(), title, text, buttons);
     box.showModal();
-    return BoxAnswer = box.answer();
+    return box.answer();
 }
 
 void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button) {
@@ -99,10 +90,8 @@ void installFailureNotice() {
 
 frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
                const std::wstring& buttons)
-    : SkinnedForm(
-          {.name = L"frmBox", .title = trimBlanks(title), .size = {kWidth, 120}, .owner = owner}),
+    : Form({.name = L"frmBox", .title = trimBlanks(title), .size = {kWidth, 120}, .owner = owner}),
       lblotazka({.name = L"lblotazka", .caption = readable(text), .parent = this, .wraps = true}),
-      lblpokus({.name = L"lblpokus", .caption = readable(text), .parent = this, .visible = false}),
       scrolled_({.name = L"txtotazka",
                  .text = fieldLines(readable(text)),
                  .parent = this,
@@ -130,7 +119,7 @@ void frmBox::addButton(const std::wstring& caption) {
 // As many lines as the text's width on one line would fill, plus one, or what it takes when
 // wrapped.
 int frmBox::textHeight(int width, int limit) {
-    const double share = static_cast<double>(lblpokus.measured().width) / width;
+    const double share = static_cast<double>(lblotazka.measured().width) / width;
     const int height = std::max(roundHalfEven(share + 1) * Skin::fontHeight(dpi()),
                                 lblotazka.measured(width).height);
     scrolled_.setVisible(height > limit);

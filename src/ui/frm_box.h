@@ -6,20 +6,15 @@
 #include <vector>
 
 #include "ui/box_request.h"
+#include "ui/form.h"
 #include "ui/image.h"
 #include "ui/label.h"
-#include "ui/skinned_form.h"
 #include "ui/text_field.h"
 
 namespace tunovka {
 
-// The request to the message box and its answer, as every question of the program hands them over:
-// 1, 2 or 3 for the buttons in order, 0 when the box was closed without a choice.
-extern std::wstring BoxTitle, BoxText, BoxButtons;
-extern std::int16_t BoxAnswer;
-
-// Shows frmBox modally with the three texts set and returns its answer. A box that is opened over
-// another one never answers for it.
+// Shows frmBox modally and returns its answer: 1, 2 or 3 for the buttons in order, 0 when it was
+// closed without a choice. A box that is opened over another one never answers for it.
 std::int16_t ask(const std::wstring& title, const std::wstring& text, const std::wstring& buttons);
 inline std::int16_t ask(const BoxRequest& request) {
     return ask(request.title, request.text, request.buttons);
@@ -38,7 +33,7 @@ void notifyLater(const std::wstring& title, const std::wstring& text, const std:
 void installFailureNotice();
 
 // The program's message box. It is built for one question and gone after its answer.
-class frmBox : public SkinnedForm {
+class frmBox : public Form {
   public:
     frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
            const std::wstring& buttons);
@@ -57,7 +52,6 @@ class frmBox : public SkinnedForm {
 
     std::int16_t answer_ = 0;
     Label lblotazka;
-    Label lblpokus;       // measures the text on one line, never seen
     TextField scrolled_;  // stands in for the label when the text is taller than the screen
     std::vector<std::unique_ptr<Image>> Itlačítko;
     std::vector<std::wstring> lblnadpis;  // the captions, drawn on the buttons

@@ -21,10 +21,10 @@ std::wstring askForText(const Form& owner, const InputRequest& request) {
 }
 
 frmVstup::frmVstup(const Form& owner, const InputRequest& request)
-    : SkinnedForm({.name = L"frmVstup",
-                   .title = request.title,
-                   .size = {kWidth, 120},
-                   .owner = owner.handle()}),
+    : Form({.name = L"frmVstup",
+            .title = request.title,
+            .size = {kWidth, 120},
+            .owner = owner.handle()}),
       lblotazka({.name = L"lblotazka", .caption = request.prompt, .parent = this, .wraps = true}),
       txtodpoved({.name = L"txtodpoved", .text = request.answer, .parent = this}),
       Iano(captionButton(L"Iano", L"O.K.", this)),
@@ -65,8 +65,7 @@ Size frmVstup::arrange(int top) {
     return {inner, top + height + margin};
 }
 
-void frmVstup::onPaintGround(HDC dc, const RECT& area) const {
-    SkinnedForm::onPaintGround(dc, area);
+void frmVstup::onPaintGround(HDC dc) const {
     RECT field = toRECT(txtodpoved.bounds());
     InflateRect(&field, scaled(kFieldPadding), scaled(kFieldPadding));
     fillRect(dc, field, GetSysColor(COLOR_WINDOW));

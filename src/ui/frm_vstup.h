@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <string>
 
+#include "ui/form.h"
 #include "ui/image.h"
 #include "ui/label.h"
-#include "ui/skinned_form.h"
 #include "ui/text_field.h"
 
 namespace tunovka {
@@ -22,7 +22,7 @@ struct InputRequest {
 std::wstring askForText(const Form& owner, const InputRequest& request);
 
 // The window behind askForText().
-class frmVstup : public SkinnedForm {
+class frmVstup : public Form {
   public:
     frmVstup(const Form& owner, const InputRequest& request);
 
@@ -32,7 +32,7 @@ class frmVstup : public SkinnedForm {
     Size arrange(int top) override;
     void onAccept() override;
     void onCancel() override { unload(); }
-    void onPaintGround(HDC dc, const RECT& area) const override;
+    void onPaintGround(HDC dc) const override;
 
   private:
     std::wstring answer_;

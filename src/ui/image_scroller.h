@@ -11,10 +11,7 @@
 
 namespace tunovka {
 
-// Rows in view that count as a page: the search rounds half to even, the editor cuts.
-inline int rowsPerPageRounded(double rows) {
-    return roundHalfEven(rows);
-}
+// Rows in view that count as a page in the editor; the search rounds half to even.
 inline int rowsPerPageCut(double rows) {
     return static_cast<int>(rows);
 }

@@ -7,16 +7,13 @@
 #include "support/person.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
-#include "ui/skinned_form.h"
 
 namespace tunovka {
 namespace {
 
 TEST(Controls, ArrowsMoveBetweenTheAnswersOfABox) {
-    BoxAnswer = 3;
     Person person({2});
     person.before = [](const Form& box) {
-        EXPECT_EQ(BoxAnswer, 0);
         for (const WPARAM key : {VK_LEFT, VK_LEFT, VK_LEFT, VK_RIGHT}) {
             MSG press{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
             EXPECT_TRUE(filterMessage(press));
