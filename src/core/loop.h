@@ -5,7 +5,6 @@
 #include <functional>
 #include <utility>
 
-struct HWND__;
 struct tagMSG;
 
 // The one message loop of the program: what runs, waits, posts and reports failures goes through
@@ -65,37 +64,27 @@ void postToLoop(std::function<void()> routine);
 void prepareLoop();
 
 // Calls a routine from the message loop each time that it is raised, as long as it lives: for what
-// other threads and components have to tell, and for what a window posts to itself.
+// a window posts to itself.
 class LoopSignal {
   public:
-    explicit LoopSignal(std::function<void(std::uintptr_t value)> routine);
+    explicit LoopSignal(std::function<void()> routine);
     ~LoopSignal();
     LoopSignal(const LoopSignal&) = delete;
     LoopSignal& operator=(const LoopSignal&) = delete;
 
-    // Where it is reached, also by who may outlive it: another thread, or a component that tells a
-    // window and posts this message with `number` as its lParam.
-    struct Address {
-        HWND__* window;
-        unsigned message;
-        std::intptr_t number;
-
-        // From any thread; the value is handed on.
-        void raise(std::uintptr_t value = 0) const;
-    };
-    const Address& address() const { return address_; }
-    void raise(std::uintptr_t value = 0) const { address_.raise(value); }
+    void raise() const;
 
   private:
     friend class LoopWindow;
-    std::function<void(std::uintptr_t)> routine_;
-    Address address_;
+    friend class Timer;
+    std::function<void()> routine_;
+    std::uintptr_t number_;
 };
 
 // Calls its tick from the message loop every so many milliseconds while the interval is not 0.
 class Timer {
   public:
-    Timer() : elapsed_([this](std::uintptr_t) { tick(); }) {}
+    Timer() : elapsed_([this] { tick(); }) {}
     ~Timer() { setInterval(0); }
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;

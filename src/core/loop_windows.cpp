@@ -15,7 +15,7 @@ constexpr DWORD kPause = 15;        // ms between two looks at the messages
 constexpr DWORD kLongestLook = 50;  // ms after which the work goes on even if messages never end
 
 constexpr UINT kRunPosted = WM_APP;      // lParam: the routine
-constexpr UINT kRunSignal = WM_APP + 1;  // wParam: the value, lParam: the signal's number
+constexpr UINT kRunSignal = WM_APP + 1;  // wParam: the signal's number
 
 std::function<bool(MSG&)> messageFilter;
 std::function<void(std::exception_ptr)> failureHandler;
@@ -41,11 +41,11 @@ class LoopWindow {
         // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): it is the message's now
     }
 
-    std::intptr_t add(LoopSignal& signal) {
+    std::uintptr_t add(LoopSignal& signal) {
         signals_[++lastNumber_] = &signal;
         return lastNumber_;
     }
-    void remove(std::intptr_t number) { signals_.erase(number); }
+    void remove(std::uintptr_t number) { signals_.erase(number); }
 
   private:
     // It lives as long as the thread; the system destroys it at its end.
@@ -62,10 +62,8 @@ class LoopWindow {
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
         if (message == kRunPosted)
             runPosted(lparam);
-        else if (message == kRunSignal)
-            get().runSignal(wparam, lparam);
-        else if (message == WM_TIMER)
-            get().runSignal(0, static_cast<LPARAM>(wparam));
+        else if (message == kRunSignal || message == WM_TIMER)
+            get().runSignal(wparam);
         else
             return DefWindowProcW(window, message, wparam, lparam);
         return 0;
@@ -77,16 +75,16 @@ class LoopWindow {
         guarded(*posted);
     }
 
-    void runSignal(WPARAM value, LPARAM number) {
+    void runSignal(std::uintptr_t number) {
         const auto found = signals_.find(number);
         if (found == signals_.end()) return;           // it has gone since it was raised
         const auto routine = found->second->routine_;  // which may destroy the signal
-        guarded([&] { routine(value); });
+        guarded(routine);
     }
 
     HWND handle_ = nullptr;
-    std::map<std::intptr_t, LoopSignal*> signals_;
-    std::intptr_t lastNumber_ = 0;
+    std::map<std::uintptr_t, LoopSignal*> signals_;
+    std::uintptr_t lastNumber_ = 0;
 };
 
 namespace {
@@ -202,26 +200,25 @@ void postToLoop(std::function<void()> routine) {
     LoopWindow::get().post(std::move(routine));
 }
 
-LoopSignal::LoopSignal(std::function<void(std::uintptr_t)> routine)
-    : routine_(std::move(routine)),
-      address_{LoopWindow::get().handle(), kRunSignal, LoopWindow::get().add(*this)} {}
+LoopSignal::LoopSignal(std::function<void()> routine)
+    : routine_(std::move(routine)), number_(LoopWindow::get().add(*this)) {}
 
 LoopSignal::~LoopSignal() {
-    LoopWindow::get().remove(address_.number);
+    LoopWindow::get().remove(number_);
 }
 
-void LoopSignal::Address::raise(std::uintptr_t value) const {
-    PostMessageW(window, message, value, number);
+void LoopSignal::raise() const {
+    PostMessageW(LoopWindow::get().handle(), kRunSignal, number_, 0);
 }
 
 void Timer::setInterval(unsigned milliseconds) {
     if (milliseconds == interval_) return;
     interval_ = milliseconds;
-    const LoopSignal::Address& own = elapsed_.address();
+    const HWND window = LoopWindow::get().handle();
     if (milliseconds)
-        SetTimer(own.window, own.number, milliseconds, nullptr);
+        SetTimer(window, elapsed_.number_, milliseconds, nullptr);
     else
-        KillTimer(own.window, own.number);
+        KillTimer(window, elapsed_.number_);
 }
 
 void setMessageFilter(std::function<bool(MSG&)> filter) {

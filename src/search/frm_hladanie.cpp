@@ -143,7 +143,7 @@ frmhladanie::frmhladanie(ProgramLinks& links)
       panel(*this),
       menu1(resultMenu()),
       links_(links),
-      startScan_([this](std::uintptr_t) { startScan(); }) {
+      startScan_([this] { startScan(); }) {
     tag = kTag;
     bindHandlers();
     placeBesideOthers();

@@ -62,7 +62,7 @@ Form::Form(const FormArgs& args)
               .parent = this,
               .container = true,
               .role = ROLE_SYSTEM_STATICTEXT}),
-      becameActive_([this](std::uintptr_t) {
+      becameActive_([this] {
           const Depth alive(this);
           if (!closing_) onActivated();
       }) {
