@@ -102,19 +102,4 @@ class ComPtr : public Handle<handle_kinds::Com<T>> {
     }
 };
 
-// Selects an object into a DC and puts the former one back at the end of the scope.
-class Selected {
-  public:
-    Selected(HDC dc, HGDIOBJ object) : dc_(dc), former_(SelectObject(dc, object)) {}
-    Selected(const Selected&) = delete;
-    Selected& operator=(const Selected&) = delete;
-    ~Selected() {
-        if (former_) SelectObject(dc_, former_);
-    }
-
-  private:
-    HDC dc_;
-    HGDIOBJ former_;
-};
-
 }  // namespace tunovka

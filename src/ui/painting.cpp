@@ -32,8 +32,7 @@ PaintDc::PaintDc(HWND window) : window_(window) {
     GetClientRect(window, &area);
     bitmap_.reset(CreateCompatibleBitmap(screen, area.right, area.bottom));
     if (!memory_ || !bitmap_) return;
-    saved_.emplace(memory_.get());
-    SelectObject(memory_.get(), bitmap_.get());
+    saved_.emplace(memory_.get(), bitmap_.get());
 }
 
 PaintDc::~PaintDc() {
@@ -69,8 +68,7 @@ void fillGradient(HDC dc, const RECT& area, Color top, Color bottom) {
 }
 
 void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT font, Color color) {
-    const SavedDc saved(dc);
-    SelectObject(dc, font);
+    const Selected selected(dc, font);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, color);
     DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &area, format | DT_NOPREFIX);

@@ -24,8 +24,13 @@ class SavedDc {
     int state_;
 };
 
+// The same with an object that is selected meanwhile.
+struct Selected : SavedDc {
+    Selected(HDC dc, HGDIOBJ object) : SavedDc(dc) { SelectObject(dc, object); }
+};
+
 // A device context in memory, out of a pool: creating one takes longer than most painting. It is to
-// be left as it was (Selected, SavedDc).
+// be left as it was (SavedDc).
 struct PooledDc : handle_kinds::NullIsNone<HDC> {
     static void close(HDC dc);
 };
@@ -47,7 +52,7 @@ class PaintDc {
     PAINTSTRUCT paint_{};
     MemoryDc memory_ = memoryDc();
     Bitmap bitmap_;
-    std::optional<SavedDc> saved_;  // restores the pooled context, its bitmap included
+    std::optional<Selected> saved_;  // restores the pooled context, its bitmap included
 };
 
 void fillRect(HDC dc, const RECT& area, Color color);
