@@ -50,21 +50,14 @@ void start(const std::wstring& program, const std::wstring& arguments, int showM
 
 }  // namespace
 
-std::wstring Register::PlayerPath(int kind) {
-    constexpr const wchar_t* kPath = L"Player.Path";
-    if (kind == kWinamp) return textValue(HKEY_CURRENT_USER, L"Software\\winamp", nullptr);
-    if (kind == kWindowsMediaPlayer)
-        return textValue(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Multimedia\\WMPlayer", kPath);
-    if (kind == kMediaPlayer2)
-        return textValue(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Multimedia\\MPlayer2", kPath);
-    return {};
-}
-
 ExternalPlayers ExternalPlayers::find() {
-    using namespace Register;
-    std::wstring winamp = PlayerPath(kWinamp);
+    std::wstring winamp = textValue(HKEY_CURRENT_USER, L"Software\\winamp", nullptr);
     if (!winamp.empty()) winamp += L"\\winamp.exe";  // the registry knows its folder
-    return {winamp, PlayerPath(kWindowsMediaPlayer), PlayerPath(kMediaPlayer2)};
+    const auto pathOf = [](const wchar_t* player) {
+        return textValue(HKEY_LOCAL_MACHINE, player, L"Player.Path");
+    };
+    return {winamp, pathOf(L"SOFTWARE\\Microsoft\\Multimedia\\WMPlayer"),
+            pathOf(L"SOFTWARE\\Microsoft\\Multimedia\\MPlayer2")};
 }
 
 void playInProgram(const std::wstring& program, const std::wstring& file) {
