@@ -41,9 +41,7 @@ class ExistingFiles {
     bool prepare(const LoopHooks& command);
 
     // True when a file (not a folder) of that path exists; "" and paths with wildcards are false.
-    bool contains(const std::wstring& path);
-    // The same, so that std::ref() of an object is a test to hand in.
-    bool operator()(const std::wstring& path) { return contains(path); }
+    bool operator()(const std::wstring& path);
 
   private:
     // What changes whenever a file of the folder comes, goes or gets another name.
@@ -52,21 +50,21 @@ class ExistingFiles {
         bool operator==(const Stamp&) const = default;
     };
     struct Root;
+    struct Listing {
+        std::optional<Stamp> stamp;  // from just before
+        bool complete = false;       // `files` are all there are, short names covered
+        std::wstring files;          // long and short names, each ended by "\"
+    };
     struct Answer {
         bool rootAnswers = true;
-        std::optional<Stamp> stamp{};  // from just before the listing
-        bool unchanged = false;        // since the stamp that was known, so not listed
-        bool complete = false;         // `files` are all there are, short names covered
-        std::wstring files{};          // long and short names, each ended by "\"
+        std::optional<Listing> listing{};  // none where nothing has changed since the last one
     };
     struct Folder {
         std::wstring path;
         bool rootAnswers = false;
-        bool complete = false;
-        unsigned operation = 0;  // the last one that asked
-        std::optional<Stamp> stamp;
-        std::wstring text;                            // Answer::files, upper-cased
-        std::unordered_set<std::wstring_view> names;  // parts of `text`
+        unsigned operation = 0;                       // the last one that asked
+        Listing listing;                              // upper-cased
+        std::unordered_set<std::wstring_view> names;  // parts of its files
     };
     // Looks a spelling up without making a text of it.
     struct SpellingHash : std::hash<std::wstring_view> {
@@ -74,7 +72,7 @@ class ExistingFiles {
     };
 
     static std::optional<Stamp> stampOf(const std::wstring& folder);
-    static void list(const std::wstring& folder, Answer& answer);
+    static Listing list(const std::wstring& folder);
     Folder* folderOf(std::wstring_view spelling);
     std::function<Answer()> questionFor(const Folder& folder);
     void take(Folder& folder, const Answer& answer) const;

@@ -14,10 +14,6 @@
 namespace tunovka {
 namespace {
 
-std::uint64_t ticks(const FILETIME& time) {
-    return joined(time.dwHighDateTime, time.dwLowDateTime);
-}
-
 // A folder whose name ends in a dot or a blank: asked for alone, the system would take it for
 // another one.
 bool hasOddPart(std::wstring_view full) {
@@ -54,8 +50,7 @@ struct ExistingFiles::Root {
     bool answers(const std::wstring& path) {
         const std::scoped_lock lock(mutex);
         if (known) return *known;
-        DWORD error = ERROR_SUCCESS;
-        attributesOf(withBackslash(driveName(path)), error);
+        const DWORD error = attributesOf(withBackslash(driveName(path))).error;
         known = !error || errorNumberOf(error) == kPermissionDenied;
         return *known;
     }
@@ -82,15 +77,17 @@ std::optional<ExistingFiles::Stamp> ExistingFiles::stampOf(const std::wstring& f
     return stamp;
 }
 
-void ExistingFiles::list(const std::wstring& folder, Answer& answer) {
+ExistingFiles::Listing ExistingFiles::list(const std::wstring& folder) {
+    Listing listing;
     const DWORD error = Disk::list(systemPath(folder), [&](const WIN32_FIND_DATAW& entry) {
         if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return true;
-        answer.files.append(entry.cFileName).append(1, L'\\');
+        listing.files.append(entry.cFileName).append(1, L'\\');
         if (entry.cAlternateFileName[0])
-            answer.files.append(entry.cAlternateFileName).append(1, L'\\');
+            listing.files.append(entry.cAlternateFileName).append(1, L'\\');
         return true;
     });
-    answer.complete = error == ERROR_SUCCESS || (answer.files.empty() && saysMissing(error));
+    listing.complete = error == ERROR_SUCCESS || (listing.files.empty() && saysMissing(error));
+    return listing;
 }
 
 std::reference_wrapper<ExistingFiles> ExistingFiles::beginOperation() {
@@ -103,7 +100,7 @@ std::reference_wrapper<ExistingFiles> ExistingFiles::beginOperation() {
     return *this;
 }
 
-bool ExistingFiles::contains(const std::wstring& path) {
+bool ExistingFiles::operator()(const std::wstring& path) {
     const std::size_t cut = endOfFolder(path);
     const std::wstring_view name = std::wstring_view(path).substr(cut + 1);
     if (name.empty()) return false;  // a folder's name
@@ -112,9 +109,10 @@ bool ExistingFiles::contains(const std::wstring& path) {
                                : nullptr;
     if (!folder) return isThere(path);
     if (folder->operation != operation_)
-        take(*folder, askDisk(folder->path, questionFor(*folder)).value_or(Answer()));
+        take(*folder,
+             askDisk(folder->path, questionFor(*folder)).value_or(Answer{.listing = Listing()}));
     if (!folder->rootAnswers) return false;
-    return folder->names.contains(upperCased(name)) || (!folder->complete && isThere(path));
+    return folder->names.contains(upperCased(name)) || (!folder->listing.complete && isThere(path));
 }
 
 void ExistingFiles::expect(const std::wstring& path) {
@@ -152,14 +150,15 @@ ExistingFiles::Folder* ExistingFiles::folderOf(std::wstring_view spelling) {
 std::function<ExistingFiles::Answer()> ExistingFiles::questionFor(const Folder& folder) {
     std::shared_ptr<Root>& root = roots_[upperCased(driveName(folder.path))];
     if (!root) root = std::make_shared<Root>();
-    const auto known = folder.complete ? folder.stamp : std::nullopt;
+    const auto known = folder.listing.complete ? folder.listing.stamp : std::nullopt;
     return [path = folder.path, known, root] {
         Answer answer{.rootAnswers = root->answers(path)};
         if (!answer.rootAnswers) return answer;
         // Taken before the listing: what happens during it shows the next time.
-        answer.stamp = stampOf(path);
-        answer.unchanged = answer.stamp && answer.stamp == known;
-        if (!answer.unchanged) list(path, answer);
+        const auto stamp = stampOf(path);
+        if (stamp && stamp == known) return answer;
+        answer.listing = list(path);
+        answer.listing->stamp = stamp;
         return answer;
     };
 }
@@ -167,14 +166,14 @@ std::function<ExistingFiles::Answer()> ExistingFiles::questionFor(const Folder& 
 void ExistingFiles::take(Folder& folder, const Answer& answer) const {
     folder.operation = operation_;
     folder.rootAnswers = answer.rootAnswers;
-    if (answer.unchanged) return;
-    folder.stamp = answer.stamp;
-    folder.complete = answer.complete;
+    if (!answer.listing) return;
     folder.names.clear();
+    folder.listing = *answer.listing;
     // One text for all names: a folder of thousands costs one allocation and one mapping.
-    folder.text = upperCased(answer.files);
-    folder.names.reserve(std::ranges::count(folder.text, L'\\'));
-    std::wstring_view rest = folder.text;
+    std::wstring& files = folder.listing.files;
+    files = upperCased(files);
+    folder.names.reserve(std::ranges::count(files, L'\\'));
+    std::wstring_view rest = files;
     for (std::size_t end; (end = rest.find(L'\\')) != rest.npos; rest.remove_prefix(end + 1))
         folder.names.insert(rest.substr(0, end));
 }

@@ -48,8 +48,7 @@ std::string readBytes(const DiskFile& file, std::size_t count) {
 
 std::wstring requireFile(const std::wstring& path) {
     std::wstring file = systemPath(path);
-    DWORD error = ERROR_SUCCESS;
-    const DWORD attributes = attributesOf(path, error);
+    const auto [attributes, error] = attributesOf(path);
     require(error);
     if (attributes & FILE_ATTRIBUTE_DIRECTORY) raiseSystemError(ERROR_FILE_NOT_FOUND);
     return file;
@@ -59,8 +58,7 @@ namespace FileSystemObject {
 
 Presence presence(const std::wstring& path) {
     if (path.empty() || path.back() == L'\\' || path.back() == L'/') return Presence::Missing;
-    DWORD error = ERROR_SUCCESS;
-    const DWORD attributes = attributesOf(path, error);
+    const auto [attributes, error] = attributesOf(path);
     if (error) return error == ERROR_ACCESS_DENIED ? Presence::Denied : Presence::Missing;
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? Presence::Missing : Presence::There;
 }
@@ -70,15 +68,14 @@ bool FileExists(const std::wstring& path) {
 }
 
 bool FolderExists(const std::wstring& path) {
-    const DWORD attributes = attributesOf(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+    return attributesOf(path).attributes & FILE_ATTRIBUTE_DIRECTORY;
 }
 
 bool IsDriveReady(const std::wstring& drive) {
     if (drive.empty()) return false;
     const std::wstring root = rootOf(drive);
     std::wstring label;
-    return !Disk::label(root, label) && attributesOf(root) != INVALID_FILE_ATTRIBUTES;
+    return !Disk::label(root, label) && !attributesOf(root).error;
 }
 
 DriveType driveType(const std::wstring& drive) {
@@ -118,9 +115,7 @@ FileDetails details(const std::wstring& path) {
 }
 
 std::uint32_t attributes(const std::wstring& path) {
-    systemPath(path);
-    DWORD error = ERROR_SUCCESS;
-    const DWORD attributes = attributesOf(path, error);
+    const auto [attributes, error] = attributesOf(path);
     require(error);
     return attributes;
 }

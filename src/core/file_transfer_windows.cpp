@@ -23,8 +23,7 @@ constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDE
                                   FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
 
 bool isThere(const std::wstring& path) {
-    DWORD error = ERROR_SUCCESS;
-    attributesOf(path, error);
+    const DWORD error = attributesOf(path).error;
     return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
 }
 
@@ -40,10 +39,6 @@ constexpr wchar_t kUnfinished[] = L"~tunovka-%08x-%04x.tmp";
 constexpr wchar_t kUnfinishedMatch[] = L"~tunovka-*.tmp";
 constexpr std::size_t kUnfinishedLength = 26;
 constexpr std::uint64_t kDay = 24ull * 60 * 60 * 10'000'000;  // in units of 100 ns
-
-std::uint64_t ticks(const FILETIME& time) {
-    return joined(time.dwHighDateTime, time.dwLowDateTime);
-}
 
 // Takes a file away that nobody has open.
 void removeUnused(const std::wstring& path) {
@@ -191,10 +186,9 @@ std::wstring destinationFor(const std::wstring& source, const std::wstring& dest
 
 // What is there already must be a file that can be replaced.
 void requireReplaceable(const std::wstring& source, const std::wstring& destination) {
-    const DWORD attributes = attributesOf(destination);
-    if (attributes == INVALID_FILE_ATTRIBUTES) return;
-    if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) ||
-        FileSystemObject::sameFile(source, destination))
+    const auto [attributes, error] = attributesOf(destination);
+    if (!error && ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) ||
+                   FileSystemObject::sameFile(source, destination)))
         raiseSystemError(ERROR_ACCESS_DENIED);
 }
 
@@ -217,7 +211,7 @@ DWORD freeing(const std::vector<std::wstring>& files, const TransferHooks& hooks
 // would raise: read-only, locked, without rights. Putting another file into its place would not
 // always notice.
 std::optional<BY_HANDLE_FILE_INFORMATION> requireWritable(const std::wstring& target) {
-    if (attributesOf(target) == INVALID_FILE_ATTRIBUTES) return std::nullopt;
+    if (attributesOf(target).error) return std::nullopt;
     DiskFile file;
     BY_HANDLE_FILE_INFORMATION information;
     require(file.open(target, {.rights = GENERIC_WRITE, .share = FILE_SHARE_READ}));
@@ -260,7 +254,7 @@ bool moveFile(const std::wstring& source, const std::wstring& destination, bool 
               const TransferHooks& hooks) {
     const std::wstring from = requireFile(source);
     const std::wstring to = destinationFor(source, destination);
-    const bool replaces = attributesOf(to) != INVALID_FILE_ATTRIBUTES;
+    const bool replaces = !attributesOf(to).error;
     if (!replace && replaces) raiseSystemError(ERROR_FILE_EXISTS);
     requireReplaceable(from, to);
 
@@ -293,7 +287,7 @@ bool moveFile(const std::wstring& source, const std::wstring& destination, bool 
 
 void deleteFile(const std::wstring& path, bool force, const TransferHooks& hooks) {
     const std::wstring file = requireFile(path);
-    const DWORD attributes = attributesOf(file);
+    const DWORD attributes = attributesOf(file).attributes;
     const bool readOnly = attributes & FILE_ATTRIBUTE_READONLY;
     if (readOnly && !force) raiseSystemError(ERROR_ACCESS_DENIED);
     if (readOnly) require(Disk::setAttributes(file, attributes & ~FILE_ATTRIBUTE_READONLY));

@@ -70,33 +70,26 @@ std::wstring systemPath(const std::wstring& path) {
     return usable;
 }
 
-DWORD attributesOf(const std::wstring& path, DWORD& error) {
+PathAttributes attributesOf(const std::wstring& path) {
     const std::wstring usable = systemPathOrNone(path);
-    error = ERROR_INVALID_NAME;
-    if (usable.empty()) return INVALID_FILE_ATTRIBUTES;
+    if (usable.empty()) return {.error = ERROR_INVALID_NAME};
     WIN32_FILE_ATTRIBUTE_DATA details;
-    error = Disk::details(usable, details);
-    if (error != ERROR_SHARING_VIOLATION)
-        return error ? INVALID_FILE_ATTRIBUTES : details.dwFileAttributes;
+    DWORD error = Disk::details(usable, details);
+    if (!error) return {details.dwFileAttributes};
+    if (error != ERROR_SHARING_VIOLATION) return {.error = error};
     // Locked against every look at the file itself; its folder still tells.
     WIN32_FIND_DATAW entry;
     error = Disk::entry(usable, entry);
-    return error ? INVALID_FILE_ATTRIBUTES : entry.dwFileAttributes;
-}
-
-DWORD attributesOf(const std::wstring& path) {
-    DWORD error = ERROR_SUCCESS;
-    return attributesOf(path, error);
+    return {error ? 0 : entry.dwFileAttributes, error};
 }
 
 std::optional<FileIdentity> identityOf(const std::wstring& path) {
     DiskFile file;
     BY_HANDLE_FILE_INFORMATION information;
     if (!openForQuestions(path, file) || file.information(information)) return std::nullopt;
-    const FILETIME& created = information.ftCreationTime;
     return FileIdentity{information.dwVolumeSerialNumber,
                         joined(information.nFileIndexHigh, information.nFileIndexLow),
-                        joined(created.dwHighDateTime, created.dwLowDateTime)};
+                        ticks(information.ftCreationTime)};
 }
 
 std::wstring linkTarget(const std::wstring& path) {

@@ -12,6 +12,9 @@ namespace tunovka {
 inline std::uint64_t joined(DWORD high, DWORD low) {
     return std::uint64_t{high} << 32 | low;
 }
+inline std::uint64_t ticks(const FILETIME& time) {  // of 100 ns
+    return joined(time.dwHighDateTime, time.dwLowDateTime);
+}
 
 // The full path as the system itself normalises it: "..", "/", doubled "\", trailing dots and
 // blanks resolved, relative paths from the current folder. "" for a text that is no path ("", a
@@ -47,9 +50,12 @@ std::optional<FileIdentity> identityOf(const std::wstring& path);
 // is there or the system cannot tell.
 std::wstring linkTarget(const std::wstring& path);
 
-// The attributes of a file or folder, also of one that is locked; INVALID_FILE_ATTRIBUTES and, in
-// `error`, the system's error when there is none. Never raises.
-DWORD attributesOf(const std::wstring& path);
-DWORD attributesOf(const std::wstring& path, DWORD& error);
+// The attributes of a file or folder, also of one that is locked; none (0) with the system's error
+// where nothing is. Never raises.
+struct PathAttributes {
+    DWORD attributes = 0;
+    DWORD error = ERROR_SUCCESS;
+};
+PathAttributes attributesOf(const std::wstring& path);
 
 }  // namespace tunovka
