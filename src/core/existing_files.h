@@ -75,7 +75,7 @@ class ExistingFiles {
     static Listing list(const std::wstring& folder);
     Folder* folderOf(std::wstring_view spelling);
     std::function<Answer()> questionFor(const Folder& folder);
-    void take(Folder& folder, const Answer& answer) const;
+    void take(Folder& folder, Answer answer) const;
 
     std::unordered_map<std::wstring, Folder> folders_;
     std::unordered_map<std::wstring, std::shared_ptr<Root>> roots_;

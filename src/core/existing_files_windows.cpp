@@ -131,7 +131,7 @@ bool ExistingFiles::prepare(const LoopHooks& command) {
     for (Folder* const folder : std::exchange(asked_, {})) {
         std::optional<Answer> answer = questions_->next(command);
         if (!answer || !command.next()) return false;
-        take(*folder, *answer);
+        take(*folder, std::move(*answer));
     }
     return true;
 }
@@ -163,12 +163,12 @@ std::function<ExistingFiles::Answer()> ExistingFiles::questionFor(const Folder& 
     };
 }
 
-void ExistingFiles::take(Folder& folder, const Answer& answer) const {
+void ExistingFiles::take(Folder& folder, Answer answer) const {
     folder.operation = operation_;
     folder.rootAnswers = answer.rootAnswers;
     if (!answer.listing) return;
     folder.names.clear();
-    folder.listing = *answer.listing;
+    folder.listing = std::move(*answer.listing);
     // One text for all names: a folder of thousands costs one allocation and one mapping.
     std::wstring& files = folder.listing.files;
     files = upperCased(files);
