@@ -16,10 +16,6 @@ namespace {
 // oleacc.dll is loaded when the first screen reader asks, not at the start.
 constexpr wchar_t kLibrary[] = L"oleacc.dll";
 
-bool isSelf(const VARIANT& child) {
-    return child.vt == VT_I4 && child.lVal == CHILDID_SELF;
-}
-
 HRESULT toBstr(const std::wstring& text, BSTR* result) {
     *result = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     return *result ? S_OK : E_OUTOFMEMORY;
@@ -54,31 +50,28 @@ class AccessibleControl final : public ComObject<IAccessible> {
     }
 
     STDMETHODIMP get_accName(VARIANT child, BSTR* name) override {
-        const std::optional<AccessibleFacts> own = facts(child);
-        return own && own->name ? toBstr(*own->name, name) : system_->get_accName(child, name);
+        const AccessibleFacts own = facts(child);
+        return own.name ? toBstr(*own.name, name) : system_->get_accName(child, name);
     }
     STDMETHODIMP get_accValue(VARIANT child, BSTR* value) override {
-        const std::optional<AccessibleFacts> own = facts(child);
-        return own && own->value ? toBstr(*own->value, value) : system_->get_accValue(child, value);
+        const AccessibleFacts own = facts(child);
+        return own.value ? toBstr(*own.value, value) : system_->get_accValue(child, value);
     }
     STDMETHODIMP get_accRole(VARIANT child, VARIANT* role) override {
-        const std::optional<AccessibleFacts> own = facts(child);
-        if (!own || own->role == 0) return system_->get_accRole(child, role);
-        return toVariant(own->role, role);
+        const AccessibleFacts own = facts(child);
+        return own.role ? toVariant(own.role, role) : system_->get_accRole(child, role);
     }
     STDMETHODIMP get_accState(VARIANT child, VARIANT* state) override {
-        const std::optional<AccessibleFacts> own = facts(child);
-        if (!own || own->role == 0) return system_->get_accState(child, state);
-        return toVariant(own->state | windowState(), state);
+        const AccessibleFacts own = facts(child);
+        return own.role ? toVariant(own.state | windowState(), state)
+                        : system_->get_accState(child, state);
     }
     STDMETHODIMP get_accDefaultAction(VARIANT child, BSTR* action) override {
-        const std::optional<AccessibleFacts> own = facts(child);
-        if (!own || own->action.empty()) return system_->get_accDefaultAction(child, action);
-        return toBstr(own->action, action);
+        const std::wstring own = facts(child).action;
+        return own.empty() ? system_->get_accDefaultAction(child, action) : toBstr(own, action);
     }
     STDMETHODIMP accDoDefaultAction(VARIANT child) override {
-        const std::optional<AccessibleFacts> own = facts(child);
-        if (!own || own->action.empty()) return system_->accDoDefaultAction(child);
+        if (facts(child).action.empty()) return system_->accDoDefaultAction(child);
         // Posted: what follows may last until a person has answered a question.
         return PostMessageW(window_, BM_CLICK, 0, 0) ? S_OK : E_FAIL;
     }
@@ -125,13 +118,14 @@ class AccessibleControl final : public ComObject<IAccessible> {
     STDMETHODIMP put_accValue(VARIANT, BSTR) override { return E_NOTIMPL; }
 
   private:
-    // The object may live longer than its window.
-    std::optional<AccessibleFacts> facts(const VARIANT& child) const noexcept try {
+    // None when the window has gone, which the object may outlive, or does not know.
+    AccessibleFacts facts(const VARIANT& child) const noexcept try {
         const Window* window = windowOf(window_);
-        if (!window || !isSelf(child)) return std::nullopt;
-        return window->describe();
+        const bool isSelf = child.vt == VT_I4 && child.lVal == CHILDID_SELF;
+        return window && isSelf ? window->describe().value_or(AccessibleFacts())
+                                : AccessibleFacts();
     } catch (...) {
-        return std::nullopt;
+        return {};
     }
 
     long windowState() const {
