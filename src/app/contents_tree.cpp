@@ -7,7 +7,6 @@
 #include "core/file_system.h"
 #include "core/paths.h"
 #include "core/text.h"
-#include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"

@@ -3,7 +3,6 @@
 #include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/file_system.h"
-#include "core/paths.h"
 #include "core/text.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"

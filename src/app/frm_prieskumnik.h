@@ -3,7 +3,6 @@
 #include <array>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "app/contents_tree.h"
 #include "app/explorer_menus.h"

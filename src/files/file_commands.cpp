@@ -6,11 +6,9 @@
 #include "core/errors.h"
 #include "core/file_system.h"
 #include "core/paths.h"
-#include "core/text.h"
 #include "files/frm_kopirovanie.h"
 #include "ui/frm_box.h"
 #include "ui/frm_vstup.h"
-#include "ui/program_links.h"
 #include "ui/system_dialogs.h"
 
 namespace tunovka {

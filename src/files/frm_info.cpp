@@ -11,7 +11,6 @@
 #include "core/text.h"
 #include "ui/frm_box.h"
 #include "ui/painting.h"
-#include "ui/program_links.h"
 
 namespace tunovka {
 namespace {
@@ -78,6 +77,34 @@ std::wstring attributeLines(std::uint32_t attributes) {
     if (attributes & 4) lines += L"systémový súbor\r\n";
     if (attributes & 2) lines += L"skrytý súbor\r\n";
     return lines;
+}
+
+// What a worker has found out about a file: each part that can be read, whatever becomes of the
+// others.
+struct Facts {
+    bool there = false;
+    std::optional<FileDetails> details;
+    std::optional<MultiMedialny::Id3v1Tag> tag;
+    std::optional<RuntimeError> failure;
+};
+
+Facts factsOf(const std::wstring& path) {
+    Facts facts;
+    const auto presence = FileSystemObject::presence(path);
+    facts.there = presence == FileSystemObject::Presence::There;
+    if (presence == FileSystemObject::Presence::Denied) facts.failure.emplace(kPermissionDenied);
+    if (!facts.there) return facts;
+    try {
+        facts.details = FileSystemObject::details(path);
+        constexpr auto kTagSize = MultiMedialny::kId3v1Size;
+        if (const std::uint64_t size = facts.details->size; size >= kTagSize)
+            facts.tag = MultiMedialny::parseId3v1(
+                FileSystemObject::readPart(path, size - kTagSize, kTagSize), fromAnsi);
+    } catch (const RuntimeError& error) {
+        facts.there = FileSystemObject::FileExists(path);
+        if (facts.there) facts.failure = error;
+    }
+    return facts;
 }
 
 }  // namespace
@@ -156,38 +183,6 @@ void frminfo::warn() {
 void frminfo::Timer1_Tick() {
     lblvystraha.setVisible(!lblvystraha.isVisible());
 }
-
-namespace {
-
-// What a worker has found out about a file: each part that can be read, whatever becomes of the
-// others.
-struct Facts {
-    bool there = false;
-    std::optional<FileDetails> details;
-    std::optional<MultiMedialny::Id3v1Tag> tag;
-    std::optional<RuntimeError> failure;
-};
-
-Facts factsOf(const std::wstring& path) {
-    Facts facts;
-    const auto presence = FileSystemObject::presence(path);
-    facts.there = presence == FileSystemObject::Presence::There;
-    if (presence == FileSystemObject::Presence::Denied) facts.failure.emplace(kPermissionDenied);
-    if (!facts.there) return facts;
-    try {
-        facts.details = FileSystemObject::details(path);
-        constexpr auto kTagSize = MultiMedialny::kId3v1Size;
-        if (const std::uint64_t size = facts.details->size; size >= kTagSize)
-            facts.tag = MultiMedialny::parseId3v1(
-                FileSystemObject::readPart(path, size - kTagSize, kTagSize), fromAnsi);
-    } catch (const RuntimeError& error) {
-        facts.there = FileSystemObject::FileExists(path);
-        if (facts.there) facts.failure = error;
-    }
-    return facts;
-}
-
-}  // namespace
 
 void frminfo::showFile(const std::wstring& path) {
     lblPath.setText(path);

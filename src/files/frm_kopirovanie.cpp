@@ -6,7 +6,6 @@
 
 #include "core/disk_questions.h"
 #include "core/handle.h"
-#include "core/loop.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "ui/painting.h"
@@ -27,6 +26,18 @@ constexpr DWORD kLeftAfter = 50;   // milliseconds after which stopped work is l
 constexpr DWORD kLook = 50;        // milliseconds
 
 constexpr wchar_t kTitle[] = L"Kopírovanie súboru";
+
+int underWay = 0;  // how many files are worked on
+
+// Calls a routine on the windows' thread, from another one, and waits for its end.
+void callOnLoop(std::function<void()> routine) {
+    const auto ended = std::make_shared<KernelHandle>(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    postToLoop([ended, routine = std::move(routine)] {
+        guarded(routine);
+        SetEvent(ended->get());
+    });
+    WaitForSingleObject(ended->get(), INFINITE);
+}
 
 }  // namespace
 
@@ -88,22 +99,6 @@ std::optional<LRESULT> frmkopirovanie::onMessage(UINT message, WPARAM wparam, LP
     if (message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
     return Form::onMessage(message, wparam, lparam);
 }
-
-namespace {
-
-int underWay = 0;  // how many files are worked on
-
-// Calls a routine on the windows' thread, from another one, and waits for its end.
-void callOnLoop(std::function<void()> routine) {
-    const auto ended = std::make_shared<KernelHandle>(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    postToLoop([ended, routine = std::move(routine)] {
-        guarded(routine);
-        SetEvent(ended->get());
-    });
-    WaitForSingleObject(ended->get(), INFINITE);
-}
-
-}  // namespace
 
 CopyWatch::CopyWatch(Form& form, std::wstring path, CloseFile closeFile)
     : form_(form), path_(std::move(path)), closeFile_(std::move(closeFile)) {

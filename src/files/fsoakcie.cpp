@@ -3,7 +3,6 @@
 #include "core/paths.h"
 #include "core/text.h"
 #include "ui/frm_box.h"
-#include "ui/program_links.h"
 
 namespace tunovka::FSOakcie {
 namespace {

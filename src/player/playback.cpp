@@ -1,7 +1,6 @@
 #include "player/playback.h"
 
 #include <tuple>
-#include <utility>
 
 #include "core/multimedialny.h"
 #include "core/text.h"

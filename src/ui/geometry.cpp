@@ -1,7 +1,5 @@
 #include "ui/geometry.h"
 
-#include <algorithm>
-
 namespace tunovka {
 
 Rect freePlace(Size size, const std::vector<Rect>& taken, const Rect& work, int step) {

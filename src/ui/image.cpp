@@ -5,7 +5,6 @@
 #include "core/text.h"
 #include "ui/accessible.h"
 #include "ui/painting.h"
-#include "ui/skin.h"
 
 namespace tunovka {
 

@@ -10,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "core/errors.h"
 #include "core/loop.h"
 #include "core/multimedialny.h"
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/errors.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 

@@ -184,10 +184,10 @@ Picture scaledPicture(const Picture& picture, int numerator, int denominator) {
     const auto scaled = [&](int length) {
         return (2 * length * numerator + denominator) / (2 * denominator);
     };
-    Axis columns, rows;
-    appendResized(columns, 0, picture.width, std::max(1, scaled(picture.width)));
-    appendResized(rows, 0, picture.height, std::max(1, scaled(picture.height)));
-    Picture result = resampled(picture, columns, rows);
+    const auto axis = [&](int length) {
+        return stretchedAxis(length, 0, 0, std::max(1, scaled(length)));
+    };
+    Picture result = resampled(picture, axis(picture.width), axis(picture.height));
     const Borders& borders = picture.borders;
     result.borders = {scaled(borders.left), scaled(borders.top), scaled(borders.right),
                       scaled(borders.bottom)};
@@ -271,6 +271,27 @@ HFONT createFont(int dpi, Font kind) {
     return CreateFontIndirectW(&font);
 }
 
+// Square, with the colours not multiplied by alpha, as image lists take it.
+Bitmap createIcon(const std::wstring& key, int side) {
+    const std::optional<Picture> drawn = Ilistbt(key);
+    if (!drawn) return {};
+    Picture picture = scaledPicture(*drawn, side, drawn->width);
+    for (std::uint32_t& pixel : picture.pixels) {
+        const std::uint32_t alpha = pixel >> 24;
+        if (alpha == 0) continue;
+        std::uint32_t plain = alpha << 24;
+        for (int shift = 0; shift < 24; shift += 8)
+            plain |= std::min<std::uint32_t>(255, (pixel >> shift & 0xFF) * 255 / alpha) << shift;
+        pixel = plain;
+    }
+    return bitmapOf(picture);
+}
+
+std::map<std::pair<int, Font>, HFONT>& fonts() {
+    static std::map<std::pair<int, Font>, HFONT> all;
+    return all;
+}
+
 }  // namespace
 
 Size pictureSize(const std::wstring& key, int dpi) {
@@ -301,31 +322,6 @@ void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi, L
 void forgetBitmaps() {
     bitmaps().clear();
 }
-
-namespace {
-
-// Square, with the colours not multiplied by alpha, as image lists take it.
-Bitmap createIcon(const std::wstring& key, int side) {
-    const std::optional<Picture> drawn = Ilistbt(key);
-    if (!drawn) return {};
-    Picture picture = scaledPicture(*drawn, side, drawn->width);
-    for (std::uint32_t& pixel : picture.pixels) {
-        const std::uint32_t alpha = pixel >> 24;
-        if (alpha == 0) continue;
-        std::uint32_t plain = alpha << 24;
-        for (int shift = 0; shift < 24; shift += 8)
-            plain |= std::min<std::uint32_t>(255, (pixel >> shift & 0xFF) * 255 / alpha) << shift;
-        pixel = plain;
-    }
-    return bitmapOf(picture);
-}
-
-std::map<std::pair<int, Font>, HFONT>& fonts() {
-    static std::map<std::pair<int, Font>, HFONT> all;
-    return all;
-}
-
-}  // namespace
 
 // The old ones are not destroyed: controls may still hold them.
 void forgetFonts() {

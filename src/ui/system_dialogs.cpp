@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 #include <vector>
 
 #include "core/disk_questions.h"
@@ -82,6 +81,40 @@ std::wstring chosenIn(IFileSaveDialog& dialog, HWND owner) {
     return path;
 }
 
+// The parsing name, because the plain question for a path knows no more than 260 characters.
+std::wstring pathOf(PCIDLIST_ABSOLUTE place) {
+    static const LateFunction<decltype(SHBindToParent)> bindToParent(L"shell32.dll",
+                                                                     "SHBindToParent");
+    static const LateFunction<decltype(StrRetToStrW)> toText(L"shlwapi.dll", "StrRetToStrW");
+    ComPtr<IShellFolder> parent;
+    PCUITEMID_CHILD child = nullptr;
+    STRRET name{};
+    if (!bindToParent || !toText) return {};
+    if (FAILED(bindToParent(place, IID_IShellFolder, parent.receiveVoid(), &child)) ||
+        FAILED(parent->GetDisplayNameOf(child, SHGDN_FORPARSING, &name)))
+        return {};
+    wchar_t* text = nullptr;
+    if (FAILED(toText(&name, child, &text))) return {};
+    const TaskMemoryOwner owner(text);
+    return text;
+}
+
+BOOL CALLBACK showSelected(HWND control, LPARAM) noexcept {
+    wchar_t kind[32] = L"";
+    GetClassNameW(control, kind, static_cast<int>(std::size(kind)));
+    if (std::wstring_view(kind) != WC_TREEVIEWW) return TRUE;
+    const LRESULT selected = SendMessageW(control, TVM_GETNEXTITEM, TVGN_CARET, 0);
+    SendMessageW(control, TVM_ENSUREVISIBLE, 0, selected);
+    return FALSE;
+}
+
+// Newer systems select the start but leave it out of sight.
+int CALLBACK selectStart(HWND window, UINT message, LPARAM, LPARAM start) noexcept {
+    if (message == BFFM_INITIALIZED) SendMessageW(window, BFFM_SETSELECTIONW, TRUE, start);
+    if (message == BFFM_SELCHANGED) EnumChildWindows(window, showSelected, 0);
+    return 0;
+}
+
 }  // namespace
 
 std::wstring Cdialog::ShowSave(const Form& owner, const SaveArgs& args) {
@@ -125,44 +158,6 @@ std::wstring Cdialog::ShowSave(const Form& owner, const SaveArgs& args) {
     if (!chosen || owner.isClosing()) return {};
     return trimAtNul(path);
 }
-
-namespace {
-
-// The parsing name, because the plain question for a path knows no more than 260 characters.
-std::wstring pathOf(PCIDLIST_ABSOLUTE place) {
-    static const LateFunction<decltype(SHBindToParent)> bindToParent(L"shell32.dll",
-                                                                     "SHBindToParent");
-    static const LateFunction<decltype(StrRetToStrW)> toText(L"shlwapi.dll", "StrRetToStrW");
-    ComPtr<IShellFolder> parent;
-    PCUITEMID_CHILD child = nullptr;
-    STRRET name{};
-    if (!bindToParent || !toText) return {};
-    if (FAILED(bindToParent(place, IID_IShellFolder, parent.receiveVoid(), &child)) ||
-        FAILED(parent->GetDisplayNameOf(child, SHGDN_FORPARSING, &name)))
-        return {};
-    wchar_t* text = nullptr;
-    if (FAILED(toText(&name, child, &text))) return {};
-    const TaskMemoryOwner owner(text);
-    return text;
-}
-
-BOOL CALLBACK showSelected(HWND control, LPARAM) noexcept {
-    wchar_t kind[32] = L"";
-    GetClassNameW(control, kind, static_cast<int>(std::size(kind)));
-    if (std::wstring_view(kind) != WC_TREEVIEWW) return TRUE;
-    const LRESULT selected = SendMessageW(control, TVM_GETNEXTITEM, TVGN_CARET, 0);
-    SendMessageW(control, TVM_ENSUREVISIBLE, 0, selected);
-    return FALSE;
-}
-
-// Newer systems select the start but leave it out of sight.
-int CALLBACK selectStart(HWND window, UINT message, LPARAM, LPARAM start) noexcept {
-    if (message == BFFM_INITIALIZED) SendMessageW(window, BFFM_SETSELECTIONW, TRUE, start);
-    if (message == BFFM_SELCHANGED) EnumChildWindows(window, showSelected, 0);
-    return 0;
-}
-
-}  // namespace
 
 std::wstring pickFolder(const Form& owner, std::wstring_view prompt, const std::wstring& start) {
     const std::wstring title(prompt);
