@@ -52,8 +52,9 @@ BENCH(editor_open) {
 
 BENCH(editor_commands) {
     const std::wstring root = mixedCollection(), saved = root + L"saved.txt";
-    const auto resolved = [](const std::wstring&) { return true; };
-    reportCommand("editor_duplicates", [&](Editor& it) { it.document.duplicates(resolved); });
+    reportCommand("editor_duplicates", [](Editor& it) {
+        it.document.duplicates(std::vector<bool>(it.document.count(), true));
+    });
     reportCommand("editor_remove_invalid", [](Editor& it) { it.dropInvalidLinks(); });
     reportCommand("editor_sort", [](Editor& it) { it.sort(SortOrder::Ascending); });
     reportCommand("editor_restore", &Editor::restoreLoadOrder);

@@ -19,12 +19,13 @@ using namespace MultiMedialny;
 struct ContentsTree::ReadPlaylist {
     std::wstring content;
     std::exception_ptr failure;
+    std::size_t firstAnswer = 0;  // about its entries
 
     static ReadPlaylist of(const std::wstring& path) {
         try {
-            return {fromAnsi(FileSystemObject::readAll(path)), nullptr};
+            return {.content = fromAnsi(FileSystemObject::readAll(path))};
         } catch (const RuntimeError&) {
-            return {{}, std::current_exception()};
+            return {.failure = std::current_exception()};
         }
     }
 };
@@ -32,13 +33,12 @@ struct ContentsTree::ReadPlaylist {
 namespace {
 
 // A line that cannot be read is told when its turn has come.
-void expectEntries(ExistingFiles& existing, const std::wstring& content,
-                   const std::wstring& folder) {
+void askForEntries(FileQuestions& files, const std::wstring& content, const std::wstring& folder) {
     try {
         WideLineReader lines(content);
         for (std::wstring_view line; lines.next(line);)
             if (const auto text = explorerEntryText(line))
-                existing.expect(absoluteEntryPath(withoutFilePrefixAnyCase(*text), folder));
+                files.ask(absoluteEntryPath(withoutFilePrefixAnyCase(*text), folder));
     } catch (const RuntimeError&) {
     }
 }
@@ -90,10 +90,14 @@ void ContentsTree::list(const std::wstring& path) {
     std::vector<FolderEntry> files = std::move(**entries);
     std::erase_if(files, [](const FolderEntry& entry) { return entry.isFolder(); });
     std::map<std::wstring, ReadPlaylist> playlists;
-    ExistingFiles existing;
     if (!readPlaylists(path, files, playlists, hooks)) return;
-    for (const auto& [name, playlist] : playlists) expectEntries(existing, playlist.content, path);
-    if (!existing.prepare(hooks)) return;
+    ExistingFiles existing;
+    for (auto& [name, playlist] : playlists) {
+        playlist.firstAnswer = existing.count();
+        askForEntries(existing, playlist.content, path);
+    }
+    const auto isThere = existing.answers(hooks);
+    if (!isThere) return;
     busy.reset();
 
     const TreeView::RedrawOff off(Tview);
@@ -101,8 +105,7 @@ void ContentsTree::list(const std::wstring& path) {
     names_.clear();
     for (const FolderEntry& file : files) {
         const auto playlist = playlists.find(file.name);
-        if (playlist != playlists.end() &&
-            !addPlaylist(path, file, playlist->second, std::ref(existing), hooks))
+        if (playlist != playlists.end() && !addPlaylist(file, playlist->second, *isThere, hooks))
             return;
         if (IsPlayableMedia(lowerCased(file.name))) addMusic(file.name);
         if (!hooks.next()) return;
@@ -141,9 +144,8 @@ void ContentsTree::addMusic(const std::wstring& name) {
 }
 
 // False when the listing was given up.
-bool ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& file,
-                               const ReadPlaylist& playlist, const FileExistsTest& exists,
-                               const LoopHooks& hooks) {
+bool ContentsTree::addPlaylist(const FolderEntry& file, const ReadPlaylist& playlist,
+                               const std::vector<bool>& isThere, const LoopHooks& hooks) {
     const std::wstring parent = newKey(file.name), name = lowerCased(file.name);
     Tview.add({.key = parent,
                .text = name,
@@ -159,7 +161,7 @@ bool ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
         if (!text) continue;
         number = count16(number + 1);
         const std::wstring key = playlistNodeKey(shortName, number, *text);
-        const bool missing = resolveNodeKey(key, folder, exists).empty();
+        const bool missing = !isThere[playlist.firstAnswer + number - 1];
         Tview.add({.parentKey = parent,
                    .key = key,
                    .text = afterLastBackslash(*text),
@@ -175,8 +177,7 @@ bool ContentsTree::addPlaylist(const std::wstring& folder, const FolderEntry& fi
 std::wstring ContentsTree::pathOf(const std::wstring& key) const {
     const auto file = names_.find(key);
     const bool isFile = file != names_.end() && !key.starts_with(L"pl=");
-    const auto whatever = [](const std::wstring&) { return true; };
-    return resolveNodeKey(isFile ? file->second : key, txtPath_.text(), whatever);
+    return nodePath(isFile ? file->second : key, txtPath_.text());
 }
 
 std::wstring ContentsTree::PathFromNodeKey(const std::wstring& key) const {

@@ -53,9 +53,8 @@ class ContentsTree {
                               std::map<std::wstring, ReadPlaylist>& playlists,
                               const LoopHooks& hooks);
     std::wstring newKey(const std::wstring& name);
-    bool addPlaylist(const std::wstring& folder, const FolderEntry& file,
-                     const ReadPlaylist& playlist, const FileExistsTest& exists,
-                     const LoopHooks& hooks);
+    bool addPlaylist(const FolderEntry& file, const ReadPlaylist& playlist,
+                     const std::vector<bool>& isThere, const LoopHooks& hooks);
     std::wstring pathOf(const std::wstring& key) const;
     void addMusic(const std::wstring& name);
 

@@ -11,37 +11,26 @@
 #include <vector>
 
 #include "core/disk_questions.h"
-#include "core/loop.h"
+#include "core/file_questions.h"
 
 namespace tunovka {
 
-// Answers "does this file exist" for many paths at once: each folder is enumerated once and its
-// names are kept upper-cased, so that an answer costs a hash look-up and not a system call. The
-// answers of one operation (listing, loading, cleaning, saving) are those of its start. Each has an
-// object of its own, or calls beginOperation(), which enumerates only the folders that have
-// changed.
+// Asks the disk: each folder is enumerated once, by a worker while the next questions are put, and
+// its names are kept upper-cased, so that an answer costs a hash look-up and not a system call.
+// Each operation (listing, loading, cleaning, saving) has an object of its own, or calls
+// beginOperation(), which enumerates only the folders that have changed.
 //
 // A name that its folder's set does not hold is confirmed by one real question unless the
 // enumeration succeeded and covered short names too. A path that the system would rewrite is asked
-// for as it is. A root that is not there is asked once. What was not answered, because the person
-// gave the question up, counts as there.
-class ExistingFiles {
+// for as it is. A root that is not there is asked once.
+class ExistingFiles : public FileQuestions {
   public:
-    ExistingFiles() = default;
-    ExistingFiles(const ExistingFiles&) = delete;
-    ExistingFiles& operator=(const ExistingFiles&) = delete;
+    // Starts another operation, without a question yet, whose answers are those of now.
+    void beginOperation();
 
-    // Starts another operation, whose answers are those of now. The test to hand in.
-    std::reference_wrapper<ExistingFiles> beginOperation();
-
-    // Says that a path will be asked for: its folder is asked about while the next are told.
-    void expect(const std::wstring& path);
-    // Waits for the answers about all expected paths, while events run. False when the command was
-    // given up.
-    bool prepare(const LoopHooks& command);
-
-    // True when a file (not a folder) of that path exists; "" and paths with wildcards are false.
-    bool operator()(const std::wstring& path);
+    void ask(const std::wstring& path) override;
+    std::size_t count() const { return count_; }  // of the questions in this operation
+    std::optional<std::vector<bool>> answers(const LoopHooks& command) override;
 
   private:
     // What changes whenever a file of the folder comes, goes or gets another name.
@@ -63,6 +52,8 @@ class ExistingFiles {
         std::wstring path;
         bool rootAnswers = false;
         unsigned operation = 0;                       // the last one that asked
+        std::wstring asked;                           // the names asked for, each ended by "\"
+        std::vector<std::size_t> questions;           // of these names
         Listing listing;                              // upper-cased
         std::unordered_set<std::wstring_view> names;  // parts of its files
     };
@@ -75,7 +66,9 @@ class ExistingFiles {
     static Listing list(const std::wstring& folder);
     Folder* folderOf(std::wstring_view spelling);
     std::function<Answer()> questionFor(const Folder& folder);
-    void take(Folder& folder, Answer answer) const;
+    static void take(Folder& folder, Answer answer);
+    void answer(const Folder& folder, std::vector<bool>& answers);
+    bool askAlone(std::vector<bool>& answers, const LoopHooks& command);
 
     std::unordered_map<std::wstring, Folder> folders_;
     std::unordered_map<std::wstring, std::shared_ptr<Root>> roots_;
@@ -85,6 +78,8 @@ class ExistingFiles {
     std::unordered_map<std::wstring, Folder*, SpellingHash, std::equal_to<>> spelled_;
     std::optional<DiskQuestions<Answer>> questions_;
     std::vector<Folder*> asked_;
+    std::size_t count_ = 0;                                    // questions of this operation
+    std::vector<std::pair<std::size_t, std::wstring>> alone_;  // those about a single path
 };
 
 }  // namespace tunovka

@@ -37,9 +37,8 @@ bool saysMissing(DWORD error) {
 
 // A real question. A file that may not be looked at is not missing.
 bool isThere(const std::wstring& path) {
-    if (systemPathOrNone(path).empty()) return false;
     using namespace FileSystemObject;
-    return askDisk(path, [path] { return presence(path) != Presence::Missing; }).value_or(true);
+    return !systemPathOrNone(path).empty() && presence(path) != Presence::Missing;
 }
 
 }  // namespace
@@ -90,50 +89,71 @@ ExistingFiles::Listing ExistingFiles::list(const std::wstring& folder) {
     return listing;
 }
 
-std::reference_wrapper<ExistingFiles> ExistingFiles::beginOperation() {
+void ExistingFiles::beginOperation() {
     questions_.reset();
     asked_.clear();
+    alone_.clear();
+    count_ = 0;
     std::erase_if(folders_, [&](const auto& each) { return each.second.operation != operation_; });
     ++operation_;
     roots_.clear();
     spelled_.clear();
-    return *this;
 }
 
-bool ExistingFiles::operator()(const std::wstring& path) {
-    const std::size_t cut = endOfFolder(path);
+void ExistingFiles::ask(const std::wstring& path) {
+    const std::size_t question = count_++, cut = endOfFolder(path);
     const std::wstring_view name = std::wstring_view(path).substr(cut + 1);
-    if (name.empty()) return false;  // a folder's name
+    if (name.empty()) return;  // a folder's name
     Folder* const folder = cut != path.npos && isPlainName(name)
                                ? folderOf(std::wstring_view(path).substr(0, cut))
                                : nullptr;
-    if (!folder) return isThere(path);
-    if (folder->operation != operation_)
-        take(*folder,
-             askDisk(folder->path, questionFor(*folder)).value_or(Answer{.listing = Listing()}));
-    if (!folder->rootAnswers) return false;
-    return folder->names.contains(upperCased(name)) || (!folder->listing.complete && isThere(path));
-}
-
-void ExistingFiles::expect(const std::wstring& path) {
-    const std::size_t cut = endOfFolder(path);
-    if (cut == path.npos || !isPlainName(std::wstring_view(path).substr(cut + 1))) return;
-    const std::wstring_view spelling = std::wstring_view(path).substr(0, cut);
-    if (spelled_.contains(spelling)) return;
-    Folder* const folder = folderOf(spelling);
-    if (!folder || folder->operation == operation_) return;
-    if (!questions_) questions_.emplace();
-    questions_->put(questionFor(*folder));
-    asked_.push_back(folder);
-}
-
-bool ExistingFiles::prepare(const LoopHooks& command) {
-    for (Folder* const folder : std::exchange(asked_, {})) {
-        std::optional<Answer> answer = questions_->next(command);
-        if (!answer || !command.next()) return false;
-        take(*folder, std::move(*answer));
+    if (!folder) return void(alone_.emplace_back(question, path));
+    if (folder->operation != operation_) {
+        folder->operation = operation_;
+        folder->asked.clear();
+        folder->questions.clear();
+        if (!questions_) questions_.emplace();
+        questions_->put(questionFor(*folder));
+        asked_.push_back(folder);
     }
-    return true;
+    folder->asked.append(name).append(1, L'\\');
+    folder->questions.push_back(question);
+}
+
+std::optional<std::vector<bool>> ExistingFiles::answers(const LoopHooks& command) {
+    std::vector<bool> answers(count_);
+    for (Folder* const folder : asked_) {
+        std::optional<Answer> listed = questions_->next(command);
+        if (!listed || !command.next()) return std::nullopt;
+        take(*folder, std::move(*listed));
+        answer(*folder, answers);
+    }
+    asked_.clear();
+    if (!askAlone(answers, command)) return std::nullopt;
+    return answers;
+}
+
+// The questions about files of one folder, as far as its listing can tell.
+void ExistingFiles::answer(const Folder& folder, std::vector<bool>& answers) {
+    if (!folder.rootAnswers) return;
+    const std::wstring names = upperCased(folder.asked);
+    std::size_t begin = 0;
+    for (const std::size_t question : folder.questions) {
+        const std::size_t end = names.find(L'\\', begin), length = end - begin;
+        const bool isListed = folder.names.contains(std::wstring_view(names).substr(begin, length));
+        answers[question] = isListed;
+        if (!isListed && !folder.listing.complete)
+            alone_.emplace_back(question, folder.path + folder.asked.substr(begin, length));
+        begin = end + 1;
+    }
+}
+
+bool ExistingFiles::askAlone(std::vector<bool>& answers, const LoopHooks& command) {
+    const auto question = [&](std::size_t i) {
+        return [path = alone_[i].second] { return isThere(path); };
+    };
+    return askDiskMany(command, alone_.size(), question,
+                       [&](std::size_t i, bool isThere) { answers[alone_[i].first] = isThere; });
 }
 
 ExistingFiles::Folder* ExistingFiles::folderOf(std::wstring_view spelling) {
@@ -163,8 +183,7 @@ std::function<ExistingFiles::Answer()> ExistingFiles::questionFor(const Folder& 
     };
 }
 
-void ExistingFiles::take(Folder& folder, Answer answer) const {
-    folder.operation = operation_;
+void ExistingFiles::take(Folder& folder, Answer answer) {
     folder.rootAnswers = answer.rootAnswers;
     if (!answer.listing) return;
     folder.names.clear();

@@ -1,7 +1,9 @@
 #include "editor/document.h"
 
 #include <algorithm>
+#include <exception>
 #include <unordered_set>
+#include <utility>
 
 #include "core/paths.h"
 #include "core/text.h"
@@ -48,42 +50,41 @@ void EditorDocument::openNew(std::wstring_view text) {
     empty_ = false;
 }
 
-void EditorDocument::load(std::wstring_view path, std::wstring_view text,
-                          const FileExistsTest& exists, const LoopHooks& hooks) {
+void EditorDocument::load(std::wstring_view path, std::wstring_view text, FileQuestions& files,
+                          const LoopHooks& hooks) {
     clear(path);
     const auto asItIs = [](std::wstring_view line) { return line; };
-    whole_ = appendLines(text, 0, exists, hooks, asItIs).has_value();
-    if (count() > 0) return;
+    whole_ = appendLines(text, 0, files, hooks, asItIs).has_value();
+    if (!whole_ || count() > 0) return;
     append({});
     showAppended();
 }
 
 std::optional<MergeReport> EditorDocument::merge(std::wstring_view droppedPath,
-                                                 std::wstring_view text,
-                                                 const FileExistsTest& exists,
+                                                 std::wstring_view text, FileQuestions& files,
                                                  const LoopHooks& hooks) {
     const std::wstring droppedFolder = playlistFolder(droppedPath);
+    const bool before = std::exchange(changed_, true);  // also when an error cuts it short
     const auto report =
-        appendLines(text, largestNumber(), exists, hooks, [&](std::wstring_view line) {
-            changed_ = true;
+        appendLines(text, largestNumber(), files, hooks, [&](std::wstring_view line) {
             return mergedEntryPath(withoutFilePrefixAnyCase(line), droppedFolder);
         });
-    changed_ = changed_ || report;
+    if (!report) changed_ = before;
     return report;
 }
 
 // Appends the entries of a playlist's text, each with what `entryText` makes of its line, and shows
-// them; those before an error or a cancellation (nullopt) as well.
+// them; those before an error as well. nullopt when cancelled.
 template <class EntryText>
 std::optional<MergeReport> EditorDocument::appendLines(std::wstring_view text,
                                                        std::int16_t lastNumber,
-                                                       const FileExistsTest& exists,
-                                                       const LoopHooks& hooks,
+                                                       FileQuestions& files, const LoopHooks& hooks,
                                                        EntryText entryText) {
-    MergeReport report;
+    std::vector<PlaylistEntry> entries;
     std::int16_t number = lastNumber;
     const std::wstring home = folder();
     std::wstring path;
+    std::exception_ptr failure;
     try {
         WideLineReader lines(text);
         for (std::wstring_view line; lines.next(line);) {
@@ -91,21 +92,24 @@ std::optional<MergeReport> EditorDocument::appendLines(std::wstring_view text,
                 number = count16(number + 1);
                 const auto entry = entryText(line);
                 path = absoluteEntryPath(withoutFilePrefix(entry), home, std::move(path));
-                const bool missing = !exists(path);
-                appendEntry(number, entry, missing);
-                ++report.added;
-                report.invalid += missing;
+                files.ask(path);
+                entries.push_back({entryKey(number, entry)});
             }
-            if (!hooks.next()) {
-                showAppended();
-                return std::nullopt;
-            }
+            if (!hooks.next()) return std::nullopt;
         }
-    } catch (...) {
-        showAppended();
-        throw;
+    } catch (const RuntimeError&) {
+        failure = std::current_exception();
+    }
+    const auto isThere = files.answers(hooks);
+    if (!isThere) return std::nullopt;
+    MergeReport report;
+    for (PlaylistEntry& entry : entries) {
+        entry.missing = !(*isThere)[report.added++];
+        report.invalid += entry.missing;
+        appendEntry(++lastNumber, std::move(entry));
     }
     showAppended();
+    if (failure) std::rethrow_exception(failure);
     return report;
 }
 
@@ -117,9 +121,9 @@ std::int16_t EditorDocument::largestNumber() const {
 }
 
 // Puts a row at the end of the list and of the load order.
-void EditorDocument::appendEntry(std::int16_t number, std::wstring_view entryText, bool missing) {
+void EditorDocument::appendEntry(std::int16_t number, PlaylistEntry entry) {
     loadOrder_.push_back(number);
-    append({entryKey(number, entryText), missing});
+    append(std::move(entry));
     highestNumber_ = number;
     empty_ = false;
 }
@@ -148,7 +152,8 @@ std::optional<bool> EditorDocument::holds(const std::wstring& path, const LoopHo
 
 std::size_t EditorDocument::add(const std::wstring& path, const FileExistsTest& exists) {
     const std::int16_t number = count16(largestNumber() + 1);
-    appendEntry(number, path, !exists(absoluteEntryPath(withoutFilePrefix(path), folder())));
+    const bool missing = !exists(absoluteEntryPath(withoutFilePrefix(path), folder()));
+    appendEntry(number, {entryKey(number, path), missing});
     const std::wstring key = rows().back().key;
     changed_ = true;
     showAppended();
@@ -171,21 +176,20 @@ void EditorDocument::removeAt(std::size_t position) {
     ListRows::removeAt(position);
 }
 
-std::optional<std::vector<std::wstring>> EditorDocument::duplicates(const FileExistsTest& exists,
-                                                                    const LoopHooks& hooks) const {
+std::optional<std::vector<std::wstring>> EditorDocument::duplicates(
+    const std::vector<bool>& isThere, const LoopHooks& hooks) const {
     std::unordered_set<std::wstring> paths;
+    auto there = isThere.begin();
     return collect(hooks, [&, home = folder()](const PlaylistEntry& entry, auto& keys) {
-        std::wstring path = resolveEntryPath(entry.key, home, exists);
-        if (!path.empty() && !paths.insert(std::move(path)).second) keys.push_back(entry.key);
+        if (*there++ && !paths.insert(entryPath(entry.key, home)).second) keys.push_back(entry.key);
     });
 }
 
-std::optional<std::vector<std::wstring>> EditorDocument::invalidLinks(
-    const FileExistsTest& exists, const LoopHooks& hooks) const {
-    return collect(hooks, [&, home = folder()](const PlaylistEntry& entry, auto& keys) {
-        const bool isLink = !entry.key.empty();
-        if (isLink && !exists(entryPath(entry.key, home))) keys.push_back(entry.key);
-    });
+std::vector<std::wstring> EditorDocument::invalidLinks(const std::vector<bool>& isThere) const {
+    std::vector<std::wstring> keys;
+    for (std::size_t row = 0; row < count(); ++row)
+        if (!isThere[row] && !at(row).key.empty()) keys.push_back(at(row).key);
+    return keys;
 }
 
 std::size_t EditorDocument::remove(const std::vector<std::wstring>& keys) {
@@ -194,37 +198,30 @@ std::size_t EditorDocument::remove(const std::vector<std::wstring>& keys) {
     return removed;
 }
 
-void EditorDocument::restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks) {
+void EditorDocument::restoreLoadOrder(const std::vector<bool>& isThere) {
     constexpr std::uint32_t kNoRow = -1;
     std::vector<std::uint32_t> rowOf(highestNumber_ + 1, kNoRow);  // by number
     for (std::uint32_t row = 0; row < count(); ++row)
-        if (!rows()[row].key.empty()) rowOf[entryNumberOf(rows()[row].key)] = row;
+        if (!at(row).key.empty()) rowOf[entryNumberOf(at(row).key)] = row;
 
-    const std::wstring home = folder();
-    std::vector<std::int16_t> left;
+    std::erase_if(loadOrder_, [&](std::int16_t number) { return rowOf[number] == kNoRow; });
+    sort(SortOrder::None);
+    if (loadOrder_.empty()) return;
     std::vector<std::uint32_t> order;
-    std::vector<bool> missing;
     for (const std::int16_t number : loadOrder_) {
         const std::uint32_t row = rowOf[number];
-        if (row == kNoRow) continue;
-        left.push_back(number);
+        rowToChange(row).missing = !isThere[row];
         order.push_back(row);
-        missing.push_back(!exists(entryPath(rows()[row].key, home)));
-        if (!hooks.next()) return;
     }
-    sort(SortOrder::None);
-    if (order.empty()) return;
-    loadOrder_ = std::move(left);
-    for (std::size_t i = 0; i < order.size(); ++i) rowToChange(order[i]).missing = missing[i];
     reorder(order);
 }
 
-std::optional<std::vector<std::wstring>> EditorDocument::pathsToSave(const FileExistsTest& exists,
-                                                                     const LoopHooks& hooks) const {
-    return collect(hooks, [&, home = folder()](const PlaylistEntry& entry, auto& paths) {
-        std::wstring path = resolveEntryPath(entry.key, home, exists);
-        if (!path.empty()) paths.push_back(std::move(path));
-    });
+std::vector<std::wstring> EditorDocument::pathsToSave(const std::vector<bool>& isThere) const {
+    const std::wstring home = folder();
+    std::vector<std::wstring> paths;
+    for (std::size_t row = 0; row < count(); ++row)
+        if (isThere[row]) paths.push_back(entryPath(at(row).key, home));
+    return paths;
 }
 
 }  // namespace tunovka

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/file_questions.h"
 #include "playlist/entry_key.h"
 #include "ui/list_model.h"
 
@@ -29,9 +30,9 @@ struct MergeReport {
 // the changed flag, the sort state and the numbers given so far. Its list view shows what a command
 // has done when that is whole.
 //
-// Every existence test is passed in and should serve one command. Long commands let events run
-// between rows, in which no other command may be given; the window sees to that. A command whose
-// loop is cancelled keeps what it has done whole; see each one.
+// Which files are there is passed in, as it was when the command began: questions to ask, or the
+// answers for all rows in their order. Long commands let events run between rows, in which no other
+// command may be given; the window sees to that. A command that is cancelled changes nothing.
 class EditorDocument : public ListRows<PlaylistEntry> {
   public:
     ListRow row(std::size_t position) const override;
@@ -59,8 +60,8 @@ class EditorDocument : public ListRows<PlaylistEntry> {
 
     // Reads the text of a playlist file; the rows so far are dropped. Without an entry line the
     // one row kNothingFound stands there. Past 32,767 entries kOverflow is raised and the rows
-    // read so far stay, as they do after a cancellation.
-    void load(std::wstring_view path, std::wstring_view text, const FileExistsTest& exists,
+    // read so far stay.
+    void load(std::wstring_view path, std::wstring_view text, FileQuestions& files,
               const LoopHooks& hooks = {});
 
     // True when a row's file is exactly this existing path. nullopt when cancelled. A row without a
@@ -72,10 +73,10 @@ class EditorDocument : public ListRows<PlaylistEntry> {
     // when the numbers are used up.
     std::size_t add(const std::wstring& path, const FileExistsTest& exists);
 
-    // Appends the entries of a dropped playlist. An error or a cancellation (nullopt) keeps the
-    // rows added so far, with the changed flag set.
+    // Appends the entries of a dropped playlist. An error keeps the rows added so far, with the
+    // changed flag set. nullopt when cancelled.
     std::optional<MergeReport> merge(std::wstring_view droppedPath, std::wstring_view text,
-                                     const FileExistsTest& exists, const LoopHooks& hooks = {});
+                                     FileQuestions& files, const LoopHooks& hooks = {});
 
     // Moves the row of that key to the position of another; the load order becomes the display
     // order. False when nothing changes: sorted, unknown key, own or no such position.
@@ -84,12 +85,11 @@ class EditorDocument : public ListRows<PlaylistEntry> {
     void removeAt(std::size_t position);
 
     // Keys of the rows whose file an earlier row names as well. nullopt when cancelled.
-    std::optional<std::vector<std::wstring>> duplicates(const FileExistsTest& exists,
+    std::optional<std::vector<std::wstring>> duplicates(const std::vector<bool>& isThere,
                                                         const LoopHooks& hooks = {}) const;
 
-    // Keys of the rows whose file is missing now. nullopt when cancelled.
-    std::optional<std::vector<std::wstring>> invalidLinks(const FileExistsTest& exists,
-                                                          const LoopHooks& hooks = {}) const;
+    // Keys of the rows whose file is missing now.
+    std::vector<std::wstring> invalidLinks(const std::vector<bool>& isThere) const;
 
     // Removes the rows of those keys, as far as they are still there; returns how many there were.
     std::size_t remove(const std::vector<std::wstring>& keys);
@@ -99,21 +99,20 @@ class EditorDocument : public ListRows<PlaylistEntry> {
     using ListRows::sort;
 
     // Ends the sorting and puts the rows into the order of the load order list, which loses those
-    // without a row. A cancellation leaves rows and load order as they were.
-    void restoreLoadOrder(const FileExistsTest& exists, const LoopHooks& hooks = {});
+    // without a row.
+    void restoreLoadOrder(const std::vector<bool>& isThere);
 
-    // The paths of all rows in display order, missing files left out. nullopt when cancelled.
-    std::optional<std::vector<std::wstring>> pathsToSave(const FileExistsTest& exists,
-                                                         const LoopHooks& hooks = {}) const;
+    // The paths of all rows in display order, missing files left out.
+    std::vector<std::wstring> pathsToSave(const std::vector<bool>& isThere) const;
 
     void markSaved() { changed_ = false; }
 
   private:
     std::int16_t largestNumber() const;
-    void appendEntry(std::int16_t number, std::wstring_view entryText, bool missing);
+    void appendEntry(std::int16_t number, PlaylistEntry entry);
     template <class EntryText>
     std::optional<MergeReport> appendLines(std::wstring_view text, std::int16_t lastNumber,
-                                           const FileExistsTest& exists, const LoopHooks& hooks,
+                                           FileQuestions& files, const LoopHooks& hooks,
                                            EntryText entryText);
     template <class Take>
     std::optional<std::vector<std::wstring>> collect(const LoopHooks& hooks, Take take) const;

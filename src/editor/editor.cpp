@@ -34,28 +34,14 @@ std::optional<std::wstring> Editor::read(const std::wstring& path) const {
     return askDisk(hooks(), [path] { return fromAnsi(FileSystemObject::readAll(path)); });
 }
 
-std::optional<FileExistsTest> Editor::filesOfRows() {
+std::optional<std::vector<bool>> Editor::filesOfRows() {
     files_.beginOperation();
-    const auto expect = [this](const std::wstring& path) {
-        files_.expect(path);
-        return true;
-    };
-    if (!document.invalidLinks(expect, hooks()) || !files_.prepare(hooks())) return std::nullopt;
-    return std::ref(files_);
-}
-
-std::optional<FileExistsTest> Editor::filesOfText(std::wstring_view text,
-                                                  const std::wstring& folder) {
-    files_.beginOperation();
-    WideLineReader lines(text);
-    std::wstring path;
-    for (std::wstring_view line; lines.next(line);) {
-        if (!isPlaylistEntryLine(line)) continue;
-        path = absoluteEntryPath(withoutFilePrefix(line), folder, std::move(path));
-        files_.expect(path);
+    const std::wstring home = document.folder();
+    for (const PlaylistEntry& entry : document.rows()) {
+        files_.ask(entryPath(entry.key, home));
+        if (!hooks().next()) return std::nullopt;
     }
-    if (!files_.prepare(hooks())) return std::nullopt;
-    return std::ref(files_);
+    return files_.answers(hooks());
 }
 
 // False as well when the window has been closed meanwhile.
@@ -93,9 +79,8 @@ std::wstring Editor::status(std::size_t row) const {
 void Editor::loadPlaylistFile(const std::wstring& path) {
     const auto text = read(path);
     if (!text) return;
-    const auto exists = filesOfText(*text, playlistFolder(path));
-    if (!exists) return;
-    document.load(path, *text, *exists, hooks());
+    files_.beginOperation();
+    document.load(path, *text, files_, hooks());
     if (document.mayBeSaved() && !form_.isClosing()) onSelect(0);
 }
 
@@ -143,17 +128,16 @@ void Editor::mergeDroppedPlaylist(const std::wstring& path) {
         return;
     const auto text = read(path);
     if (!text) return;
-    const auto exists = filesOfText(*text, playlistFolder(path));
-    if (!exists) return;
+    files_.beginOperation();
     std::optional<MergeReport> report;
     try {
-        report = document.merge(path, *text, *exists, hooks());
+        report = document.merge(path, *text, files_, hooks());
     } catch (...) {
         selectLast();  // of what was read before the error
         throw;
     }
-    selectLast();
     if (!report) return;
+    selectLast();
     std::wstring notice = L"Počet pridaných súborov: " + decimal(report->added);
     if (report->invalid > 0)
         notice += L"\rPočet pridaných neplatných odkazov: " + decimal(report->invalid);
@@ -168,9 +152,9 @@ void Editor::removeAt(std::size_t row) {
 }
 
 void Editor::removeDuplicates() {
-    const auto exists = filesOfRows();
-    if (!exists) return;
-    const auto keys = document.duplicates(*exists, hooks());
+    const auto isThere = filesOfRows();
+    if (!isThere) return;
+    const auto keys = document.duplicates(*isThere, hooks());
     if (!keys) return;
     if (keys->empty())
         return notify({L"O.K.", L"Neboli nájdené žiadne duplicitné v zozname.", L"Jasnačka ..."});
@@ -195,12 +179,11 @@ void Editor::removeInvalidLinks() {
 }
 
 std::optional<std::size_t> Editor::dropInvalidLinks() {
-    const auto exists = filesOfRows();
-    if (!exists) return std::nullopt;
-    const auto keys = document.invalidLinks(*exists, hooks());
-    if (!keys) return std::nullopt;
-    if (document.remove(*keys) > 0) selectFirst();
-    return keys->size();
+    const auto isThere = filesOfRows();
+    if (!isThere) return std::nullopt;
+    const std::size_t removed = document.remove(document.invalidLinks(*isThere));
+    if (removed > 0) selectFirst();
+    return removed;
 }
 
 void Editor::sort(SortOrder order) {
@@ -208,9 +191,9 @@ void Editor::sort(SortOrder order) {
 }
 
 void Editor::restoreLoadOrder() {
-    const auto exists = filesOfRows();
-    if (!exists) return;
-    document.restoreLoadOrder(*exists, hooks());
+    const auto isThere = filesOfRows();
+    if (!isThere) return;
+    document.restoreLoadOrder(*isThere);
     selectFirst();
 }
 
@@ -252,13 +235,12 @@ void Editor::saveAs() {
 }
 
 bool Editor::write(const std::wstring& target, bool relative) {
-    const auto exists = filesOfRows();
-    if (!exists) return false;
-    const auto paths = document.pathsToSave(*exists, hooks());
-    if (!paths) return false;
+    const auto isThere = filesOfRows();
+    if (!isThere) return false;
+    const auto paths = document.pathsToSave(*isThere);
     bool goesOn = true;
     const auto goOn = [&] { goesOn = hooks().next() && goesOn; };
-    const auto lines = playlistLines(target, *paths, relative, goOn);
+    const auto lines = playlistLines(target, paths, relative, goOn);
     const std::string content = playlistBytes(lines, [&](std::wstring_view line) {
         goOn();
         return toAnsi(line);

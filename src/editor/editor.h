@@ -58,11 +58,8 @@ class Editor {
     LoopHooks hooks() const;
     // A file's content; empty when the command was given up.
     std::optional<std::wstring> read(const std::wstring& path) const;
-    // A fresh existence test for the files of all rows, or of all entries of a playlist's text
-    // (relative ones lead from `folder`). The disk is asked first; empty when the command was given
-    // up.
-    std::optional<FileExistsTest> filesOfRows();
-    std::optional<FileExistsTest> filesOfText(std::wstring_view text, const std::wstring& folder);
+    // Which rows have a file now; empty when the command was given up.
+    std::optional<std::vector<bool>> filesOfRows();
     bool agrees(const BoxRequest& question) const;
     void notify(const BoxRequest& notice) const;
     void move(const std::wstring& key, std::optional<std::size_t> target);
@@ -74,7 +71,7 @@ class Editor {
 
     Form& form_;
     ProgramLinks& links_;
-    ExistingFiles files_;  // cleared by each command that tests files
+    ExistingFiles files_;
 };
 
 }  // namespace tunovka

@@ -14,10 +14,6 @@ constexpr std::wstring_view kNumberMark = L"položka:";
 constexpr std::wstring_view kTextMark = L"súbor=";
 constexpr std::size_t kNone = std::wstring_view::npos;
 
-std::wstring ifExists(std::wstring path, const FileExistsTest& exists) {
-    return exists(path) ? std::move(path) : std::wstring();
-}
-
 }  // namespace
 
 std::wstring entryKey(std::int16_t number, std::wstring_view entryText) {
@@ -68,18 +64,18 @@ std::wstring entryPath(std::wstring_view key, std::wstring_view folder) {
 
 std::wstring resolveEntryPath(std::wstring_view key, std::wstring_view folder,
                               const FileExistsTest& exists) {
-    return ifExists(entryPath(key, folder), exists);
+    std::wstring path = entryPath(key, folder);
+    return exists(path) ? path : std::wstring();
 }
 
-std::wstring resolveNodeKey(std::wstring_view key, std::wstring_view folder,
-                            const FileExistsTest& exists) {
+std::wstring nodePath(std::wstring_view key, std::wstring_view folder) {
     if (folder.empty()) return {};
-    if (!key.starts_with(L"pl=")) return ifExists(std::wstring(folder).append(key), exists);
+    if (!key.starts_with(L"pl=")) return std::wstring(folder).append(key);
     constexpr std::wstring_view kMark = L"id=";
     const std::size_t mark = key.find(kMark);
     if (mark == std::wstring_view::npos) return {};
     const std::wstring_view text = key.substr(mark + kMark.size());
-    return ifExists(absoluteEntryPath(withoutFilePrefixAnyCase(text), folder), exists);
+    return absoluteEntryPath(withoutFilePrefixAnyCase(text), folder);
 }
 
 }  // namespace tunovka

@@ -39,9 +39,7 @@ std::wstring resolveEntryPath(std::wstring_view key, std::wstring_view folder,
                               const FileExistsTest& exists);
 
 // The path behind a node of the explorer's contents tree: a "pl=…" key is a playlist entry, every
-// other key the name of a file in `folder` (which ends in "\"). "" when no file of that path
-// exists or the folder is "".
-std::wstring resolveNodeKey(std::wstring_view key, std::wstring_view folder,
-                            const FileExistsTest& exists);
+// other key the name of a file in `folder` (which ends in "\"). "" when the folder is "".
+std::wstring nodePath(std::wstring_view key, std::wstring_view folder);
 
 }  // namespace tunovka

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/file_questions.h"
+
 // A fuzz target holds promises of the program against any bytes; libFuzzer looks for bytes that
 // break one.
 namespace tunovka::fuzz {
@@ -36,6 +38,20 @@ inline std::wstring wide(std::string_view bytes) {
     }
     return text;
 }
+
+// A disk that has every file, or none, and keeps what it was asked for.
+struct FilesAsked : FileQuestions {
+    explicit FilesAsked(bool all) : all_(all) {}
+    void ask(const std::wstring& path) override { asked.push_back(path); }
+    std::optional<std::vector<bool>> answers(const LoopHooks&) override {
+        return std::vector<bool>(asked.size(), all_);
+    }
+
+    std::vector<std::wstring> asked;
+
+  private:
+    bool all_;
+};
 
 // The first line of the rest of an input, without its line end; the rest goes on behind it.
 inline std::string_view takeLine(std::string_view& rest) {

@@ -73,11 +73,9 @@ void requireRows(const EditorDocument& document, const Lines& texts, std::int16_
 
 void editorReads(const std::wstring& text, const Lines& entries) {
     EditorDocument document;
-    Lines asked;
-    document.load(kList, text, [&](const std::wstring& path) {
-        asked.push_back(path);
-        return false;
-    });
+    FilesAsked none(false);
+    document.load(kList, text, none);
+    const Lines& asked = none.asked;
     require(document.mayBeSaved() == !entries.empty(), "a list with entries may be saved");
     if (entries.empty()) {
         require(document.rows().size() == 1 && document.rows()[0].name() == kNothingFound,
@@ -97,7 +95,8 @@ void editorReads(const std::wstring& text, const Lines& entries) {
 void mergeReads(const std::wstring& text, Lines entries) {
     EditorDocument document;
     document.openNew(L"nový playlist");
-    const auto report = document.merge(kList, text, [](const std::wstring&) { return true; });
+    FilesAsked all(true);
+    const auto report = document.merge(kList, text, all);
     require(report && report->added == static_cast<int>(entries.size()) && report->invalid == 0,
             "the report counts every entry line");
     require(document.changed(), "a merge is a change");
@@ -119,7 +118,6 @@ std::optional<std::wstring> explorerText(std::wstring line, bool& refused) {
 }
 
 void explorerReads(const Lines& lines) {
-    const auto always = [](const std::wstring&) { return true; };
     for (const std::wstring& line : lines) {
         bool refused = false;
         const auto expected = explorerText(line, refused);
@@ -130,9 +128,8 @@ void explorerReads(const Lines& lines) {
         }
         if (!expected) continue;
         const std::wstring path = absolute(withoutFile(*expected));
-        require(
-            resolveNodeKey(playlistNodeKey(L"LIST~1.M3U", 1, *expected), kFolder, always) == path,
-            "the node's key leads to the entry's file");
+        require(nodePath(playlistNodeKey(L"LIST~1.M3U", 1, *expected), kFolder) == path,
+                "the node's key leads to the entry's file");
     }
 }
 

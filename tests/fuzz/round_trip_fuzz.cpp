@@ -71,7 +71,8 @@ void requireSameFiles(const EditorDocument& document, const Paths& files) {
 EditorDocument mergedFrom(const std::wstring& list, const std::wstring& text) {
     EditorDocument document;
     document.openNew(L"nový playlist");
-    document.merge(list, text, [](const std::wstring&) { return true; });
+    FilesAsked all(true);
+    document.merge(list, text, all);
     return document;
 }
 
@@ -92,7 +93,8 @@ void run(std::string_view input) {
     requireSameFiles(mergedFrom(L"Z:\\x\\y.m3u", text), files);
     if (!files.empty()) {
         EditorDocument document;
-        document.load(L"Z:\\x\\y.m3u", text, [](const std::wstring&) { return true; });
+        FilesAsked all(true);
+        document.load(L"Z:\\x\\y.m3u", text, all);
         requireSameFiles(document, files);
     }
     requireSameFiles(mergedFrom(list, written(list, relativeFiles, true)), relativeFiles);

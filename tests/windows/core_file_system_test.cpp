@@ -25,8 +25,13 @@ TEST(ExistingFiles, AreFilesThatTheDiskHas) {
     scratch.folder(L"hudba\\b.mp3");
     ExistingFiles files;
     const auto exists = [&](const std::wstring& path) {
-        EXPECT_EQ(files(path), fso::FileExists(path)) << testing::PrintToString(path);
-        return files(path);
+        files.beginOperation();
+        files.ask(path);
+        files.ask(path);
+        const std::vector<bool> answers = *files.answers({});
+        EXPECT_EQ(answers, std::vector<bool>(2, fso::FileExists(path)))
+            << testing::PrintToString(path);
+        return answers.front();
     };
     const std::wstring shortName = shortNameOf(scratch / L"Dlhý názov piesne.mp3");
     for (const wchar_t* name :
@@ -47,7 +52,9 @@ TEST(ExistingFiles, AreFilesThatTheDiskHas) {
         const bool asks = call == DiskCall::List || call == DiskCall::Attributes;
         return asks ? DWORD{ERROR_ACCESS_DENIED} : DWORD{ERROR_SUCCESS};
     });
-    EXPECT_TRUE(files.beginOperation()(scratch / L"hudba\\a.mp3"));
+    files.beginOperation();
+    files.ask(scratch / L"hudba\\a.mp3");
+    EXPECT_TRUE(files.answers({})->front());
 }
 
 TEST(FileSystemObject, CopiesTimesAndAttributes) {

@@ -48,7 +48,11 @@ TEST(ExistingFiles, TrustsTheTimesOfFoldersOnlyWhereTheyAreFine) {
         const std::wstring name = std::to_wstring(old), folder = scratch.folder(name);
         setFolderTime(folder, old);
         ExistingFiles files;
-        const auto contains = [&] { return files.beginOperation()(folder + L"\\a.mp3"); };
+        const auto contains = [&] {
+            files.beginOperation();
+            files.ask(folder + L"\\a.mp3");
+            return files.answers({})->front();
+        };
         EXPECT_FALSE(contains());
         scratch.file(name + L"\\a.mp3");
         EXPECT_TRUE(contains());  // created
