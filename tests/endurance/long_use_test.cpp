@@ -13,10 +13,7 @@
 #include "endurance/resources.h"
 #include "search/frm_hladanie.h"
 #include "support/disk_faults.h"
-#include "support/person.h"
 #include "support/player_watch.h"
-#include "support/scratch_folder.h"
-#include "ui/form.h"
 #include "ui/frm_box.h"
 
 namespace tunovka {
@@ -67,7 +64,6 @@ class LongUse : public testing::Test {
         explorer->contents.Tview.onSelectionByKey();
         explorer->prehrat.choose(entry);
     }
-
     void play() {
         MediaPlayer& mp = explorer->player.mp;
         // The label of the time, told by a timer, has no window before its first text.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <iterator>
 #include <stdexcept>
 #include <string>
@@ -14,13 +15,9 @@ namespace tunovka::fuzz {
 // What each target's file defines.
 void run(std::string_view input);
 
-// A promise that does not hold. Nothing catches it under libFuzzer, which so keeps the input.
-struct Broken : std::logic_error {
-    using logic_error::logic_error;
-};
-
+// Nothing catches a promise that does not hold, so libFuzzer keeps the input.
 inline void require(bool holds, const char* promise) {
-    if (!holds) throw Broken(promise);
+    if (!holds) throw std::logic_error(promise);
 }
 
 // Bytes as text: ASCII as it is, the upper half as letters that matter somewhere: with and without
@@ -31,7 +28,6 @@ inline std::wstring wide(std::string_view bytes) {
                                          0x3A3,  0x3C2,  0x2044, 0xFF0F, 0xFF3C, 0x2028,
                                          0xFEFF, 0xFFFF, 0xD83D, 0xDE00, 0xD800, 0xDFFF};
     std::wstring text;
-    text.reserve(bytes.size());
     for (const char byte : bytes) {
         const auto value = static_cast<unsigned char>(byte);
         text += value < 0x80 ? static_cast<wchar_t>(value) : kUpper[value % std::size(kUpper)];
@@ -62,3 +58,9 @@ inline std::string_view takeLine(std::string_view& rest) {
 }
 
 }  // namespace tunovka::fuzz
+
+// What libFuzzer calls.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    tunovka::fuzz::run({reinterpret_cast<const char*>(data), size});
+    return 0;
+}

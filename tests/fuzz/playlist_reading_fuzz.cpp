@@ -1,7 +1,5 @@
 // The three readers on the text of any file, held against the line grammar written once more.
-#include <initializer_list>
 #include <optional>
-#include <vector>
 
 #include "core/errors.h"
 #include "core/text.h"
@@ -61,13 +59,13 @@ std::wstring merged(const std::wstring& text) {
     return fromRoot ? L"C:\\" + text.substr(2) : absolute(text);
 }
 
-// Every entry line is a row, in the file's order, numbered from `first`.
-void requireRows(const EditorDocument& document, const Lines& texts, std::int16_t first) {
+// Every entry line is a row, in the file's order.
+void requireRows(const EditorDocument& document, const Lines& texts) {
     require(document.rows().size() == texts.size(), "every entry line is a row");
-    for (std::size_t at = 0; at < texts.size(); ++at) {
-        const PlaylistEntry& row = document.rows()[at];
-        require(entryTextOf(row.key) == texts[at], "rows hold their lines in the file's order");
-        require(entryNumberOf(row.key) == first + static_cast<int>(at), "rows are numbered");
+    for (int at = 0; at < static_cast<int>(texts.size()); ++at) {
+        const std::wstring& key = document.rows()[at].key;
+        require(key == entryKey(static_cast<std::int16_t>(at + 1), texts[at]),
+                "rows are numbered and hold their lines in the file's order");
     }
 }
 
@@ -82,7 +80,7 @@ void editorReads(const std::wstring& text, const Lines& entries) {
                 "a list without entries says so");
         return;
     }
-    requireRows(document, entries, 1);
+    requireRows(document, entries);
     require(asked.size() == entries.size(), "every entry's file is looked for");
     for (std::size_t at = 0; at < entries.size(); ++at) {
         const bool isPls = entries[at].starts_with(L"File");
@@ -101,7 +99,7 @@ void mergeReads(const std::wstring& text, Lines entries) {
             "the report counts every entry line");
     require(document.changed(), "a merge is a change");
     for (std::wstring& entry : entries) entry = merged(withoutFile(entry));
-    requireRows(document, entries, 1);
+    requireRows(document, entries);
 }
 
 // What the explorer makes of a line; nullopt for none, `refused` for half a reference.

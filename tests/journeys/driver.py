@@ -82,8 +82,8 @@ class Item(Place):
 
     def __init__(self, app, row):
         self.text, numbers = row[0], [int(field) for field in row[1:]]
-        self.selected, self.level, self.expanded = numbers[:3]
-        super().__init__(app, numbers[3:])
+        self.level, self.expanded = numbers[:2]
+        super().__init__(app, numbers[2:])
 
 
 class Control(Place):

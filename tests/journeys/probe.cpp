@@ -20,8 +20,9 @@ using Rows = std::vector<Row>;
 
 constexpr wchar_t kName[] = L"Tunovka.name";
 
-std::wstring number(LONG_PTR value) {
-    return std::to_wstring(static_cast<long long>(value));
+template <typename Value>
+std::wstring number(Value value) {
+    return std::to_wstring((LONG_PTR)value);
 }
 
 void addRect(Row& row, const RECT& rect) {
@@ -43,8 +44,8 @@ std::wstring textOf(HWND window) {
     return text.c_str();
 }
 
-// A page in the memory of the program that owns a control, for the messages whose structures the
-// system does not carry.
+// A page in the memory of the program that owns a tree or a list, for the messages whose structures
+// the system does not carry.
 class RemoteMemory {
   public:
     explicit RemoteMemory(HWND window) : window_(window) {
@@ -65,23 +66,27 @@ class RemoteMemory {
     // Sends the message with a copy of the structure over there, and brings the copy back.
     template <class T>
     LRESULT exchange(UINT message, WPARAM wparam, T& structure) {
-        const wchar_t empty = L'\0';
-        WriteProcessMemory(process_, textPlace(), &empty, sizeof empty, nullptr);
         WriteProcessMemory(process_, page_, &structure, sizeof structure, nullptr);
         const LRESULT result = ask(window_, message, wparam, reinterpret_cast<LPARAM>(page_));
         ReadProcessMemory(process_, page_, &structure, sizeof structure, nullptr);
         return result;
     }
-    // For the structure's text, and what has come there.
-    static constexpr int kTextSize = 4096;
-    wchar_t* textPlace() const { return reinterpret_cast<wchar_t*>(page_ + 1024); }
-    std::wstring text() const {
-        std::wstring result(kTextSize, L'\0');
-        ReadProcessMemory(process_, textPlace(), result.data(), kTextSize * sizeof(wchar_t),
-                          nullptr);
-        return result.c_str();
+    // The same for a structure that asks for a text; gives that back.
+    template <class T>
+    std::wstring text(UINT message, WPARAM wparam, T& structure) {
+        std::wstring text(4096, L'\0');
+        const SIZE_T size = text.size() * sizeof(wchar_t);
+        structure.pszText = reinterpret_cast<wchar_t*>(page_ + 1024);
+        structure.cchTextMax = static_cast<int>(text.size());
+        WriteProcessMemory(process_, structure.pszText, text.data(), size, nullptr);
+        exchange(message, wparam, structure);
+        ReadProcessMemory(process_, page_ + 1024, text.data(), size, nullptr);
+        return text.c_str();
     }
-    void addPlace(Row& row, RECT rect) const {
+    // Adds where an item is, which the rectangle's left side asks for; nothing when it is nowhere.
+    void addPlace(Row& row, UINT message, WPARAM wparam, LONG asked) {
+        RECT rect{asked, 0, 0, 0};
+        if (!exchange(message, wparam, rect)) return;
         MapWindowPoints(window_, nullptr, reinterpret_cast<POINT*>(&rect), 2);
         addRect(row, rect);
     }
@@ -98,9 +103,8 @@ Row describe(HWND window) {
     GetClassNameW(window, kind, 256);
     const auto atom = static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(window, kName)));
     if (atom) GlobalGetAtomNameW(atom, name, 256);
-    const HWND root = GetAncestor(window, GA_ROOT);
-    Row row{number(reinterpret_cast<LONG_PTR>(window)), number(reinterpret_cast<LONG_PTR>(root)),
-            kind, name, number(IsWindowVisible(window))};
+    Row row{number(window), number(GetAncestor(window, GA_ROOT)), kind, name,
+            number(IsWindowVisible(window))};
     RECT rect{};
     GetWindowRect(window, &rect);
     addRect(row, rect);
@@ -112,25 +116,24 @@ struct Search {
     Rows found;
 };
 
+BOOL CALLBACK collectChild(HWND window, LPARAM search) {
+    reinterpret_cast<Search*>(search)->found.push_back(describe(window));
+    return TRUE;
+}
+
 BOOL CALLBACK findProgram(HWND window, LPARAM search) {
     if (!GetPropW(window, kName)) return TRUE;
     GetWindowThreadProcessId(window, &reinterpret_cast<Search*>(search)->program);
     return FALSE;
 }
 
-BOOL CALLBACK collectChild(HWND window, LPARAM search) {
-    reinterpret_cast<Search*>(search)->found.push_back(describe(window));
-    return TRUE;
-}
-
 // Every window belongs to a program, so a foreign one is left out before its children are asked.
-BOOL CALLBACK collect(HWND window, LPARAM parameter) {
-    Search& search = *reinterpret_cast<Search*>(parameter);
+BOOL CALLBACK collect(HWND window, LPARAM search) {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
-    if (process != search.program) return TRUE;
-    collectChild(window, parameter);
-    EnumChildWindows(window, collectChild, parameter);
+    if (process != reinterpret_cast<Search*>(search)->program) return TRUE;
+    collectChild(window, search);
+    EnumChildWindows(window, collectChild, search);
     return TRUE;
 }
 
@@ -142,51 +145,37 @@ Rows windows() {
     return search.found;
 }
 
-void addNodes(HWND tree, RemoteMemory& memory, HTREEITEM item, int level, Rows& rows) {
-    const auto next = [&](WPARAM relation, HTREEITEM from) {
-        return reinterpret_cast<HTREEITEM>(
-            ask(tree, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(from)));
-    };
-    for (; item; item = next(TVGN_NEXT, item)) {
+void addNodes(HWND tree, RemoteMemory& memory, WPARAM relation, LPARAM from, int level,
+              Rows& rows) {
+    while (const LPARAM item = ask(tree, TVM_GETNEXTITEM, relation, from)) {
         TVITEMW read{};
         read.mask = TVIF_TEXT | TVIF_STATE;
-        read.hItem = item;
-        read.stateMask = ~0u;
-        read.pszText = memory.textPlace();
-        read.cchTextMax = RemoteMemory::kTextSize;
-        memory.exchange(TVM_GETITEMW, 0, read);
-        Row row{memory.text(), number((read.state & TVIS_SELECTED) != 0), number(level),
-                number((read.state & TVIS_EXPANDED) != 0)};
-        // The message takes the item where it leaves the rectangle; none inside a collapsed node.
-        RECT rect{};
-        rect.left = static_cast<LONG>(reinterpret_cast<LONG_PTR>(item));
-        if (memory.exchange(TVM_GETITEMRECT, TRUE, rect)) memory.addPlace(row, rect);
+        read.hItem = reinterpret_cast<HTREEITEM>(item);
+        read.stateMask = TVIS_EXPANDED;
+        const std::wstring text = memory.text(TVM_GETITEMW, 0, read);
+        Row row{text, number(level), number((read.state & TVIS_EXPANDED) != 0)};
+        memory.addPlace(row, TVM_GETITEMRECT, TRUE, static_cast<LONG>(item));
         rows.push_back(row);
-        addNodes(tree, memory, next(TVGN_CHILD, item), level + 1, rows);
+        addNodes(tree, memory, TVGN_CHILD, item, level + 1, rows);
+        relation = TVGN_NEXT;
+        from = item;
     }
 }
 
-// Text, selected, level, expanded and the rectangle, of rows the first two and that.
+// Of a tree's nodes and of a list's rows: text, level, expanded and the rectangle, which is not
+// there inside a collapsed node.
 Rows items(HWND control) {
     Rows rows;
     RemoteMemory memory(control);
     if (describe(control)[2] == WC_TREEVIEWW) {
-        const auto root = reinterpret_cast<HTREEITEM>(ask(control, TVM_GETNEXTITEM, TVGN_ROOT));
-        addNodes(control, memory, root, 0, rows);
+        addNodes(control, memory, TVGN_ROOT, 0, 0, rows);
         return rows;
     }
-    const int count = static_cast<int>(ask(control, LVM_GETITEMCOUNT));
-    for (int at = 0; at < count; ++at) {
+    const auto count = static_cast<WPARAM>(ask(control, LVM_GETITEMCOUNT));
+    for (WPARAM at = 0; at < count; ++at) {
         LVITEMW read{};
-        read.pszText = memory.textPlace();
-        read.cchTextMax = RemoteMemory::kTextSize;
-        memory.exchange(LVM_GETITEMTEXTW, static_cast<WPARAM>(at), read);
-        const auto state = ask(control, LVM_GETITEMSTATE, static_cast<WPARAM>(at), LVIS_SELECTED);
-        Row row{memory.text(), number(state != 0), L"0", L"0"};
-        RECT rect{};
-        rect.left = LVIR_BOUNDS;
-        memory.exchange(LVM_GETITEMRECT, static_cast<WPARAM>(at), rect);
-        memory.addPlace(row, rect);
+        Row row{memory.text(LVM_GETITEMTEXTW, at, read), L"0", L"0"};
+        memory.addPlace(row, LVM_GETITEMRECT, at, LVIR_BOUNDS);
         rows.push_back(row);
     }
     return rows;
@@ -197,8 +186,7 @@ Row focus() {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetWindowThreadProcessId(GetForegroundWindow(), nullptr), &info);
-    return {number(reinterpret_cast<LONG_PTR>(info.hwndFocus)),
-            number((info.flags & GUI_INMOVESIZE) != 0)};
+    return {number(info.hwndFocus), number((info.flags & GUI_INMOVESIZE) != 0)};
 }
 
 // Types the very letters, whatever keyboard the display believes in.
@@ -238,11 +226,10 @@ std::string inUtf8(const Rows& rows) {
             for (const wchar_t letter : field) all += letter < L' ' ? L' ' : letter;
         }
     }
-    std::string result(all.size() * 3, '\0');
-    result.resize(WideCharToMultiByte(CP_UTF8, 0, all.data(), static_cast<int>(all.size()),
-                                      result.data(), static_cast<int>(result.size()), nullptr,
-                                      nullptr));
-    return result;
+    std::string text(all.size() * 3, '\0');
+    text.resize(WideCharToMultiByte(CP_UTF8, 0, all.data(), static_cast<int>(all.size()),
+                                    text.data(), static_cast<int>(text.size()), nullptr, nullptr));
+    return text;
 }
 
 }  // namespace
@@ -251,17 +238,15 @@ int wmain() {
     SetProcessDPIAware();  // coordinates as on the screen
     _setmode(_fileno(stdout), _O_BINARY);
     std::vector<char> bytes(1 << 16);
-    std::vector<wchar_t> line(1 << 16);
+    std::vector<wchar_t> wide(1 << 16);
     while (std::fgets(bytes.data(), static_cast<int>(bytes.size()), stdin)) {
-        MultiByteToWideChar(CP_UTF8, 0, bytes.data(), -1, line.data(),
-                            static_cast<int>(line.size()));
-        std::wstring command = line.data(), word;
-        command.resize(std::min(command.find_first_of(L"\r\n"), command.size()));
-        if (const auto tab = command.find(L'\t'); tab != command.npos) {
-            word = command.substr(tab + 1);
-            command.resize(tab);
-        }
-        std::fprintf(stdout, "%s\n", inUtf8(answer(command, word)).c_str());
+        MultiByteToWideChar(CP_UTF8, 0, bytes.data(), -1, wide.data(),
+                            static_cast<int>(wide.size()));
+        std::wstring line = wide.data();
+        line.resize(std::min(line.find_first_of(L"\r\n"), line.size()));
+        const auto tab = line.find(L'\t');
+        const Rows rows = answer(line.substr(0, tab), line.substr(tab + 1));
+        std::fprintf(stdout, "%s\n", inUtf8(rows).c_str());
         std::fflush(stdout);
     }
     return 0;
