@@ -7,8 +7,8 @@
 namespace tunovka::fuzz {
 namespace {
 
-constexpr std::string_view kAsf(
-    "\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16);
+constexpr std::string_view kAsf("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C",
+                                16);
 
 void requireShowable(const std::wstring& text) {
     require(text.find(L'\0') == text.npos, "no NUL is shown");

@@ -174,9 +174,7 @@ class Stage : public testing::Test {
     static std::vector<HWND> shown(const std::wstring& kind) {
         std::vector<HWND> windows = WindowList::ofThisThread();
         std::erase_if(windows, [&](HWND window) {
-            wchar_t name[32] = L"";
-            GetClassNameW(window, name, 32);
-            return kind != name || !IsWindowVisible(window);
+            return kindOf(window) != kind || !IsWindowVisible(window);
         });
         return windows;
     }

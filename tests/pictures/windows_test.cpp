@@ -162,9 +162,7 @@ void setDates(const std::wstring& path) {
     const SYSTEMTIME day{.wYear = 2026, .wMonth = 5, .wDay = 1, .wHour = 12};
     FILETIME time{};
     SystemTimeToFileTime(&day, &time);
-    const FileHandle file(
-        CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    SetFileTime(file.get(), &time, &time, &time);
+    setTimes(path, &time, &time, &time);
 }
 
 TEST_F(Pictures, Menus) {

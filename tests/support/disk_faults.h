@@ -4,12 +4,7 @@
 #include <windows.h>
 
 #include <atomic>
-#include <functional>
-#include <memory>
 #include <mutex>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "core/disk_windows.h"
 #include "core/errors.h"

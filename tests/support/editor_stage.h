@@ -2,11 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "core/multimedialny.h"
 #include "editor/frm_plejlist.h"
 #include "support/person.h"
 #include "support/program.h"
@@ -36,6 +31,13 @@ class EditorStage : public testing::Test {
         window->txtodkaz.setText(folder / name);
     }
 
+    // The same of many times one file.
+    void openLong(int lines = 100) {
+        std::wstring list;
+        while (lines-- > 0) list += L"a.mp3\r\n";
+        open(list);
+    }
+
     Editor& editor() { return window->editor; }
     frmplejlist& view() { return *window; }
 
@@ -60,7 +62,7 @@ class EditorStage : public testing::Test {
         window->Lview_OLEDragDrop(text, target, drag);
     }
     void choose(const wchar_t* entry) { window->menu1.choose(entry); }
-    void pressKey(WORD key) { SendMessageW(view().Lview.handle(), WM_KEYDOWN, key, 0); }
+    void pressKey(WORD key) { tunovka::pressKey(view().Lview, key); }
 
     // Opens the list's menu by the right button beside the rows; the person closes it again.
     void openMenu() {

@@ -1,10 +1,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <windows.h>
-
-#include <memory>
-#include <string>
 
 #include "app/frm_prieskumnik.h"
 #include "support/drag.h"
@@ -35,7 +31,13 @@ class FileMenus : public testing::Test {
         select(Tview().selectedKey());
         explorer->prehrat.choose(entry);
     }
-    void press(WORD key) { SendMessageW(Tview().handle(), WM_KEYDOWN, key, 0); }
+    void press(WORD key) { pressKey(Tview(), key); }
+    // A place on a node, which is brought into view.
+    static Point placeOf(TreeView& tree, const std::wstring& key) {
+        tree.ensureVisible(key);
+        const Rect area = tree.nodeArea(key);
+        return {area.x + 3, area.y + area.height / 2};
+    }
     void dropOnContents(const std::wstring& text) {
         Drag drag(Tview(), {5, 200}, createTextData(text));
         EXPECT_EQ(drag.effect, DWORD{DROPEFFECT_COPY});

@@ -5,17 +5,10 @@
 #include <functional>
 #include <string>
 
-#include "core/handle.h"
-
 // The machine around a test: registry values, and what Windows programs cannot do under Wine but
 // the machine below can.
 
 namespace tunovka {
-
-struct RegistryKeyKind : handle_kinds::NullIsNone<HKEY> {
-    static void close(HKEY key) { RegCloseKey(key); }
-};
-using RegistryKey = Handle<RegistryKeyKind>;
 
 // A value in the registry for the length of a test. The whole root is meanwhile a key of the tests'
 // own, for this process alone: what the person's registry holds is neither seen nor touched.
@@ -23,16 +16,12 @@ class TestKey {
   public:
     TestKey(HKEY root, const std::wstring& path, const wchar_t* name, const std::wstring& text)
         : root_(root) {
-        const auto create = [](HKEY above, const std::wstring& below) {
-            RegistryKey key;
-            RegCreateKeyExW(above, below.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                            key.receive(), nullptr);
-            return key;
-        };
-        RegOverridePredefKey(root, create(HKEY_CURRENT_USER, kPlace).get());
-        RegSetValueExW(create(root, path).get(), name, 0, REG_SZ,
-                       reinterpret_cast<const BYTE*>(text.c_str()),
-                       static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+        HKEY instead = nullptr;
+        RegCreateKeyW(HKEY_CURRENT_USER, kPlace, &instead);
+        RegOverridePredefKey(root, instead);
+        RegCloseKey(instead);
+        RegSetKeyValueW(root, path.c_str(), name, REG_SZ, text.c_str(),
+                        static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     }
     TestKey(const TestKey&) = delete;
     TestKey& operator=(const TestKey&) = delete;

@@ -42,15 +42,19 @@ class WindowList {
     }
 };
 
+// The system's name for a kind of window.
+inline std::wstring kindOf(HWND window) {
+    wchar_t kind[64] = L"";
+    GetClassNameW(window, kind, 64);
+    return kind;
+}
+
 // Where one of the system's dialogs takes a file name, nullptr when it takes none.
 inline HWND nameField(HWND dialog) {
     constexpr int kNameBox = 0x47C;  // the older dialog's; it gives its text to the field within
     if (const HWND box = GetDlgItem(dialog, kNameBox)) return box;
-    for (const HWND window : WindowList::below(dialog)) {
-        wchar_t kind[16] = L"";
-        GetClassNameW(window, kind, 16);
-        if (std::wstring(kind) == WC_EDITW && IsWindowVisible(window)) return window;
-    }
+    for (const HWND window : WindowList::below(dialog))
+        if (kindOf(window) == WC_EDITW && IsWindowVisible(window)) return window;
     return nullptr;
 }
 
@@ -91,13 +95,27 @@ struct Shown : std::vector<Thing> {
     const Thing& back() const { return this->at(this->size() - 1); }
 };
 
-// Presses and releases a control in its middle, as the mouse does.
-inline void pressAndRelease(Window& control, UINT down = WM_LBUTTONDOWN, UINT up = WM_LBUTTONUP) {
+// Presses a key of a control, or turns the wheel over it.
+inline void pressKey(const Window& control, WPARAM key) {
+    SendMessageW(control.handle(), WM_KEYDOWN, key, 1);
+}
+inline void turnWheel(const Window& control, int by) {
+    SendMessageW(control.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, by), 0);
+}
+
+// Presses and releases a control at a point of it, as the mouse does.
+inline void clickAt(const Window& control, Point at, UINT down = WM_LBUTTONDOWN,
+                    UINT up = WM_LBUTTONUP) {
+    const LPARAM place = MAKELPARAM(at.x, at.y);
+    SendMessageW(control.handle(), down, up == WM_LBUTTONUP ? MK_LBUTTON : MK_RBUTTON, place);
+    SendMessageW(control.handle(), up, 0, place);
+}
+
+// The same in its middle.
+inline void pressAndRelease(const Window& control, UINT down = WM_LBUTTONDOWN,
+                            UINT up = WM_LBUTTONUP) {
     const Size size = control.clientSize();
-    const LPARAM middle = MAKELPARAM(size.width / 2, size.height / 2);
-    const HWND handle = control.handle();
-    SendMessageW(handle, down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, middle);
-    SendMessageW(handle, up, 0, middle);
+    clickAt(control, {size.width / 2, size.height / 2}, down, up);
 }
 
 // The colour that a control shows at a share of its width, half-way down or so many pixels.
@@ -108,14 +126,6 @@ inline COLORREF colorAt(const Window& control, double share, int y = -1) {
     const COLORREF color = GetPixel(dc, x, y < 0 ? size.height / 2 : y);
     ReleaseDC(control.handle(), dc);
     return color;
-}
-
-// Whether this thread has a pop-up menu open.
-inline GUITHREADINFO stateOfThread() {
-    GUITHREADINFO state{};
-    state.cbSize = sizeof state;
-    GetGUIThreadInfo(GetCurrentThreadId(), &state);
-    return state;
 }
 
 // Lets the message loop run until a condition holds; false when it does not within the time.
@@ -154,8 +164,8 @@ class Person {
         int filter = 0;  // 1 is the first
     };
     struct Input {
-        std::wstring title, prompt, offered;
-        DWORD from, to;  // the selection
+        std::wstring title, offered;
+        int from, to;  // the selection
         bool hadFocus;
     };
 
@@ -199,16 +209,12 @@ class Person {
     }
 
     void look() {
-        if (closesMenus_ && stateOfThread().flags & GUI_INMENUMODE) EndMenu();
+        if (closesMenus_) EndMenu();
         for (const std::wstring& name : {closed_, kBox, kInput})
             if (Form* const form = openForm(name)) return meet(*form);
-        for (const HWND window : WindowList::ofThisThread()) {
-            wchar_t kind[16] = L"";
-            GetClassNameW(window, kind, 16);
-            if (std::wstring(kind) == L"#32770" && IsWindowVisible(window) &&
-                IsWindowEnabled(window))
+        for (const HWND window : WindowList::ofThisThread())
+            if (kindOf(window) == L"#32770" && IsWindowVisible(window) && IsWindowEnabled(window))
                 return answerDialog(window);
-        }
         answered_.clear();
         patience_ = 0;
     }
@@ -226,8 +232,8 @@ class Person {
     }
 
     void answerBox(Form& box) {
-        BoxRequest shown{control(box, L"PicZahlavie").text(), control(box, L"lblotazka").text(),
-                         L""};
+        BoxRequest shown{
+            control(box, L"PicZahlavie").text(), control(box, L"lblotazka").text(), {}};
         for (int i = 1; Window* button = controlNamed(box, L"Itlačítko" + std::to_wstring(i)); ++i)
             shown.buttons += (i > 1 ? L";" : L"") + button->text();
         seen.push_back(shown);
@@ -239,15 +245,9 @@ class Person {
     void answerInput(Form& input) {
         if (!answered_.insert(input.handle()).second) return;
         Window& field = control(input, L"txtodpoved");
-        Input shown{control(input, L"PicZahlavie").text(),
-                    control(input, L"lblotazka").text(),
-                    field.text(),
-                    9,
-                    9,
-                    field.hasFocus()};
-        SendMessageW(field.handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&shown.from),
-                     reinterpret_cast<LPARAM>(&shown.to));
-        inputs.push_back(shown);
+        const LRESULT selection = SendMessageW(field.handle(), EM_GETSEL, 0, 0);
+        inputs.push_back({control(input, L"PicZahlavie").text(), field.text(), LOWORD(selection),
+                          HIWORD(selection), field.hasFocus()});
         const std::optional<std::wstring> text = next(texts_);
         if (text) field.setText(*text);
         PostMessageW(field.handle(), WM_KEYDOWN, text ? VK_RETURN : VK_ESCAPE, 0);
@@ -263,14 +263,12 @@ class Person {
         } else if (again || !(nameField(dialog) || GetDlgItem(dialog, kFolderTree))) {
             PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);  // it did not take the answer
         } else {
-            const auto textOf = [&](HWND window) {
-                wchar_t text[512] = L"";
-                SendMessageW(window, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
-                return std::wstring(text);
-            };
             const HWND field = nameField(dialog);
+            wchar_t title[512] = L"", offered[512] = L"";
+            SendMessageW(dialog, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(title));
+            SendMessageW(field, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(offered));
             const auto filter = SendDlgItemMessageW(dialog, kFilterBox, CB_GETCURSEL, 0, 0);
-            dialogs.push_back({textOf(dialog), textOf(field), static_cast<int>(filter) + 1});
+            dialogs.push_back({title, offered, static_cast<int>(filter) + 1});
             const std::wstring name = next(names_);
             if (field && name != kAsOffered) SetWindowTextW(field, name.c_str());
             PostMessageW(dialog, WM_COMMAND, name.empty() ? IDCANCEL : IDOK, 0);

@@ -1,15 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "core/file_system.h"
-#include "core/handle.h"
 #include "player/media_player.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
@@ -79,8 +71,7 @@ inline std::string noise(std::size_t size) {
 
 // Whether somebody has the file open.
 inline bool isHeld(const std::wstring& path) {
-    return !FileHandle(
-        CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    return !locked(path);
 }
 
 }  // namespace tunovka

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,10 +9,7 @@ namespace tunovka {
 
 // The program around a window, which remembers what it is told.
 struct Program : ProgramLinks {
-    void tellExplorer(const std::wstring& command) override {
-        told.push_back(command);
-        if (onTold) onTold();
-    }
+    void tellExplorer(const std::wstring& command) override { told.push_back(command); }
     std::wstring shownFolder() const override { return folder; }
     std::wstring folderToSearch() const override { return searched; }
     void openEditor(const std::wstring& command) override { told.push_back(L"edit:" + command); }
@@ -23,7 +19,6 @@ struct Program : ProgramLinks {
 
     std::wstring folder, searched;
     std::vector<std::wstring> told;
-    std::function<void()> onTold;
 };
 
 }  // namespace tunovka

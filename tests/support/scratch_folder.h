@@ -13,11 +13,20 @@
 
 namespace tunovka {
 
-// Read without the code under test, by any thread; "" for a file that is not there.
+// A file or folder that is there, opened without the code under test.
+inline FileHandle opened(const std::wstring& path, DWORD access, DWORD share = 0) {
+    return FileHandle(CreateFileW(path.c_str(), access, share, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
+// Opens a file so that nobody else may do what is not shared.
+inline FileHandle locked(const std::wstring& path, DWORD share = 0) {
+    return opened(path, GENERIC_READ, share);
+}
+
+// Read by any thread; "" for a file that is not there.
 inline std::string contentOf(const std::wstring& path) {
-    const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                                      nullptr));
+    const FileHandle file = locked(path, FILE_SHARE_READ | FILE_SHARE_WRITE);
     std::string content(file ? GetFileSize(file.get(), nullptr) : 0, '\0');
     DWORD read = 0;
     ReadFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &read, nullptr);
@@ -39,10 +48,11 @@ inline void makeReadOnly(const std::wstring& path) {
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
 }
 
-// Opens a file so that nobody else may do what is not shared.
-inline FileHandle locked(const std::wstring& path, DWORD share = 0) {
-    return FileHandle(
-        CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
+// Sets the times that are given, of a file or folder.
+inline bool setTimes(const std::wstring& path, const FILETIME* changed,
+                     const FILETIME* read = nullptr, const FILETIME* created = nullptr) {
+    const FileHandle file = opened(path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_WRITE);
+    return SetFileTime(file.get(), created, read, changed);
 }
 
 // The project's small music collection, found upwards from where the test program lies; ends in
@@ -81,7 +91,8 @@ class ScratchFolder {
         if (!gone()) onMachine("rm -rf '" + machinePath(path_) + "'", gone);
     }
 
-    const std::wstring& path() const { return path_; }  // ends in "\"
+    const std::wstring& path() const { return path_; }                       // ends in "\"
+    std::wstring bare() const { return path_.substr(0, path_.size() - 1); }  // does not
     std::wstring operator/(const std::wstring& name) const { return path_ + name; }
 
     // Writes without the code under test.

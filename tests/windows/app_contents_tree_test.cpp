@@ -94,11 +94,9 @@ TEST_F(Contents, SaysWhyAListingEnds) {
     EXPECT_EQ(person.seen[0].buttons, L"No čo už ...");
     EXPECT_NE(person.seen[0].text.find(L"Číslo chyby: 5 , chybová správa: "), std::wstring::npos);
 
-    ScratchFolder locked;
-    const std::wstring path = locked.file(L"a.m3u", "b.mp3");
-    const FileHandle lock(
-        CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    tree().ListFolderContents(locked.path());
+    ScratchFolder denied;
+    const FileHandle lock = locked(denied.file(L"a.m3u", "b.mp3"));
+    tree().ListFolderContents(denied.path());
     ASSERT_EQ(person.seen.size(), 2u);
     EXPECT_EQ(person.seen[1].text,
               L"Nie je možné zobraziť súbory, nie sú dostatočné práva k načítaniu súborov.");

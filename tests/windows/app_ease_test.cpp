@@ -6,17 +6,16 @@
 #include <oleacc.h>
 
 #include <map>
+#include <set>
 
 #include "app/frm_o_programe.h"
 #include "app/frm_prieskumnik.h"
 #include "core/late_function.h"
 #include "files/frm_info.h"
 #include "files/frm_kopirovanie.h"
+#include "player/media_control.h"
 #include "search/frm_hladanie.h"
 #include "support/editor_stage.h"
-#include "support/person.h"
-#include "support/scratch_folder.h"
-#include "ui/form.h"
 #include "ui/frm_box.h"
 #include "ui/frm_vstup.h"
 
@@ -33,71 +32,29 @@ class ScreenReader {
             L"oleacc.dll", "AccessibleObjectFromWindow");
         static const IID id = {
             0x618736e0, 0x3c3d, 0x11cf, {0x81, 0x0c, 0x00, 0xaa, 0x00, 0x38, 0x9b, 0x71}};
-        void* object = nullptr;
-        if (ask && SUCCEEDED(ask(window, static_cast<DWORD>(OBJID_CLIENT), id, &object)))
-            object_ = static_cast<IAccessible*>(object);
+        if (ask) ask(window, static_cast<DWORD>(OBJID_CLIENT), id, object_.receiveVoid());
     }
-    ~ScreenReader() {
-        if (object_) object_->Release();
-    }
-    ScreenReader(const ScreenReader&) = delete;
-    ScreenReader& operator=(const ScreenReader&) = delete;
 
     std::wstring name() const { return text(&IAccessible::get_accName); }
     std::wstring value() const { return text(&IAccessible::get_accValue); }
-    long role() const { return number(&IAccessible::get_accRole); }
-    long state() const { return number(&IAccessible::get_accState); }
-    void press() { object_->accDoDefaultAction(self()); }
+    std::wstring action() const { return text(&IAccessible::get_accDefaultAction); }
+    void press() { object_->accDoDefaultAction(Variant(0L)); }
+    long role() const {
+        Variant role;
+        if (object_) object_->get_accRole(Variant(0L), &role);
+        return static_cast<long>(role.toNumber());
+    }
 
   private:
-    static VARIANT self() {
-        VARIANT child{};
-        child.vt = VT_I4;
-        return child;
-    }
     std::wstring text(HRESULT (STDMETHODCALLTYPE IAccessible::*ask)(VARIANT, BSTR*)) const {
-        BSTR answer = nullptr;
-        if (!object_ || (object_->*ask)(self(), &answer) != S_OK || !answer) return {};
-        std::wstring text(answer, SysStringLen(answer));
-        SysFreeString(answer);
-        return text;
-    }
-    long number(HRESULT (STDMETHODCALLTYPE IAccessible::*ask)(VARIANT, VARIANT*)) const {
-        VARIANT answer{};
-        if (!object_ || (object_->*ask)(self(), &answer) != S_OK || answer.vt != VT_I4) return -1;
-        return answer.lVal;
+        Variant answer;
+        if (object_ && (object_.get()->*ask)(Variant(0L), &answer.bstrVal) == S_OK)
+            answer.vt = VT_BSTR;
+        return answer.toText();
     }
 
-    IAccessible* object_ = nullptr;
+    ComPtr<IAccessible> object_;
 };
-
-bool isSystemControl(HWND window) {
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, 64);
-    for (const wchar_t* known : {WC_TREEVIEWW, WC_LISTVIEWW, WC_COMBOBOXW, L"Edit"})
-        if (lstrcmpiW(name, known) == 0) return true;
-    return false;
-}
-
-bool isInteractive(HWND window) {
-    if (isSystemControl(window)) return true;
-    const long role = ScreenReader(window).role();
-    return role == ROLE_SYSTEM_PUSHBUTTON || role == ROLE_SYSTEM_SLIDER ||
-           role == ROLE_SYSTEM_SCROLLBAR || role == ROLE_SYSTEM_SEPARATOR;
-}
-
-std::vector<Window*> controlsOf(const Form& form) {
-    std::vector<Window*> found;
-    for (const HWND handle : WindowList::below(form.handle()))
-        if (windowOf(handle) && IsWindowVisible(handle) && IsWindowEnabled(handle))
-            found.push_back(windowOf(handle));
-    return found;
-}
-
-// The arrows of a picture scroll bar are for the mouse; its thumb takes the keys of all three.
-bool isScrollArrow(const Window& control) {
-    return control.name() == L"Ihore" || control.name() == L"Idole";
-}
 
 void pressTab(bool back) {
     BYTE keys[256]{};
@@ -134,17 +91,22 @@ Names examine(Form& form) {
     EXPECT_EQ(backwards, forwards);
 
     Names interactive;
-    for (const Window* control : controlsOf(form)) {
+    for (const HWND handle : WindowList::below(form.handle())) {
+        const Window* const control = windowOf(handle);
+        if (!control || !IsWindowVisible(handle) || !IsWindowEnabled(handle)) continue;
         SCOPED_TRACE(testing::PrintToString(control->name()));
-        const ScreenReader reader(control->handle());
-        const bool isContainer =
-            GetWindowLongW(control->handle(), GWL_EXSTYLE) & WS_EX_CONTROLPARENT;
-        if (!isContainer && !isSystemControl(control->handle()) && control->name() != L"Obdlznik") {
+        const ScreenReader reader(handle);
+        const bool isContainer = GetWindowLongW(handle, GWL_EXSTYLE) & WS_EX_CONTROLPARENT;
+        if (!isContainer && !control->isSystemControl() && control->name() != L"Obdlznik") {
             EXPECT_NE(reader.role(), ROLE_SYSTEM_CLIENT);
         }
-        if (!isInteractive(control->handle())) continue;
+        const std::set<long> roles{ROLE_SYSTEM_PUSHBUTTON, ROLE_SYSTEM_SLIDER,
+                                   ROLE_SYSTEM_SCROLLBAR, ROLE_SYSTEM_SEPARATOR};
+        if (!control->isSystemControl() && !roles.contains(reader.role())) continue;
         EXPECT_FALSE(reader.name().empty());
-        if (!isScrollArrow(*control)) interactive.push_back(control->name());
+        // The arrows of a picture scroll bar are for the mouse; its thumb takes their keys.
+        if (control->name() != L"Ihore" && control->name() != L"Idole")
+            interactive.push_back(control->name());
     }
     Names reached = forwards;
     std::ranges::sort(interactive);
@@ -155,8 +117,8 @@ Names examine(Form& form) {
 
 class Ease : public EditorStage {};
 
-void pressKeys(Window& control, std::initializer_list<WPARAM> keys) {
-    for (const WPARAM key : keys) SendMessageW(control.handle(), WM_KEYDOWN, key, 1);
+void pressKeys(const Window& control, std::initializer_list<WPARAM> keys) {
+    for (const WPARAM key : keys) pressKey(control, key);
 }
 
 TEST_F(Ease, StripsObeyTheKeysAndTellWhatTheyShow) {
@@ -172,10 +134,12 @@ TEST_F(Ease, StripsObeyTheKeysAndTellWhatTheyShow) {
     EXPECT_EQ(explorer.player.mp.Volume(), -1000);
     pressKeys(volume, {VK_HOME, VK_DOWN});
     EXPECT_EQ(explorer.player.mp.Volume(), -4000);
-    SendMessageW(volume.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA / 2), 0);
+    turnWheel(volume, WHEEL_DELTA / 2);
     EXPECT_EQ(reader.value(), L"0 %");
-    SendMessageW(volume.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA / 2), 0);
+    turnWheel(volume, WHEEL_DELTA / 2);
     EXPECT_EQ(reader.value(), L"5 %");
+    clickAt(volume, {3, volume.clientSize().height / 4});
+    EXPECT_EQ(reader.value(), L"75 %");
 
     PictureBox& boundary = explorer.splitter.Medzera;
     const int before = boundary.bounds().x;
@@ -240,6 +204,7 @@ TEST_F(Ease, WindowsAreSizedAtEveryEdgeAndMinimised) {
     EXPECT_EQ(edgesOf(about), L"--------");
 
     Window& minimizer = control(explorer, L"Iminim");
+    EXPECT_EQ(ScreenReader(minimizer.handle()).action(), L"Stlačiť");
     const std::function<void()> ways[]{[&] { pressAndRelease(minimizer); },
                                        [&] { ScreenReader(minimizer.handle()).press(); },
                                        [&] { explorer.tri.choose(L"miminalizovat"); }};
@@ -256,19 +221,15 @@ std::map<HWND, Rect> places(const Form& form) {
     std::map<HWND, Rect> found;
     for (const HWND handle : WindowList::below(form.handle())) {
         if (!IsWindowVisible(handle)) continue;
-        RECT own{}, inside{};
+        RECT own{}, inside{}, both{};
         GetWindowRect(handle, &own);
         MapWindowPoints(nullptr, GetParent(handle), reinterpret_cast<POINT*>(&own), 2);
         GetClientRect(GetParent(handle), &inside);
+        UnionRect(&both, &own, &inside);
         const Window* const window = windowOf(handle);
         const std::wstring name = window ? window->name() : L"a part of a control";
-        EXPECT_TRUE(own.left >= 0 && own.top >= 0 && own.right <= inside.right &&
-                    own.bottom <= inside.bottom)
-            << testing::PrintToString(name);
-        if (name != L"Iposuv")  // goes on from its last height
-            found[handle] = {static_cast<int>(own.left), static_cast<int>(own.top),
-                             static_cast<int>(own.right - own.left),
-                             static_cast<int>(own.bottom - own.top)};
+        EXPECT_TRUE(EqualRect(&both, &inside)) << testing::PrintToString(name);
+        if (name != L"Iposuv") found[handle] = rectOf(own);  // that goes on from its last height
     }
     return found;
 }
@@ -278,9 +239,7 @@ class EveryWindow : public Ease {
   protected:
     EveryWindow() {
         explorer.load();
-        std::wstring lines;
-        for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
-        open(lines);
+        openLong();
         search.show();
         search.panel.begin();
         info.txtodkaz.setText(folder / L"a.mp3");
@@ -329,9 +288,7 @@ TEST_F(EveryWindow, FollowsItsScreen) {
 }
 
 TEST_F(Ease, TheWheelTurnsWhatLiesUnderThePointer) {
-    std::wstring lines;
-    for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
-    open(lines);
+    openLong();
     control(*window, L"IZavri").focus();
     const auto turnOver = [&](const Window& control) {
         const Point at = control.toScreen({2, 2});

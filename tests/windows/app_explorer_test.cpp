@@ -10,13 +10,9 @@ namespace {
 
 class Explorer : public FileMenus {
   protected:
-    void clickNode(TreeView& tree, const std::wstring& key, UINT down = WM_LBUTTONDOWN,
-                   UINT up = WM_LBUTTONUP) {
-        tree.ensureVisible(key);
-        const Rect area = tree.nodeArea(key);
-        const LPARAM at = MAKELPARAM(area.x + 3, area.y + 3);
-        SendMessageW(tree.handle(), down, MK_LBUTTON, at);
-        SendMessageW(tree.handle(), up, 0, at);
+    static void clickNode(TreeView& tree, const std::wstring& key, UINT down = WM_LBUTTONDOWN,
+                          UINT up = WM_LBUTTONUP) {
+        clickAt(tree, placeOf(tree, key), down, up);
     }
 };
 
@@ -131,18 +127,18 @@ TEST_F(Explorer, ObeysItsCommandChannel) {
 
 TEST_F(Explorer, EscapeInTheOpenDriveListChangesNothing) {
     explorer->load();
-    const HWND list = explorer->folders.Drive1.handle();
-    SendMessageW(list, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    const DriveList& list = explorer->folders.Drive1;
+    turnWheel(list, -WHEEL_DELTA);
     EXPECT_EQ(strom().firstRoot(), L"E:\\");
     for (const WPARAM end : {VK_ESCAPE, VK_RETURN}) {
-        SendMessageW(list, CB_SHOWDROPDOWN, TRUE, 0);
-        SendMessageW(list, WM_KEYDOWN, VK_UP, 0);
-        SendMessageW(list, WM_KEYDOWN, end, 0);
+        SendMessageW(list.handle(), CB_SHOWDROPDOWN, TRUE, 0);
+        pressKey(list, VK_UP);
+        pressKey(list, end);
         EXPECT_EQ(strom().firstRoot() == L"E:\\", end == VK_ESCAPE);
-        EXPECT_EQ(explorer->folders.Drive1.letter() + L"\\", strom().firstRoot());
+        EXPECT_EQ(list.letter() + L"\\", strom().firstRoot());
         wchar_t shown[64] = L"";
-        GetWindowTextW(list, shown, 64);
-        EXPECT_EQ(shown, explorer->folders.Drive1.drive());
+        GetWindowTextW(list.handle(), shown, 64);
+        EXPECT_EQ(shown, list.drive());
     }
 }
 
@@ -198,14 +194,13 @@ TEST_F(Explorer, APressThatSlipsStaysAClick) {
     folder.file(L"a.m3u", "nie je.mp3\r\n");
     explorer->load();
     const auto slip = [&](TreeView& tree, const std::wstring& key) {
-        tree.ensureVisible(key);
-        const Rect area = tree.nodeArea(key);
-        for (const auto& [message, x] : {std::pair<UINT, int>{WM_LBUTTONDOWN, 3},
-                                         {WM_MOUSEMOVE, 30},
-                                         {WM_MOUSEMOVE, 60},
-                                         {WM_LBUTTONUP, 60}})
+        const Point at = placeOf(tree, key);
+        for (const auto& [message, by] : {std::pair<UINT, int>{WM_LBUTTONDOWN, 0},
+                                          {WM_MOUSEMOVE, 27},
+                                          {WM_MOUSEMOVE, 57},
+                                          {WM_LBUTTONUP, 57}})
             SendMessageW(tree.handle(), message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON,
-                         MAKELPARAM(area.x + x, area.y + 3));
+                         MAKELPARAM(at.x + by, at.y));
     };
     slip(strom(), folder.path());
     EXPECT_EQ(explorer->txtPath.text(), folder.path());

@@ -160,9 +160,8 @@ TEST(DiskFaults, ASourceThatShrinksMeanwhileIsNoWholeCopy) {
     Scene scene;
     const OddDisk disk;
     const auto shrink = [&](std::uint64_t, std::uint64_t) {
-        const FileHandle file(CreateFileW(scene.source().c_str(), GENERIC_WRITE,
-                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                          nullptr, OPEN_EXISTING, 0, nullptr));
+        const FileHandle file = opened(scene.source(), GENERIC_WRITE,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
         SetFilePointer(file.get(), 300000, nullptr, FILE_BEGIN);
         SetEndOfFile(file.get());
         return true;
@@ -203,12 +202,10 @@ TEST(DiskFaults, OldLeftoversThatNobodyHoldsAreTakenAway) {
     const Scene scene;
     const auto leftover = [&](const wchar_t* name, bool old) {
         const std::wstring path = scene.to->file(name);
-        const FileHandle file(
-            CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
         FILETIME time;
         GetSystemTimeAsFileTime(&time);
         time.dwHighDateTime -= old ? 250 : 100;  // 7 minutes each: 29 hours, 12 hours
-        SetFileTime(file.get(), &time, nullptr, &time);
+        setTimes(path, &time, nullptr, &time);
         return path;
     };
     leftover(L"~tunovka-00000001-0001.tmp", true);

@@ -1,14 +1,9 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "core/errors.h"
 #include "core/existing_files.h"
-#include "core/file_system.h"
-#include "core/handle.h"
 #include "support/disk_faults.h"
 #include "support/error_of.h"
-#include "support/machine.h"
-#include "support/scratch_folder.h"
 
 namespace tunovka {
 namespace {
@@ -62,9 +57,7 @@ TEST(FileSystemObject, CopiesTimesAndAttributes) {
     const std::wstring song = scratch.file(L"song.mp3", "new"),
                        copy = scratch.file(L"copy.mp3", "old");
     const FILETIME lastYear{0, 0x01D80000};
-    const FileHandle file(
-        CreateFileW(song.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    SetFileTime(file.get(), nullptr, nullptr, &lastYear);
+    setTimes(song, &lastYear);
     SetFileAttributesW(song.c_str(), FILE_ATTRIBUTE_HIDDEN);
     fso::copyFile(song, copy);
     EXPECT_TRUE(fso::attributes(copy) & FILE_ATTRIBUTE_HIDDEN);

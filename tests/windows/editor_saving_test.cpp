@@ -101,9 +101,7 @@ TEST_F(EditorSaving, AFailureIsToldAndReplacesNothing) {
 }
 
 TEST_F(EditorSaving, ClosingTheWindowMidwayWritesNothing) {
-    std::wstring lines;
-    for (int i = 0; i < 30'000; ++i) lines += L"a.mp3\r\n";
-    open(lines);
+    openLong(30'000);
     pressKey(VK_DELETE);
     expect({2, 2});  // absolute links; no saving on closing
     bool closed = false;

@@ -59,9 +59,7 @@ TEST_F(EditorWindow, APlaylistWithoutEntriesShowsThePlaceholder) {
 
 // The list scrolls while a drag is near its edge, and no further when it ends.
 TEST_F(EditorWindow, AMoveGoesToTheHighlightedRow) {
-    std::wstring lines;
-    for (int i = 0; i < 100; ++i) lines += L"a.mp3\r\n";
-    open(lines);
+    openLong();
     ListView& list = view().Lview;
     const std::wstring key = list.selectedKey(), path = folder / L"a.mp3";
     dragState = {L"Lview", key, path};

@@ -37,11 +37,6 @@ class AnsiData final : public SingleComObject<IDataObject> {
 
 class Drops : public FileMenus {
   protected:
-    Point placeOf(TreeView& tree, const std::wstring& key) {
-        tree.ensureVisible(key);
-        const Rect area = tree.nodeArea(key);
-        return {area.x + 3, area.y + area.height / 2};
-    }
     void dropOnFolder(const std::wstring& text) {
         Drag drag(strom(), placeOf(strom(), other.path()), createTextData(text));
         EXPECT_EQ(drag.effect, DWORD{DROPEFFECT_COPY});

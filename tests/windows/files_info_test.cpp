@@ -4,6 +4,7 @@
 // windows.h first: it needs its types.
 #include <winioctl.h>
 
+#include "core/ansi.h"
 #include "files/frm_info.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
@@ -17,13 +18,9 @@ std::string tagBytes(char padding = '\0') {
         text.resize(width, padding);
         return text;
     };
-    return "TAG" +
-           padded(
-               "\xC8"
-               "ere\x9A\xF2ov\xFD sad",
-               30) +
-           padded("  Hracia skrinka", 30) + padded("Z\xE1hrada", 30) + padded("99", 4) +
-           padded("Kvitne v apr\xEDli", 30) + '\x11';
+    return "TAG" + padded(toAnsi(L"Čerešňový sad"), 30) + padded("  Hracia skrinka", 30) +
+           padded(toAnsi(L"Záhrada"), 30) + padded("99", 4) +
+           padded(toAnsi(L"Kvitne v apríli"), 30) + '\x11';
 }
 
 class InfoWindow : public testing::Test {
@@ -60,10 +57,8 @@ TEST_F(InfoWindow, ShowsAllThatIsKnownOfAFile) {
             SystemTimeToFileTime(&universal, &time);
             return time;
         };
-        const FILETIME changed = at(2011, 11, 23), opened = at(2012, 7, 24);
-        const FileHandle file(CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
-                                          OPEN_EXISTING, 0, nullptr));
-        SetFileTime(file.get(), nullptr, &opened, &changed);
+        const FILETIME changed = at(2011, 11, 23), read = at(2012, 7, 24);
+        setTimes(path, &changed, &read);
     }
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN);
     const frminfo& window = open(path);
@@ -91,8 +86,7 @@ TEST_F(InfoWindow, TakesFilesOfAnyLengthWithoutANotice) {
 
     const std::wstring large = scratch.file(L"veľký.mp3", "");
     {
-        const FileHandle file(
-            CreateFileW(large.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        const FileHandle file = opened(large, GENERIC_WRITE);
         DWORD count = 0;
         DeviceIoControl(file.get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &count, nullptr);
         LARGE_INTEGER place;

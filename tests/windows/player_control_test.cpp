@@ -3,11 +3,10 @@
 #include <windows.h>
 // windows.h first: these need its types.
 #include <ocidl.h>
-#include <oleidl.h>
+#include <ole2.h>
 
 #include <map>
 #include <mutex>
-#include <set>
 
 #include "core/com_object.h"
 #include "player/media_control.h"
@@ -18,17 +17,26 @@ namespace {
 
 using namespace media_control;
 
+struct Event {
+    DISPID id;
+    long was = 0, is = 0;
+};
+using Events = std::vector<Event>;
+const Events kOpens{{kOpenStateChange, 0, 1},
+                    {kOpenStateChange, 1, kOpen},
+                    {kNewStream},
+                    {kPlayStateChange, 0, kPlaying}};
+
 // What the test sets and what the controls did, on whichever thread they live.
 struct Script {
     std::mutex lock;
-    std::wstring calls;              // "1026=E:\a.mp3;2001;": member, value
-    std::set<std::wstring> refused;  // calls that fail
-    std::set<std::wstring> silent;   // files that open without events
+    std::wstring calls;                     // "1026=E:\a.mp3;2001;": member, value
+    std::wstring refused;                   // the call that fails
+    std::map<std::wstring, Events> events;  // of a call; a file opens unless it is told otherwise
     std::map<DISPID, std::wstring> answers;
     KernelHandle opens{CreateEventW(nullptr, TRUE, TRUE, nullptr)};  // every opening waits for it
-    HWND window = nullptr;  // of the last control; WM_APP raises an event
     std::atomic<int> living = 0, hanging = 0;
-    std::atomic<bool> active = false, connects = true;
+    std::atomic<bool> connects = true;
 } script;
 
 #define NOT_NEEDED(name, ...)                              \
@@ -36,58 +44,27 @@ struct Script {
         return E_NOTIMPL;                                  \
     }
 
-class Control final
-    : public ComObject<IOleObject, IConnectionPointContainer, IConnectionPoint, IDispatch> {
+// What a host asks of it beside the members that the program calls is answered by the system's
+// default handler.
+class Control final : public ComObject<IDispatch, IConnectionPointContainer, IConnectionPoint> {
   public:
     Control() {
         ++script.living;
-        window_ = SystemWindow(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE,
-                                               nullptr, nullptr, nullptr));
-        SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        SetWindowLongPtrW(window_.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
-        script.window = window_.get();
+        OleCreateDefaultHandler(CLSID_NULL, static_cast<IDispatch*>(this), IID_IUnknown,
+                                handler_.receiveVoid());
     }
-    ~Control() override { --script.living; }
+    ~Control() override {
+        AddRef();  // the handler may still ask for its owner
+        --script.living;
+    }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override {
-        *result = nullptr;
-        if (iid == IID_IUnknown || iid == IID_IOleObject) return handOut<IOleObject>(result);
-        if (iid == IID_IDispatch) return handOut<IDispatch>(result);
+        if (iid == IID_IUnknown || iid == IID_IDispatch) return handOut<IDispatch>(result);
         if (iid == IID_IConnectionPointContainer && script.connects)
             return handOut<IConnectionPointContainer>(result);
-        return E_NOINTERFACE;
+        return handler_->QueryInterface(iid, result);
     }
 
-    // IOleObject
-    HRESULT STDMETHODCALLTYPE DoVerb(LONG verb, MSG*, IOleClientSite* site, LONG, HWND parent,
-                                     LPCRECT) override {
-        script.active = verb == OLEIVERB_INPLACEACTIVATE && site && !IsWindowVisible(parent);
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetMiscStatus(DWORD, DWORD* status) override {
-        return *status = 0, S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE SetClientSite(IOleClientSite* site) override {
-        return site_ = ComPtr<IOleClientSite>::shared(site), S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Close(DWORD) override { return S_OK; }
-    NOT_NEEDED(GetClientSite, IOleClientSite**)
-    NOT_NEEDED(SetHostNames, LPCOLESTR, LPCOLESTR)
-    NOT_NEEDED(SetMoniker, DWORD, IMoniker*)
-    NOT_NEEDED(GetMoniker, DWORD, DWORD, IMoniker**)
-    NOT_NEEDED(InitFromData, IDataObject*, BOOL, DWORD)
-    NOT_NEEDED(GetClipboardData, DWORD, IDataObject**)
-    NOT_NEEDED(EnumVerbs, IEnumOLEVERB**)
-    NOT_NEEDED(Update)
-    NOT_NEEDED(IsUpToDate)
-    NOT_NEEDED(GetUserClassID, CLSID*)
-    NOT_NEEDED(GetUserType, DWORD, LPOLESTR*)
-    NOT_NEEDED(SetExtent, DWORD, SIZEL*)
-    NOT_NEEDED(GetExtent, DWORD, SIZEL*)
-    NOT_NEEDED(Advise, IAdviseSink*, DWORD*)
-    NOT_NEEDED(EnumAdvise, IEnumSTATDATA**)
-    NOT_NEEDED(SetColorScheme, LOGPALETTE*)
-    // The connection points
     NOT_NEEDED(EnumConnectionPoints, IEnumConnectionPoints**)
     NOT_NEEDED(GetConnectionInterface, IID*)
     NOT_NEEDED(GetConnectionPointContainer, IConnectionPointContainer**)
@@ -101,7 +78,6 @@ class Control final
         return sink->QueryInterface(kEvents, sink_.receiveVoid());
     }
     HRESULT STDMETHODCALLTYPE Unadvise(DWORD) override { return sink_.reset(), S_OK; }
-    // IDispatch
     NOT_NEEDED(GetTypeInfoCount, UINT*)
     NOT_NEEDED(GetTypeInfo, UINT, LCID, ITypeInfo**)
     NOT_NEEDED(GetIDsOfNames, REFIID, LPOLESTR*, UINT, LCID, DISPID*)
@@ -116,50 +92,31 @@ class Control final
             WaitForSingleObject(script.opens.get(), INFINITE);
             --script.hanging;
         }
-        {
-            const std::scoped_lock lock(script.lock);
-            if (result) {
-                Variant answer(script.answers[id == kGetMediaInfoString ? std::stoi(value) : id]);
-                std::swap<VARIANT>(*result, answer);
-                return S_OK;
-            }
-            const std::wstring call =
-                std::to_wstring(id) + (kind & DISPATCH_PROPERTYPUT ? L"=" + value : L"");
-            script.calls += call + L";";
-            if (script.refused.contains(call)) {
-                exception->bstrDescription = SysAllocString(L"Odmietnuté.");
-                return DISP_E_EXCEPTION;
-            }
-            if (script.silent.contains(value)) return S_OK;
+        std::unique_lock lock(script.lock);
+        if (result) {
+            Variant answer(script.answers[id == kGetMediaInfoString ? std::stoi(value) : id]);
+            std::swap<VARIANT>(*result, answer);
+            return S_OK;
         }
-        if (opens) {
-            raise(kOpenStateChange, 0, 1);
-            raise(kOpenStateChange, 1, kOpen);
-            raise(kNewStream);
+        const bool puts = kind & DISPATCH_PROPERTYPUT;
+        const std::wstring call = std::to_wstring(id) + (puts ? L"=" + value : L"");
+        script.calls += call + L";";
+        if (script.refused == call) {
+            exception->bstrDescription = SysAllocString(L"Odmietnuté.");
+            return DISP_E_EXCEPTION;
         }
-        if (opens || id == kPlay) raise(kPlayStateChange, 0, kPlaying);
-        if (id == kPause) raise(kPlayStateChange, 0, kPaused);
-        if (id == kStop) raise(kPlayStateChange, 0, kStopped);
+        const Events events = opens && !script.events.contains(call) ? kOpens : script.events[call];
+        lock.unlock();
+        for (const Event& event : events) {
+            Variant arguments[2]{Variant(event.is), Variant(event.was)};  // the last one first
+            DISPPARAMS both{arguments, nullptr, 2, 0};
+            if (sink_) sink_->Invoke(event.id, IID_NULL, 0, DISPATCH_METHOD, &both, {}, {}, {});
+        }
         return S_OK;
     }
 
   private:
-    void raise(DISPID event, long first = 0, long second = 0) {
-        Variant arguments[2]{Variant(second), Variant(first)};  // the last one first
-        DISPPARAMS parameters{arguments, nullptr, 2, 0};
-        if (sink_)
-            sink_->Invoke(event, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr,
-                          nullptr);
-    }
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM event, LPARAM states) {
-        if (message != WM_APP) return DefWindowProcW(window, message, event, states);
-        reinterpret_cast<Control*>(GetWindowLongPtrW(window, GWLP_USERDATA))
-            ->raise(static_cast<DISPID>(event), LOWORD(states), HIWORD(states));
-        return 0;
-    }
-
-    SystemWindow window_;
-    ComPtr<IOleClientSite> site_;
+    ComPtr<IUnknown> handler_;
     ComPtr<IDispatch> sink_;
 };
 
@@ -185,30 +142,25 @@ std::unique_ptr<MediaEngine> createThere() {
 
 class MediaControlTest : public testing::Test {
   protected:
-    void SetUp() override {
-        script.calls.clear();
-        script.refused.clear();
-        script.silent.clear();
-        script.answers = {
-            {kDuration, L"61,5"}, {kCurrentPosition, L"2"}, {8, L"Ľúbezná"}, {9, L"Žofia"}};
+    MediaControlTest() {
+        script.calls = script.refused = L"";
+        script.answers = {{kDuration, L"61,5"},
+                          {kCurrentPosition, L"2"},
+                          {kTitle, L"Ľúbezná"},
+                          {kAuthor, L"Žofia"}};
+        script.events = {{L"2001", {{kPlayStateChange, 0, kPlaying}}},
+                         {L"2002", {{kPlayStateChange, 0, kPaused}}},
+                         {L"2003", {{kPlayStateChange, 0, kStopped}}},
+                         {L"1027=61", {{kEndOfStream}}}};
     }
     void TearDown() override {
         SetEvent(script.opens.get());
         player_.destroy();
         EXPECT_TRUE(runUntil([] { return script.living == 0; })) << "no reference is kept";
     }
-    static void raise(DISPID event, int first = 0, int second = 0) {
-        SendMessageW(script.window, WM_APP, static_cast<WPARAM>(event), MAKELPARAM(first, second));
-    }
     static std::wstring calls() {
         const std::scoped_lock lock(script.lock);
         return std::exchange(script.calls, {});
-    }
-    static bool untilCalled(const std::wstring& call) {
-        return runUntil([&] {
-            const std::scoped_lock lock(script.lock);
-            return script.calls.find(call + L";") != std::wstring::npos;
-        });
     }
 
     WatchedPlayer player_{createThere};
@@ -218,7 +170,8 @@ TEST_F(MediaControlTest, playsAFileUnseen) {
     player_->setVolume(-1500);
     player_->setFileName(L"E:\\Ľudové\\ľubezná.wma");
     ASSERT_TRUE(player_.untilTold(L"0-2 "));
-    EXPECT_TRUE(script.active);
+    const HWND host = FindWindowW(L"AtlAxWin", nullptr);
+    EXPECT_TRUE(host && !IsWindowVisible(host));
     EXPECT_EQ(calls(), L"1017=-1;19=-1500;1026=E:\\Ľudové\\ľubezná.wma;");
     EXPECT_EQ(player_->details(), (ClipDetails{L"Ľúbezná", L"Žofia"}));
     EXPECT_EQ(player_->Duration(), 61.5);
@@ -232,41 +185,37 @@ TEST_F(MediaControlTest, playsAFileUnseen) {
     EXPECT_EQ(calls(), L"1027=30;2002;2001;2003;1026=;") << "a stopped file is closed";
     player_->Play();
     ASSERT_TRUE(player_.untilTold(L"0-2 "));
-    raise(kEndOfStream);
+    player_->setCurrentPosition(61);
     ASSERT_TRUE(player_.untilTold(L"end "));
     EXPECT_EQ(player_.told(), L"new 0-2 2-1 1-2 2-0 new 0-2 2-0 end ");
 }
 
 TEST_F(MediaControlTest, theEndOfAnEntryIsNotTheEndOfTheList) {
+    script.events[L"2023"] = {{kEndOfStream},
+                              {kPlayStateChange, kPlaying, kStopped},
+                              {kOpenStateChange, kOpen, 1},
+                              {kOpenStateChange, 1, kOpen},
+                              {kPlayStateChange, kStopped, kPlaying}};
     player_->setFileName(L"E:\\zoznam.m3u");
     ASSERT_TRUE(player_.untilTold(L"0-2 "));
     player_->Next();
-    ASSERT_TRUE(untilCalled(L"2023"));
-    raise(kEndOfStream);
-    raise(kPlayStateChange, 2, 0);
-    raise(kOpenStateChange, 6, 1);
-    raise(kOpenStateChange, 1, 6);
-    raise(kPlayStateChange, 0, 2);
     ASSERT_TRUE(player_.untilTold(L"new "));
-    raise(kEndOfStream);  // of the last one: nothing follows
+    player_->setCurrentPosition(61);  // the end of the last one: nothing follows
     ASSERT_TRUE(player_.untilTold(L"end "));
     EXPECT_EQ(player_.told(), L"new 0-2 new 2-0 end ");
 }
 
 TEST_F(MediaControlTest, aFailureIsToldOnceAndNeverAsSuccess) {
-    script.silent = {L"E:\\a.mp3"};
     script.answers[kErrorCode] = L"0";
-    player_->setFileName(L"E:\\a.mp3");
-    ASSERT_TRUE(untilCalled(L"1026=E:\\a.mp3"));
-    raise(kError);
-    raise(kError);
-    ASSERT_TRUE(player_.untilTold(L"error "));
-    EXPECT_EQ(player_->ErrorDescription(), L" Neznáma chyba (0x00000000) ");
-    script.refused = {L"1026=E:\\b.mp3"};
-    player_->setFileName(L"E:\\b.mp3");
-    ASSERT_TRUE(player_.untilTold(L"error "));
-    EXPECT_EQ(player_->ErrorDescription(), L"Odmietnuté.");
-    EXPECT_EQ(player_.told(), L"error error ");
+    script.events[L"1026=E:\\a.mp3"] = {{kError}, {kError}};
+    script.refused = L"1026=E:\\b.mp3";
+    for (const auto& [file, text] : {std::pair{L"E:\\a.mp3", L" Neznáma chyba (0x00000000) "},
+                                     {L"E:\\b.mp3", L"Odmietnuté."}}) {
+        player_->setFileName(file);
+        ASSERT_TRUE(player_.untilTold(L"error "));
+        EXPECT_EQ(player_->ErrorDescription(), text);
+        EXPECT_EQ(player_.told(), L"error ");
+    }
 }
 
 // The control opens within the call that sets the file.

@@ -6,7 +6,6 @@
 
 #include "player/media_engine.h"
 #include "support/player_watch.h"
-#include "support/scratch_folder.h"
 
 namespace tunovka {
 namespace {
@@ -88,13 +87,12 @@ TEST_F(Playing, whatCannotBePlayedIsToldOnceAndTheNextFilePlays) {
         return folder_.file(name, content);
     };
     const std::wstring good = toneFile(L"dobrý.wav", kLong);
-    const std::wstring locked = toneFile(L"zamknutý.wav", 1.0);
-    const FileHandle lock(
-        CreateFileW(locked.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    const std::wstring denied = toneFile(L"zamknutý.wav", 1.0);
+    const FileHandle lock = locked(denied);
     for (const std::wstring& path :
          {folder_ / L"niet\\je.mp3", file(L"prázdny.mp3", ""), file(L"šum.wav", noise(200'000)),
           file(L"krátky.wav", tone(1.0).substr(0, 20)), file(L"text.wma", "toto nie je zvuk"),
-          folder_.path(), std::wstring(L"??\x01*.mp3"), locked,
+          folder_.path(), std::wstring(L"??\x01*.mp3"), denied,
           L"E:\\" + std::wstring(3000, L'a') + L".mp3", file(L"prázdny.m3u", ""),
           file(L"zlý.m3u", "niet1.mp3\r\nniet2.mp3\r\n\0\0.mp3"), folder_ / L"niet.pls"}) {
         SCOPED_TRACE(testing::Message() << path.substr(0, 80));

@@ -1,8 +1,6 @@
 // What windows are made of, on real windows: the list with its picture scroll bar, the message box.
 #include <gtest/gtest.h>
 
-#include "core/errors.h"
-#include "core/loop.h"
 #include "support/error_of.h"
 #include "support/person.h"
 #include "ui/frm_box.h"
@@ -43,13 +41,6 @@ class List : public testing::Test {
     }
     int page() const { return static_cast<int>(list.rowsInView()); }
     int thumb() const { return scroller.Iposuv.bounds().y; }
-    void pressKey(WORD key) { SendMessageW(list.handle(), WM_KEYDOWN, key, 1); }
-    void turnWheel(int by) { SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, by), 0); }
-    void click(UINT down, UINT up, Point point) {
-        const LPARAM place = MAKELPARAM(point.x, point.y);
-        SendMessageW(list.handle(), down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, place);
-        SendMessageW(list.handle(), up, 0, place);
-    }
     // The middle of a row that is in view.
     Point rowPoint(std::size_t position) {
         const int row = static_cast<int>(list.rowHeight());
@@ -69,15 +60,15 @@ class List : public testing::Test {
 
 TEST_F(List, ScrollsByTheWheelAndByKeys) {
     fill(30000);
-    turnWheel(-WHEEL_DELTA);
+    turnWheel(list, -WHEEL_DELTA);
     const std::size_t notch = list.firstVisible();
     EXPECT_GT(notch, 0u);
-    for (int i = 0; i < 4; ++i) turnWheel(-WHEEL_DELTA / 4);  // a wheel that tells quarters
+    for (int i = 0; i < 4; ++i) turnWheel(list, -WHEEL_DELTA / 4);  // a wheel that tells quarters
     EXPECT_EQ(list.firstVisible(), 2 * notch);
-    turnWheel(WHEEL_DELTA);
+    turnWheel(list, WHEEL_DELTA);
     EXPECT_EQ(list.firstVisible(), notch);
     list.focus();
-    pressKey(VK_END);
+    pressKey(list, VK_END);
     EXPECT_EQ(list.selectedKey(), L"29999");
     EXPECT_EQ(list.firstVisible(), 30000u - page());
     EXPECT_EQ(GetWindowLongW(list.handle(), GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL), 0);
@@ -95,21 +86,20 @@ TEST_F(List, TellsItsEventsInTheirOrder) {
     list.onBeginDrag = [&](std::size_t position) { told += L"drag " + std::to_wstring(position); };
     const auto tells = [&] { return std::exchange(told, L""); };
 
-    click(WM_LBUTTONDOWN, WM_LBUTTONUP, rowPoint(2));
+    clickAt(list, rowPoint(2));
     EXPECT_EQ(tells(), L"down 2 ");
-    click(WM_RBUTTONDOWN, WM_RBUTTONUP, rowPoint(3));
-    EXPECT_EQ(tells(), L"down 3 menu ");
-    click(WM_RBUTTONDBLCLK, WM_RBUTTONUP, rowPoint(3));
-    EXPECT_EQ(tells(), L"down 3 menu ");
-    click(WM_LBUTTONDBLCLK, WM_LBUTTONUP, rowPoint(1));
+    for (const UINT press : {WM_RBUTTONDOWN, WM_RBUTTONDBLCLK}) {
+        clickAt(list, rowPoint(3), press, WM_RBUTTONUP);
+        EXPECT_EQ(tells(), L"down 3 menu ");
+    }
+    clickAt(list, rowPoint(1), WM_LBUTTONDBLCLK);
     EXPECT_EQ(tells(), L"down 1 double ");
-    pressKey(VK_DOWN);
+    pressKey(list, VK_DOWN);
     EXPECT_EQ(tells(), L"key 2 ");
     SendMessageW(list.handle(), WM_CHAR, L'F', 1);  // with which all names begin
     EXPECT_EQ(tells(), L"key 3 ");
     fill(2);
-    const Point below{20, list.clientSize().height - 2};
-    click(WM_LBUTTONDBLCLK, WM_LBUTTONUP, below);
+    clickAt(list, {20, list.clientSize().height - 2}, WM_LBUTTONDBLCLK);
     EXPECT_EQ(tells(), L"down  ");  // and plays nothing
     fill(20);
 
@@ -157,12 +147,12 @@ TEST_F(List, TheThumbDrivesTheListAndFollowsIt) {
     EXPECT_EQ(list.firstVisible(), 30000u - page() - 4);
 
     list.focus();
-    pressKey(VK_HOME);
+    pressKey(list, VK_HOME);
     list.select(0);
     scroller.followSelection();
     EXPECT_EQ(thumb(), top);
     list.ensureVisible(29000);
-    SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    turnWheel(list, -WHEEL_DELTA);
     EXPECT_GT(thumb(), (top + bottom) * 3 / 4);
 }
 
@@ -173,7 +163,7 @@ TEST_F(List, TooManyRowsForItsCountLeaveTheListAsItIs) {
     EXPECT_FALSE(scroller.PicPosuv.isVisible());
     EXPECT_EQ(list.count(), 32768u);
     scroller.place({10, 10, 280, 200});  // no second notice
-    SendMessageW(list.handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    turnWheel(list, -WHEEL_DELTA);
     EXPECT_GT(list.firstVisible(), 0u);
     fill(100);
     EXPECT_TRUE(scroller.PicPosuv.isVisible());
