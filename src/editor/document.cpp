@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "core/errors.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "playlist/entry_key.h"
