@@ -46,9 +46,7 @@ void askForEntries(FileQuestions& files, const std::wstring& content, const std:
 }  // namespace
 
 ContentsTree::ContentsTree(Form& form, TextBox& txtPath)
-    : Tview({.name = L"Tview", .text = L"Obsah priečinka", .parent = &form}),
-      form_(form),
-      txtPath_(txtPath) {}
+    : Tview(L"Tview", L"Obsah priečinka", form), form_(form), txtPath_(txtPath) {}
 
 void ContentsTree::ListFolderContents(const std::wstring& path) {
     txtPath_.setText(path);

@@ -42,7 +42,7 @@ DriveType typeOf(const std::wstring& drive) {
 FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
                        std::function<void(const std::wstring& folder)> listFolder)
     : Drive1(L"Drive1", L"Jednotka", form),
-      strom({.name = L"strom", .text = L"Priečinky", .parent = &form}),
+      strom(L"strom", L"Priečinky", form),
       form_(form),
       LblBar_(LblBar),
       txtPath_(txtPath),

@@ -71,12 +71,18 @@ void frmPrieskumnik::bindHandlers() {
     };
     splitter.onMoved = [this](int left) { Medzera_Moved(left); };
 
-    folders.strom.onContextMenu = [this](Point screen) { strom_ContextMenu(screen); };
+    folders.strom.onContextMenu = [this](Point screen) {
+        menuprestrom.setEnabled(L"strom_vloz_subor", !txtsubor.text().empty() && !isBusy());
+        menuprestrom.show(*this, screen);
+    };
 
     TreeView& Tview = contents.Tview;
     Tview.onClick = [this](const std::wstring&) { selectionChanged(); };
     Tview.onSelectionByKey = [this] { selectionChanged(); };
-    Tview.onContextMenu = [this](Point screen) { Tview_ContextMenu(screen); };
+    Tview.onContextMenu = [this](Point screen) {
+        selectionChanged();
+        prehrat.show(*this, screen);
+    };
     Tview.onDoubleClick = [this] { Tview_KeyDown(VK_RETURN); };
     Tview.onBeginDrag = [this](const std::wstring&) { return Tview_OLEStartDrag(); };
     Tview.onKeyDown = [this](WORD key) { return Tview_KeyDown(key); };
@@ -113,16 +119,6 @@ void frmPrieskumnik::Medzera_Moved(int left) {
     const int width = clientSize().width - 2 * scaled(kMargin) - scaled(kSplitter);
     if (width > 0) leftShare_ = MulDiv(left - scaled(kMargin), 1000, width);
     layout();
-}
-
-void frmPrieskumnik::strom_ContextMenu(Point screen) {
-    menuprestrom.setEnabled(L"strom_vloz_subor", !txtsubor.text().empty() && !isBusy());
-    menuprestrom.show(*this, screen);
-}
-
-void frmPrieskumnik::Tview_ContextMenu(Point screen) {
-    selectionChanged();
-    prehrat.show(*this, screen);
 }
 
 bool frmPrieskumnik::Tview_OLEStartDrag() {

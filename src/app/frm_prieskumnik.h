@@ -61,8 +61,6 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void bindHandlers();
     void txtodkaz_Change();
     void Medzera_Moved(int left);
-    void strom_ContextMenu(Point screen);
-    void Tview_ContextMenu(Point screen);
     bool Tview_OLEStartDrag();
     bool Tview_KeyDown(WORD key);
     void info_o_subore_Click();

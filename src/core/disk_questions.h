@@ -38,13 +38,11 @@ class Task {
 
 // The tasks of one asker, begun in their order: by two workers while they are quick, because
 // systems list folders little faster by more, by eight when the asker has to wait.
-class Crew {
+class Crew : NonCopyable {
   public:
     struct State;
 
     Crew();
-    Crew(const Crew&) = delete;
-    Crew& operator=(const Crew&) = delete;
     ~Crew() { giveUp(); }
 
     void put(std::shared_ptr<Task> task);

@@ -185,13 +185,11 @@ class Workers {
 };
 
 // Learns of a task's end for as long as it lives.
-class EndOf {
+class EndOf : NonCopyable {
   public:
     explicit EndOf(Task& task) : task_(task) {
         if (!Workers::get().tellEnd(task, event_.get())) SetEvent(event_.get());
     }
-    EndOf(const EndOf&) = delete;
-    EndOf& operator=(const EndOf&) = delete;
     ~EndOf() { Workers::get().tellEnd(task_, nullptr); }
     HANDLE event() const { return event_.get(); }
 
@@ -201,11 +199,9 @@ class EndOf {
 };
 
 // The pointer while a single question takes its time.
-class Hourglass {
+class Hourglass : NonCopyable {
   public:
     Hourglass() : before_(GetCursor()), timer_(SetTimer(nullptr, 0, kHourglassAfter, show)) {}
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
     ~Hourglass() {
         KillTimer(nullptr, timer_);
         if (GetCursor() == LoadCursorW(nullptr, IDC_WAIT)) SetCursor(before_);

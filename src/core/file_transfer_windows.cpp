@@ -8,6 +8,7 @@
 #include "core/disk_windows.h"
 #include "core/errors.h"
 #include "core/file_system.h"
+#include "core/non_copyable.h"
 #include "core/paths.h"
 #include "core/system_windows.h"
 
@@ -67,15 +68,13 @@ void removeLeftovers(const std::wstring& folder) {
 
 // A file that is being made beside its target. It goes away with this object unless it was put
 // into the target's place.
-class Unfinished {
+class Unfinished : NonCopyable {
   public:
     explicit Unfinished(const std::wstring& target) : target_(target) {
         const std::wstring full = systemPath(target);
         folder_ = full.substr(0, full.find_last_of(L'\\') + 1);
         removeLeftovers(folder_);
     }
-    Unfinished(const Unfinished&) = delete;
-    Unfinished& operator=(const Unfinished&) = delete;
     ~Unfinished() {
         if (path_.empty()) return;
         Disk::setAttributes(path_, FILE_ATTRIBUTE_NORMAL);

@@ -5,6 +5,8 @@
 #include <functional>
 #include <utility>
 
+#include "core/non_copyable.h"
+
 struct tagMSG;
 
 // The one message loop of the program: what runs, waits, posts and reports failures goes through
@@ -65,12 +67,10 @@ void prepareLoop();
 
 // Calls a routine from the message loop each time that it is raised, as long as it lives: for what
 // a window posts to itself.
-class LoopSignal {
+class LoopSignal : NonCopyable {
   public:
     explicit LoopSignal(std::function<void()> routine);
     ~LoopSignal();
-    LoopSignal(const LoopSignal&) = delete;
-    LoopSignal& operator=(const LoopSignal&) = delete;
 
     void raise() const;
 
@@ -82,12 +82,10 @@ class LoopSignal {
 };
 
 // Calls its tick from the message loop every so many milliseconds while the interval is not 0.
-class Timer {
+class Timer : NonCopyable {
   public:
     Timer() : elapsed_([this] { tick(); }) {}
     ~Timer() { setInterval(0); }
-    Timer(const Timer&) = delete;
-    Timer& operator=(const Timer&) = delete;
 
     std::function<void()> onTick;
 

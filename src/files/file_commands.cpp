@@ -43,10 +43,13 @@ FileCommands::FileCommands(Parts parts)
                                  .leave = [this] { parts_.strom.setDropHighlight(L""); },
                                  .drop = [this](const std::wstring& path, Point,
                                                 const DragState&) { strom_OLEDragDrop(path); }}),
-      TviewDrops_(parts_.Tview, {.over = [this](Point) { return Tview_OLEDragOver(); },
-                                 .leave = {},
-                                 .drop = [this](const std::wstring& path, Point,
-                                                const DragState&) { Tview_OLEDragDrop(path); }}) {
+      TviewDrops_(
+          parts_.Tview,
+          {.over =
+               [this](Point) { return !parts_.form.isBusy() && !parts_.txtPath.text().empty(); },
+           .leave = {},
+           .drop = [this](const std::wstring& path, Point,
+                          const DragState&) { Tview_OLEDragDrop(path); }}) {
     const auto on = [this](PopupMenu& menu, const wchar_t* entry, std::function<void()> command) {
         menu.onClick(entry) = [this, command = std::move(command)] { alone(command); };
     };
@@ -133,10 +136,6 @@ void FileCommands::strom_OLEDragDrop(const std::wstring& path) {
     const std::wstring folder = dropFolder_;
     copyDropped(path, folder,
                 L"Chceš prekopírovať súbor '" + path + L"' do adresára " + folder + L" ?");
-}
-
-bool FileCommands::Tview_OLEDragOver() const {
-    return !parts_.form.isBusy() && !parts_.txtPath.text().empty();
 }
 
 void FileCommands::Tview_OLEDragDrop(const std::wstring& path) {

@@ -44,7 +44,6 @@ class FileCommands {
     void vlozit_subor_Click();
     bool strom_OLEDragOver(Point at);
     void strom_OLEDragDrop(const std::wstring& path);
-    bool Tview_OLEDragOver() const;
     void Tview_OLEDragDrop(const std::wstring& path);
 
     // Runs a command unless another one of the explorer is under way.

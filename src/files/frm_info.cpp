@@ -131,8 +131,8 @@ frminfo::frminfo(HWND owner)
                    .caption = L"Súbor neexistuje",
                    .parent = this,
                    .font = Skin::Font::Bold,
+                   .color = MultiMedialny::palette().InfoColor,
                    .visible = false}) {
-    lblvystraha.setForeColor(MultiMedialny::palette().InfoColor);
     file_.push_back(row(L"Umiestnenie:", lblPath));
     file_.push_back(row(L"Veľkosť:", lblvelkosť));
     file_.push_back(row(L"Vytvorený:", lbldatvyt));
@@ -144,7 +144,7 @@ frminfo::frminfo(HWND owner)
     tag_.push_back(row(L"Rok:", lblrok));
     tag_.push_back(row(L"Poznámka:", lblpoznamka));
     txtodkaz.onChange = [this] { txtodkaz_Change(); };
-    Timer1.onTick = [this] { Timer1_Tick(); };
+    Timer1.onTick = [this] { lblvystraha.setVisible(!lblvystraha.isVisible()); };
 }
 
 frminfo::Row frminfo::row(const wchar_t* caption, TextField& value) {
@@ -178,10 +178,6 @@ void frminfo::clear() {
 void frminfo::warn() {
     lblvystraha.setVisible(true);
     Timer1.setInterval(kBlink);
-}
-
-void frminfo::Timer1_Tick() {
-    lblvystraha.setVisible(!lblvystraha.isVisible());
 }
 
 void frminfo::showFile(const std::wstring& path) {

@@ -43,7 +43,6 @@ class frminfo : public Form {
     Row row(const wchar_t* caption, TextField& value);
 
     void txtodkaz_Change();
-    void Timer1_Tick();
     void clear();
     void warn();
     void showFile(const std::wstring& path);

@@ -55,7 +55,9 @@ frmkopirovanie::frmkopirovanie(const Form& owner, const std::wstring& name)
                   .role = ROLE_SYSTEM_PROGRESSBAR}),
       Izastavit(captionButton(L"Izastavit", L"Zastaviť", this)) {
     PicProgres.value = [this] { return lblpercenta.text(); };
-    PicProgres.onPaint = [this](HDC dc, Size size) { PicProgres_Paint(dc, size); };
+    PicProgres.onPaint = [this](HDC dc, Size size) {
+        paintStrip(dc, size, {0, 0, MulDiv(size.width, percent_, 100), size.height});
+    };
     Izastavit.onClick = [this] { stopped_ = true; };
     layoutCentred();
 }
@@ -71,10 +73,6 @@ void frmkopirovanie::showProgress(std::uint64_t done, std::uint64_t total) {
 bool frmkopirovanie::queryUnload() {
     stopped_ = true;
     return false;
-}
-
-void frmkopirovanie::PicProgres_Paint(HDC dc, Size size) const {
-    paintStrip(dc, size, {0, 0, MulDiv(size.width, percent_, 100), size.height});
 }
 
 Size frmkopirovanie::arrange(int top) {

@@ -35,8 +35,6 @@ class frmkopirovanie : public Form {
     bool queryUnload() override;
 
   private:
-    void PicProgres_Paint(HDC dc, Size size) const;
-
     int percent_ = -1;
     bool stopped_ = false;
     Label lblsubor, lblpercenta;
@@ -46,14 +44,12 @@ class frmkopirovanie : public Form {
 
 // Work on a file that a form started, done by a worker while the windows live. A copy that takes
 // longer than a moment gets a window with its progress, gone at the copy's end.
-class CopyWatch {
+class CopyWatch : NonCopyable {
   public:
     using CloseFile = std::function<void(const std::wstring& path)>;
 
     // `closeFile` is called on the windows' thread when the work comes to a file.
     CopyWatch(Form& form, std::wstring path, CloseFile closeFile);
-    CopyWatch(const CopyWatch&) = delete;
-    CopyWatch& operator=(const CopyWatch&) = delete;
     ~CopyWatch();
 
     // What the work gives back; false when the person stopped it, in the window, by Escape or by

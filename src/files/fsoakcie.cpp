@@ -1,5 +1,6 @@
 #include "files/fsoakcie.h"
 
+#include "core/non_copyable.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "ui/frm_box.h"
@@ -13,15 +14,13 @@ constexpr std::uint32_t kReadOnly = 1;
 
 // A file that is about to be deleted or replaced, without its read-only bit. It gets the bit back
 // when that fails.
-class Prepared {
+class Prepared : NonCopyable {
   public:
     explicit Prepared(const std::wstring& path) : path_(path) {
         if (!fso::FileExists(path)) return;
         before_ = fso::attributes(path);
         prepareFile(path, true);
     }
-    Prepared(const Prepared&) = delete;
-    Prepared& operator=(const Prepared&) = delete;
     ~Prepared() {
         if (!(before_ & kReadOnly)) return;
         try {
@@ -49,12 +48,12 @@ class Operation {
             case kCopyIntoFolder:
                 // Unlike the other operations it does not prepare what it replaces: a read-only
                 // file there makes it fail.
-                return copy(inFolder(L"Určite adresár, kam sa súbor prekopíruje."), false);
+                return transfer(false, inFolder(L"Určite adresár, kam sa súbor prekopíruje."),
+                                false);
             case kMoveIntoFolder:
-                return move(inFolder(L"Určite adresár, kam sa súbor presunie."));
+                return transfer(true, inFolder(L"Určite adresár, kam sa súbor presunie."));
             case kTransfer:
-                return explorer_.txtsubor.text().starts_with(kCopied) ? copy(destination, true)
-                                                                      : move(destination);
+                return transfer(!explorer_.txtsubor.text().starts_with(kCopied), destination);
             default:
                 return remove();
         }
@@ -79,31 +78,20 @@ class Operation {
         });
     }
 
-    bool copy(const std::wstring& destination, bool prepares) const {
+    bool transfer(bool moves, const std::wstring& destination, bool prepares = true) const {
         if (destination.empty()) return false;
-        return explorer_.carry(
-            source_, [source = source_, destination, prepares](const TransferHooks& hooks) {
-                Prepared replaced(prepares ? destination : std::wstring());
-                const bool done = fso::copyFile(source, destination, hooks);
+        return explorer_.carry(source_, [=, source = source_](const TransferHooks& hooks) {
+            Prepared replaced(prepares ? destination : std::wstring());
+            try {
+                const bool done = moves ? fso::moveFile(source, destination, true, hooks)
+                                        : fso::copyFile(source, destination, hooks);
                 if (done) replaced.ended();
                 return done;
-            });
-    }
-
-    bool move(const std::wstring& destination) const {
-        if (destination.empty()) return false;
-        return explorer_.carry(
-            source_, [source = source_, destination](const TransferHooks& hooks) {
-                Prepared replaced(destination);
-                try {
-                    const bool done = fso::moveFile(source, destination, true, hooks);
-                    if (done) replaced.ended();
-                    return done;
-                } catch (const SourceLeft&) {
-                    replaced.ended();
-                    throw;
-                }
-            });
+            } catch (const SourceLeft&) {
+                replaced.ended();
+                throw;
+            }
+        });
     }
 
     const Explorer& explorer_;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/errors.h"
+#include "core/non_copyable.h"
 #include "playlist/listed_files.h"
 
 namespace tunovka {
@@ -40,11 +41,8 @@ struct EngineEvent {
 
 // Plays one file at a time. Made, used and destroyed by one thread, where a call may take as long
 // as it must. Throws nothing.
-class MediaEngine {
+class MediaEngine : NonCopyable {
   public:
-    MediaEngine() = default;
-    MediaEngine(const MediaEngine&) = delete;
-    MediaEngine& operator=(const MediaEngine&) = delete;
     virtual ~MediaEngine() = default;
 
     // Whether open() takes a playlist whole and then steps through its entries itself.

@@ -19,12 +19,10 @@ std::vector<ListedFile> filesOf(const std::wstring& file);
 // Notifications come from the message loop in the order in which they happened: never from inside a
 // call of the owner, never for a file that was replaced meanwhile. The owner may do anything inside
 // one, also open another file or destroy the player.
-class MediaPlayer {
+class MediaPlayer : NonCopyable {
   public:
     explicit MediaPlayer(MediaEngineFactory createEngine = createMediaEngine);
     ~MediaPlayer();
-    MediaPlayer(const MediaPlayer&) = delete;
-    MediaPlayer& operator=(const MediaPlayer&) = delete;
 
     // Set by the owner once, before a file is opened.
     std::function<void(const MediaNotification&)> onNotification;

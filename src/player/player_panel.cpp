@@ -91,7 +91,10 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
 
     Image1.onPress = [this] { Image1_MouseDown(); };
     Image2.onPress = [this] { Image2_MouseDown(); };
-    Image3.onPress = [this] { Image3_MouseDown(); };
+    Image3.onPress = [this] {
+        playing_ = false;
+        if (!mp.FileName().empty()) mp.Pause();
+    };
     Image4.onPress = [this] { step(&MediaPlayer::Previous); };
     Image5.onPress = [this] { step(&MediaPlayer::Next); };
 
@@ -192,11 +195,6 @@ void PlayerPanel::Image2_MouseDown() {
     yieldNow();
     mp.Stop();
     mp.setCurrentPosition(0);
-}
-
-void PlayerPanel::Image3_MouseDown() {
-    playing_ = false;
-    if (!mp.FileName().empty()) mp.Pause();
 }
 
 void PlayerPanel::step(void (MediaPlayer::*step)()) {

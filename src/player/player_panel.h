@@ -50,7 +50,6 @@ class PlayerPanel {
   private:
     void Image1_MouseDown();
     void Image2_MouseDown();
-    void Image3_MouseDown();
     void PicProgres_MouseMove(MouseButton held, Point at);
     void PicProgres_MouseUp(MouseButton button, Point at);
     void PicProgres_KeyDown(StripMove move);

@@ -2,10 +2,12 @@
 
 #include <windows.h>
 
+#include "core/non_copyable.h"
+
 namespace tunovka {
 
 // Lets one thread go on at a time: held by one of them as long as the object lives.
-class Turn {
+class Turn : NonCopyable {
   public:
     // Waits for the turn, but no longer than so many milliseconds or until the event is set: then
     // the thread goes on without it. Without a semaphore (of one) there is nothing to wait for.
@@ -18,8 +20,6 @@ class Turn {
     ~Turn() {
         if (semaphore_) ReleaseSemaphore(semaphore_, 1, nullptr);
     }
-    Turn(const Turn&) = delete;
-    Turn& operator=(const Turn&) = delete;
 
   private:
     HANDLE semaphore_;

@@ -24,9 +24,9 @@ constexpr int kPanelMargin = 12;
 
 constexpr DWORD kPause = 100;  // ms between two reports of the panel
 
-constexpr std::wstring_view kCollectingPhase = L"Prebieha prehľadávanie adresára";
-constexpr std::wstring_view kSortingOutPhase = L"Prebieha spracovanie súborov";
-constexpr std::wstring_view kListingPhase = L"Prebieha výpis súborov";
+constexpr wchar_t kCollectingPhase[] = L"Prebieha prehľadávanie adresára";
+constexpr wchar_t kSortingOutPhase[] = L"Prebieha spracovanie súborov";
+constexpr wchar_t kListingPhase[] = L"Prebieha výpis súborov";
 
 constexpr wchar_t kName[] = L"frmhladanie";
 constexpr wchar_t kTag[] = L"hladanie";
@@ -56,7 +56,7 @@ ScanPanel::ScanPanel(Form& form)
                .visible = false,
                .container = true}),
       Label1({.name = L"Label1",
-              .caption = std::wstring(kCollectingPhase),
+              .caption = kCollectingPhase,
               .parent = &PicInfo,
               .format = DT_CENTER,
               .font = Skin::Font::Bold}),
@@ -78,7 +78,7 @@ ScanPanel::ScanPanel(Form& form)
 }
 
 void ScanPanel::begin() {
-    setPhase(kCollectingPhase);
+    Label1.setText(kCollectingPhase);
     folder_.setText(L"");
     found_.setText(L"");
     shownAt_ = 0;
@@ -91,10 +91,6 @@ void ScanPanel::end() {
     const bool hadFocus = Istop.hasFocus();
     PicInfo.setVisible(false);
     if (hadFocus) form_.focus();  // a hidden button would still take the keys
-}
-
-void ScanPanel::setPhase(std::wstring_view phase) {
-    Label1.setText(std::wstring(phase));
 }
 
 void ScanPanel::progress(const std::wstring& folder, std::size_t found) {
@@ -155,11 +151,14 @@ void frmhladanie::bindHandlers() {
     Lview.onSelectionByKey = [this] { Lview_ItemClick(); };
     Lview.onDoubleClick = [this] { prehrat_Click(); };
     Lview.onContextMenu = [this](Point screen) { showMenu(screen); };
-    Lview.onBeginDrag = [this](std::size_t) { Lview_OLEStartDrag(); };
+    Lview.onBeginDrag = [this](std::size_t) {
+        const std::wstring key = Lview.selectedKey();
+        if (!key.empty()) dragText(key, {.source = Lview.name(), .key = tag});
+    };
 
-    menu1.onClick(L"info_o_subore") = [this] { info_o_subore_Click(); };
+    menu1.onClick(L"info_o_subore") = [this] { links_.showInformation(Lview.selectedKey()); };
     menu1.onClick(L"prehrat") = [this] { prehrat_Click(); };
-    menu1.onClick(L"upravit_playlist") = [this] { upravit_playlist_Click(); };
+    menu1.onClick(L"upravit_playlist") = [this] { links_.openEditor(Lview.selectedKey()); };
     menu1.onClick(L"uloz_playlist") = [this] { uloz_playlist_Click(); };
     menu1.onClick(L"vzostupne") = [this] { sortBy(SortOrder::Ascending); };
     menu1.onClick(L"zostupne") = [this] { sortBy(SortOrder::Descending); };
@@ -230,14 +229,14 @@ void frmhladanie::ScanFolder(const std::wstring& folder) {
 // The second and third phase. A stop there leaves what was looked at so far.
 void frmhladanie::listFiles(std::vector<std::wstring> files) {
     const LoopHooks hooks{yieldToEvents, [this] { return StopRequested || isAbandoned(); }};
-    panel.setPhase(kSortingOutPhase);
+    panel.Label1.setText(kSortingOutPhase);
     yieldNow();
     keepMusicAndPlaylists(files, hooks);
     if (isAbandoned()) return;
     lblpočet.setText(lblpočet.text() + L", z toho hudobné: " + formatGrouped(files.size()));
 
     StopRequested = 0;
-    panel.setPhase(kListingPhase);
+    panel.Label1.setText(kListingPhase);
     result.list(std::move(files), hooks);
     yieldNow();  // showing the list takes a while of its own
     if (isAbandoned()) return;
@@ -264,11 +263,6 @@ void frmhladanie::Lview_ItemClick() {
     scroller.followSelection();
 }
 
-void frmhladanie::Lview_OLEStartDrag() {
-    const std::wstring key = Lview.selectedKey();
-    if (!key.empty()) dragText(key, {.source = Lview.name(), .key = tag});
-}
-
 void frmhladanie::onAccept() {
     if (Lview.hasFocus()) prehrat_Click();
 }
@@ -280,17 +274,9 @@ void frmhladanie::showMenu(Point screen) {
     menu1.show(*this, screen);
 }
 
-void frmhladanie::info_o_subore_Click() {
-    links_.showInformation(Lview.selectedKey());
-}
-
 void frmhladanie::prehrat_Click() {
     const std::wstring key = Lview.selectedKey();
     if (!key.empty()) links_.play(key);
-}
-
-void frmhladanie::upravit_playlist_Click() {
-    links_.openEditor(Lview.selectedKey());
 }
 
 void frmhladanie::sortBy(SortOrder order) {

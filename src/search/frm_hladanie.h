@@ -21,7 +21,6 @@ class ScanPanel {
     // Shows the panel at the start of a search, in its first phase.
     void begin();
     void end();
-    void setPhase(std::wstring_view phase);
 
     // Names the folder that is being visited and how many files were found so far; at most ten
     // times a second, whenever it is called.
@@ -74,10 +73,7 @@ class frmhladanie : public Form {
     bool isAbandoned() const { return wanted_ || isClosing(); }
 
     void Lview_ItemClick();
-    void Lview_OLEStartDrag();
-    void info_o_subore_Click();
     void prehrat_Click();
-    void upravit_playlist_Click();
     void uloz_playlist_Click();
     void showMenu(Point screen);
     void sortBy(SortOrder order);

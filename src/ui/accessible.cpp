@@ -1,4 +1,4 @@
-#include "ui/accessible.h"
+#include "ui/window.h"
 
 #include <initguid.h>
 #include <oleacc.h>
@@ -8,7 +8,6 @@
 #include "core/com_object.h"
 #include "core/handle.h"
 #include "core/late_function.h"
-#include "ui/window.h"
 
 namespace tunovka {
 namespace {

@@ -30,7 +30,7 @@ IDataObject* createTextData(const std::wstring& text);
 
 // Takes texts that are dropped onto a control, from this program or another. Made before the
 // control's system window is.
-class TextDropTarget {
+class TextDropTarget : NonCopyable {
   public:
     struct Events {
         // The pointer is over a place of the window's client area; true when a text may be dropped
@@ -44,8 +44,6 @@ class TextDropTarget {
 
     TextDropTarget(Window& window, Events events);
     ~TextDropTarget();
-    TextDropTarget(const TextDropTarget&) = delete;
-    TextDropTarget& operator=(const TextDropTarget&) = delete;
 
   private:
     class Target;

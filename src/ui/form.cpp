@@ -8,7 +8,6 @@
 #include "core/late_function.h"
 #include "core/loop.h"
 #include "core/text.h"
-#include "ui/accessible.h"
 #include "ui/painting.h"
 #include "ui/skin.h"
 

@@ -11,12 +11,10 @@
 namespace tunovka {
 
 // Switches every other window of the program off for as long as it lives.
-class ModalState {
+class ModalState : NonCopyable {
   public:
     explicit ModalState(HWND except);
     ~ModalState();
-    ModalState(const ModalState&) = delete;
-    ModalState& operator=(const ModalState&) = delete;
 
   private:
     static BOOL CALLBACK disable(HWND window, LPARAM modal);
@@ -76,12 +74,10 @@ class Form : public Window {
     virtual bool staysUsable() const { return false; }
 
     // Keeps the form alive: a handler of one of its windows or a loop runs.
-    class Depth {
+    class Depth : NonCopyable {
       public:
         explicit Depth(Form* form) : form_(form) { ++form_->depth_; }
         ~Depth() { form_->leave(); }
-        Depth(const Depth&) = delete;
-        Depth& operator=(const Depth&) = delete;
 
       private:
         Form* form_;

@@ -3,7 +3,6 @@
 #include <oleacc.h>
 
 #include "core/text.h"
-#include "ui/accessible.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -100,8 +99,7 @@ std::optional<LRESULT> Image::onMessage(UINT message, WPARAM wparam, LPARAM lpar
             pointerMoved(pointOf(lparam));
             return 0;
         case WM_MOUSELEAVE:
-            pointed_ = false;
-            invalidate();
+            pointerMoved({-1, -1});
             return 0;
         case WM_ENABLE:
             invalidate();

@@ -2,7 +2,6 @@
 
 #include <oleacc.h>
 
-#include "ui/accessible.h"
 #include "ui/painting.h"
 
 namespace tunovka {
@@ -14,12 +13,7 @@ Label::Label(const LabelArgs& args)
       font_(args.font),
       wraps_(args.wraps),
       status_(args.status),
-      color_(MultiMedialny::palette().LabelForeColor) {}
-
-void Label::setForeColor(Color color) {
-    color_ = color;
-    invalidate();
-}
+      color_(args.color) {}
 
 Size Label::measured(int width) const {
     return measureText(text(), Skin::font(dpi(), font_), width);

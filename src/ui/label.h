@@ -14,14 +14,13 @@ class Label : public Window {
         Window* parent;
         UINT format = DT_LEFT;  // DrawText's alignment and ellipsis
         Skin::Font font = Skin::Font::Text;
+        Color color = MultiMedialny::palette().LabelForeColor;
         bool visible = true;
         bool status = false;  // the line that tells what is selected
         bool wraps = false;   // lines break at words, from the top; else one centred line
     };
 
     explicit Label(const LabelArgs& args);
-
-    void setForeColor(Color color);
 
     // Size of the caption in pixels: on one line, or wrapped at a width when that is positive.
     Size measured(int width = 0) const;

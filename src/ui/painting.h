@@ -6,18 +6,17 @@
 #include <string>
 
 #include "core/handle.h"
+#include "core/non_copyable.h"
 #include "ui/colors.h"
 #include "ui/geometry.h"
 
 namespace tunovka {
 
 // Saves a device context's state and restores it.
-class SavedDc {
+class SavedDc : NonCopyable {
   public:
     explicit SavedDc(HDC dc) : dc_(dc), state_(SaveDC(dc)) {}
     ~SavedDc() { RestoreDC(dc_, state_); }
-    SavedDc(const SavedDc&) = delete;
-    SavedDc& operator=(const SavedDc&) = delete;
 
   private:
     HDC dc_;
@@ -38,12 +37,10 @@ using MemoryDc = Handle<PooledDc>;
 MemoryDc memoryDc();
 
 // Answers WM_PAINT through a bitmap in memory, which reaches the screen in one step: no flicker.
-class PaintDc {
+class PaintDc : NonCopyable {
   public:
     explicit PaintDc(HWND window);
     ~PaintDc();
-    PaintDc(const PaintDc&) = delete;
-    PaintDc& operator=(const PaintDc&) = delete;
 
     HDC dc() const { return saved_ ? memory_.get() : paint_.hdc; }
 

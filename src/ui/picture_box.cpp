@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "core/text.h"
-#include "ui/accessible.h"
 #include "ui/form.h"
 
 namespace tunovka {

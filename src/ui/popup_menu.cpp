@@ -18,16 +18,11 @@ void PopupMenu::fill(HMENU menu, const std::vector<Item>& items, const Entry* pa
         Entry& entry = entries_.emplace(item.name, Entry{menu, ++lastId_, position++, parent, {}})
                            .first->second;
         const UINT state = item.enabled ? MF_ENABLED : MF_GRAYED;
-        if (!item.items.empty()) {
-            const HMENU below = CreatePopupMenu();
-            fill(below, item.items, &entry);
-            AppendMenuW(menu, MF_POPUP | MF_STRING | state, reinterpret_cast<UINT_PTR>(below),
-                        item.caption);
-        } else if (!*item.caption) {
-            AppendMenuW(menu, MF_SEPARATOR, entry.id, nullptr);
-        } else {
-            AppendMenuW(menu, MF_STRING | state, entry.id, item.caption);
-        }
+        const HMENU below = item.items.empty() ? nullptr : CreatePopupMenu();
+        if (below) fill(below, item.items, &entry);
+        const UINT kind = below ? MF_POPUP : *item.caption ? MF_STRING : MF_SEPARATOR;
+        AppendMenuW(menu, kind | state, below ? reinterpret_cast<UINT_PTR>(below) : entry.id,
+                    item.caption);
     }
 }
 

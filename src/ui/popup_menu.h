@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/non_copyable.h"
 #include "ui/geometry.h"
 
 namespace tunovka {
@@ -15,7 +16,7 @@ class Form;
 
 // A menu that opens at a point. Entries are known by their names, which must be there; an entry
 // that is off is greyed.
-class PopupMenu {
+class PopupMenu : NonCopyable {
   public:
     struct Item {
         const wchar_t* name;
@@ -26,8 +27,6 @@ class PopupMenu {
 
     explicit PopupMenu(const std::vector<Item>& items);
     ~PopupMenu();
-    PopupMenu(const PopupMenu&) = delete;
-    PopupMenu& operator=(const PopupMenu&) = delete;
 
     // What an entry does.
     std::function<void()>& onClick(const std::wstring& name) { return entries_.at(name).onClick; }

@@ -26,7 +26,7 @@ namespace {
 constexpr std::size_t kLongestPath = 32768;  // characters, the end mark included
 
 // The dialog may change it while a person looks around, whatever it was asked.
-class KeptDirectory {
+class KeptDirectory : NonCopyable {
   public:
     KeptDirectory() {
         directory_.resize(GetCurrentDirectoryW(0, nullptr));
@@ -34,8 +34,6 @@ class KeptDirectory {
             GetCurrentDirectoryW(static_cast<DWORD>(directory_.size()), directory_.data()));
     }
     ~KeptDirectory() { SetCurrentDirectoryW(directory_.c_str()); }
-    KeptDirectory(const KeptDirectory&) = delete;
-    KeptDirectory& operator=(const KeptDirectory&) = delete;
 
   private:
     std::wstring directory_;

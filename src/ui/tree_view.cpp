@@ -14,16 +14,16 @@ constexpr int kPicture = 16;  // side of a node's picture, in 96ths of an inch
 
 }  // namespace
 
-TreeView::TreeView(const TreeArgs& args)
-    : ItemView(Args{.name = args.name,
+TreeView::TreeView(const wchar_t* name, const std::wstring& accessibleName, Window& parent)
+    : ItemView(Args{.name = name,
                     .className = WC_TREEVIEWW,
-                    .text = args.text,
+                    .text = accessibleName,
                     .style = WS_CHILD | WS_BORDER | TVS_HASBUTTONS | TVS_HASLINES |
                              TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP |
                              TVS_NOTOOLTIPS,
                     .tabStop = true,
-                    .parent = args.parent}) {
-    setAccessibleName(args.text);
+                    .parent = &parent}) {
+    setAccessibleName(accessibleName);
 }
 
 void TreeView::prepare() {

@@ -16,11 +16,6 @@ namespace tunovka {
 // parent is the root. Anything that lets events run may remove nodes: look up by key again.
 class TreeView : public ItemView {
   public:
-    struct TreeArgs {
-        const wchar_t* name;
-        std::wstring text;  // the accessible name
-        Window* parent;
-    };
     struct NodeArgs {
         std::wstring parentKey;
         std::wstring key;
@@ -30,7 +25,7 @@ class TreeView : public ItemView {
         bool bold = false;
     };
 
-    explicit TreeView(const TreeArgs& args);
+    TreeView(const wchar_t* name, const std::wstring& accessibleName, Window& parent);
 
     void add(const NodeArgs& node);
     void remove(const std::wstring& key);
@@ -58,12 +53,10 @@ class TreeView : public ItemView {
     void setDropHighlight(const std::wstring& key);
 
     // Keeps the tree from painting while it is filled.
-    class RedrawOff {
+    class RedrawOff : NonCopyable {
       public:
         explicit RedrawOff(TreeView& tree);
         ~RedrawOff();
-        RedrawOff(const RedrawOff&) = delete;
-        RedrawOff& operator=(const RedrawOff&) = delete;
 
       private:
         TreeView& tree_;

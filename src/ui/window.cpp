@@ -8,7 +8,6 @@
 #include "core/errors.h"
 #include "core/late_function.h"
 #include "core/loop.h"
-#include "ui/accessible.h"
 #include "ui/form.h"
 #include "ui/painting.h"
 #include "ui/skin.h"

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "core/multimedialny.h"
+#include "core/non_copyable.h"
 #include "ui/geometry.h"
 
 namespace tunovka {
@@ -15,15 +16,23 @@ namespace tunovka {
 using MultiMedialny::Color;
 
 class Form;
-struct AccessibleFacts;
 
 enum class MouseButton { None, Left, Right, Middle };
+
+// What a screen reader is told of a control, beside what the system knows of every window.
+struct AccessibleFacts {
+    long role = 0;                     // ROLE_SYSTEM_...; 0 leaves role and state to the system
+    std::optional<std::wstring> name;  // nullopt leaves it to the system, as with the value
+    std::optional<std::wstring> value;
+    long state = 0;       // STATE_SYSTEM_...; focus, visible and enabled are added
+    std::wstring action;  // name of the default action, for a control that takes BM_CLICK
+};
 
 // The owner of one system window and the one place where its messages are routed: a window of the
 // program's own class, or a system control that is subclassed, sends every message to onMessage()
 // of its object, and a control's notifications come back to the control itself through onNotify()
 // and onCommand(). Nothing thrown there reaches the system.
-class Window {
+class Window : public NonCopyable {
   public:
     struct Args {
         const wchar_t* name = L"";  // the control's name in the code, kept as "Tunovka.name"
@@ -39,8 +48,6 @@ class Window {
         Rect bounds;           // device pixels
     };
 
-    Window(const Window&) = delete;
-    Window& operator=(const Window&) = delete;
     virtual ~Window();
 
     HWND handle() const { return handle_; }
@@ -167,5 +174,10 @@ bool isPress(UINT message);
 bool isRelease(UINT message);
 Point pointOf(LPARAM lparam);
 MouseButton buttonOf(UINT message);
+
+// Answers WM_GETOBJECT for the inner part of a window of the program: the object that it hands out
+// asks Window::describe() each time. nullopt when the question is for another part or the system
+// has no accessibility support.
+std::optional<LRESULT> accessibleAnswer(HWND window, WPARAM wparam, LPARAM lparam);
 
 }  // namespace tunovka
