@@ -24,12 +24,10 @@ class ContentsTree {
     ContentsTree(Form& form, TextBox& txtPath);
 
     // Lists a folder in place of the contents, letting events run. A call during a listing ends it
-    // and lists its own folder instead. A failure is reported and leaves what was listed so far;
-    // Escape gives up a disk that does not answer.
+    // and lists its own folder instead. A failure is told and leaves what was listed so far.
     void ListFolderContents(const std::wstring& path);
 
-    // Full path of the existing file behind a node, its name as the disk spells it; "" when there
-    // is none.
+    // Path of the existing file behind a node, as the disk spells its name; "" when there is none.
     std::wstring PathFromNodeKey(const std::wstring& key) const;
     // Why there is none: `missing`, or what stands against looking.
     std::wstring whyNoFile(const std::wstring& key, std::wstring_view missing) const;
@@ -39,8 +37,7 @@ class ContentsTree {
     // "Song.MP3" gives "Song.mp3", which leads to the same file.
     std::wstring selectedPathForPlaylists() const;
 
-    // Gives the node of a renamed file its new key and text. False when the tree is out of date: it
-    // has no such node, or one with the new name already.
+    // Gives the node of a renamed file its new key and text; false when the tree is out of date.
     bool renameFile(const std::wstring& key, const std::wstring& name);
 
     TreeView Tview;

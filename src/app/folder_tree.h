@@ -23,8 +23,8 @@ class FolderTree {
     FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
                std::function<void(const std::wstring& folder)> listFolder);
 
-    // Rebuilds the tree for the drive that is chosen in `Drive1`, unless it is shown already. A
-    // drive that is not ready is reported and the list goes back to the drive that is shown.
+    // Fills the tree for the drive that is chosen in `Drive1`, unless it is shown already. One that
+    // is not ready is told, and the list goes back to the drive that is shown.
     void FillTreeForDrive();
 
     // Lists the sub-folders of a folder under its node. Lets events run.

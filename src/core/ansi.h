@@ -5,9 +5,8 @@
 
 namespace tunovka {
 
-// Bytes in the system's ANSI code page as text. Bytes that the code page does not define become
-// what the system makes of them; no byte is dropped. Where the code page is UTF-8, what is not
-// valid UTF-8 is read as code page 1250, in which playlists and tags were written before.
+// Bytes in the system's ANSI code page as text; no byte is dropped. Where that is UTF-8, what is
+// not valid UTF-8 is read as code page 1250, in which playlists and tags were written before.
 std::wstring fromAnsi(std::string_view bytes);
 
 // Text as bytes in the system's ANSI code page. A character that the code page cannot hold raises

@@ -15,11 +15,9 @@
 
 // Questions to disks are asked on workers, so that the thread of the windows makes no call that can
 // wait for a disk. A question is a function that holds values of its own, knows neither windows nor
-// anything that others change, and gives a value back; what it raises is raised to the asker.
-//
-// A question that is given up may go on for as long as the system lets it: nobody waits for it, not
-// even the program's end, and what it gives back is thrown away. "Not answered" is an empty
-// optional; it never means that something is missing.
+// anything that others change, and gives a value back; what it raises is raised to the asker. One
+// that is given up may go on for as long as the system lets it; nobody waits for it. "Not answered"
+// is an empty optional; it never means that something is missing.
 
 namespace tunovka {
 
@@ -47,10 +45,9 @@ class Crew : NonCopyable {
 
     void put(std::shared_ptr<Task> task);
 
-    // Wait until a task is done; false when it was given up, and with it all others. In a long
-    // command all events run, and its hooks say when it is given up; for a single question only
-    // painting and timers run and Escape does. When `later`, a task put in later, is done within a
-    // few milliseconds as well, nothing runs: to be woken for each one takes longer than its work.
+    // Wait until a task is done; false when it was given up, and with it all others. Events run as
+    // waitForObject() lets them, unless `later`, a task put in later, is done within milliseconds
+    // as well: to be woken for each one takes longer than its work.
     bool await(Task& task, Task& later, const LoopHooks& command);
     bool await(Task& task, Task& later, const std::wstring& path);
 
@@ -78,8 +75,7 @@ class DiskQuestions {
         crew_.put(asked_.back());
     }
 
-    // The answer to the oldest question. When it is given up, so are all others. Waits as a long
-    // command (LoopHooks) or for a single question to a path.
+    // The answer to the oldest question; when it is given up, so are all others.
     template <typename Whose>
     std::optional<Answer> next(const Whose& whose) {
         const std::shared_ptr<Question> first = asked_.front();
@@ -122,9 +118,8 @@ auto askDisk(const Whose& whose, Question question) {
     return only.next(whose);
 }
 
-// Asks `count` questions of one long command, `question(i)` being one, and hands the answers to
-// `take(i, answer)` in their order, letting events run between them. False when the command was
-// given up.
+// Asks the questions `question(i)` of one long command and hands their answers to `take(i, answer)`
+// in their order, letting events run between them. False when the command was given up.
 template <typename MakeQuestion, typename Take>
 bool askDiskMany(const LoopHooks& command, std::size_t count, const MakeQuestion& question,
                  const Take& take) {

@@ -130,9 +130,8 @@ class Workers {
         }
     }
 
-    // Ends the job's task and gives it the next one, waiting for it; false when the worker is not
-    // needed any more. It counts as idle in the same go, so that whoever is told of the end finds
-    // it for the next task, and holds nothing of the last one then.
+    // Ends the job's task and waits for the next one; false when the worker is not needed any more.
+    // It counts as idle in the same go, so that whoever is told of the end finds it.
     bool next(Job& job) {
         for (;;) {
             {

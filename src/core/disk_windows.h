@@ -37,9 +37,8 @@ enum class DiskCall {
 class DiskStandIn {
   public:
     virtual ~DiskStandIn() = default;
-    // Comes right before each call, on the thread that makes it, and may take its time. Other than
-    // 0, the call is not made and that is its error. `bytes` is what a read or write is to move;
-    // with less, the call moves less and says so.
+    // Comes right before each call, on its thread, and may take its time. Other than 0 is the error
+    // of a call that is not made. `bytes` is what a read or write is to move, or less.
     virtual DWORD asked(DiskCall call, const std::wstring& path, DWORD& bytes) = 0;
     // Copies in place of the system when it returns true.
     virtual bool copies(const std::wstring& /*from*/, const std::wstring& /*to*/,
@@ -59,9 +58,8 @@ DWORD details(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& details);
 DWORD entry(const std::wstring& path, WIN32_FIND_DATAW& entry);
 DWORD setAttributes(const std::wstring& path, DWORD attributes);
 
-// The one walk through a folder: all entries that match, "." and ".." left out, in the system's
-// order and with their short names, until `take` returns false. The root of an empty drive is
-// ERROR_FILE_NOT_FOUND.
+// The one walk through a folder: all entries that match but "." and "..", with their short names,
+// until `take` returns false. The root of an empty drive is ERROR_FILE_NOT_FOUND.
 DWORD list(const std::wstring& folder, const std::function<bool(const WIN32_FIND_DATAW&)>& take,
            const wchar_t* match = L"*");
 

@@ -58,10 +58,9 @@ struct ExistingFiles::Root {
     std::optional<bool> known;
 };
 
-// As far as the times can be trusted to change with the folder's files. FAT keeps none that do, and
-// keeps all its times in steps of 10 ms or more: times that fine come from a file system that does.
-// A link's own times say nothing of its target. A folder that was written to a moment ago could be
-// written to again within the same tick of the clock.
+// As far as the times can be trusted to change with the folder's files: FAT keeps none that do, and
+// none finer than 10 ms; a link's own say nothing of its target; and a folder that was written to a
+// moment ago could be written to again within the same tick of the clock.
 std::optional<ExistingFiles::Stamp> ExistingFiles::stampOf(const std::wstring& folder) {
     constexpr std::uint64_t kCoarse = 100'000;     // 10 ms, in units of 100 ns
     constexpr std::uint64_t kRecent = 20'000'000;  // 2 s

@@ -38,8 +38,8 @@ using CopyProgress = std::function<bool(std::uint64_t done, std::uint64_t total)
 // What an operation calls while it runs, on its thread. Each may be empty.
 struct TransferHooks {
     CopyProgress progress{};
-    // Comes right before a file is replaced, moved or deleted, once nothing but its being open can
-    // stand against that: whoever in the program has it open closes it.
+    // Whoever in the program has a file open closes it: nothing else stands any more against
+    // replacing, moving or deleting it.
     std::function<void(const std::wstring& path)> closeFile{};
 };
 
@@ -62,8 +62,7 @@ bool FolderExists(const std::wstring& path);
 bool IsDriveReady(const std::wstring& drive);  // "E:", with or without "\"
 DriveType driveType(const std::wstring& drive);
 
-// All entries of a folder but "." and "..", in the system's order, short names included. Raises
-// kPathNotFound or kPermissionDenied.
+// All entries of a folder but "." and "..", in the system's order.
 std::vector<FolderEntry> listFolder(const std::wstring& folder);
 
 // The path of a file with its name as the disk spells it: letter case, the long name for a short
@@ -74,29 +73,26 @@ FileDetails details(const std::wstring& path);
 std::uint32_t attributes(const std::wstring& path);
 void setAttributes(const std::wstring& path, std::uint32_t attributes);
 
-// The whole content. Raises kFileNotFound, kPermissionDenied, kPathFileAccess when the file gets
-// shorter meanwhile …
+// The whole content; a file that gets shorter meanwhile raises kPathFileAccess.
 std::string readAll(const std::wstring& path);
 
 // At most `count` bytes from `offset` (bytes from the start); fewer at the file's end.
 std::string readPart(const std::wstring& path, std::uint64_t offset, std::size_t count);
 
-// Replaces the file whole: writes beside it, flushes, then puts it in place. A failure leaves the
-// old file as it was and no leftover. A read-only target raises kPermissionDenied. A target that
-// is a link is written through to what it names; a hidden target stays hidden. The error's
-// description names the path.
+// Replaces the file whole: a failure, whose description names the path, leaves the old one as it
+// was and no leftover. A read-only target raises kPermissionDenied, a link is written through to
+// what it names, a hidden target stays hidden.
 void writeWhole(const std::wstring& path, std::string_view content);
 
-// Copies a file with all that belongs to it (streams, time of change, attributes), replacing the
-// destination only when the copy is whole; an old destination's rights stay. `destination` may be a
-// folder ending in "\". A file that is its own destination raises kPermissionDenied and is not
-// touched. Returns false when the progress stopped it.
+// Copies a file with all that belongs to it, replacing the destination (which may be a folder
+// ending in "\") only when the copy is whole; an old destination's rights stay. A file that is its
+// own destination raises kPermissionDenied. False when the progress stopped it.
 bool copyFile(const std::wstring& source, const std::wstring& destination,
               const TransferHooks& hooks = {});
 
 // Moves a file. The destination must not exist (kFileAlreadyExists) unless `replace`; across
-// volumes it copies first and deletes the source only when the copy is whole: where that fails both
-// are there (SourceLeft).
+// volumes the source is deleted when the copy is whole: where that fails both are there
+// (SourceLeft).
 bool moveFile(const std::wstring& source, const std::wstring& destination, bool replace = false,
               const TransferHooks& hooks = {});
 

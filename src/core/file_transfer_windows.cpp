@@ -191,9 +191,8 @@ void requireReplaceable(const std::wstring& source, const std::wstring& destinat
         raiseSystemError(ERROR_ACCESS_DENIED);
 }
 
-// Makes an attempt on files. Where it fails because one of them is in use, whoever in the program
-// has them open closes them, and it is made again; so do they when it has worked. A refusal for
-// another reason disturbs nobody.
+// Makes an attempt on files, and again once the program has closed those that are in use. It closes
+// them as well when the attempt has worked; a refusal for another reason disturbs nobody.
 DWORD freeing(const std::vector<std::wstring>& files, const TransferHooks& hooks,
               const std::function<DWORD()>& attempt) {
     const DWORD error = attempt();
@@ -207,8 +206,7 @@ DWORD freeing(const std::vector<std::wstring>& files, const TransferHooks& hooks
 }
 
 // The file that is about to be written whole, nullopt where none is. Raises what writing into it
-// would raise: read-only, locked, without rights. Putting another file into its place would not
-// always notice.
+// would raise, which putting another file into its place would not always notice.
 std::optional<BY_HANDLE_FILE_INFORMATION> requireWritable(const std::wstring& target) {
     if (attributesOf(target).error) return std::nullopt;
     DiskFile file;

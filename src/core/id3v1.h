@@ -15,9 +15,8 @@ struct Id3v1Tag {
     std::wstring Title, Artist, Album, Year, Comment;
 };
 
-// Reads the tag out of a file's last bytes (128 or more, of which the last 128 count). nullopt
-// when there are fewer or when they do not begin with "TAG" in exactly this case. `fromAnsi` turns
-// the code page's bytes into text.
+// Reads the tag out of a file's last bytes (128 or more); nullopt when these hold none. `fromAnsi`
+// turns the code page's bytes into text.
 std::optional<Id3v1Tag> parseId3v1(std::string_view fileEnd,
                                    const std::function<std::wstring(std::string_view)>& fromAnsi);
 

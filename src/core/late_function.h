@@ -6,9 +6,8 @@
 
 namespace tunovka {
 
-// A library of the system by its file name, from the system's own folder: never from the current
-// one or from beside the program. The common controls are found by their name, which leads to the
-// version that the manifest asks for.
+// A library of the system, from the system's own folder: never from the current one or from beside
+// the program. Of the common controls the name leads to the version that the manifest asks for.
 inline HMODULE systemLibrary(const std::wstring& name) {
     wchar_t folder[MAX_PATH]{};
     const bool byName = name == L"comctl32.dll" || !GetSystemDirectoryW(folder, MAX_PATH);
@@ -20,11 +19,9 @@ inline bool underWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-// A function of a library of the system, looked up at its first call: for libraries that the first
-// window can do without, because loading them is a good part of the program's start, and for
-// functions that the oldest systems do not have. Lives as long as the program.
-//
-//     static const LateFunction<decltype(SHGetFileInfoW)> ask(L"shell32.dll", "SHGetFileInfoW");
+// A function of a library of the system, looked up when it is first wanted: for libraries that the
+// first window can do without, because loading them is a good part of the program's start, and for
+// functions that the oldest systems do not have. Made as a static constant.
 template <typename Function>
 class LateFunction {
   public:

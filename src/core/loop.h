@@ -19,16 +19,15 @@ namespace tunovka {
 // The program-wide 16-bit flag that a stop button raises: -1, else 0.
 extern std::int16_t StopRequested;
 
-// Lets waiting messages run, but looks for them only when 15 ms have passed since it last did, so
-// that a loop may call it per item. Inside it any window, item or file that the caller knows may
-// go: look up again by key afterwards.
+// Lets waiting messages run; cheap enough for every item of a loop, because it looks for them only
+// every 15 ms. Inside it any window, item or file may go: look up again by key afterwards.
 void yieldToEvents();
 
 // Lets waiting messages run now, whenever the last look was.
 void yieldNow();
 
-// What a long loop calls once per item. Both may be empty. While events run the user may close the
-// window or press other buttons, so a loop holds no references into data that commands change.
+// What a long loop calls once per item; both may be empty. While events run it holds no references
+// into data that commands change.
 struct LoopHooks {
     std::function<void()> letEventsRun{};
     std::function<bool()> cancelled{};
@@ -59,9 +58,8 @@ bool waitForObject(void* object, Meanwhile meanwhile, const std::function<bool()
 
 // ---- Posting ----------------------------------------------------------------------------------
 
-// Calls `routine` from the message loop, after what runs now has returned. Routines keep their
-// order. Another thread than that of the windows may call it too, once that one has called
-// prepareLoop().
+// Calls routines from the message loop, in their order, after what runs now has returned. Other
+// threads may post, too, once that of the windows has called prepareLoop().
 void postToLoop(std::function<void()> routine);
 void prepareLoop();
 

@@ -9,8 +9,6 @@
 
 namespace tunovka::RozneApi {
 
-// Thin wrappers over the Win32 shell and file services; no state of their own.
-
 // The shell's own answer whether a folder has sub-folders; nothing is enumerated. False when the
 // shell does not know the path.
 bool HasSubfolders(const std::wstring& folder);
@@ -21,10 +19,9 @@ std::vector<std::wstring> subfolderNames(const std::wstring& folder, std::size_t
 // Called for each folder that is visited, with the number of files found so far.
 using CollectProgress = std::function<void(const std::wstring& folder, std::size_t found)>;
 
-// All files below a folder, breadth first, each folder's files in the system's order before those
-// of its sub-folders. Clears StopRequested at its start and ends after the folder in which it is
-// raised or the loop is cancelled; it then returns what was found so far. Lets events run per
-// entry. Links are followed, each target once. Folders that cannot be listed give no files.
+// All files below a folder, breadth first, each folder's files in the system's order. Clears
+// StopRequested; where that is raised or the loop is cancelled, returns what was found so far.
+// Links are followed, each target once. Folders that cannot be listed give no files.
 std::vector<std::wstring> CollectFiles(const std::wstring& folder,
                                        const CollectProgress& progress = {},
                                        const LoopHooks& hooks = {yieldToEvents});

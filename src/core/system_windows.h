@@ -16,15 +16,13 @@ inline std::uint64_t ticks(const FILETIME& time) {  // of 100 ns
     return joined(time.dwHighDateTime, time.dwLowDateTime);
 }
 
-// The full path as the system itself normalises it: "..", "/", doubled "\", trailing dots and
-// blanks resolved, relative paths from the current folder. "" for a text that is no path ("", a
-// NUL inside).
+// The full path as the system itself normalises it; "" for a text that is no path ("", a NUL
+// inside).
 std::wstring fullPath(const std::wstring& path);
 
-// The path in the form that a call to the system takes whatever its length: short ones as
-// fullPath() gives them, long ones with the prefix that lifts the limit of 260 characters.
-// Raises kBadFileName for a text that is no path, for wildcards, device names ("NUL") and a name
-// of more than 255 characters.
+// The same in the form that a call to the system takes: long ones with the prefix that lifts the
+// limit of 260 characters. Raises kBadFileName for a text that is no path, for wildcards, device
+// names ("NUL") and a name of more than 255 characters.
 std::wstring systemPath(const std::wstring& path);
 
 // The same for a file that is to be there: raises kFileNotFound or kPathNotFound when there is none

@@ -14,9 +14,8 @@
 namespace tunovka {
 namespace {
 
-// The name as typed without the letters * ? \\ / : ; that no file name holds; others that the file
-// system refuses stay, it then says so itself. The old file's extension is appended unless the name
-// ends in a dot and exactly that extension (letter case counts); a file without one gains a dot.
+// The name as typed, without letters that no file name holds. The old file's extension is appended
+// unless the name ends in exactly it (letter case counts); a file without one gains a dot.
 std::wstring newFileName(std::wstring typed, std::wstring_view oldPath) {
     constexpr std::wstring_view kRefused = L"*?\\/:;";
     std::ranges::replace_if(

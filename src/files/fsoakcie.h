@@ -35,24 +35,20 @@ struct Explorer {
     // Asks for a folder; "" when the person cancels.
     std::function<std::wstring(std::wstring_view prompt)> pickFolder;
 
-    // Runs work on the file on a worker while the windows live, with hooks that show how far a copy
-    // is and let go of a file that is being played. False when the work says so or when the person
-    // stopped it; what it raises is raised here. The work holds values of its own: stopped, it may
-    // still run for a while.
+    // Runs work on the file on a worker while the windows live, as CopyWatch does. False when the
+    // work says so or when the person stopped it; what it raises is raised here. The work holds
+    // values of its own: stopped, it may still run for a while.
     using Work = std::function<bool(const TransferHooks& hooks)>;
     std::function<bool(const std::wstring& path, const Work& work)> carry;
 };
 
 // Carries out the operation of that number on the file `source`; `destination` (a full path) is
-// taken by kTransfer alone. Nothing happens for an empty source or an unknown number. Questions
-// and the notice of a failure are asked here; nothing is raised.
+// taken by kTransfer alone. Questions and the notice of a failure are asked here; nothing is
+// raised.
 //
 // An operation that runs to its end replaces the clipboard text; one that the person breaks off
 // leaves it. Both write their command, which may be "", into `txtodkaz`. A failure leaves both;
 // only a move whose copy is in place beside its source makes the explorer show it.
-//
-// Whatever happens, a whole copy of every file stays: the old file goes when the new one is
-// complete, and a moved file's source goes last.
 void carryOut(const Explorer& explorer, int operation, const std::wstring& source,
               const std::wstring& destination = {});
 

@@ -13,12 +13,9 @@ namespace tunovka {
 std::vector<ListedFile> filesOf(const std::wstring& file);
 
 // The explorer's invisible player `mp`. Each file that is set is opened, played and closed on a
-// thread of its own, so that no call waits for a disk or a codec. A thread whose file is replaced
-// is left to itself: it closes the file as soon as it can and ends.
-//
-// Notifications come from the message loop in the order in which they happened: never from inside a
-// call of the owner, never for a file that was replaced meanwhile. The owner may do anything inside
-// one, also open another file or destroy the player.
+// thread of its own, so that no call waits for a disk or a codec; a thread whose file is replaced
+// is left to itself. Notifications come from the message loop, never for a file that was replaced.
+// The owner may do anything inside one, also open another file or destroy the player.
 class MediaPlayer : NonCopyable {
   public:
     explicit MediaPlayer(MediaEngineFactory createEngine = createMediaEngine);
@@ -30,12 +27,11 @@ class MediaPlayer : NonCopyable {
     // The file or playlist that was set last, as it was written; "" when there is none.
     const std::wstring& FileName() const { return fileName_; }
 
-    // Opens the file and plays it. The call returns at once; a file that cannot be played is told
-    // by Error. "" closes what is open.
+    // Opens the file and plays it; what cannot be played is told by Error. "" closes what is open.
     void setFileName(std::wstring path);
 
-    // Closes the open file, so that it can be renamed, moved or deleted; FileName becomes "". Waits
-    // for that, though never longer than a second.
+    // Closes the open file, so that it can be renamed, moved or deleted. Waits for that, though
+    // never longer than a second.
     void release() { startRelease()(); }
     // The same without the waiting, which is returned: for whichever thread.
     std::function<void()> startRelease();

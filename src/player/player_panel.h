@@ -34,9 +34,8 @@ class PlayerPanel {
     // Plays a file: a new one is opened, the same one goes on. Sets the playing flag.
     void play(const std::wstring& path);
 
-    // Closes a file that is about to be renamed, moved, replaced or deleted, when it plays or is an
-    // entry of the playlist that plays; the display is empty then. Waits for the disk's answer,
-    // then for a second at most; windows are painted meanwhile.
+    // Closes a file that is about to be changed, when it plays or is an entry of the playlist that
+    // plays. Waits for the disk's answer, then for a second at most; windows are painted meanwhile.
     void release(const std::wstring& path);
 
     MediaPlayer mp;

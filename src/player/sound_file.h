@@ -22,8 +22,7 @@ struct VariableRate {
 // What can be told of a sound file by its bytes. They are foreign: every length is checked.
 struct SoundFile {
     // Whether it is one: WAV or WMA with a whole header, MPEG frames, or the mark of another
-    // container. Codecs are not to be fed with anything else: what they make of garbage is beyond
-    // us.
+    // container. Codecs are not to be fed with anything else.
     bool isSound = false;
     ClipDetails details;  // of the ASF header (WMA), else of the ID3v1 tag
     VariableRate rate;    // of the Xing or VBRI header

@@ -14,9 +14,8 @@ namespace tunovka {
 // The two faults of Wine that playing goes round, so that they do not end the program. On Windows
 // nothing here does anything.
 
-// Wine counts the users of a sound device without a lock: while one thread gives the device back
-// and another asks for it, both work in freed memory. So graphs are built and taken apart one at a
-// time.
+// Wine counts the users of a sound device without a lock, and two threads may work in freed memory.
+// So graphs are built and taken apart one at a time.
 struct WineTurn : Turn {
     WineTurn();
 };

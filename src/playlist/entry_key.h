@@ -22,8 +22,7 @@ std::int16_t entryNumberOf(std::wstring_view key);
 std::wstring entryDisplayName(std::wstring_view key);
 
 // Key of a playlist entry in the explorer's contents tree: "pl=LIST~1.M3U001id=a.mp3". `shortName`
-// is the playlist's 8.3 name, or its name where the volume keeps none. `number` is written with at
-// least three digits.
+// is the playlist's 8.3 name, or its name where the volume keeps none.
 std::wstring playlistNodeKey(std::wstring_view shortName, std::int16_t number,
                              std::wstring_view entryText);
 

@@ -31,9 +31,8 @@ class WideLineReader {
     std::wstring_view rest_;
 };
 
-// The rules by which the lines of a playlist are read. No playlist is parsed by its format: three
-// readers (editor, merge, explorer) apply the same small grammar with the differences below. The
-// differences are meant.
+// No playlist is parsed by its format: three readers (editor, merge, explorer) apply the same small
+// grammar. The differences below are meant.
 
 // Editor and merge readers: the raw line ends in ".wav", ".mp3" or ".wma", lower case only.
 bool isPlaylistEntryLine(std::wstring_view line);

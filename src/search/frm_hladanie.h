@@ -40,9 +40,8 @@ class ScanPanel {
     DWORD shownAt_ = 0;
 };
 
-// The search window: lists every music file and playlist below a folder. It searches when it
-// becomes active with another folder than the last one; a folder chosen while a search runs takes
-// over from it.
+// The search window: lists every music file and playlist below a folder, when it becomes active
+// with another folder than the last one. A folder chosen while a search runs takes over from it.
 class frmhladanie : public Form {
   public:
     explicit frmhladanie(ProgramLinks& links);

@@ -10,8 +10,7 @@ struct IDataObject;
 
 namespace tunovka {
 
-// What the program knows of its own drag beside the text that the system carries; all empty when no
-// drag of the program is under way.
+// What the program knows of its own drag, beside the text; empty while none is under way.
 struct DragState {
     std::wstring source;  // name of the control in which the drag began: "Tview", "Lview"
     std::wstring key;     // key of the dragged item, or the tag of the window it comes from
@@ -24,8 +23,7 @@ extern DragState dragState;
 // dropped or cancelled, with `state` set meanwhile. Lets events run.
 void dragText(const std::wstring& text, const DragState& state);
 
-// A text as a data object in those two formats; characters that the system's ANSI code page cannot
-// hold become its replacement in the second. The caller releases it.
+// A text as a data object in those two formats. The caller releases it.
 IDataObject* createTextData(const std::wstring& text);
 
 // Takes texts that are dropped onto a control, from this program or another. Made before the

@@ -26,9 +26,8 @@ class ModalState : NonCopyable {
 // A top-level window in the program's skin: a picture strip on top, which shows the title and drags
 // the window, with the close picture, the rim and the ground. A sizable one is sized by its border.
 //
-// Lifetime: a form counts how deep it is in its own handlers and loops. unload() asks
-// queryUnload(), hides the form and lets it be destroyed from the message loop once that count is
-// back at zero.
+// A form counts how deep it is in its own handlers and loops: unload() hides it, and it is
+// destroyed from the message loop once that count is back at zero.
 class Form : public Window {
   public:
     struct FormArgs {
@@ -63,8 +62,7 @@ class Form : public Window {
 
     PictureBox& strip() { return strip_; }
 
-    // True while a long command of the form runs: commands that would change what its loop walks
-    // over wait or are refused.
+    // True while a long command of the form runs, over whose data no other command may go.
     bool isBusy() const { return busy_ > 0; }
 
     // True when the person gave the running command up: by Escape or by closing the form.

@@ -25,8 +25,7 @@ inline void tellWhy(const std::wstring& why) {
     ask(L"CHYBA", why, L"No čo už ...");
 }
 
-// Shows a notice from the message loop: after what runs now has returned, and after any box that
-// is open has been answered.
+// Shows a notice from the message loop, after any box that is open has been answered.
 void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button);
 
 // Shows unhandled failures as notices: title "CHYBA", number and description.

@@ -26,10 +26,9 @@ struct Rect {
     bool operator==(const Rect&) const = default;
 };
 
-// Where a further window opens. `taken` are the visible ones, the program's main window first, all
-// on a screen that offers `work`. Beside the main window where that leaves room, the right side
-// first; else over it, `step` further right and down. Wholly within `work` when it fits there, and
-// with its corner on no other window's, as long as there is such a place.
+// Where a further window opens. `taken` are the visible ones, the program's main window first, on a
+// screen that offers `work`. Beside the main window where that leaves room, the right side first;
+// else over it, `step` further right and down, with its corner on no other window's.
 Rect freePlace(Size size, const std::vector<Rect>& taken, const Rect& work, int step);
 
 // What a key asks of a strip, a scroll bar or a boundary.

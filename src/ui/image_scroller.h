@@ -16,12 +16,9 @@ inline int rowsPerPageCut(double rows) {
     return static_cast<int>(rows);
 }
 
-// The vertical scroll bar made of pictures, which stands beside a list and drives it. It shows
-// only while not all rows fit. It takes the list's onScroll for itself. The keyboard moves it by
-// its thumb; its arrows are for the mouse.
-//
-// The position is a fraction from 0 (top) to 1 (bottom), because a step over thousands of rows is
-// far below a pixel.
+// The scroll bar made of pictures, which stands beside a list and drives it, and shows only while
+// not all rows fit. It takes the list's onScroll for itself. The keyboard moves it by its thumb;
+// its arrows are for the mouse. Its position is a fraction, because a step is far below a pixel.
 class ImageScroller {
   public:
     ImageScroller(Window& parent, ListView& list, int (*rowsPerPage)(double rowsInView));

@@ -6,10 +6,9 @@
 
 namespace tunovka {
 
-// What the tree and the list have in common: one of the system's controls with items, whose mouse
-// and keyboard are told as events. The system's own controls keep a release to themselves while
-// they watch for a drag; here every press, release, double click and start of a drag is told, in
-// that order and for every button.
+// What the tree and the list have in common: the mouse and the keyboard of a system control with
+// items are told as events. The system keeps a release to itself while it watches for a drag; here
+// every press, release, double click and start of a drag is told, in that order.
 class ItemView : public Window {
   public:
     // "" without a selection or of an item without a key.

@@ -15,10 +15,10 @@
 
 namespace tunovka {
 
-// The system's report list with one column over a model. It asks the model only for the rows in
-// view, so that tens of thousands of rows cost nothing; after a change the selection stays with its
-// row and the view where it is. It has no scroll bar of its own: a picture scroll bar stands beside
-// it. Anything that lets events run may remove rows: look up by key again afterwards.
+// The system's report list with one column over a model, of which it asks only for the rows in
+// view; after a change the selection stays with its row and the view where it is. A picture scroll
+// bar stands beside it. Anything that lets events run may remove rows: look up by key again
+// afterwards.
 class ListView : public ItemView {
   public:
     struct ListArgs {

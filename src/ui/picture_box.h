@@ -7,9 +7,8 @@
 
 namespace tunovka {
 
-// A canvas: its owner paints it and takes its mouse. The mouse is captured while a button is held,
-// so that moves and the release reach it wherever the pointer is. One that stands for a value can
-// have the focus and is moved by the arrow keys, Page Up and Down, Home and End.
+// A canvas: its owner paints it and takes its mouse, which is captured while a button is held. One
+// that stands for a value can have the focus and is moved by keys.
 class PictureBox : public Window {
   public:
     struct PictureBoxArgs {

@@ -14,8 +14,7 @@ namespace tunovka {
 
 class Form;
 
-// A menu that opens at a point. Entries are known by their names, which must be there; an entry
-// that is off is greyed.
+// A menu that opens at a point. Entries are known by their names.
 class PopupMenu : NonCopyable {
   public:
     struct Item {
@@ -33,8 +32,7 @@ class PopupMenu : NonCopyable {
     void setEnabled(const std::wstring& name, bool enabled);
     bool isEnabled(const std::wstring& name) const;
 
-    // Runs an entry's routine as if it had been chosen; nothing when it, or a menu that it lies
-    // in, is off.
+    // Runs an entry's routine as if it had been chosen, unless it or a menu that it lies in is off.
     void choose(const std::wstring& name);
 
     // Opens the menu at a point on the screen and runs what is chosen, after the menu is gone.

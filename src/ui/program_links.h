@@ -25,8 +25,7 @@ class TextBox {
     std::wstring text_;
 };
 
-// The texts that windows write into each other's hidden text boxes `txtodkaz` are made and read
-// only here.
+// The texts that windows write into each other's `txtodkaz` are made and read only here.
 
 // To the explorer: list the shown folder again, or play a file ("" is told as a missing one).
 inline constexpr wchar_t kRefreshCommand[] = L"obnoviť";

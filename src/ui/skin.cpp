@@ -50,12 +50,14 @@ T readAt(Bytes bytes, std::size_t offset) {
 }
 
 struct Entry {
-    char key[16];
-    std::uint16_t width, height, left, top, right, bottom;
-    std::uint32_t offset, length;
+    char key[16];                                           // filled up with NUL
+    std::uint16_t width, height, left, top, right, bottom;  // and borders, at kSkinDotsPerInch
+    std::uint32_t offset, length;                           // of its runs in the resource, in bytes
 };
 static_assert(sizeof(Entry) == 36);
 
+// Runs go on over the ends of rows: a byte n < 128, then n + 1 pixels B G R A; or a byte n >= 128,
+// then one pixel that stands n - 127 times.
 std::vector<std::uint32_t> decodedRuns(Bytes runs, std::size_t count) {
     std::vector<std::uint32_t> pixels;
     pixels.reserve(count);
@@ -152,17 +154,8 @@ Picture resampled(const Picture& picture, const Axis& columns, const Axis& rows)
     return result;
 }
 
-// A picture of a skin resource by its key, nullopt when there is none. The program's own resource
-// is not checked.
-//
-// It is what tools/pack-pictures writes (numbers little-endian, sizes in pixels at
-// kSkinDotsPerInch):
-//   32-bit number of pictures
-//   a picture: its key in 16 bytes of ASCII filled up with NUL; six 16-bit numbers: width, height
-//   and the borders left, top, right, bottom; 32-bit offset of its runs from the first byte of the
-//   resource; 32-bit length of its runs in bytes
-//   runs: a byte n < 128, then n + 1 pixels B G R A; or a byte n >= 128, then one pixel that
-//   stands n - 127 times. Runs go on over the ends of rows and fill the picture exactly.
+// A picture by its key, nullopt when there is none. The resource is what tools/pack-pictures
+// writes: the 32-bit number of entries, the entries, then their runs. It is not checked.
 std::optional<Picture> readPicture(Bytes bytes, std::wstring_view key) {
     for (std::uint32_t i = 0; i < readAt<std::uint32_t>(bytes, 0); ++i) {
         const auto entry = readAt<Entry>(bytes, 4 + i * sizeof(Entry));

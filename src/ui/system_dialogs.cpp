@@ -44,9 +44,8 @@ struct TaskMemory : handle_kinds::NullIsNone<void*> {
 };
 using TaskMemoryOwner = Handle<TaskMemory>;
 
-// The dialog of Windows Vista and later, which opens in its folder each time; the older one thinks
-// of a folder without a name once, and then offers the folder that was chosen last. None where it,
-// or the folder, is not there, and under Wine, whose dialog adds the filter's ending to every name.
+// The dialog of Windows Vista and later, which opens in its folder each time, unlike the older one.
+// None where it, or the folder, is not there, and under Wine, whose dialog adds endings to names.
 ComPtr<IFileSaveDialog> dialogInFolder(const Cdialog::SaveArgs& args) {
     static const LateFunction<decltype(SHCreateItemFromParsingName)> itemOf(
         L"shell32.dll", "SHCreateItemFromParsingName");

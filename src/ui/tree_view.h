@@ -11,9 +11,8 @@
 
 namespace tunovka {
 
-// The system's tree with nodes that are known by unique, non-empty keys (compared exactly). A key
-// that is asked for must be there; adding one that is there already raises kKeyNotUnique. "" as a
-// parent is the root. Anything that lets events run may remove nodes: look up by key again.
+// The system's tree with nodes known by unique, non-empty keys. A key that is asked for must be
+// there; adding one that is there already raises kKeyNotUnique. "" as a parent is the root.
 class TreeView : public ItemView {
   public:
     struct NodeArgs {

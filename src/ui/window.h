@@ -28,10 +28,9 @@ struct AccessibleFacts {
     std::wstring action;  // name of the default action, for a control that takes BM_CLICK
 };
 
-// The owner of one system window and the one place where its messages are routed: a window of the
-// program's own class, or a system control that is subclassed, sends every message to onMessage()
-// of its object, and a control's notifications come back to the control itself through onNotify()
-// and onCommand(). Nothing thrown there reaches the system.
+// The owner of one system window, of the program's own class or a system control, and the one place
+// where its messages are routed: to onMessage() of its object, and what a control tells its parent
+// back to the control. Nothing thrown there reaches the system.
 class Window : public NonCopyable {
   public:
     struct Args {
@@ -107,9 +106,8 @@ class Window : public NonCopyable {
     std::function<void()> onCreated;
 
   protected:
-    // A control. Its system window is created, after its parent's, by the first setBounds() that
-    // gives it an area: it need not be moved there. Until then it has its arguments, and what else
-    // is asked of it does nothing.
+    // A control. Its system window is created by the first setBounds() that gives it an area: it
+    // need not be moved there. Until then it has its arguments, and other requests do nothing.
     explicit Window(const Args& args);
     // A form, which creates its system window itself.
     explicit Window(Form* form) : form_(form) {}
@@ -175,9 +173,8 @@ bool isRelease(UINT message);
 Point pointOf(LPARAM lparam);
 MouseButton buttonOf(UINT message);
 
-// Answers WM_GETOBJECT for the inner part of a window of the program: the object that it hands out
-// asks Window::describe() each time. nullopt when the question is for another part or the system
-// has no accessibility support.
+// Answers WM_GETOBJECT for the inner part of a window: the object that it hands out asks describe()
+// each time. nullopt for another part, or where the system has no accessibility support.
 std::optional<LRESULT> accessibleAnswer(HWND window, WPARAM wparam, LPARAM lparam);
 
 }  // namespace tunovka
