@@ -28,8 +28,7 @@ class PlayMenu {
     // Asks the registry for the players that this machine has and switches their entries on.
     void findPlayers();
 
-    // `program` is a program's path or kHere. A program that cannot be started and a node without a
-    // file are told in a notice.
+    // `program` is a program's path or kHere. What cannot be started or is not there is told.
     void PlaySelected(const std::wstring& program);
 
     // In what the system opens the file with; nothing when there is no such program.

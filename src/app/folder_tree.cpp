@@ -32,11 +32,6 @@ bool isReady(const std::wstring& drive) {
         .value_or(false);
 }
 
-DriveType typeOf(const std::wstring& drive) {
-    return askDisk(drive, [drive] { return FileSystemObject::driveType(drive); })
-        .value_or(DriveType::Unknown);
-}
-
 }  // namespace
 
 FolderTree::FolderTree(Form& form, Label& LblBar, const TextBox& txtPath,
@@ -105,8 +100,10 @@ void FolderTree::fill() {
 void FolderTree::report(const RuntimeError& error) {
     if (error.number == kPathNotFound) {
         const std::wstring letter = Drive1.letter();
+        const auto type = askDisk(letter, [letter] { return FileSystemObject::driveType(letter); });
         ask(L"CHYBA",
-            L"Zariadenie \"" + letter + L"\" nie je pripravené !\r\n" + hintFor(typeOf(letter)),
+            L"Zariadenie \"" + letter + L"\" nie je pripravené !\r\n" +
+                hintFor(type.value_or(DriveType::Unknown)),
             L"Rozumiem !");
     } else {
         ask(L"CHYBA",

@@ -69,7 +69,11 @@ void frmPrieskumnik::bindHandlers() {
     strip().onMouseUp = [this](MouseButton button, Point at) {
         if (button == MouseButton::Right) tri.show(*this, strip().toScreen(at));
     };
-    splitter.onMoved = [this](int left) { Medzera_Moved(left); };
+    splitter.onMoved = [this](int left) {
+        const int width = clientSize().width - 2 * scaled(kMargin) - scaled(kSplitter);
+        if (width > 0) leftShare_ = MulDiv(left - scaled(kMargin), 1000, width);
+        layout();
+    };
 
     folders.strom.onContextMenu = [this](Point screen) {
         menuprestrom.setEnabled(L"strom_vloz_subor", !txtsubor.text().empty() && !isBusy());
@@ -84,7 +88,12 @@ void frmPrieskumnik::bindHandlers() {
         prehrat.show(*this, screen);
     };
     Tview.onDoubleClick = [this] { Tview_KeyDown(VK_RETURN); };
-    Tview.onBeginDrag = [this](const std::wstring&) { return Tview_OLEStartDrag(); };
+    Tview.onBeginDrag = [this](const std::wstring& key) {
+        selectionChanged();  // the release that would tell it belongs to the drag
+        const std::wstring path = contents.selectedPathForPlaylists();
+        if (!path.empty()) dragText(path, {.source = L"Tview", .key = key});
+        return !path.empty();
+    };
     Tview.onKeyDown = [this](WORD key) { return Tview_KeyDown(key); };
 
     tri.onClick(L"miminalizovat") = [this] { minimize(); };
@@ -113,20 +122,6 @@ void frmPrieskumnik::load() {
     createTrees();
     folders.chooseStartDrive();
     playing.findPlayers();
-}
-
-void frmPrieskumnik::Medzera_Moved(int left) {
-    const int width = clientSize().width - 2 * scaled(kMargin) - scaled(kSplitter);
-    if (width > 0) leftShare_ = MulDiv(left - scaled(kMargin), 1000, width);
-    layout();
-}
-
-bool frmPrieskumnik::Tview_OLEStartDrag() {
-    selectionChanged();  // the release that would tell it belongs to the drag
-    const std::wstring path = contents.selectedPathForPlaylists();
-    if (path.empty()) return false;
-    dragText(path, {.source = L"Tview", .key = contents.Tview.selectedKey()});
-    return true;
 }
 
 bool frmPrieskumnik::Tview_KeyDown(WORD key) {
@@ -178,8 +173,7 @@ void frmPrieskumnik::fileRenamed(const std::wstring& key, const std::wstring& na
         refreshFolder();
 }
 
-// What the menus offer for the selected node, and the status line; the same whether the mouse or
-// the keyboard asks.
+// What the menus offer for the selected node, and the status line.
 void frmPrieskumnik::selectionChanged() {
     const std::wstring key = contents.Tview.selectedKey();
     if (key.empty()) return;

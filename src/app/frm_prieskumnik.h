@@ -18,8 +18,7 @@
 
 namespace tunovka {
 
-// The explorer: the program's first window and the frame that puts its parts together. It lives
-// from the program's start to its end.
+// The explorer: the program's first window and the frame that puts its parts together.
 class frmPrieskumnik : public Form, private ProgramLinks {
   public:
     frmPrieskumnik();
@@ -60,8 +59,6 @@ class frmPrieskumnik : public Form, private ProgramLinks {
 
     void bindHandlers();
     void txtodkaz_Change();
-    void Medzera_Moved(int left);
-    bool Tview_OLEStartDrag();
     bool Tview_KeyDown(WORD key);
     void info_o_subore_Click();
 

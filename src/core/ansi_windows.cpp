@@ -34,10 +34,6 @@ bool isUndefinedByte(unsigned codePage, wchar_t character) {
            fromCodePage(codePage, std::string_view(&byte, 1)) == std::wstring_view(&character, 1);
 }
 
-bool isHighSurrogate(wchar_t character) {
-    return character >= 0xD800 && character <= 0xDBFF;
-}
-
 }  // namespace
 
 std::wstring fromCodePage(unsigned codePage, std::string_view bytes) {
@@ -59,7 +55,7 @@ std::string toCodePage(unsigned codePage, std::wstring_view text) {
 
     std::string bytes;
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t count = isHighSurrogate(text[at]) && at + 1 < text.size() ? 2 : 1;
+        const std::size_t count = IS_HIGH_SURROGATE(text[at]) && at + 1 < text.size() ? 2 : 1;
         if (const std::string one = exactBytes(codePage, text.substr(at, count)); !one.empty()) {
             bytes += one;
         } else if (isUndefinedByte(codePage, text[at])) {

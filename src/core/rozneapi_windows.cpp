@@ -1,7 +1,7 @@
 #include "core/rozneapi.h"
 
 #include <iterator>
-#include <unordered_set>
+#include <set>
 
 #include "core/disk_questions.h"
 #include "core/disk_windows.h"
@@ -10,12 +10,6 @@
 
 namespace tunovka::RozneApi {
 namespace {
-
-struct IdentityHash {
-    std::size_t operator()(const FileIdentity& identity) const {
-        return std::hash<std::uint64_t>()(identity.index * 31 + identity.volume);
-    }
-};
 
 // What a worker finds in a folder.
 struct Visit {
@@ -47,8 +41,7 @@ Visit visit(const std::wstring& folder) {
     return found;
 }
 
-// Several workers visit the folders that come next; what they found is taken in the order of the
-// folders.
+// Workers visit the folders that come next; what they find is taken in the order of the folders.
 class Collector {
   public:
     Collector(const std::wstring& folder, const LoopHooks& hooks)
@@ -104,7 +97,7 @@ class Collector {
     std::vector<std::wstring> files_;
     DiskQuestions<Visit> visits_;
     bool watching_ = false;
-    std::unordered_set<FileIdentity, IdentityHash> seen_;
+    std::set<FileIdentity> seen_;
 };
 
 }  // namespace

@@ -15,10 +15,6 @@ constexpr std::size_t kLongestName = 255;
 constexpr wchar_t kExtended[] = L"\\\\?\\";
 constexpr wchar_t kExtendedShare[] = L"\\\\?\\UNC\\";
 
-bool startsWith(const std::wstring& text, const wchar_t* start) {
-    return text.compare(0, wcslen(start), start) == 0;
-}
-
 // A colon anywhere but after the drive's letter would name a hidden stream of another file.
 bool namesStream(const std::wstring& path, std::size_t start) {
     return path.find(L':', start + 2) != std::wstring::npos;
@@ -55,13 +51,13 @@ std::wstring fullPath(const std::wstring& path) {
 
 std::wstring systemPathOrNone(const std::wstring& path) {
     std::wstring full = fullPath(path);
-    const bool extended = startsWith(full, kExtended);
+    const bool extended = full.starts_with(kExtended);
     const std::size_t start = extended ? wcslen(kExtended) : 0;
-    if (full.empty() || startsWith(full, L"\\\\.\\") || hasTooLongName(full, start) ||
+    if (full.empty() || full.starts_with(L"\\\\.\\") || hasTooLongName(full, start) ||
         namesStream(full, start) || full.find_first_of(L"*?<>\"|", start) != std::wstring::npos)
         return {};
     if (full.size() <= kShortPath || extended) return full;
-    return startsWith(full, L"\\\\") ? kExtendedShare + full.substr(2) : kExtended + full;
+    return full.starts_with(L"\\\\") ? kExtendedShare + full.substr(2) : kExtended + full;
 }
 
 std::wstring systemPath(const std::wstring& path) {

@@ -16,8 +16,7 @@ inline std::uint64_t ticks(const FILETIME& time) {  // of 100 ns
     return joined(time.dwHighDateTime, time.dwLowDateTime);
 }
 
-// The full path as the system itself normalises it; "" for a text that is no path ("", a NUL
-// inside).
+// The full path as the system normalises it; "" for a text that is no path ("", a NUL inside).
 std::wstring fullPath(const std::wstring& path);
 
 // The same in the form that a call to the system takes: long ones with the prefix that lifts the
@@ -25,8 +24,7 @@ std::wstring fullPath(const std::wstring& path);
 // names ("NUL") and a name of more than 255 characters.
 std::wstring systemPath(const std::wstring& path);
 
-// The same for a file that is to be there: raises kFileNotFound or kPathNotFound when there is none
-// (a folder is none).
+// The same for a file that is to be there: raises kFileNotFound or kPathNotFound.
 std::wstring requireFile(const std::wstring& path);
 
 // As systemPath(), but "" instead of an error.
@@ -38,18 +36,16 @@ struct FileIdentity {
     std::uint64_t index = 0;
     // Some systems number their volumes all alike: the time of creation tells those apart.
     std::uint64_t created = 0;
-    bool operator==(const FileIdentity&) const = default;
+    auto operator<=>(const FileIdentity&) const = default;
 };
 
 // nullopt when the path cannot be opened.
 std::optional<FileIdentity> identityOf(const std::wstring& path);
 
-// Where an existing file really lies, all links on the way followed; `path` itself when no file
-// is there or the system cannot tell.
+// Where an existing file really lies, links followed; `path` itself where nobody can tell.
 std::wstring linkTarget(const std::wstring& path);
 
-// The attributes of a file or folder, also of one that is locked; none (0) with the system's error
-// where nothing is. Never raises.
+// The attributes of a file or folder, also of a locked one; 0 with the error where nothing is.
 struct PathAttributes {
     DWORD attributes = 0;
     DWORD error = ERROR_SUCCESS;

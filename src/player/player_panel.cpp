@@ -123,7 +123,10 @@ PlayerPanel::PlayerPanel(Form& form, Owner owner)
     };
 
     mp.onNotification = [this](const MediaNotification& what) { mp_Notification(what); };
-    Timer1.onTick = [this] { Timer1_Tick(); };
+    Timer1.onTick = [this] {
+        if (playing_) showPosition();
+        lblnapis.setText(scrolledByOne(lblnapis.text()));
+    };
 }
 
 int PlayerPanel::panelHeight(const Form& form) {
@@ -280,11 +283,6 @@ void PlayerPanel::setVolume(int percent) {
 
 int PlayerPanel::volumePercent() const {
     return static_cast<int>(std::lround(volumeShare_ * 100));
-}
-
-void PlayerPanel::Timer1_Tick() {
-    if (playing_) showPosition();
-    lblnapis.setText(scrolledByOne(lblnapis.text()));
 }
 
 void PlayerPanel::showPosition() {

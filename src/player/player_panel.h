@@ -54,7 +54,6 @@ class PlayerPanel {
     void PicProgres_KeyDown(StripMove move);
     void PicHlas_MouseMove(MouseButton held, Point at);
     void mp_Notification(const MediaNotification& what);
-    void Timer1_Tick();
 
     void showProgress(double share);
     void showPosition();

@@ -34,16 +34,14 @@ constexpr wchar_t kExportFilter[] = L"playlist Winampu (*.m3u)|*.m3u|Textový s�
 
 PopupMenu resultMenu() {
     return PopupMenu({
-        {.name = L"info_o_subore", .caption = L"info o súbore", .enabled = false},
-        {.name = L"prehrat", .caption = L"prehrať"},
-        {.name = L"upravit_playlist", .caption = L"upraviť playlist", .enabled = false},
-        {.name = L"uloz_playlist",
-         .caption = L"uložiť výsledok hľadania ako playlist",
-         .enabled = false},
-        {.name = L"zoradit",
-         .caption = L"zoradiť",
-         .items = {{.name = L"vzostupne", .caption = L"vzostupne ( A-Z )"},
-                   {.name = L"zostupne", .caption = L"zostupne ( Z-A )"}}},
+        {L"info_o_subore", L"info o súbore", false},
+        {L"prehrat", L"prehrať"},
+        {L"upravit_playlist", L"upraviť playlist", false},
+        {L"uloz_playlist", L"uložiť výsledok hľadania ako playlist", false},
+        {L"zoradit",
+         L"zoradiť",
+         true,
+         {{L"vzostupne", L"vzostupne ( A-Z )"}, {L"zostupne", L"zostupne ( Z-A )"}}},
     });
 }
 

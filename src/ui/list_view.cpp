@@ -260,20 +260,18 @@ std::optional<LRESULT> ListView::onNotify(NMHDR& header) {
             return 0;
         }
         case NM_CUSTOMDRAW:
-            return customDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+            return drawRow(reinterpret_cast<const NMLVCUSTOMDRAW&>(header).nmcd);
         default:
             return std::nullopt;
     }
 }
 
-LRESULT ListView::customDraw(const NMLVCUSTOMDRAW& draw) const {
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-    if (draw.nmcd.dwItemSpec < shown_) drawRow(draw.nmcd.hdc, draw.nmcd.dwItemSpec);
-    return CDRF_SKIPDEFAULT;
-}
-
-void ListView::drawRow(HDC dc, std::size_t position) const {
+LRESULT ListView::drawRow(const NMCUSTOMDRAW& draw) const {
+    if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    const HDC dc = draw.hdc;
+    const std::size_t position = draw.dwItemSpec;
+    if (position >= shown_) return CDRF_SKIPDEFAULT;
     const ListRow shown = model_.row(position);
     const Rect area = rowArea(position);
     RowState state = RowState::Plain;
@@ -292,6 +290,7 @@ void ListView::drawRow(HDC dc, std::size_t position) const {
     drawText(dc, shown.name.substr(0, kLongestText),
              {left, area.y, area.right() - scaled(kMargin), area.bottom()}, kTextFormat,
              Skin::font(dpi()), row.text);
+    return CDRF_SKIPDEFAULT;
 }
 
 LRESULT ListView::drawHeader(const NMCUSTOMDRAW& draw) const {

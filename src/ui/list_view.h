@@ -32,7 +32,6 @@ class ListView : public ItemView {
     ListView(const ListArgs& args, ListModel& model);
     ~ListView() override;
 
-    const ListModel& model() const { return model_; }
     std::size_t count() const { return shown_; }  // without what the model has not told yet
 
     // Selecting gives the row the keyboard's place too; it scrolls nothing.
@@ -74,8 +73,7 @@ class ListView : public ItemView {
     void setSelected(std::size_t position, bool isSelected);
     HWND header() const;
     Rect rowArea(std::size_t position) const;
-    LRESULT customDraw(const NMLVCUSTOMDRAW& draw) const;
-    void drawRow(HDC dc, std::size_t position) const;
+    LRESULT drawRow(const NMCUSTOMDRAW& draw) const;
     LRESULT drawHeader(const NMCUSTOMDRAW& draw) const;
 
     ListModel& model_;

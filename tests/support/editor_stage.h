@@ -45,7 +45,7 @@ class EditorStage : public testing::Test {
     Texts rows() {
         Texts rows;
         for (std::size_t i = 0; i < view().Lview.count(); ++i) {
-            const ListRow row = view().Lview.model().row(i);
+            const ListRow row = editor().document.row(i);
             const bool red = row.color == MultiMedialny::palette().MissingEntryColor;
             rows.push_back((red ? L"-" : L"") + row.name);
         }
