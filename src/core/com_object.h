@@ -6,8 +6,7 @@
 
 namespace tunovka {
 
-// The reference count of an object that is handed to components. Born with one reference; used by
-// one thread.
+// An object that is handed to components: born with one reference, used by one thread.
 template <typename... Interfaces>
 class ComObject : public Interfaces... {
   public:

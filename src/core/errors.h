@@ -6,8 +6,7 @@
 
 namespace tunovka {
 
-// Numbers of the run-time errors that the program can meet; the texts that belong to them come
-// from errorDescription().
+// Numbers of the run-time errors that the program can meet.
 enum ErrorNumber : int {
     kInvalidCall = 5,
     kOverflow = 6,
@@ -25,16 +24,13 @@ enum ErrorNumber : int {
     kKeyNotUnique = 35602,
 };
 
-// The Slovak sentence of an error number, as it stands in notices; a general one for a number that
-// is not one of the above.
+// The Slovak sentence of an error number, as it stands in notices.
 std::wstring errorDescription(int number);
 
-// The number of a run-time error for an error of the system (GetLastError): 52, 53, 58, 61, 68, 70,
-// 76, else 75.
+// The number of a run-time error for an error of the system (GetLastError).
 int errorNumberOf(unsigned long systemError);
 
-// The one exception for failures that the program can meet. It never crosses a window procedure
-// or another callback from the system.
+// The one exception for failures that the program can meet. It never reaches the system.
 struct RuntimeError : std::exception {
     int number;
     std::wstring description;

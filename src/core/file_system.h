@@ -65,8 +65,7 @@ DriveType driveType(const std::wstring& drive);
 // All entries of a folder but "." and "..", in the system's order.
 std::vector<FolderEntry> listFolder(const std::wstring& folder);
 
-// The path of a file with its name as the disk spells it: letter case, the long name for a short
-// (8.3) one. Where no file is, the path as it came.
+// The path of a file with its name as the disk spells it; where no file is, as it came.
 std::wstring asOnDisk(const std::wstring& path);
 
 FileDetails details(const std::wstring& path);

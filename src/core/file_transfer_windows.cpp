@@ -66,8 +66,7 @@ void removeLeftovers(const std::wstring& folder) {
     for (const std::wstring& path : old) removeUnused(path);
 }
 
-// A file that is being made beside its target. It goes away with this object unless it was put
-// into the target's place.
+// A file that is being made beside its target. It goes with this object unless it took the place.
 class Unfinished : NonCopyable {
   public:
     explicit Unfinished(const std::wstring& target) : target_(target) {
@@ -175,8 +174,7 @@ class Unfinished : NonCopyable {
 
 // --- what may stand against an operation
 
-// The destination of a copy or move as the system takes it; a path that ends in "\" names the
-// folder.
+// The destination of a copy or move, which may be a folder ending in "\".
 std::wstring destinationFor(const std::wstring& source, const std::wstring& destination) {
     const bool folder =
         !destination.empty() && (destination.back() == L'\\' || destination.back() == L'/');

@@ -6,8 +6,7 @@
 
 namespace tunovka {
 
-// The move-only owner of one object of the system. Kind tells its type, the value that means
-// "none" and how it is given back.
+// The move-only owner of one object of the system; Kind tells how it is given back.
 template <typename Kind>
 class Handle {
   public:

@@ -9,8 +9,7 @@ namespace tunovka::MultiMedialny {
 
 inline constexpr std::size_t kId3v1Size = 128;  // bytes, counted from the file's end
 
-// The fixed 128-byte record at the end of an MP3 file, its fields without the NULs and blanks of
-// their padding.
+// The fixed 128-byte record at the end of an MP3 file, its fields without their padding.
 struct Id3v1Tag {
     std::wstring Title, Artist, Album, Year, Comment;
 };

@@ -63,8 +63,7 @@ bool waitForObject(void* object, Meanwhile meanwhile, const std::function<bool()
 void postToLoop(std::function<void()> routine);
 void prepareLoop();
 
-// Calls a routine from the message loop each time that it is raised, as long as it lives: for what
-// a window posts to itself.
+// Calls a routine from the message loop each time that it is raised, as long as it lives.
 class LoopSignal : NonCopyable {
   public:
     explicit LoopSignal(std::function<void()> routine);
@@ -99,8 +98,7 @@ class Timer : NonCopyable {
     unsigned interval_ = 0;
 };
 
-// Asked for every message before it is dispatched; true when it was dealt with (keyboard moves
-// between controls, short cuts).
+// Asked for every message before it is dispatched; true when it was dealt with.
 void setMessageFilter(std::function<bool(tagMSG&)> filter);
 
 // ---- Failures ---------------------------------------------------------------------------------

@@ -23,8 +23,7 @@ DWORD lastLook = 0;  // tick count
 
 }  // namespace
 
-// The window that nobody sees, which brings what is posted and raised into the loop, whoever runs
-// it: a menu's or a drag's own loop as well.
+// The unseen window that brings what is posted and raised into the loop, whoever runs it.
 class LoopWindow {
   public:
     static LoopWindow& get() {
@@ -89,8 +88,7 @@ class LoopWindow {
 
 namespace {
 
-// The next message that may run now. A request to quit comes last and is not taken out: it is
-// the main loop's.
+// The next message that may run now.
 bool takeMessage(MSG& message, Meanwhile meanwhile) {
     if (meanwhile == Meanwhile::PaintingOnly)
         return PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE) ||

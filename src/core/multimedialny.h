@@ -51,8 +51,7 @@ std::span<const Kind> kinds();
 // The kind of that ending, in exactly this case; nullptr when it is none.
 const Kind* kindOf(std::wstring_view ending);
 
-// The icon key of a kind, given as the last three characters of a lower-cased name. Raises
-// kInvalidCall for an unknown kind.
+// The icon key of a kind by its ending in lower case. Raises kInvalidCall for an unknown kind.
 std::wstring IconKeyByExtension(std::wstring_view ending);
 
 // The last three characters of the text, the whole text when it is shorter.

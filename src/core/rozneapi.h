@@ -9,8 +9,7 @@
 
 namespace tunovka::RozneApi {
 
-// The shell's own answer whether a folder has sub-folders; nothing is enumerated. False when the
-// shell does not know the path.
+// The shell's own answer; nothing is enumerated. False when it does not know the path.
 bool HasSubfolders(const std::wstring& folder);
 
 // The names of a folder's sub-folders, at most so many; none of an unreadable one.

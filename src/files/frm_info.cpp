@@ -79,8 +79,7 @@ std::wstring attributeLines(std::uint32_t attributes) {
     return lines;
 }
 
-// What a worker has found out about a file: each part that can be read, whatever becomes of the
-// others.
+// What a worker has found out about a file, as far as it can be read.
 struct Facts {
     bool there = false;
     std::optional<FileDetails> details;

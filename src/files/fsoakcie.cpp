@@ -12,8 +12,7 @@ namespace fso = FileSystemObject;
 
 constexpr std::uint32_t kReadOnly = 1;
 
-// A file that is about to be deleted or replaced, without its read-only bit. It gets the bit back
-// when that fails.
+// A file to be deleted or replaced: read-only no more, until that fails.
 class Prepared : NonCopyable {
   public:
     explicit Prepared(const std::wstring& path) : path_(path) {

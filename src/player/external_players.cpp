@@ -33,8 +33,7 @@ int startErrorNumber(DWORD systemError) {
     return number == kPathFileAccess ? kInvalidCall : number;
 }
 
-// Starts a program and does not wait for it. A failure names it, so that the person knows which one
-// is missing.
+// Starts a program and does not wait for it. A failure names it.
 void start(const std::wstring& program, const std::wstring& arguments, int showMode) {
     STARTUPINFOW start{};
     start.cb = sizeof start;

@@ -28,8 +28,7 @@ struct PlaybackTrouble {
 inline PlaybackTrouble playbackTrouble(const RuntimeError& error) {
     return {L" " + error.description + L" "};
 }
-// The same for an error of the system (HRESULT): a sentence for what is common, else the system's
-// own with its number, never that of success.
+// The same for an error of the system (HRESULT), with its number where it is not a common one.
 PlaybackTrouble playbackTrouble(long error);
 
 // What an engine observes.
@@ -39,8 +38,7 @@ struct EngineEvent {
     PlaybackTrouble trouble{};             // Failed
 };
 
-// Plays one file at a time. Made, used and destroyed by one thread, where a call may take as long
-// as it must. Throws nothing.
+// Plays one file at a time, all on one thread, where a call may take its time. Throws nothing.
 class MediaEngine : NonCopyable {
   public:
     virtual ~MediaEngine() = default;

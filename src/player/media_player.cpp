@@ -45,8 +45,7 @@ std::unique_ptr<MediaEngine> createMediaEngine() {
     return control ? std::move(control) : createFilterGraph();
 }
 
-// The thread of one file, with its engine and its message loop. The thread of the windows gives it
-// orders and never waits for them.
+// The thread of one file, with its engine and its message loop. It is given orders.
 class MediaPlayer::PlayingThread : public std::enable_shared_from_this<PlayingThread> {
   public:
     using Order = std::function<void(Playback&)>;

@@ -30,8 +30,7 @@ class MediaPlayer : NonCopyable {
     // Opens the file and plays it; what cannot be played is told by Error. "" closes what is open.
     void setFileName(std::wstring path);
 
-    // Closes the open file, so that it can be renamed, moved or deleted. Waits for that, though
-    // never longer than a second.
+    // Closes the open file, so that it can be changed. Waits for that for a second at most.
     void release() { startRelease()(); }
     // The same without the waiting, which is returned: for whichever thread.
     std::function<void()> startRelease();

@@ -34,8 +34,7 @@ struct SoundFile {
                           const std::function<std::wstring(std::string_view)>& fromAnsi);
 };
 
-// Title and author of the content description in an ASF header (the container of WMA); a header
-// that is cut short gives what could be read.
+// Title and author in an ASF header (the container of WMA), as far as it can be read.
 ClipDetails asfDetails(std::string_view header);
 
 }  // namespace tunovka

@@ -61,8 +61,7 @@ void WineFeeder::stop(IMediaControl* graph) {
     OAFilterState state = State_Stopped;
     if (feeder_) graph->GetState(0, &state);
     if (state == State_Stopped) return;  // it was never set going
-    // A start that is still under way would set the feeder going once more: pausing ends it and
-    // waits for its end.
+    // A start still under way would set the feeder going once more: pausing waits for its end.
     graph->Pause();
     // Nothing may hold the feeder's thread up: what it hands on is dropped from here on.
     for (const auto& pin : behind_) pin->BeginFlush();

@@ -12,8 +12,7 @@
 
 namespace tunovka {
 
-// The panel over the result list that a running search shows: its phase, how far it is, and the
-// button that stops it.
+// The panel of a running search: its phase, how far it is, and the button that stops it.
 class ScanPanel {
   public:
     explicit ScanPanel(Form& form);
@@ -22,8 +21,7 @@ class ScanPanel {
     void begin();
     void end();
 
-    // Names the folder that is being visited and how many files were found so far; at most ten
-    // times a second, whenever it is called.
+    // Names the visited folder and how many files were found so far, ten times a second at most.
     void progress(const std::wstring& folder, std::size_t found);
 
     // Centres the panel in the form.

@@ -28,15 +28,13 @@ double luminance(Color color) {
     return 0.2126 * channel(0) + 0.7152 * channel(8) + 0.0722 * channel(16);
 }
 
-// How well two colours stand out from each other, as accessibility guidelines count it: 1 (the
-// same) to 21 (black on white).
+// How well two colours stand out from each other: 1 (the same) to 21 (black on white).
 double contrast(Color one, Color other) {
     const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-// The colour, made as much lighter or darker as a text on that ground needs to be read (a contrast
-// of 6).
+// The colour, made as much lighter or darker as a text on that ground needs (a contrast of 6).
 Color readableOn(Color ground, Color wanted) {
     const Color away = contrast(ground, kWhite) > contrast(ground, kBlack) ? kWhite : kBlack;
     for (int amount = 0; amount < 255; amount += 5) {

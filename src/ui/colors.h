@@ -6,8 +6,7 @@ namespace tunovka {
 
 using MultiMedialny::Color;
 
-// What windows and controls are painted in: the skin's colours or, while the person at the machine
-// has chosen high contrast, the system's.
+// What all is painted in: the skin's colours or, while high contrast is chosen, the system's.
 struct Colors {
     bool plain;  // high contrast: no picture and no gradient behind a text
 

@@ -26,13 +26,11 @@ void dragText(const std::wstring& text, const DragState& state);
 // A text as a data object in those two formats. The caller releases it.
 IDataObject* createTextData(const std::wstring& text);
 
-// Takes texts that are dropped onto a control, from this program or another. Made before the
-// control's system window is.
+// Takes texts that are dropped onto a control. Made before the control's system window is.
 class TextDropTarget : NonCopyable {
   public:
     struct Events {
-        // The pointer is over a place of the window's client area; true when a text may be dropped
-        // there.
+        // The pointer is over a place of the control; true when a text may be dropped there.
         std::function<bool(Point)> over;
         std::function<void()> leave;
         // Called from the message loop after the drop has been answered, so that it may ask

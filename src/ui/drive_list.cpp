@@ -67,8 +67,7 @@ DriveList::DriveList(const wchar_t* name, const std::wstring& accessibleName, Wi
     setAccessibleName(accessibleName);
 }
 
-// The drive of the current directory. Where that lies on a share, the first fixed drive that
-// answers.
+// The drive of the current directory or, for a share, the first fixed drive that answers.
 void DriveList::chooseFirst() {
     if (drives_.empty()) return;
     std::wstring current(GetCurrentDirectoryW(0, nullptr), L'\0');

@@ -8,8 +8,7 @@
 
 namespace tunovka {
 
-// A drop-down list of the machine's drives, as "E:" or "E: [DATA]". Its drive is never empty once
-// it has been filled.
+// The list of the machine's drives, as "E:" or "E: [DATA]"; once filled, one is always chosen.
 class DriveList : public Window {
   public:
     DriveList(const wchar_t* name, const std::wstring& accessibleName, Window& parent);

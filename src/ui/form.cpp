@@ -130,8 +130,7 @@ void Form::showInactive() {
     UpdateWindow(handle());
 }
 
-// What the system shows while it waits for the session's end; "" takes it back. Systems before
-// Vista show nothing.
+// What the system, from Vista on, shows while it waits for the session's end; "" takes it back.
 void Form::blockSession(const std::wstring& reason) const {
     static const LateFunction<BOOL WINAPI(HWND, const wchar_t*)> block(L"user32.dll",
                                                                        "ShutdownBlockReasonCreate");

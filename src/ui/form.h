@@ -54,8 +54,7 @@ class Form : public Window {
     // Shows the form with every other window of the program switched off, until it is unloaded.
     void showModal();
 
-    // Places the form, before it is shown, beside the program's main window or over it, where its
-    // title and those of the other windows can be seen.
+    // Places the form, before it is shown, beside the program's main window or over it.
     void placeBesideOthers();
     // Gives the client area a size in pixels, keeping the place.
     void setClientSize(Size size);
@@ -172,8 +171,7 @@ class Form : public Window {
 // else the first that is loaded and seen. nullptr when there is none.
 HWND activeForm();
 
-// The program's loaded windows, in the order in which they were loaded. When the last one is
-// destroyed, the program is asked to quit.
+// The loaded windows, in their order. With the last one's end the program is asked to quit.
 class Forms {
   public:
     // Creates a form and owns it until it is unloaded.

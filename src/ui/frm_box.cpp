@@ -116,8 +116,7 @@ void frmBox::addButton(const std::wstring& caption) {
     };
 }
 
-// As many lines as the text's width on one line would fill, plus one, or what it takes when
-// wrapped.
+// As many lines as the text's width on one line would fill, plus one, or more when wrapped.
 int frmBox::textHeight(int width, int limit) {
     const double share = static_cast<double>(lblotazka.measured().width) / width;
     const int height = std::max(roundHalfEven(share + 1) * Skin::fontHeight(dpi()),

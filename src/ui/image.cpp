@@ -65,8 +65,7 @@ void Image::release(MouseButton button) {
     if (onClick) onClick();
 }
 
-// While the button is pressed, moves elsewhere are told too. The system tells once when the pointer
-// has left, if it is asked to.
+// Moves elsewhere are told while it is pressed; that the pointer has left is told once, if asked.
 void Image::pointerMoved(Point at) {
     const bool inside = clientArea().contains(at);
     if (inside == pointed_) return;

@@ -7,8 +7,7 @@
 
 namespace tunovka {
 
-// A picture button: two pictures of the skin, one of them shown while it is pressed by the left
-// mouse button, Space or Enter.
+// A button of two pictures, one shown while it is pressed by the mouse, Space or Enter.
 class Image : public Window {
   public:
     struct ImageArgs {

@@ -23,8 +23,7 @@ class ImageScroller {
   public:
     ImageScroller(Window& parent, ListView& list, int (*rowsPerPage)(double rowsInView));
 
-    // Gives list and bar their area in the parent, in pixels; the list has all of it while the bar
-    // is hidden.
+    // Gives list and bar their area in pixels; the list has all of it while the bar is hidden.
     void place(const Rect& area);
 
     // Takes over how many rows the list has now and which one is the first in view, and shows or

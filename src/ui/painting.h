@@ -62,8 +62,7 @@ void drawText(HDC dc, const std::wstring& text, RECT area, UINT format, HFONT fo
 // Size of a text on one line, or wrapped at `width` pixels when that is positive.
 Size measureText(const std::wstring& text, HFONT font, int width = 0);
 
-// A pale card on the ground for texts to be read. Its colour is uniform, because the fields on it
-// cannot be transparent.
+// A pale card on the ground for texts to be read, plain because fields are not transparent.
 void paintCard(HDC dc, const RECT& area);
 // A sunken field on the ground, as lists and strips stand in.
 void paintWell(HDC dc, const RECT& area);
@@ -72,8 +71,7 @@ void paintStrip(HDC dc, Size size, const RECT& filled);
 // The same with a knob, `thick` pixels long, where the filled part ends and the strip is grasped.
 void paintSlider(HDC dc, Size size, const RECT& filled, int thick);
 
-// Two frames within an area that show the focus, one dark and one light, so that they are seen on
-// any picture; each as thick as `line` pixels.
+// Two frames within an area that show the focus, dark and light, each `line` pixels thick.
 void drawFocus(HDC dc, RECT area, int line);
 
 }  // namespace tunovka

@@ -47,8 +47,7 @@ inline bool asksForNewPlaylist(std::wstring_view command) {
 // To the information window, in place of a path: the file is missing.
 inline constexpr wchar_t kMissingFileCommand[] = L"chyba";
 
-// What a window may ask of the rest of the program. The explorer implements it and hands it to the
-// windows that it opens.
+// What a window may ask of the rest of the program, which the explorer implements.
 class ProgramLinks {
   public:
     virtual ~ProgramLinks() = default;

@@ -187,8 +187,7 @@ Picture scaledPicture(const Picture& picture, int numerator, int denominator) {
     return result;
 }
 
-// The picture at that size (at least 1 by 1) with its borders as they are and the middle resampled;
-// borders that do not fit share what there is.
+// The picture at that size, its borders as they are; where they do not fit they share what is.
 Picture stretchedPicture(const Picture& picture, int width, int height) {
     if (width == picture.width && height == picture.height) return picture;
     const Borders& borders = picture.borders;
@@ -228,8 +227,7 @@ const Picture* pictureAt(const std::wstring& key, int dpi) {
     return &(pictures[{key, dpi}] = scaledPicture(*drawn, dpi, kSkinDotsPerInch));
 }
 
-// Lighter by a quarter of what is missing to white, or grey and half as strong; the colours stay
-// multiplied by alpha.
+// Lighter by a quarter of what is missing to white, or grey and half as strong.
 Picture inLook(Picture picture, Look look) {
     if (look == Look::Plain) return picture;
     for (std::uint32_t& pixel : picture.pixels) {

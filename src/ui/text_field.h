@@ -22,8 +22,7 @@ class TextField : public Window {
 
     explicit TextField(const TextFieldArgs& args);
 
-    // Height in pixels that the whole text takes when the control is `width` pixels wide; the
-    // control is left at that width.
+    // Height in pixels that the whole text takes at that width, which the control is left at.
     int heightAt(int width);
     // Selects so many letters at its start. Only once it has its width: it scrolls to their end.
     void selectStart(std::size_t letters);

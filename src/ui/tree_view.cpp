@@ -73,8 +73,7 @@ void TreeView::add(const NodeArgs& args) {
     throw RuntimeError(kOutOfMemory);
 }
 
-// Switching the drawing on may measure the text of every node that is new since the last time: it
-// must not find tens of thousands.
+// Switching the drawing on may measure every new node: it must not find tens of thousands.
 void TreeView::measureSome() {
     constexpr std::size_t kAtOnce = 2000;
     if (redrawOff_ == 0 || nodes_.size() % kAtOnce != 0) return;

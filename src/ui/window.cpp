@@ -135,8 +135,7 @@ void Window::create(const Args& args) {
     SetPropW(handle_, kNameProperty,
              reinterpret_cast<HANDLE>(UINT_PTR{GlobalAddAtomW(name_.c_str())}));
     owners()[handle_] = this;
-    // The system's own way of subclassing costs two property look-ups a message, which is much for
-    // a tree of thousands of nodes.
+    // The system's own way of subclassing costs too much for a tree of thousands of nodes.
     if (args.className)
         original_ = reinterpret_cast<WNDPROC>(
             SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ownProcedure)));

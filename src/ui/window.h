@@ -91,8 +91,7 @@ class Window : public NonCopyable {
     // Gives a control of the system's the font of its screen, when that has changed.
     void applyFont();
 
-    // What a window of the program's own shows, over what lies behind it; the controls on it show
-    // it behind them.
+    // What a window of the program's own shows, over what lies behind it.
     virtual void paint(HDC) const {}
 
     // The one scaling function: a size in 96ths of an inch as pixels of this window's screen.
@@ -155,8 +154,7 @@ class Window : public NonCopyable {
 // program's start, and the explorer's first picture needs none.
 void prepareSystemControls();
 
-// Dots per inch of the screen that a window lies on; of the system where Windows is too old to
-// tell them apart.
+// Dots per inch of a window's screen, or of the system where Windows is too old.
 int dpiOf(HWND window);
 
 // The Window object of a system window, nullptr when it is none of the program's.
