@@ -1,7 +1,5 @@
 #include <windows.h>
 
-#include <ole2.h>
-
 #include "app/frm_prieskumnik.h"
 #include "core/late_function.h"
 #include "core/loop.h"
@@ -20,12 +18,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
                                                                  "SetDefaultDllDirectories");
     if (setDirectories)
         setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
-    OleInitialize(nullptr);
 
     installFailureNotice();
     guarded([] { Forms::load<frmPrieskumnik>().load(); });
     runLoop();
-
-    OleUninitialize();
     return 0;
 }

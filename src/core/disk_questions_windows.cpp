@@ -1,7 +1,5 @@
 #include <windows.h>
 // windows.h first: this one needs its types.
-#include <objbase.h>
-
 #include <chrono>
 #include <map>
 #include <mutex>
@@ -12,6 +10,7 @@
 #include "core/file_system.h"
 #include "core/handle.h"
 #include "core/late_function.h"
+#include "core/ole_windows.h"
 #include "core/paths.h"
 #include "core/text.h"
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <string>
 
 namespace tunovka {
@@ -19,29 +20,41 @@ inline bool underWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-// A function of a library of the system, looked up when it is first wanted: for libraries that the
-// first window can do without, because loading them is a good part of the program's start, and for
-// functions that the oldest systems do not have. Made as a static constant.
+// A function of a library of the system, looked up by its first call: for libraries that the first
+// window can do without, because loading them is a good part of the program's start, and for
+// functions that the oldest systems do not have. Made as a constant that lives as long as the
+// program.
 template <typename Function>
 class LateFunction {
   public:
-    LateFunction(const wchar_t* library, const char* name) {
-        const HMODULE module = systemLibrary(library);
-        // By way of void*: no cast leads directly from one kind of function to another.
-        if (module)
-            function_ =
-                reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-    }
-    explicit operator bool() const { return function_ != nullptr; }
+    constexpr LateFunction(const wchar_t* library, const char* name)
+        : library_(library), name_(name) {}
+
+    explicit operator bool() const { return function() != nullptr; }
 
     // Only for a function that is there.
     template <typename... Args>
     auto operator()(Args... args) const {
-        return function_(args...);
+        return function()(args...);
     }
 
   private:
-    Function* function_ = nullptr;
+    Function* function() const {
+        if (!isLookedUp_) {
+            const HMODULE module = systemLibrary(library_);
+            // By way of void*: no cast leads directly from one kind of function to another.
+            if (module)
+                function_ = reinterpret_cast<Function*>(
+                    reinterpret_cast<void*>(GetProcAddress(module, name_)));
+            isLookedUp_ = true;
+        }
+        return function_;
+    }
+
+    const wchar_t* library_;
+    const char* name_;
+    mutable std::atomic<Function*> function_ = nullptr;
+    mutable std::atomic<bool> isLookedUp_ = false;
 };
 
 }  // namespace tunovka

@@ -11,6 +11,7 @@
 #include "core/file_system.h"
 #include "core/handle.h"
 #include "core/late_function.h"
+#include "core/ole_windows.h"
 #include "player/media_engine.h"
 #include "player/sound_file.h"
 #include "player/wine_faults.h"

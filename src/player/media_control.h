@@ -1,11 +1,9 @@
 #pragma once
 
-#include <windows.h>
-// windows.h first: this one needs its types.
-#include <oleauto.h>
-
 #include <string>
 #include <utility>
+
+#include "core/ole_windows.h"
 
 namespace tunovka {
 

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 // windows.h first: this one needs its types.
-#include <objbase.h>
-
 #include <algorithm>
 #include <deque>
 #include <exception>
@@ -16,6 +14,7 @@
 #include "core/handle.h"
 #include "core/loop.h"
 #include "core/multimedialny.h"
+#include "core/ole_windows.h"
 #include "core/text.h"
 #include "player/turn.h"
 #include "playlist/line_grammar.h"

@@ -8,6 +8,7 @@
 #include "core/com_object.h"
 #include "core/handle.h"
 #include "core/late_function.h"
+#include "core/ole_windows.h"
 
 namespace tunovka {
 namespace {

@@ -1,6 +1,5 @@
 #include "ui/drag_drop.h"
 
-#include <ole2.h>
 #include <shlobj.h>
 
 #include <cstring>
@@ -11,6 +10,7 @@
 #include "core/ansi.h"
 #include "core/com_object.h"
 #include "core/late_function.h"
+#include "core/ole_windows.h"
 #include "core/loop.h"
 #include "core/text.h"
 #include "ui/form.h"
@@ -116,6 +116,12 @@ bool hasText(IDataObject* data) {
     return data && (data->QueryGetData(&wide) == S_OK || data->QueryGetData(&ansi) == S_OK);
 }
 
+// What dragging needs on the windows' thread, for the program's whole life.
+void prepareOle() {
+    static const HRESULT prepared = OleInitialize(nullptr);
+    (void)prepared;
+}
+
 }  // namespace
 
 IDataObject* createTextData(const std::wstring& text) {
@@ -135,7 +141,10 @@ void dragText(const std::wstring& text, const DragState& state) {
 class TextDropTarget::Target final : public SingleComObject<IDropTarget> {
   public:
     Target(Window& window, Events events) : window_(&window), events_(std::move(events)) {
-        window.onCreated = [this] { RegisterDragDrop(window_->handle(), this); };
+        window.onCreated = [this] {
+            prepareOle();
+            RegisterDragDrop(window_->handle(), this);
+        };
     }
     void detach() {
         window_->onCreated = nullptr;

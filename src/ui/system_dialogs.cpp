@@ -16,6 +16,7 @@
 #include "core/file_system.h"
 #include "core/handle.h"
 #include "core/late_function.h"
+#include "core/ole_windows.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "ui/form.h"
