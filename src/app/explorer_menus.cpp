@@ -3,6 +3,7 @@
 #include "app/contents_tree.h"
 #include "core/disk_questions.h"
 #include "core/disk_windows.h"
+#include "core/loop.h"
 #include "core/text.h"
 #include "player/player_panel.h"
 #include "ui/frm_box.h"
@@ -94,7 +95,10 @@ void PlayMenu::PlaySelected(const std::wstring& program) {
     } else if (program == kHere) {
         player_.play(path);
     } else {
-        startOrTell([&] { playInProgram(program, path); });
+        startOrTell([&] {
+            askDisk(program, [program, path] { return playInProgram(program, path), true; });
+            yieldNow();
+        });
     }
 }
 

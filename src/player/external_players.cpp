@@ -8,7 +8,6 @@
 #include "core/errors.h"
 #include "core/handle.h"
 #include "core/late_function.h"
-#include "core/loop.h"
 #include "core/text.h"
 
 namespace tunovka {
@@ -61,7 +60,6 @@ ExternalPlayers ExternalPlayers::find() {
 
 void playInProgram(const std::wstring& program, const std::wstring& file) {
     start(program, L" \"" + file + L"\"", SW_SHOWNORMAL);
-    yieldNow();
 }
 
 void openByAssociation(const std::wstring& file) {

@@ -12,7 +12,7 @@ struct ExternalPlayers {
     static ExternalPlayers find();
 };
 
-// Starts a program, its path as it stands, with a file in a normal window, then lets events run.
+// Starts a program, its path as it stands, with a file in a normal window: a question to the disk.
 // Raises kFileNotFound, kPermissionDenied or kInvalidCall with the program named.
 void playInProgram(const std::wstring& program, const std::wstring& file);
 
