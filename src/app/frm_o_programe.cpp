@@ -8,7 +8,6 @@
 #include "ui/skin.h"
 
 namespace tunovka {
-namespace {
 
 // Sizes in 96ths of an inch.
 constexpr int kLeastWidth = 380;
@@ -18,8 +17,6 @@ constexpr int kColumnGap = 20;
 constexpr int kSloganGap = 10;  // above the slogan
 
 constexpr wchar_t kLogo[] = L"logo";
-
-}  // namespace
 
 frmOprograme::frmOprograme(HWND owner)
     : Form({.name = L"frmOprograme",

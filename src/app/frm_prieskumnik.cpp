@@ -13,7 +13,6 @@
 #include "ui/painting.h"
 
 namespace tunovka {
-namespace {
 
 // Sizes in 96ths of an inch.
 constexpr Size kSize{900, 620};
@@ -24,8 +23,6 @@ constexpr int kDriveHeight = 21;  // until the list is there
 constexpr int kLeast = 7;         // how near the boundary comes to either side: 100 twips
 
 constexpr wchar_t kEditors[] = L"vrtilkofrm";
-
-}  // namespace
 
 frmPrieskumnik::frmPrieskumnik()
     : Form({.name = L"frmPrieskumnik",

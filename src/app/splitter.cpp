@@ -8,11 +8,8 @@
 #include "ui/painting.h"
 
 namespace tunovka {
-namespace {
 
 constexpr int kLine = 8, kPage = 80;  // steps of the keys, in 96ths of an inch
-
-}  // namespace
 
 Splitter::Splitter(Form& form)
     : Medzera({.name = L"Medzera",

@@ -215,10 +215,7 @@ class Hourglass : NonCopyable {
 };
 
 // When single questions were given up, by drive or share.
-std::map<std::wstring, DWORD>& silentRoots() {
-    static std::map<std::wstring, DWORD> roots;
-    return roots;
-}
+std::map<std::wstring, DWORD> silentRoots;
 
 }  // namespace
 
@@ -255,13 +252,13 @@ bool Crew::await(Task& task, Task& later, const std::wstring& path) {
     const EndOf end(task);
     if (waitForObject(end.event(), Meanwhile::PaintingOnly)) return true;
     giveUp();
-    silentRoots()[upperCased(driveName(path))] = GetTickCount();
+    silentRoots[upperCased(driveName(path))] = GetTickCount();
     return false;
 }
 
 bool isSilent(const std::wstring& path) {
-    const auto found = silentRoots().find(upperCased(driveName(path)));
-    return found != silentRoots().end() && GetTickCount() - found->second < kSilence;
+    const auto found = silentRoots.find(upperCased(driveName(path)));
+    return found != silentRoots.end() && GetTickCount() - found->second < kSilence;
 }
 
 }  // namespace DiskWork

@@ -38,16 +38,12 @@ std::wstring fieldLines(const std::wstring& text) {
 }
 
 int openBoxes = 0;
-
-std::deque<BoxRequest>& waitingNotices() {
-    static std::deque<BoxRequest> notices;
-    return notices;
-}
+std::deque<BoxRequest> waitingNotices;
 
 void showWaitingNotice() {
-    if (openBoxes > 0 || waitingNotices().empty()) return;
-    const BoxRequest notice = waitingNotices().front();
-    waitingNotices().pop_front();
+    if (openBoxes > 0 || waitingNotices.empty()) return;
+    const BoxRequest notice = waitingNotices.front();
+    waitingNotices.pop_front();
     ask(notice);
 }
 
@@ -64,7 +60,7 @@ std::int16_t ask(const std::wstring& title, const std::wstring& text, const std:
 }
 
 void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button) {
-    waitingNotices().push_back({title, text, button});
+    waitingNotices.push_back({title, text, button});
     postToLoop(showWaitingNotice);
 }
 

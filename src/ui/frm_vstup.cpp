@@ -3,7 +3,6 @@
 #include "ui/painting.h"
 
 namespace tunovka {
-namespace {
 
 // Sizes in 96ths of an inch.
 constexpr int kWidth = 400;
@@ -11,8 +10,6 @@ constexpr int kMargin = 16;
 constexpr int kGap = 8;
 constexpr int kFieldPadding = 4;  // between the field's letters and its frame
 constexpr int kButtonWidth = 88;
-
-}  // namespace
 
 std::wstring askForText(const Form& owner, const InputRequest& request) {
     frmVstup form(owner, request);

@@ -3,12 +3,9 @@
 #include <cstdlib>
 
 namespace tunovka {
-namespace {
 
 constexpr int kEdge = 16;         // how near to the edge a drag scrolls, in 96ths of an inch
 constexpr DWORD kEdgePause = 60;  // ms between two items of that
-
-}  // namespace
 
 void ItemView::scrollNearEdge(Point point) {
     const int edge = scaled(kEdge);

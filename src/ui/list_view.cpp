@@ -7,7 +7,6 @@
 #include "ui/skin.h"
 
 namespace tunovka {
-namespace {
 
 constexpr int kPicture = 16;    // sizes in 96ths of an inch
 constexpr int kRowPadding = 3;  // above and below a row's text together
@@ -17,8 +16,6 @@ constexpr std::size_t kLongestText = 1023;  // painting a text of megabytes stan
 
 constexpr DWORD kStyle = WS_CHILD | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
                          LVS_SHOWSELALWAYS | LVS_NOSORTHEADER;
-
-}  // namespace
 
 ListView::ListView(const ListArgs& args, ListModel& model)
     : ItemView(Args{.name = args.name,

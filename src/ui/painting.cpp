@@ -4,26 +4,21 @@
 #include <vector>
 
 namespace tunovka {
-
 namespace {
 
-std::vector<HDC>& spareDcs() {
-    static std::vector<HDC> spare;
-    return spare;
-}
+std::vector<HDC> spareDcs;
 
 }  // namespace
 
 MemoryDc memoryDc() {
-    std::vector<HDC>& spare = spareDcs();
-    if (spare.empty()) return MemoryDc(CreateCompatibleDC(nullptr));
-    const HDC dc = spare.back();
-    spare.pop_back();
+    if (spareDcs.empty()) return MemoryDc(CreateCompatibleDC(nullptr));
+    const HDC dc = spareDcs.back();
+    spareDcs.pop_back();
     return MemoryDc(dc);
 }
 
 void PooledDc::close(HDC dc) {
-    spareDcs().push_back(dc);
+    spareDcs.push_back(dc);
 }
 
 PaintDc::PaintDc(HWND window) : window_(window) {

@@ -245,10 +245,7 @@ Picture inLook(Picture picture, Look look) {
 }
 
 // By key, dpi, size and look, at the sizes that windows use, ready for AlphaBlend.
-std::map<std::tuple<std::wstring, int, int, int, Look>, Bitmap>& bitmaps() {
-    static std::map<std::tuple<std::wstring, int, int, int, Look>, Bitmap> kept;
-    return kept;
-}
+std::map<std::tuple<std::wstring, int, int, int, Look>, Bitmap> bitmaps;
 
 HFONT createFont(int dpi, Font kind) {
     NONCLIENTMETRICSW metrics{};
@@ -278,10 +275,7 @@ Bitmap createIcon(const std::wstring& key, int side) {
     return bitmapOf(picture);
 }
 
-std::map<std::pair<int, Font>, HFONT>& fonts() {
-    static std::map<std::pair<int, Font>, HFONT> all;
-    return all;
-}
+std::map<std::pair<int, Font>, HFONT> fonts;
 
 }  // namespace
 
@@ -298,8 +292,8 @@ void draw(HDC dc, const std::wstring& key, Point place, int dpi) {
 void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi, Look look) {
     const Picture* picture = pictureAt(key, dpi);
     if (!picture || area.width < 1 || area.height < 1) return;
-    if (bitmaps().size() > 160) bitmaps().clear();  // resizing a window asks for many widths
-    Bitmap& bitmap = bitmaps()[{key, dpi, area.width, area.height, look}];
+    if (bitmaps.size() > 160) bitmaps.clear();  // resizing a window asks for many widths
+    Bitmap& bitmap = bitmaps[{key, dpi, area.width, area.height, look}];
     if (!bitmap)
         bitmap = bitmapOf(inLook(stretchedPicture(*picture, area.width, area.height), look));
     if (!bitmap) return;
@@ -311,16 +305,16 @@ void drawStretched(HDC dc, const std::wstring& key, const Rect& area, int dpi, L
 }
 
 void forgetBitmaps() {
-    bitmaps().clear();
+    bitmaps.clear();
 }
 
 // The old ones are not destroyed: controls may still hold them.
 void forgetFonts() {
-    fonts().clear();
+    fonts.clear();
 }
 
 HFONT font(int dpi, Font kind) {
-    HFONT& font = fonts()[{dpi, kind}];
+    HFONT& font = fonts[{dpi, kind}];
     if (!font) font = createFont(dpi, kind);
     return font;
 }

@@ -7,12 +7,9 @@
 #include "ui/colors.h"
 
 namespace tunovka {
-namespace {
 
 constexpr std::size_t kLongestText = 1023;
 constexpr int kPicture = 16;  // side of a node's picture, in 96ths of an inch
-
-}  // namespace
 
 TreeView::TreeView(const wchar_t* name, const std::wstring& accessibleName, Window& parent)
     : ItemView(Args{.name = name,
