@@ -36,6 +36,7 @@ struct FileIdentity {
     std::uint64_t index = 0;
     // Some systems number their volumes all alike: the time of creation tells those apart.
     std::uint64_t created = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): there is no pointer
     auto operator<=>(const FileIdentity&) const = default;
 };
 
