@@ -113,9 +113,9 @@ TEST_F(List, AHeldArrowRepeatsAfterAPauseAndStopsWhenTheMouseIsTaken) {
     fill(1000);
     const DWORD start = GetTickCount();
     SendMessageW(scroller.Idole.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
-    ASSERT_TRUE(runUntil([&] { return list.firstVisible() == 1; }));
+    ASSERT_TRUE(runUntil([&] { return list.firstVisible() >= 1; }));
     EXPECT_GE(GetTickCount() - start, 280u);
-    ASSERT_TRUE(runUntil([&] { return list.firstVisible() == 6; }));
+    ASSERT_TRUE(runUntil([&] { return list.firstVisible() >= 6; }));
     EXPECT_GE(GetTickCount() - start, 500u);
     ReleaseCapture();
     const std::size_t row = list.firstVisible();
