@@ -105,7 +105,10 @@ void ContentsTree::list(const std::wstring& path) {
         const auto playlist = playlists.find(file.name);
         if (playlist != playlists.end() && !addPlaylist(file, playlist->second, *isThere, hooks))
             return;
-        if (IsPlayableMedia(lowerCased(file.name))) addMusic(file.name);
+        if (const std::wstring text = lowerCased(file.name); IsPlayableMedia(text))
+            Tview.add({.key = newKey(file.name),
+                       .text = text,
+                       .imageKey = IconKeyByExtension(mediaKind(text))});
         if (!hooks.next()) return;
     }
     const std::wstring first = Tview.firstRoot();
@@ -134,11 +137,6 @@ std::wstring ContentsTree::newKey(const std::wstring& name) {
     while (Tview.contains(key)) key += L'*';
     names_[key] = name;
     return key;
-}
-
-void ContentsTree::addMusic(const std::wstring& name) {
-    const std::wstring text = lowerCased(name);
-    Tview.add({.key = newKey(name), .text = text, .imageKey = IconKeyByExtension(mediaKind(text))});
 }
 
 // False when the listing was given up.

@@ -53,7 +53,6 @@ class ContentsTree {
     bool addPlaylist(const FolderEntry& file, const ReadPlaylist& playlist,
                      const std::vector<bool>& isThere, const LoopHooks& hooks);
     std::wstring pathOf(const std::wstring& key) const;
-    void addMusic(const std::wstring& name);
 
     Form& form_;
     TextBox& txtPath_;

@@ -111,15 +111,6 @@ CopyWatch::~CopyWatch() {
 }
 
 bool CopyWatch::run(const std::function<bool(const TransferHooks&)>& work) {
-    const auto question = [work, hooks = hooks()] { return work(hooks); };
-    return askDisk(LoopHooks{yieldNow, [this] { return isLeft(); }}, question).value_or(false);
-}
-
-std::wstring CopyWatch::sessionBlock() {
-    return underWay > 0 ? L"Pracuje sa so súborom." : L"";
-}
-
-TransferHooks CopyWatch::hooks() const {
     const auto progress = [shared = shared_](std::uint64_t done, std::uint64_t total) {
         shared->done = done;
         shared->total = total;
@@ -130,7 +121,14 @@ TransferHooks CopyWatch::hooks() const {
             if (!shared->stopped) closeFile(path);
         });
     };
-    return {.progress = progress, .closeFile = closeFile};
+    const auto question = [work, hooks = TransferHooks{progress, closeFile}] {
+        return work(hooks);
+    };
+    return askDisk(LoopHooks{yieldNow, [this] { return isLeft(); }}, question).value_or(false);
+}
+
+std::wstring CopyWatch::sessionBlock() {
+    return underWay > 0 ? L"Pracuje sa so súborom." : L"";
 }
 
 void CopyWatch::Timer1_Tick() {

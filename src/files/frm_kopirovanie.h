@@ -65,7 +65,6 @@ class CopyWatch : NonCopyable {
         std::atomic<std::uint64_t> done = 0, total = 0;  // bytes
         std::atomic<bool> stopped = false;
     };
-    TransferHooks hooks() const;
     void Timer1_Tick();
     bool isLeft();
 

@@ -10,8 +10,8 @@
 #include "core/ansi.h"
 #include "core/com_object.h"
 #include "core/late_function.h"
-#include "core/ole_windows.h"
 #include "core/loop.h"
+#include "core/ole_windows.h"
 #include "core/text.h"
 #include "ui/form.h"
 

@@ -102,14 +102,6 @@ std::wstring ListView::selectedKey() const {
     return position ? std::wstring(model_.row(*position).key) : std::wstring();
 }
 
-std::size_t ListView::firstVisible() const {
-    return send(LVM_GETTOPINDEX);
-}
-
-void ListView::ensureVisible(std::size_t position) {
-    send(LVM_ENSUREVISIBLE, position);
-}
-
 int ListView::itemsTop() const {
     RECT area{};
     if (!header() || !(GetWindowLongW(header(), GWL_STYLE) & WS_VISIBLE)) return 0;
@@ -122,10 +114,6 @@ Rect ListView::rowArea(std::size_t position) const {
     if (!send(LVM_GETITEMRECT, position, &area)) return {};
     const Rect row = rectOf(area);
     return {0, row.y, clientSize().width, row.height};
-}
-
-double ListView::rowHeight() const {
-    return shown_ > 0 ? rowArea(0).height : 0;
 }
 
 double ListView::rowsInView() const {

@@ -39,10 +39,13 @@ class ListView : public ItemView {
     std::optional<std::size_t> selected() const;
     std::wstring selectedKey() const override;
 
-    std::size_t firstVisible() const;          // 0 for an empty list
-    void ensureVisible(std::size_t position);  // scrolls just enough to show the row whole
+    // 0 for an empty list.
+    std::size_t firstVisible() const { return send(LVM_GETTOPINDEX); }
+    // Scrolls just enough to show the row whole.
+    void ensureVisible(std::size_t position) { send(LVM_ENSUREVISIBLE, position); }
     std::optional<std::size_t> itemAt(Point point) const;
-    double rowHeight() const;   // pixels; 0 while the list is empty
+    // Pixels; 0 while the list is empty.
+    double rowHeight() const { return shown_ > 0 ? rowArea(0).height : 0; }
     double rowsInView() const;  // height of the rows' area in rows, with its fraction; 0 likewise
 
     // Scrolls as the mouse wheel does, by 120ths of a notch; away from the person is positive.

@@ -131,22 +131,6 @@ std::wstring TreeView::text(const std::wstring& key) const {
     return item.pszText;
 }
 
-std::wstring TreeView::selectedKey() const {
-    return keyOf(related(nullptr, TVGN_CARET));
-}
-
-std::wstring TreeView::firstRoot() const {
-    return keyOf(related(nullptr, TVGN_ROOT));
-}
-
-std::wstring TreeView::firstChild(const std::wstring& key) const {
-    return keyOf(related(itemOf(key), TVGN_CHILD));
-}
-
-std::wstring TreeView::nextSibling(const std::wstring& key) const {
-    return keyOf(related(itemOf(key), TVGN_NEXT));
-}
-
 // `place` becomes one of TVHT_...
 HTREEITEM TreeView::hitTest(Point point, UINT& place) const {
     TVHITTESTINFO test{};
@@ -172,29 +156,9 @@ Rect TreeView::nodeArea(const std::wstring& key) const {
     return rectOf(area);
 }
 
-void TreeView::select(const std::wstring& key) {
-    send(TVM_SELECTITEM, TVGN_CARET, itemOf(key));
-}
-
-void TreeView::expand(const std::wstring& key) {
-    send(TVM_EXPAND, TVE_EXPAND, itemOf(key));
-}
-
-void TreeView::sortChildren(const std::wstring& key) {
-    send(TVM_SORTCHILDREN, 0, itemOf(key));
-}
-
-void TreeView::ensureVisible(const std::wstring& key) {
-    send(TVM_ENSUREVISIBLE, 0, itemOf(key));
-}
-
 void TreeView::setDropHighlight(const std::wstring& key) {
     if (key == dropHighlight()) return;
     send(TVM_SELECTITEM, TVGN_DROPHILITE, key.empty() ? nullptr : itemOf(key));
-}
-
-std::wstring TreeView::dropHighlight() const {
-    return keyOf(related(nullptr, TVGN_DROPHILITE));
 }
 
 TreeView::RedrawOff::RedrawOff(TreeView& tree) : tree_(tree) {

@@ -35,18 +35,20 @@ class TreeView : public ItemView {
     bool contains(const std::wstring& key) const { return nodes_.contains(key); }
     std::wstring text(const std::wstring& key) const;
 
-    std::wstring selectedKey() const override;
+    std::wstring selectedKey() const override { return keyOf(related(nullptr, TVGN_CARET)); }
     // "" where there is none.
-    std::wstring firstRoot() const;
-    std::wstring firstChild(const std::wstring& key) const;
+    std::wstring firstRoot() const { return keyOf(related(nullptr, TVGN_ROOT)); }
+    std::wstring firstChild(const std::wstring& key) const {
+        return keyOf(related(itemOf(key), TVGN_CHILD));
+    }
     std::wstring nodeAt(Point point) const;
     // Area of a node's text in pixels; empty when it is not in view.
     Rect nodeArea(const std::wstring& key) const;
 
-    void select(const std::wstring& key);
-    void expand(const std::wstring& key);
-    void sortChildren(const std::wstring& key);
-    void ensureVisible(const std::wstring& key);
+    void select(const std::wstring& key) { send(TVM_SELECTITEM, TVGN_CARET, itemOf(key)); }
+    void expand(const std::wstring& key) { send(TVM_EXPAND, TVE_EXPAND, itemOf(key)); }
+    void sortChildren(const std::wstring& key) { send(TVM_SORTCHILDREN, 0, itemOf(key)); }
+    void ensureVisible(const std::wstring& key) { send(TVM_ENSUREVISIBLE, 0, itemOf(key)); }
 
     // Marks the node under a drag; "" marks none.
     void setDropHighlight(const std::wstring& key);
@@ -68,8 +70,10 @@ class TreeView : public ItemView {
     // Asked by tests and benchmarks alone.
     std::size_t count() const { return nodes_.size(); }
     Color foreground(const std::wstring& key) const { return nodes_.at(key).foreground; }
-    std::wstring nextSibling(const std::wstring& key) const;
-    std::wstring dropHighlight() const;
+    std::wstring nextSibling(const std::wstring& key) const {
+        return keyOf(related(itemOf(key), TVGN_NEXT));
+    }
+    std::wstring dropHighlight() const { return keyOf(related(nullptr, TVGN_DROPHILITE)); }
 
   protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;

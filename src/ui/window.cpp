@@ -18,10 +18,7 @@ namespace {
 constexpr wchar_t kNameProperty[] = L"Tunovka.name";
 
 // Which object owns which system window; a property of the window would cost a system call.
-std::unordered_map<HWND, Window*>& owners() {
-    static std::unordered_map<HWND, Window*> map;
-    return map;
-}
+std::unordered_map<HWND, Window*> owners;
 
 // A window class of the program's own.
 const wchar_t* ownClass(WNDPROC procedure, bool shadow) {
@@ -52,8 +49,8 @@ void prepareSystemControls() {
 }
 
 Window* windowOf(HWND handle) {
-    const auto found = owners().find(handle);
-    return found == owners().end() ? nullptr : found->second;
+    const auto found = owners.find(handle);
+    return found == owners.end() ? nullptr : found->second;
 }
 
 int dpiOf(HWND window) {
@@ -134,7 +131,7 @@ void Window::create(const Args& args) {
     if (!handle_) throw RuntimeError(kOutOfMemory);
     SetPropW(handle_, kNameProperty,
              reinterpret_cast<HANDLE>(UINT_PTR{GlobalAddAtomW(name_.c_str())}));
-    owners()[handle_] = this;
+    owners[handle_] = this;
     // The system's own way of subclassing costs too much for a tree of thousands of nodes.
     if (args.className)
         original_ = reinterpret_cast<WNDPROC>(
@@ -143,7 +140,7 @@ void Window::create(const Args& args) {
 
 Window::~Window() {
     if (!handle_) return;
-    owners().erase(handle_);
+    owners.erase(handle_);
     if (const auto atom = RemovePropW(handle_, kNameProperty))
         GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(atom)));
     DestroyWindow(handle_);
