@@ -49,6 +49,8 @@ TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
     EXPECT_EQ(Tview().selectedKey(), Tview().firstRoot());
     for (const wchar_t* name : {L"Žaba.MP3", L"日本語 π.mp3"})
         EXPECT_EQ(tree().PathFromNodeKey(lowerCased(name)), folder / name);
+    select(L"žaba.mp3");
+    EXPECT_EQ(tree().selectedPathForPlaylists(), folder / L"Žaba.mp3");
     EXPECT_TRUE(person.seen.empty());
 
     ScratchFolder empty;

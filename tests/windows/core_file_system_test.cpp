@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "core/existing_files.h"
+#include "core/system_windows.h"
 #include "support/disk_faults.h"
 #include "support/error_of.h"
 
@@ -128,6 +129,7 @@ TEST(FileSystemObject, TakesPathsOfAnyLength) {
     }
     const std::wstring file = folder + L"..\\./" + std::wstring(99, L'd') + L"/a.mp3";
     ASSERT_GT(file.size(), 400u);
+    EXPECT_TRUE(systemPath(file).starts_with(L"\\\\?\\")) << "not every system takes it otherwise";
     fso::writeWhole(file, "abc");
     fso::copyFile(file, folder + L"b.mp3");
     fso::moveFile(folder + L"b.mp3", folder + L"c.mp3");

@@ -62,6 +62,11 @@ TEST_F(Panel, TheButtonsStepThroughListsOfTheirKinds) {
         ASSERT_TRUE(untilTitle(L"Titul: A")) << list;
         EXPECT_TRUE(panel().isPlaying());
     }
+    const LPARAM place = MAKELPARAM(panel().PicProgres.clientSize().width * 9 / 10, 3);
+    for (const UINT message : {WM_LBUTTONDOWN, WM_MOUSEMOVE})
+        SendMessageW(panel().PicProgres.handle(), message, MK_LBUTTON, place);
+    EXPECT_TRUE(runUntil([&] { return panel().lblušielčas.text() >= L"0:01 min"; }));
+    EXPECT_NE(strip(0.5), strip(0.99)) << "the knob stays in the hand that drags it";
     pressAndRelease(panel().Image2);
     panel().mp.onNotification({MediaNotification::Kind::NewStream});  // of before, heard late
     EXPECT_EQ(title(), L"");

@@ -19,11 +19,11 @@ class NumberedRows : public ListRows<NamedRow> {
     ListRow row(std::size_t position) const override {
         return {.key = at(position).key, .name = at(position).text, .picture = L"winamp1"};
     }
-    // "file 3.mp3", "file 2.mp3", "file 1.mp3", with the keys "0", "1", "2".
+    // "File 3.mp3", "File 2.mp3", "File 1.mp3", with the keys "0", "1", "2".
     void fill(int count) {
         std::vector<NamedRow> rows;
         for (int i = 0; i < count; ++i)
-            rows.push_back({std::to_wstring(i), L"file " + std::to_wstring(count - i) + L".mp3"});
+            rows.push_back({std::to_wstring(i), L"File " + std::to_wstring(count - i) + L".mp3"});
         setRows(std::move(rows));
     }
 };
