@@ -9,7 +9,8 @@
 #include <algorithm>
 #include <map>
 
-#include "core/handle.h"
+#include "core/ansi.h"
+#include "support/scratch_folder.h"
 
 namespace tunovka::bench {
 namespace {
@@ -27,15 +28,20 @@ void CALLBACK takeTurn(HWND, UINT, UINT_PTR, DWORD) {
     lastTurn = now();
 }
 
-std::wstring wide(const std::string& text) {
-    return {text.begin(), text.end()};
-}
-
-double prepared(const Work& prepare, const Work& work) {
-    prepare();
+double timeOf(const Work& work) {
     const double start = now();
     work();
     return now() - start;
+}
+
+// What several runs measure, each after a `prepare`.
+double medianOf(int runs, const Work& prepare, const std::function<double()>& measure) {
+    std::vector<double> values;
+    while (runs-- > 0) {
+        if (prepare) prepare();
+        values.push_back(measure());
+    }
+    return median(values);
 }
 
 void printNumber(std::optional<double> number, int digits) {
@@ -73,20 +79,19 @@ double median(std::vector<double> values) {
 
 void reportTime(const std::string& name, int runs, std::optional<double> limit, const Work& work,
                 const Work& prepare) {
-    std::vector<double> times;
-    while (runs-- > 0) times.push_back(prepared(prepare, work));
-    report({name, median(times), "ms", {}, limit});
+    report({name, medianOf(runs, prepare, [&] { return timeOf(work); }), "ms", {}, limit});
 }
 
 void reportCompared(const std::string& name, int runs, double limit, const Work& own,
                     const Work& bare, const Work& prepare) {
-    std::vector<double> owns, bares;
+    std::vector<double> bares;
     bare();  // warms the caches for both
-    while (runs-- > 0) {
-        owns.push_back(prepared(prepare, own));
-        bares.push_back(prepared([] {}, bare));
-    }
-    report({name, median(owns), "ms", median(bares), limit});
+    const double time = medianOf(runs, prepare, [&] {
+        const double time = timeOf(own);
+        bares.push_back(timeOf(bare));
+        return time;
+    });
+    report({name, time, "ms", median(bares), limit});
 }
 
 double longestAnswer(const Work& work) {
@@ -100,25 +105,13 @@ double longestAnswer(const Work& work) {
 }
 
 void reportAnswer(const std::string& name, int runs, const Work& work, const Work& prepare) {
-    std::vector<double> answers;
-    while (runs-- > 0) {
-        prepare();
-        answers.push_back(longestAnswer(work));
-    }
-    report({name + "_answer", median(answers), "ms", {}, 50});
+    const double answer = medianOf(runs, prepare, [&] { return longestAnswer(work); });
+    report({name + "_answer", answer, "ms", {}, 50});
 }
 
-void writeFile(const std::wstring& path, const std::string& content) {
-    const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD written = 0;
-    WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
-}
-
-void makeFolder(const std::wstring& folder, int count,
-                const std::function<std::wstring(int)>& name) {
+void makeFolder(const std::wstring& folder, int count, const Name& name) {
     CreateDirectoryW(folder.c_str(), nullptr);
-    for (int number = 0; number < count; ++number) writeFile(folder + name(number), "");
+    for (int number = 0; number < count; ++number) ScratchFolder::write(folder + name(number), "");
 }
 
 std::wstring data(const std::wstring& name, const std::function<void(const std::wstring&)>& make) {
@@ -128,7 +121,7 @@ std::wstring data(const std::wstring& name, const std::function<void(const std::
         fprintf(stderr, "making test data: %ls\n", name.c_str());
         CreateDirectoryW(folder.c_str(), nullptr);
         make(folder);
-        writeFile(mark, "");
+        ScratchFolder::write(mark, "");
     }
     return folder;
 }
@@ -150,17 +143,16 @@ std::wstring deepTree(const std::wstring& name, int outers) {
 
 std::wstring mixedCollection() {
     return data(L"editor-mixed", [](const std::wstring& root) {
-        const auto album = [](int number) { return "album " + std::to_string(number) + "\\"; };
-        const auto song = [](int number) { return "song " + std::to_string(number); };
+        const auto album = [](int number) { return L"album " + std::to_wstring(number) + L"\\"; };
+        const auto song = [](int number) { return L"song " + std::to_wstring(number); };
         for (int number = 0; number < 300; ++number)
-            makeFolder(root + wide(album(number)), 10,
-                       [&](int one) { return wide(song(one)) + L".mp3"; });
-        std::string list;
+            makeFolder(root + album(number), 10, [&](int one) { return song(one) + L".mp3"; });
+        std::wstring list;
         for (int round = 0; round < 100; ++round)
             for (int number = 0; number < 300; ++number)
                 list += album(number) + song(round % 10) +
-                        ((number + round) % 10 ? ".mp3\r\n" : " (missing).mp3\r\n");
-        writeFile(root + L"mixed.m3u", list);
+                        ((number + round) % 10 ? L".mp3\r\n" : L" (missing).mp3\r\n");
+        ScratchFolder::write(root + L"mixed.m3u", toAnsi(list));
     });
 }
 

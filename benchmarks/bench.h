@@ -4,11 +4,9 @@
 
 #include <functional>
 #include <optional>
-#include <string>
-#include <vector>
 
 #include "core/disk_windows.h"
-#include "ui/program_links.h"
+#include "support/program.h"
 
 // The frame of the benchmark program: each *_bench.cpp adds its benchmarks with BENCH and reports
 // figures; nothing else has to know them.
@@ -33,29 +31,25 @@ double median(std::vector<double> values);
 
 // Reports the median time of some work, each run after a `prepare`.
 using Work = std::function<void()>;
-void reportTime(
-    const std::string& name, int runs, std::optional<double> limit, const Work& work,
-    const Work& prepare = [] {});
+void reportTime(const std::string& name, int runs, std::optional<double> limit, const Work& work,
+                const Work& prepare = {});
 
 // The same beside bare work; both are done in turns, so that they meet the same machine.
-void reportCompared(
-    const std::string& name, int runs, double limit, const Work& own, const Work& bare,
-    const Work& prepare = [] {});
+void reportCompared(const std::string& name, int runs, double limit, const Work& own,
+                    const Work& bare, const Work& prepare = {});
 
 // The longest time that a window of the program waits for its turn while the work runs, and the
-// same as "NAME_answer": the median of several runs.
+// median of several runs as "NAME_answer".
 double longestAnswer(const Work& work);
-void reportAnswer(
-    const std::string& name, int runs, const Work& work, const Work& prepare = [] {});
+void reportAnswer(const std::string& name, int runs, const Work& work, const Work& prepare = {});
 
 // The folder of that name for test data (ends in "\"), made once by `make` and kept for the next
 // runs.
 std::wstring data(const std::wstring& name, const std::function<void(const std::wstring&)>& make);
 
 // For data: makes a folder with `count` files named `name(0)`, `name(1)` and so on.
-void makeFolder(const std::wstring& folder, int count,
-                const std::function<std::wstring(int)>& name);
-void writeFile(const std::wstring& path, const std::string& content);
+using Name = std::function<std::wstring(int)>;
+void makeFolder(const std::wstring& folder, int count, const Name& name);
 
 // 50 folders for each of `outers` with 50 files each, three in ten of them music: 100,000 files in
 // 2,000 folders.
@@ -67,17 +61,6 @@ std::wstring mixedCollection();
 
 // All files below a folder, breadth first, by nothing but the system's enumeration.
 std::vector<std::wstring> bareCollect(const std::wstring& root);
-
-// A program around a window that hears nothing and has a folder to search.
-struct Program : ProgramLinks {
-    void tellExplorer(const std::wstring&) override {}
-    std::wstring shownFolder() const override { return {}; }
-    std::wstring folderToSearch() const override { return folder; }
-    void openEditor(const std::wstring&) override {}
-    void showInformation(const std::wstring&) override {}
-
-    std::wstring folder;
-};
 
 // A disk on which each enumeration and each opening of a file takes 10 ms.
 struct SlowDisk : DiskStandIn {

@@ -3,7 +3,7 @@
 #include "editor/frm_plejlist.h"
 #include "files/frm_kopirovanie.h"
 #include "search/frm_hladanie.h"
-#include "ui/form.h"
+#include "support/scratch_folder.h"
 
 // What a person meets when drive E: answers nothing any more. Each step has a process of its own:
 // after a question is given up the drive is left alone for a while.
@@ -22,18 +22,16 @@ struct DeadDrive : DiskStandIn {
 };
 DeadDrive& drive = *new DeadDrive;  // its calls never end
 
-enum Life { FromTheStart, Later };  // when the drive dies
-
 // Gives up what is pending for half a second, by Escape and the stop flag or by closing, and
 // reports how long the step goes on after the last time.
-void step(const std::string& name, Life dies, const std::function<void(frmPrieskumnik&)>& prepare,
-          const std::function<void(frmPrieskumnik&)>& action, UINT giveUp = WM_KEYDOWN) {
+using Step = std::function<void(frmPrieskumnik&)>;
+void step(const std::string& name, const Step& prepare, const Step& action,
+          UINT giveUp = WM_KEYDOWN) {
     makeFolder(kHome, 3, [](int song) { return std::to_wstring(song) + L".mp3"; });
     CreateDirectoryW((kHome + L"album").c_str(), nullptr);
-    writeFile(kList, "0.mp3\r\n1.mp3\r\n");
-    writeFile(L"T:\\0.mp3", "");
+    ScratchFolder::write(kList, "0.mp3\r\n1.mp3\r\n");
+    ScratchFolder::write(L"T:\\0.mp3", "");
     setDiskStandIn(&drive);
-    drive.dead = dies == FromTheStart;
     auto& explorer = Forms::load<frmPrieskumnik>();
     prepare(explorer);
     drive.dead = true;
@@ -57,20 +55,22 @@ void step(const std::string& name, Life dies, const std::function<void(frmPriesk
     report({name + "_answer", answer, "ms", {}, 50});
 }
 
+void showNothing(frmPrieskumnik&) {}
+
 void showHome(frmPrieskumnik& explorer) {
     explorer.load();
     explorer.folders.strom.expand(kHome);
     explorer.contents.ListFolderContents(kHome);
 }
 
-Program& program() {
-    static Program only;
-    return only;
+void openEditor(frmPrieskumnik&) {
+    static Program program;
+    frmplejlist::open(program, kList);
 }
 
 void openList(frmPrieskumnik& explorer) {
     showHome(explorer);
-    frmplejlist::open(program(), kList);
+    openEditor(explorer);
 }
 
 frmplejlist& editor() {
@@ -82,7 +82,7 @@ void arrowKeys(frmPrieskumnik& explorer) {
         SendMessageW(explorer.contents.Tview.handle(), WM_KEYDOWN, VK_DOWN, 0);
 }
 
-void save() {
+void save(frmPrieskumnik&) {
     const Form::Busy busy(editor());
     editor().editor.write(kHome + L"novy.m3u", true);
 }
@@ -109,24 +109,21 @@ void closeWhileListing(frmPrieskumnik& explorer) {
 
 }  // namespace
 
-// clang-format off: one step a line
 #define DEAD(name, ...)                   \
     BENCH(dead_##name) {                  \
         step("dead_" #name, __VA_ARGS__); \
     }
 
-DEAD(
-    start, FromTheStart, [](auto&) {}, [](auto& it) { it.load(); })
-DEAD(drives, Later, showHome, [](auto& it) { it.folders.Drive1.refresh(); })
-DEAD(expand, Later, showHome, [](auto& it) { it.folders.ExpandFolder(kHome + L"album\\"); })
-DEAD(listing, Later, showHome, [](auto& it) { it.contents.ListFolderContents(kHome); })
-DEAD(arrows, Later, showHome, arrowKeys)
-DEAD(editor_open, Later, showHome, [](auto&) { frmplejlist::open(program(), kList); })
-DEAD(editor_click, Later, openList, [](auto&) { editor().select(1); })
-DEAD(editor_save, Later, openList, [](auto&) { save(); })
-DEAD(search, Later, showHome, search)
-DEAD(paste, Later, showHome, paste)
-DEAD(close, Later, showHome, closeWhileListing, WM_CLOSE)
-// clang-format on
+DEAD(start, showNothing, [](auto& it) { it.load(); })
+DEAD(drives, showHome, [](auto& it) { it.folders.Drive1.refresh(); })
+DEAD(expand, showHome, [](auto& it) { it.folders.ExpandFolder(kHome + L"album\\"); })
+DEAD(listing, showHome, [](auto& it) { it.contents.ListFolderContents(kHome); })
+DEAD(arrows, showHome, arrowKeys)
+DEAD(editor_open, showHome, openEditor)
+DEAD(editor_click, openList, [](auto&) { editor().select(1); })
+DEAD(editor_save, openList, save)
+DEAD(search, showHome, search)
+DEAD(paste, showHome, paste)
+DEAD(close, showHome, closeWhileListing, WM_CLOSE)
 
 }  // namespace tunovka::bench

@@ -18,70 +18,39 @@ std::wstring built(const wchar_t* relative) {
     return parentFolder(self) + L"\\" + relative;
 }
 
-// A program that runs from construction to destruction.
-class Started {
-  public:
-    explicit Started(const std::wstring& path) {
-        STARTUPINFOW start{};
-        start.cb = sizeof start;
-        std::wstring line = L"\"" + path + L"\"";
-        PROCESS_INFORMATION process{};
-        CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                       &process);
-        thread_.reset(process.hThread);
-        process_.reset(process.hProcess);
-        id_ = process.dwThreadId;
-    }
-    ~Started() {
-        if (const HWND window = shown()) PostMessageW(window, WM_CLOSE, 0, 0);
-        if (WaitForSingleObject(process_.get(), 5000) != WAIT_OBJECT_0)
-            TerminateProcess(process_.get(), 1);
-    }
-
-    // Until a visible window has answered: both programs paint before they look for messages.
-    void waitUntilPainted() const {
-        const DWORD start = GetTickCount();
-        while (!shown() && GetTickCount() - start < kLongestStart) Sleep(2);
-        SendMessageTimeoutW(shown(), WM_NULL, 0, 0, SMTO_NORMAL, kLongestStart, nullptr);
-    }
-
-    // Until it waits for the person: the first drive and folder are listed.
-    void waitUntilReady() const { WaitForInputIdle(process_.get(), kLongestStart); }
-
-    // Megabytes of the machine's memory that it holds.
-    double memory() const {
-        PROCESS_MEMORY_COUNTERS counters{};
-        GetProcessMemoryInfo(process_.get(), &counters, sizeof counters);
-        return static_cast<double>(counters.WorkingSetSize) / (1024 * 1024);
-    }
-
-  private:
-    static BOOL CALLBACK takeShown(HWND window, LPARAM found) {
-        if (IsWindowVisible(window)) *reinterpret_cast<HWND*>(found) = window;
-        return !IsWindowVisible(window);
-    }
-    HWND shown() const {
-        HWND found = nullptr;
-        EnumThreadWindows(id_, takeShown, reinterpret_cast<LPARAM>(&found));
-        return found;
-    }
-
-    KernelHandle process_, thread_;
-    DWORD id_ = 0;
-};
-
+// One start of a program, which is closed again.
 struct Start {
     double painted, ready, memory;  // ms and MB
 
     explicit Start(const std::wstring& path) {
         const double start = now();
-        const Started program(path);
-        program.waitUntilPainted();
+        STARTUPINFOW how{.cb = sizeof how};
+        PROCESS_INFORMATION started{};
+        CreateProcessW(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how,
+                       &started);
+        const KernelHandle process(started.hProcess), thread(started.hThread);
+        // A visible window has answered: both programs paint before they look for messages.
+        HWND window = nullptr;
+        while (!window && now() - start < kLongestStart) {
+            Sleep(2);
+            EnumThreadWindows(started.dwThreadId, takeShown, reinterpret_cast<LPARAM>(&window));
+        }
+        SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kLongestStart, nullptr);
         painted = now() - start;
-        program.waitUntilReady();
+        WaitForInputIdle(process.get(), kLongestStart);  // the first drive and folder are listed
         ready = now() - start;
         Sleep(500);  // what the start posted for later is done
-        memory = program.memory();
+        PROCESS_MEMORY_COUNTERS counters{};
+        GetProcessMemoryInfo(process.get(), &counters, sizeof counters);
+        memory = static_cast<double>(counters.WorkingSetSize) / (1024 * 1024);
+        PostMessageW(window, WM_CLOSE, 0, 0);
+        if (WaitForSingleObject(process.get(), 5000) != WAIT_OBJECT_0)
+            TerminateProcess(process.get(), 1);
+    }
+
+    static BOOL CALLBACK takeShown(HWND window, LPARAM found) {
+        if (IsWindowVisible(window)) *reinterpret_cast<HWND*>(found) = window;
+        return !IsWindowVisible(window);
     }
 };
 
