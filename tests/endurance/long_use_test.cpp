@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <cstdlib>
-#include <deque>
 #include <iostream>
 
 #include "app/frm_prieskumnik.h"

@@ -3,20 +3,13 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <deque>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "app/frm_prieskumnik.h"
 #include "core/ansi.h"
-#include "core/loop.h"
 #include "core/multimedialny.h"
 #include "editor/frm_plejlist.h"
 #include "pictures/album.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"
-#include "ui/form.h"
 
 namespace tunovka {
 

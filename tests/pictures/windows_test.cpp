@@ -88,12 +88,12 @@ TEST_F(Pictures, Search) {
 
 TEST_F(Pictures, RunningSearch) {
     explorer.folders.Drive1.setDrive(L"z:");  // takes longer than one may wait
-    Timer person;
-    person.onTick = [&] {
+    const auto searches = [] {
         const Form* const window = openForm(L"frmhladanie");
         const Window* const folder = window ? controlNamed(*window, L"lblpriebeh") : nullptr;
-        if (!folder || folder->text().empty()) return;
-        person.setInterval(0);
+        return folder && !folder->text().empty();
+    };
+    const When searching(searches, [] {
         Album::hold(L"searching", [] {
             Picture panel = picture(L"frmhladanie");
             panel.blank(L"lblpriebeh");
@@ -101,11 +101,10 @@ TEST_F(Pictures, RunningSearch) {
             return panel;
         });
         press(control(L"frmhladanie", L"Istop"));
-    };
-    person.setInterval(10);
+    });
     explorer.menuprestrom.choose(L"prehladaj_adresar");
     ASSERT_TRUE(
-        runUntil([&] { return person.interval() == 0 && !openForm(L"frmhladanie")->isBusy(); }));
+        runUntil([&] { return searching.happened() && !openForm(L"frmhladanie")->isBusy(); }));
 }
 
 TEST_F(Pictures, Editor) {

@@ -7,7 +7,6 @@
 #include <mutex>
 
 #include "core/disk_windows.h"
-#include "core/errors.h"
 #include "support/scratch_folder.h"
 
 // Disks that answer otherwise than they should.
@@ -24,8 +23,6 @@ class OddDisk : public DiskStandIn {
         become(std::move(call));
         setDiskStandIn(this);
     }
-    OddDisk(const OddDisk&) = delete;
-    OddDisk& operator=(const OddDisk&) = delete;
     ~OddDisk() override {
         setDiskStandIn(nullptr);
         while (calls_ > 0) Sleep(1);
@@ -39,7 +36,11 @@ class OddDisk : public DiskStandIn {
 
     DWORD asked(DiskCall call, const std::wstring& path, DWORD& bytes) override {
         ++calls_;
-        const std::shared_ptr<const OnCall> now = current();
+        std::shared_ptr<const OnCall> now;
+        {
+            const std::scoped_lock lock(mutex_);
+            now = onCall_;
+        }
         const DWORD error = *now ? (*now)(call, path, bytes) : ERROR_SUCCESS;
         --calls_;
         return error;
@@ -57,9 +58,8 @@ class OddDisk : public DiskStandIn {
     DWORD copyInPieces(const std::wstring& from, const std::wstring& to,
                        const CopyProgress& progress) {
         DWORD none = 0;
-        const FileHandle source(CreateFileW(from.c_str(), GENERIC_READ,
-                                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                            nullptr, OPEN_EXISTING, 0, nullptr));
+        const FileHandle source =
+            locked(from, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
         const FileHandle target(
             CreateFileW(to.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
         BY_HANDLE_FILE_INFORMATION information;
@@ -82,11 +82,6 @@ class OddDisk : public DiskStandIn {
         return error;
     }
 
-    std::shared_ptr<const OnCall> current() {
-        const std::scoped_lock lock(mutex_);
-        return onCall_;
-    }
-
     std::mutex mutex_;
     std::shared_ptr<const OnCall> onCall_;
     std::atomic<int> calls_ = 0;  // under way
@@ -96,8 +91,6 @@ class OddDisk : public DiskStandIn {
 class Silence {
   public:
     explicit Silence(const std::wstring& folder) : folder_(folder) {}
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
     ~Silence() {
         end();
         while (held_ > 0) Sleep(1);

@@ -2,10 +2,6 @@
 
 #include <windows.h>
 
-#include <string>
-#include <vector>
-
-#include "core/file_system.h"
 #include "files/fsoakcie.h"
 #include "support/person.h"
 #include "support/scratch_folder.h"

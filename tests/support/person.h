@@ -155,6 +155,23 @@ inline void letTimersTick(UINT interval = 10) {
     runUntil([&] { return ticks >= 3; });
 }
 
+// Does something once: when a condition holds while events run.
+class When {
+  public:
+    When(std::function<bool()> holds, std::function<void()> act, unsigned interval = 10) {
+        timer_.onTick = [this, holds, act] {
+            if (!holds()) return;
+            timer_.setInterval(0);
+            act();
+        };
+        timer_.setInterval(interval);
+    }
+    bool happened() const { return timer_.interval() == 0; }
+
+  private:
+    Timer timer_;
+};
+
 // Answers by a script what opens in front of it, by mouse and keys, and remembers what was shown.
 // Past the script's end everything is refused, so that a test never hangs.
 class Person {
@@ -164,8 +181,7 @@ class Person {
         int filter = 0;  // 1 is the first
     };
     struct Input {
-        std::wstring title, offered;
-        int from, to;  // the selection
+        std::wstring offered;
         bool hadFocus;
     };
 
@@ -245,9 +261,7 @@ class Person {
     void answerInput(Form& input) {
         if (!answered_.insert(input.handle()).second) return;
         Window& field = control(input, L"txtodpoved");
-        const LRESULT selection = SendMessageW(field.handle(), EM_GETSEL, 0, 0);
-        inputs.push_back({control(input, L"PicZahlavie").text(), field.text(), LOWORD(selection),
-                          HIWORD(selection), field.hasFocus()});
+        inputs.push_back({field.text(), field.hasFocus()});
         const std::optional<std::wstring> text = next(texts_);
         if (text) field.setText(*text);
         PostMessageW(field.handle(), WM_KEYDOWN, text ? VK_RETURN : VK_ESCAPE, 0);

@@ -73,12 +73,15 @@ inline std::wstring samplesFolder() {
 // A folder of a test's own, gone with everything in it at the test's end.
 class ScratchFolder {
   public:
-    // Below the system's folder for temporary files, or below the one given (ends in "\").
-    explicit ScratchFolder(std::wstring below = temporary()) {
+    // Below the one given (ends in "\"), else below the system's folder for temporary files.
+    explicit ScratchFolder(const std::wstring& below = {}) {
         static int counter = 0;
+        wchar_t temporary[MAX_PATH + 1];
+        GetTempPathW(MAX_PATH + 1, temporary);
         do {
-            path_ = below + L"tunovka-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-                    std::to_wstring(++counter) + L"\\";
+            path_ = (below.empty() ? temporary : below) + L"tunovka-test-" +
+                    std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++counter) +
+                    L"\\";
         } while (!CreateDirectoryW(path_.c_str(), nullptr) &&
                  GetLastError() == ERROR_ALREADY_EXISTS);
     }
@@ -121,11 +124,6 @@ class ScratchFolder {
     }
 
   private:
-    static std::wstring temporary() {
-        wchar_t path[MAX_PATH + 1];
-        GetTempPathW(MAX_PATH + 1, path);
-        return path;
-    }
     static void remove(const std::wstring& folder) {
         const std::wstring extended = folder[0] == L'\\' ? folder : L"\\\\?\\" + folder;
         WIN32_FIND_DATAW entry;

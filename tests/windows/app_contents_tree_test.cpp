@@ -6,7 +6,6 @@
 #include "core/ansi.h"
 #include "core/text.h"
 #include "support/file_menus.h"
-#include "support/machine.h"
 
 namespace tunovka {
 namespace {

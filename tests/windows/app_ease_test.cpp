@@ -158,25 +158,22 @@ TEST_F(Ease, StripsObeyTheKeysAndTellWhatTheyShow) {
 // Where the pointer can take hold of a form's edges and corners, nothing of the form may lie.
 std::wstring edgesOf(const Form& form) {
     const Rect area = form.bounds();
-    const int right = area.right() - 1, bottom = area.bottom() - 1;
-    const int x = area.x + area.width / 2, y = area.y + area.height / 2;
-    const std::pair<POINT, LRESULT> places[]{{{area.x, y}, HTLEFT},
-                                             {{right, y}, HTRIGHT},
-                                             {{x, area.y}, HTTOP},
-                                             {{x, bottom}, HTBOTTOM},
-                                             {{area.x, area.y}, HTTOPLEFT},
-                                             {{right, area.y}, HTTOPRIGHT},
-                                             {{area.x, bottom}, HTBOTTOMLEFT},
-                                             {{right, bottom}, HTBOTTOMRIGHT}};
+    const LRESULT edges[3][3]{{HTTOPLEFT, HTTOP, HTTOPRIGHT},
+                              {HTLEFT, HTCLIENT, HTRIGHT},
+                              {HTBOTTOMLEFT, HTBOTTOM, HTBOTTOMRIGHT}};
     std::wstring answers;
-    for (const auto& [at, edge] : places) {
+    for (int place = 0; place < 9; ++place) {
+        const int row = place / 3, column = place % 3;
+        if (edges[row][column] == HTCLIENT) continue;
+        const POINT at{area.x + (area.width - 1) * column / 2,
+                       area.y + (area.height - 1) * row / 2};
         const LPARAM point = MAKELPARAM(at.x, at.y);
         const HWND under = WindowFromPoint(at);
         // A child that lies there lets what it does not want through.
         const bool through =
             under == form.handle() || SendMessageW(under, WM_NCHITTEST, 0, point) == HTTRANSPARENT;
-        const bool holds = SendMessageW(form.handle(), WM_NCHITTEST, 0, point) == edge;
-        answers += through && holds ? L'+' : L'-';
+        const LRESULT edge = SendMessageW(form.handle(), WM_NCHITTEST, 0, point);
+        answers += through && edge == edges[row][column] ? L'+' : L'-';
     }
     return answers;
 }

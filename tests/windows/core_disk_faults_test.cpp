@@ -2,11 +2,9 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <memory>
 
 #include "support/disk_faults.h"
 #include "support/error_of.h"
-#include "support/scratch_folder.h"
 
 // What reading, writing, copying and moving make of a disk that does not answer as it should.
 
@@ -19,28 +17,21 @@ const std::string kNew(700000, 'n');
 const std::string kOld(500000, 'o');
 
 struct Scene {
-    explicit Scene(const std::wstring& below = {})
-        : to(below.empty() ? std::make_unique<ScratchFolder>()
-                           : std::make_unique<ScratchFolder>(below)) {
-        from.file(L"a.mp3", kNew);
-        to->file(L"b.mp3", kOld);
-    }
-    std::wstring source() const { return from / L"a.mp3"; }
-    std::wstring target() const { return *to / L"b.mp3"; }
+    explicit Scene(const std::wstring& below = {}) : to(below) {}
 
-    ScratchFolder from;
-    std::unique_ptr<ScratchFolder> to;
+    const ScratchFolder from, to;
+    const std::wstring source = from.file(L"a.mp3", kNew), target = to.file(L"b.mp3", kOld);
 };
 
 TEST(DiskFaults, WritingKeepsTheOldFile) {
     meetEachFault(6, [](const Fault& fault) {
         const Scene scene;
         const FaultAt at(fault);
-        const int error = errorOf([&] { fso::writeWhole(scene.target(), kNew); });
+        const int error = errorOf([&] { fso::writeWhole(scene.target, kNew); });
         const bool full = fault.error == ERROR_DISK_FULL;
         EXPECT_EQ(error, !at.wasMet() ? 0 : full ? kDiskFull : kPermissionDenied);
-        EXPECT_TRUE(contentOf(scene.target()) == (error ? kOld : kNew));
-        EXPECT_EQ(namesIn(*scene.to), std::vector<std::wstring>{L"b.mp3"});
+        EXPECT_TRUE(contentOf(scene.target) == (error ? kOld : kNew));
+        EXPECT_EQ(namesIn(scene.to), std::vector<std::wstring>{L"b.mp3"});
         return at.wasMet();
     });
 }
@@ -78,11 +69,11 @@ constexpr Answer kAnswers[] = {
 
 void carryOut(Operation operation, const Scene& scene) {
     if (operation == kWrite)
-        fso::writeWhole(scene.target(), kNew);
+        fso::writeWhole(scene.target, kNew);
     else if (operation == kCopy)
-        fso::copyFile(scene.source(), scene.target());
+        fso::copyFile(scene.source, scene.target);
     else
-        fso::moveFile(scene.source(), scene.target(), true);
+        fso::moveFile(scene.source, scene.target, true);
 }
 
 TEST(DiskFaults, NoAnswerIsTakenForAnother) {
@@ -103,9 +94,9 @@ TEST(DiskFaults, NoAnswerIsTakenForAnother) {
         disk.become({});
         EXPECT_LT(left, answer.times);
         const bool moved = answer.operation == kMoveAway && !answer.raised;
-        EXPECT_TRUE(contentOf(scene.target()) == (answer.raised ? kOld : kNew));
-        EXPECT_TRUE(contentOf(scene.source()) == (moved ? "" : kNew));
-        EXPECT_EQ(scene.to->names(), std::vector<std::wstring>{L"b.mp3"});
+        EXPECT_TRUE(contentOf(scene.target) == (answer.raised ? kOld : kNew));
+        EXPECT_TRUE(contentOf(scene.source) == (moved ? "" : kNew));
+        EXPECT_EQ(scene.to.names(), std::vector<std::wstring>{L"b.mp3"});
     }
 }
 
@@ -115,18 +106,18 @@ TEST(DiskFaults, ReadingTakesPiecesForPiecesAndACutFileForAFailure) {
         if (call == DiskCall::Read) bytes = std::min<DWORD>(bytes, 99999);
         return DWORD{ERROR_SUCCESS};
     });
-    EXPECT_TRUE(fso::readAll(scene.source()) == kNew);
+    EXPECT_TRUE(fso::readAll(scene.source) == kNew);
     int reads = 0;
     disk.become([&](DiskCall call, const std::wstring&, DWORD& bytes) {
         if (call == DiskCall::Read) bytes = ++reads == 1 ? 99999 : 0;
         return DWORD{ERROR_SUCCESS};
     });
-    EXPECT_EQ(errorOf([&] { fso::readAll(scene.source()); }), kPathFileAccess);
+    EXPECT_EQ(errorOf([&] { fso::readAll(scene.source); }), kPathFileAccess);
     disk.become([](DiskCall call, const std::wstring&, DWORD&) {
         return call == DiskCall::Read ? DWORD{ERROR_CRC} : DWORD{ERROR_SUCCESS};
     });
-    EXPECT_EQ(errorOf([&] { fso::readAll(scene.source()); }), kPathFileAccess);
-    EXPECT_EQ(errorOf([&] { fso::readPart(scene.source(), 0, 128); }), kPathFileAccess);
+    EXPECT_EQ(errorOf([&] { fso::readAll(scene.source); }), kPathFileAccess);
+    EXPECT_EQ(errorOf([&] { fso::readPart(scene.source, 0, 128); }), kPathFileAccess);
 }
 
 // Windows may lose the target in a replacing that fails: then what was made is the only copy.
@@ -134,14 +125,14 @@ TEST(DiskFaults, WhatIsLeftOfALostTargetStays) {
     const Scene scene;
     {
         const OddDisk disk([&](DiskCall call, const std::wstring&, DWORD&) {
-            if (call == DiskCall::Replace) DeleteFileW(scene.target().c_str());
+            if (call == DiskCall::Replace) DeleteFileW(scene.target.c_str());
             if (call == DiskCall::Replace) return DWORD{ERROR_UNABLE_TO_MOVE_REPLACEMENT_2};
             return call == DiskCall::Move ? DWORD{ERROR_IO_DEVICE} : DWORD{ERROR_SUCCESS};
         });
-        EXPECT_EQ(errorOf([&] { fso::writeWhole(scene.target(), kNew); }), kPathFileAccess);
+        EXPECT_EQ(errorOf([&] { fso::writeWhole(scene.target, kNew); }), kPathFileAccess);
     }
-    ASSERT_EQ(scene.to->names().size(), 1u);
-    EXPECT_TRUE(contentOf(*scene.to / scene.to->names()[0]) == kNew);
+    ASSERT_EQ(scene.to.names().size(), 1u);
+    EXPECT_TRUE(contentOf(scene.to / scene.to.names()[0]) == kNew);
 }
 
 TEST(DiskFaults, AMoveThatCannotDeleteItsSourceReplacesNothing) {
@@ -150,24 +141,24 @@ TEST(DiskFaults, AMoveThatCannotDeleteItsSourceReplacesNothing) {
     const OddDisk disk([](DiskCall call, const std::wstring&, DWORD&) {
         return call == DiskCall::TryAgain ? DWORD{ERROR_TIMEOUT} : DWORD{ERROR_SUCCESS};
     });
-    const FileHandle lock = locked(scene.source(), FILE_SHARE_READ);
-    EXPECT_THROW(fso::moveFile(scene.source(), scene.target(), true), RuntimeError);
-    EXPECT_TRUE(contentOf(scene.source()) == kNew);
-    EXPECT_TRUE(contentOf(scene.target()) == kOld);
+    const FileHandle lock = locked(scene.source, FILE_SHARE_READ);
+    EXPECT_THROW(fso::moveFile(scene.source, scene.target, true), RuntimeError);
+    EXPECT_TRUE(contentOf(scene.source) == kNew);
+    EXPECT_TRUE(contentOf(scene.target) == kOld);
 }
 
 TEST(DiskFaults, ASourceThatShrinksMeanwhileIsNoWholeCopy) {
     Scene scene;
     const OddDisk disk;
     const auto shrink = [&](std::uint64_t, std::uint64_t) {
-        const FileHandle file = opened(scene.source(), GENERIC_WRITE,
+        const FileHandle file = opened(scene.source, GENERIC_WRITE,
                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
         SetFilePointer(file.get(), 300000, nullptr, FILE_BEGIN);
         SetEndOfFile(file.get());
         return true;
     };
-    EXPECT_THROW(fso::copyFile(scene.source(), scene.target(), {shrink}), RuntimeError);
-    EXPECT_TRUE(contentOf(scene.target()) == kOld);
+    EXPECT_THROW(fso::copyFile(scene.source, scene.target, {shrink}), RuntimeError);
+    EXPECT_TRUE(contentOf(scene.target) == kOld);
 }
 
 // Whoever plays a file keeps it until nothing but that stands against the operation.
@@ -176,7 +167,7 @@ TEST(DiskFaults, AFileInUseIsClosedOnlyWhenItsTurnHasCome) {
         for (const bool copies : {true, false}) {
             SCOPED_TRACE(copies);
             const Scene scene;
-            const std::wstring used = copies ? scene.target() : scene.source();
+            const std::wstring used = copies ? scene.target : scene.source;
             FileHandle player = locked(used, FILE_SHARE_READ);
             const OddDisk disk([&](DiskCall call, const std::wstring&, DWORD&) {
                 const bool writes = call == DiskCall::Copy || call == DiskCall::Move;
@@ -187,13 +178,13 @@ TEST(DiskFaults, AFileInUseIsClosedOnlyWhenItsTurnHasCome) {
                 if (!fso::FileExists(used) || fso::sameFile(path, used)) ++freed, player.reset();
             }};
             EXPECT_EQ(errorOf([&] {
-                          copies ? fso::copyFile(scene.source(), scene.target(), hooks)
-                                 : fso::moveFile(scene.source(), scene.target(), true, hooks);
+                          copies ? fso::copyFile(scene.source, scene.target, hooks)
+                                 : fso::moveFile(scene.source, scene.target, true, hooks);
                       }),
                       refused ? kDiskFull : 0);
             EXPECT_EQ(freed > 0, !refused);
             EXPECT_EQ(static_cast<bool>(player), refused);
-            EXPECT_TRUE(contentOf(scene.target()) == (refused ? kOld : kNew));
+            EXPECT_TRUE(contentOf(scene.target) == (refused ? kOld : kNew));
         }
     }
 }
@@ -201,7 +192,7 @@ TEST(DiskFaults, AFileInUseIsClosedOnlyWhenItsTurnHasCome) {
 TEST(DiskFaults, OldLeftoversThatNobodyHoldsAreTakenAway) {
     const Scene scene;
     const auto leftover = [&](const wchar_t* name, bool old) {
-        const std::wstring path = scene.to->file(name);
+        const std::wstring path = scene.to.file(name);
         FILETIME time;
         GetSystemTimeAsFileTime(&time);
         time.dwHighDateTime -= old ? 250 : 100;  // 7 minutes each: 29 hours, 12 hours
@@ -213,8 +204,8 @@ TEST(DiskFaults, OldLeftoversThatNobodyHoldsAreTakenAway) {
         locked(leftover(L"~tunovka-00000002-0001.tmp", true), FILE_SHARE_READ | FILE_SHARE_DELETE);
     leftover(L"~tunovka-00000003-0001.tmp", false);
     leftover(L"~tunovka-moje.tmp", true);
-    fso::copyFile(scene.source(), scene.target());
-    auto names = scene.to->names();
+    fso::copyFile(scene.source, scene.target);
+    auto names = scene.to.names();
     std::ranges::sort(names);
     EXPECT_EQ(names,
               (std::vector<std::wstring>{L"b.mp3", L"~tunovka-00000002-0001.tmp",

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "core/com_object.h"
-#include "core/loop.h"
 #include "support/file_menus.h"
 #include "ui/frm_box.h"
 

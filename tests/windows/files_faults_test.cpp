@@ -27,10 +27,8 @@ class Faults : public testing::TestWithParam<Case> {};
 
 class Scene : public FileStage {
   public:
-    explicit Scene(const Case& test)
-        : to(test.otherVolume ? std::make_unique<ScratchFolder>(otherVolume())
-                              : std::make_unique<ScratchFolder>()) {
-        chosenFolder = to->path();
+    explicit Scene(const Case& test) : to(test.otherVolume ? otherVolume() : L"") {
+        chosenFolder = to.path();
         clipboard = (test.cut ? L"cut:" : L"copy:") + source;
         txtsubor.setText(clipboard);
         if (!test.readOnly) return;
@@ -38,10 +36,8 @@ class Scene : public FileStage {
         makeReadOnly(target);
     }
 
-    ScratchFolder from;
-    std::unique_ptr<ScratchFolder> to;
-    const std::wstring source = from.file(L"a.mp3", kNew);
-    const std::wstring target = to->file(L"a.mp3", kOld);
+    const ScratchFolder from, to;
+    const std::wstring source = from.file(L"a.mp3", kNew), target = to.file(L"a.mp3", kOld);
     std::wstring clipboard;
 };
 
@@ -60,7 +56,7 @@ void expectWhole(bool done, const Scene& scene, const Case& test) {
     const bool copied = done || (target == kNew && moves(test) && test.otherVolume);
     EXPECT_EQ(target, copied && !deletes(test) ? kNew : kOld);
     EXPECT_LE(namesIn(scene.from).size(), 1u);
-    EXPECT_EQ(namesIn(*scene.to).size(), 1u);
+    EXPECT_EQ(namesIn(scene.to).size(), 1u);
 }
 
 void expectTold(const Fault& fault, bool done, const Scene& scene, const Case& test) {

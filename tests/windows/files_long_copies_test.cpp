@@ -3,11 +3,8 @@
 
 #include <algorithm>
 
-#include "core/errors.h"
-#include "core/loop.h"
 #include "support/disk_faults.h"
 #include "support/file_menus.h"
-#include "ui/form.h"
 
 namespace tunovka {
 namespace {
@@ -29,19 +26,13 @@ class LongCopies : public FileMenus {
     // Starts copying the file; `during` is called once when the window has come.
     void copy(std::function<void(Form& window)> during) {
         show(L"a.mp3");
-        Timer timer;
-        timer.onTick = [&] {
-            Form* window = openForm(L"frmkopirovanie");
-            if (!window) return;
-            timer.setInterval(0);
-            shown = true;
-            during(*window);
-        };
-        timer.setInterval(10);
+        const auto window = [] { return openForm(L"frmkopirovanie"); };
+        const When opened(window, [&] { during(*window()); });
         Tview().focus();
         person.saveAs({L"kopia.mp3"});
         choose(L"kopirovat_subor");
         choose(L"vlozit_subor");
+        shown = opened.happened();
     }
 
     OddDisk disk;
@@ -78,7 +69,6 @@ TEST_F(LongCopies, ShowProgressAndRefuseOtherFileCommands) {
 TEST_F(LongCopies, ThatAreStoppedLeaveNoHalfFile) {
     const auto stopping = [&](std::function<void(Form&)> how) {
         if (HasFailure()) return;  // the dialog would ask about the copy that was not stopped
-        shown = false;
         copy(std::move(how));
         EXPECT_TRUE(shown);
         EXPECT_TRUE(isAlone(L"a.mp3"));
@@ -100,13 +90,11 @@ TEST_F(LongCopies, ToADiskThatDoesNotAnswerAreLeftToThemselves) {
         return DWORD{ERROR_SUCCESS};
     });
     DWORD escaped = 0;
-    Timer timer;
-    timer.onTick = [&] {
-        if (escaped || silence.held() == 0) return;
-        escaped = GetTickCount();
-        PostMessageW(Tview().handle(), WM_KEYDOWN, VK_ESCAPE, 0);
-    };
-    timer.setInterval(10);
+    const When held([&] { return silence.held() > 0; },
+                    [&] {
+                        escaped = GetTickCount();
+                        PostMessageW(Tview().handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+                    });
     copy([](Form&) {});
     EXPECT_LT(GetTickCount() - escaped, 1000u);
     EXPECT_FALSE(explorer->isBusy());

@@ -2,14 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "core/ansi.h"
-#include "core/file_system.h"
-#include "core/loop.h"
 #include "search/frm_hladanie.h"
 #include "support/disk_faults.h"
 #include "support/person.h"
 #include "support/program.h"
-#include "support/scratch_folder.h"
-#include "ui/form.h"
 #include "ui/frm_box.h"
 
 namespace tunovka {
@@ -45,9 +41,7 @@ class Search : public testing::Test {
     }
     ~Search() override {
         Forms::unloadAll();
-        // The last form's end asks the program to end.
-        MSG message;
-        while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+        runLoop();  // the last form's end asks the program to end
     }
 
     void open() {
@@ -75,14 +69,12 @@ class Search : public testing::Test {
     // Does something once, inside the search's own look at the messages while it collects: when it
     // shows how far it is, the first folder is behind it.
     void duringCollecting(std::function<void()> action) {
-        meanwhile_.onTick = [this, action] {
-            if (!window->isBusy() || window->panel.Label1.text() != kCollecting) return;
+        const auto collects = [this] {
             const Window* const progress = controlNamed(*window, L"lblpriebeh");
-            if (!progress || progress->text().empty()) return;  // made with its first text
-            meanwhile_.setInterval(0);
-            action();
+            return window->isBusy() && window->panel.Label1.text() == kCollecting && progress &&
+                   !progress->text().empty();  // made with its first text
         };
-        meanwhile_.setInterval(USER_TIMER_MINIMUM);
+        meanwhile_.emplace(collects, std::move(action));
     }
     // Runs the export: a name for the save dialog, then one answer for each box that follows. What
     // the boxes showed.
@@ -105,7 +97,7 @@ class Search : public testing::Test {
     frmhladanie* window;
 
   private:
-    Timer meanwhile_;
+    std::optional<When> meanwhile_;
 };
 
 TEST_F(Search, ListsMusicAndPlaylistsLevelByLevel) {
@@ -204,9 +196,7 @@ TEST_F(Search, CommandsReachTheirWindows) {
     scan(folder.path());
     ListView& list = window->Lview;
     const auto press = [&](int row, UINT down, UINT up) {
-        const LPARAM at = MAKELPARAM(30, static_cast<int>(list.rowHeight() * (row + 1.5)));
-        SendMessageW(list.handle(), down, 0, at);
-        SendMessageW(list.handle(), up, 0, at);
+        clickAt(list, {30, static_cast<int>(list.rowHeight() * (row + 1.5))}, down, up);
     };
     person.closeMenus();
     press(1, WM_LBUTTONDOWN, WM_LBUTTONUP);

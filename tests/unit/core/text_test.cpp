@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "core/errors.h"
 #include "core/text.h"
 #include "support/error_of.h"
 
