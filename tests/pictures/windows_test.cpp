@@ -156,6 +156,21 @@ TEST_F(Pictures, HighContrast) {
     chooseColors(false);
 }
 
+TEST_F(Pictures, AmpersandsAndLongPaths) {
+    const std::wstring folder = kFolder + L"Tom & Jerry a ich veselé pesničky pre všetky deti\\";
+    const std::wstring list = L"tom & jerry, výber toho najlepšieho za uplynulé polstoročie.m3u";
+    CreateDirectoryW(folder.c_str(), nullptr);
+    ScratchFolder::write(folder + list, "Tom & Jerry.mp3\r\n");
+    explorer.folders.strom.expand(kFolder);
+    open(folder, list);
+    explorer.setClientSize({explorer.scaled(620), explorer.scaled(400)});
+    hold(L"long-path");
+    explorer.prehrat.choose(L"editovat_playlist");
+    hold(L"long-path-editor", L"frmplejlist");
+    DeleteFileW((folder + list).c_str());
+    RemoveDirectoryW(folder.c_str());
+}
+
 // Noon: the same day wherever this runs.
 void setDates(const std::wstring& path) {
     const SYSTEMTIME day{.wYear = 2026, .wMonth = 5, .wDay = 1, .wHour = 12};
