@@ -2,8 +2,8 @@
 
 #include "app/contents_tree.h"
 #include "core/disk_questions.h"
-#include "core/disk_windows.h"
 #include "core/loop.h"
+#include "core/rozneapi.h"
 #include "core/text.h"
 #include "player/player_panel.h"
 #include "ui/frm_box.h"
@@ -105,7 +105,7 @@ void PlayMenu::PlaySelected(const std::wstring& program) {
 void PlayMenu::prehraťvprog_Click() {
     const std::wstring path = contents_.selectedPath();
     if (path.empty()) return;
-    const auto program = askDisk(path, [path] { return Disk::associatedProgram(path); });
+    const auto program = askDisk(path, [path] { return RozneApi::FindAssociatedProgram(path); });
     if (!program) return;
     if (program->empty())
         askDisk(path, [path] { return openByAssociation(path), true; });

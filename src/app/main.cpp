@@ -3,6 +3,7 @@
 #include "app/frm_prieskumnik.h"
 #include "core/late_function.h"
 #include "core/loop.h"
+#include "core/multimedialny.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"
 
@@ -20,6 +21,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
 
     installFailureNotice();
+    MultiMedialny::InitSharedTables();
     guarded([] { Forms::load<frmPrieskumnik>().load(); });
     runLoop();
     return 0;

@@ -21,6 +21,7 @@ constexpr Description kDescriptions[] = {
     {kFileNotFound, L"Súbor sa nenašiel"},
     {kFileAlreadyExists, L"Súbor s takýmto názvom už existuje"},
     {kDiskFull, L"Disk je plný. Uvoľni na ňom miesto a skús to znova"},
+    {kBadRecordNumber, L"Súbor je na to, čo sa z neho číta, príliš krátky"},
     {kDeviceUnavailable, L"Zariadenie neodpovedá. Skontroluj, či je pripojené a zapnuté"},
     {kPermissionDenied, L"Prístup bol odmietnutý. Súbor je chránený alebo ho používa iný program"},
     {kPathFileAccess, L"K súboru alebo priečinku sa nedá pristupovať"},

@@ -17,6 +17,7 @@ enum ErrorNumber : int {
     kFileNotFound = 53,
     kFileAlreadyExists = 58,
     kDiskFull = 61,
+    kBadRecordNumber = 63,
     kDeviceUnavailable = 68,
     kPermissionDenied = 70,
     kPathFileAccess = 75,

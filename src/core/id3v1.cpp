@@ -10,9 +10,15 @@ std::optional<Id3v1Tag> parseId3v1(std::string_view fileEnd,
     const std::string_view tag = fileEnd.substr(fileEnd.size() - kId3v1Size);
     if (!tag.starts_with("TAG")) return std::nullopt;
     const auto field = [&](std::size_t from, std::size_t size) {
-        return trimBlanks(trimAtNul(fromAnsi(tag.substr(from, size))));
+        std::wstring text = fromAnsi(tag.substr(from, size));
+        text.resize(size, L'\0');
+        return text;
     };
     return Id3v1Tag{field(3, 30), field(33, 30), field(63, 30), field(93, 4), field(97, 30)};
+}
+
+std::wstring shownField(std::wstring_view field) {
+    return trimBlanks(trimAtNul(field));
 }
 
 }  // namespace tunovka::MultiMedialny

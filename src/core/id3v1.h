@@ -9,14 +9,27 @@ namespace tunovka::MultiMedialny {
 
 inline constexpr std::size_t kId3v1Size = 128;  // bytes, counted from the file's end
 
-// The fixed 128-byte record at the end of an MP3 file, its fields without their padding.
+// The fixed 128-byte record at the end of an MP3 file. Fields keep their padding.
 struct Id3v1Tag {
-    std::wstring Title, Artist, Album, Year, Comment;
+    std::wstring Title = std::wstring(30, L'\0');
+    std::wstring Artist = std::wstring(30, L'\0');
+    std::wstring Album = std::wstring(30, L'\0');
+    std::wstring Year = std::wstring(4, L'\0');
+    std::wstring Comment = std::wstring(30, L'\0');
 };
 
-// Reads the tag out of a file's last bytes (128 or more); nullopt when these hold none. `fromAnsi`
-// turns the code page's bytes into text.
+// Reads the tag out of a file's last bytes (128 or more, of which the last 128 count). nullopt
+// when there are fewer or when they do not begin with "TAG" in exactly this case. `fromAnsi` turns
+// the code page's bytes into text; where it gives fewer characters than bytes, NULs fill up.
 std::optional<Id3v1Tag> parseId3v1(std::string_view fileEnd,
                                    const std::function<std::wstring(std::string_view)>& fromAnsi);
+
+// The tag of a file, of whatever kind it is; an empty one when the path is empty, when no such file
+// exists or when it carries no tag. Raises kBadRecordNumber for a file that is too short to end in
+// a tag, and whatever opening and reading raise.
+Id3v1Tag ReadId3v1(const std::wstring& path);
+
+// A field as it is shown: without the NULs and blanks of its padding.
+std::wstring shownField(std::wstring_view field);
 
 }  // namespace tunovka::MultiMedialny

@@ -17,6 +17,8 @@ constexpr Kind kKinds[] = {
     {.ending = L"txt", .format = L"textový súbor"},
 };
 
+SkinPalette sharedPalette;
+
 // The kind of a name that ends in a dot and the kind's ending.
 const Kind* kindOfName(std::wstring_view name) {
     const std::wstring_view ending = mediaKind(name);
@@ -26,6 +28,14 @@ const Kind* kindOfName(std::wstring_view name) {
 }
 
 }  // namespace
+
+void InitSharedTables() {
+    sharedPalette = {};
+}
+
+const SkinPalette& palette() {
+    return sharedPalette;
+}
 
 std::span<const Kind> kinds() {
     return kKinds;

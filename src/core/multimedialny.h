@@ -14,7 +14,7 @@ constexpr Color rgb(unsigned red, unsigned green, unsigned blue) {
     return red | green << 8 | blue << 16;
 }
 
-// The colours of every window.
+// The colours that every window applies at its load.
 struct SkinPalette {
     Color FormBackColor = rgb(87, 153, 222);
     Color LabelForeColor = 0x800000;
@@ -22,6 +22,7 @@ struct SkinPalette {
     Color TitleTextColor = rgb(117, 179, 255);
     Color InfoColor = 255;
     Color AuxColor1 = 0xF9CFCC;
+    Color AuxColor2 = 0;
     Color PlayerBarColor = 255;
     Color NodeBackColor = 0xFFFFFF;
     Color NodeForeColor = 0;
@@ -30,9 +31,11 @@ struct SkinPalette {
     Color AuxColor3 = rgb(116, 175, 237);
 };
 
-constexpr SkinPalette palette() {
-    return {};
-}
+// Sets every colour of the palette. Harmless when called again. The program's start calls it before
+// any window uses a colour.
+void InitSharedTables();
+
+const SkinPalette& palette();
 
 // A kind of file that the program knows.
 struct Kind {

@@ -15,6 +15,9 @@ bool HasSubfolders(const std::wstring& folder);
 // The names of a folder's sub-folders, at most so many; none of an unreadable one.
 std::vector<std::wstring> subfolderNames(const std::wstring& folder, std::size_t most = SIZE_MAX);
 
+// The program that the shell associates with a file, "" without one.
+std::wstring FindAssociatedProgram(const std::wstring& path);
+
 // Called for each folder that is visited, with the number of files found so far.
 using CollectProgress = std::function<void(const std::wstring& folder, std::size_t found)>;
 

@@ -126,4 +126,8 @@ bool HasSubfolders(const std::wstring& folder) {
     return Disk::hasSubfolders(folder);
 }
 
+std::wstring FindAssociatedProgram(const std::wstring& path) {
+    return Disk::associatedProgram(path);
+}
+
 }  // namespace tunovka::RozneApi

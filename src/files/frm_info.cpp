@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/ansi.h"
 #include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/file_system.h"
@@ -95,11 +94,9 @@ Facts factsOf(const std::wstring& path) {
     if (!facts.there) return facts;
     try {
         facts.details = FileSystemObject::details(path);
-        constexpr auto kTagSize = MultiMedialny::kId3v1Size;
-        if (const std::uint64_t size = facts.details->size; size >= kTagSize)
-            facts.tag = MultiMedialny::parseId3v1(
-                FileSystemObject::readPart(path, size - kTagSize, kTagSize), fromAnsi);
+        facts.tag = MultiMedialny::ReadId3v1(path);
     } catch (const RuntimeError& error) {
+        if (error.number == kBadRecordNumber) return facts;  // a short file has just no tag
         facts.there = FileSystemObject::FileExists(path);
         if (facts.there) facts.failure = error;
     }
@@ -191,11 +188,12 @@ void frminfo::showFile(const std::wstring& path) {
         lblznak.setText(attributeLines(details->attributes));
     }
     if (const auto& tag = facts->tag) {
-        lbltitul.setText(tag->Title);
-        lblautor.setText(tag->Artist);
-        lblalbum.setText(tag->Album);
-        lblrok.setText(tag->Year);
-        lblpoznamka.setText(tag->Comment);
+        using MultiMedialny::shownField;
+        lbltitul.setText(shownField(tag->Title));
+        lblautor.setText(shownField(tag->Artist));
+        lblalbum.setText(shownField(tag->Album));
+        lblrok.setText(shownField(tag->Year));
+        lblpoznamka.setText(shownField(tag->Comment));
     }
     if (!facts->there && !facts->failure) return warn();
     if (facts->failure)

@@ -235,7 +235,8 @@ SoundFile SoundFile::look(std::uint64_t size, const Read& read,
         file.details = asfDetails(read(0, static_cast<std::size_t>(header)));
     } else if (constexpr auto length = MultiMedialny::kId3v1Size; size >= length) {
         if (const auto tag = MultiMedialny::parseId3v1(read(size - length, length), fromAnsi))
-            file.details = {tag->Title, tag->Artist};
+            file.details = {MultiMedialny::shownField(tag->Title),
+                            MultiMedialny::shownField(tag->Artist)};
     }
     return file;
 }

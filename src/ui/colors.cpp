@@ -51,7 +51,7 @@ bool highContrast() {
 }
 
 Colors ofSkin() {
-    constexpr MultiMedialny::SkinPalette skin = MultiMedialny::palette();
+    const MultiMedialny::SkinPalette& skin = MultiMedialny::palette();
     return {.plain = false,
             .ground = skin.FormBackColor,
             .groundLight = mixed(skin.FormBackColor, kWhite, 70),

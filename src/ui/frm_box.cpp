@@ -11,6 +11,10 @@
 #include "ui/painting.h"
 
 namespace tunovka {
+
+std::wstring BoxTitle, BoxText, BoxButtons;
+std::int16_t BoxAnswer = 0;
+
 namespace {
 
 constexpr int kWidth = 400;
@@ -50,13 +54,17 @@ void showWaitingNotice() {
 }  // namespace
 
 std::int16_t ask(const std::wstring& title, const std::wstring& text, const std::wstring& buttons) {
+    BoxTitle = title;
+    BoxText = text;
+    BoxButtons = buttons;
+    BoxAnswer = 0;
     ++openBoxes;
     const std::shared_ptr<void> closed(nullptr, [](void*) {
         if (--openBoxes == 0) guarded([] { postToLoop(showWaitingNotice); });
     });
     frmBox box(activeForm(), title, text, buttons);
     box.showModal();
-    return box.answer();
+    return BoxAnswer = box.answer();
 }
 
 void notifyLater(const std::wstring& title, const std::wstring& text, const std::wstring& button) {
@@ -88,6 +96,7 @@ frmBox::frmBox(HWND owner, const std::wstring& title, const std::wstring& text,
                const std::wstring& buttons)
     : Form({.name = L"frmBox", .title = trimBlanks(title), .size = {kWidth, 120}, .owner = owner}),
       lblotazka({.name = L"lblotazka", .caption = readable(text), .parent = this, .wraps = true}),
+      lblpokus({.name = L"lblpokus", .caption = readable(text), .parent = this, .visible = false}),
       scrolled_({.name = L"txtotazka",
                  .text = fieldLines(readable(text)),
                  .parent = this,
@@ -114,7 +123,7 @@ void frmBox::addButton(const std::wstring& caption) {
 
 // As many lines as the text's width on one line would fill, plus one, or more when wrapped.
 int frmBox::textHeight(int width, int limit) {
-    const double share = static_cast<double>(lblotazka.measured().width) / width;
+    const double share = static_cast<double>(lblpokus.measured().width) / width;
     const int height = std::max(roundHalfEven(share + 1) * Skin::fontHeight(dpi()),
                                 lblotazka.measured(width).height);
     scrolled_.setVisible(height > limit);

@@ -13,8 +13,13 @@
 
 namespace tunovka {
 
-// Shows frmBox modally and returns its answer: 1, 2 or 3 for the buttons in order, 0 when it was
-// closed without a choice. A box that is opened over another one never answers for it.
+// The request to the message box and its answer, as every question of the program hands them over:
+// 1, 2 or 3 for the buttons in order, 0 when the box was closed without a choice.
+extern std::wstring BoxTitle, BoxText, BoxButtons;
+extern std::int16_t BoxAnswer;
+
+// Shows frmBox modally with the three texts set and returns its answer. A box that is opened over
+// another one never answers for it.
 std::int16_t ask(const std::wstring& title, const std::wstring& text, const std::wstring& buttons);
 inline std::int16_t ask(const BoxRequest& request) {
     return ask(request.title, request.text, request.buttons);
@@ -51,6 +56,7 @@ class frmBox : public Form {
 
     std::int16_t answer_ = 0;
     Label lblotazka;
+    Label lblpokus;       // measures the text on one line, never seen
     TextField scrolled_;  // stands in for the label when the text is taller than the screen
     std::vector<std::unique_ptr<Image>> Itlačítko;
     std::vector<std::wstring> lblnadpis;  // the captions, drawn on the buttons

@@ -28,10 +28,16 @@ void readId3v1(std::string_view input) {
     const bool isTag = input.size() >= 128 && input.substr(input.size() - 128, 3) == "TAG";
     require(tag.has_value() == isTag, "exactly 128 bytes that begin with TAG are one");
     if (!tag) return;
-    for (const std::wstring& field : {tag->Title, tag->Artist, tag->Album, tag->Year, tag->Comment})
-        requireShowable(field);
-    const std::wstring title = wide(input.substr(input.size() - 125, 30));
-    require(title.find(tag->Title) != title.npos, "what is shown stands in the field");
+    require(tag->Title + tag->Artist + tag->Album + tag->Year + tag->Comment ==
+                wide(input.substr(input.size() - 125, 124)),
+            "the fields keep their padding");
+    // Two-byte characters are fewer than their bytes.
+    const auto fewer =
+        MultiMedialny::parseId3v1(input, [](auto raw) { return wide(raw.substr(1)); });
+    require(fewer->Title.size() == 30 && fewer->Year.size() == 4, "the fields keep their widths");
+    const std::wstring shown = MultiMedialny::shownField(tag->Title);
+    requireShowable(shown);
+    require(tag->Title.find(shown) != shown.npos, "what is shown stands in the field");
 }
 
 }  // namespace

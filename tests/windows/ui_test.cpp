@@ -207,8 +207,10 @@ TEST(Box, ABoxOverAnotherNeverAnswersForIt) {
                      [&] {
                          person.emplace(std::deque{2});
                          inner = ask(L"Druhá", L"?", L"ÁNO;NIE");
+                         EXPECT_EQ(BoxAnswer, 2);
                      });
     EXPECT_EQ(ask(L"Prvá", L"?", L"ÁNO;NIE"), 0);
+    EXPECT_EQ(BoxAnswer, 0);
     EXPECT_EQ(inner, 2);
     EXPECT_EQ(person->seen.size(), 2u);
 }
