@@ -18,15 +18,13 @@ struct Id3v1Tag {
     std::wstring Comment = std::wstring(30, L'\0');
 };
 
-// Reads the tag out of a file's last bytes (128 or more, of which the last 128 count). nullopt
-// when there are fewer or when they do not begin with "TAG" in exactly this case. `fromAnsi` turns
-// the code page's bytes into text; where it gives fewer characters than bytes, NULs fill up.
+// Reads the tag out of a file's last bytes (128 or more); nullopt when these hold none. `fromAnsi`
+// turns the code page's bytes into text; where that is shorter, NULs fill it up.
 std::optional<Id3v1Tag> parseId3v1(std::string_view fileEnd,
                                    const std::function<std::wstring(std::string_view)>& fromAnsi);
 
-// The tag of a file, of whatever kind it is; an empty one when the path is empty, when no such file
-// exists or when it carries no tag. Raises kBadRecordNumber for a file that is too short to end in
-// a tag, and whatever opening and reading raise.
+// The tag of a file; an empty one when there is no such file or it carries none. Raises
+// kBadRecordNumber for a file that is too short to end in a tag, and whatever reading raises.
 Id3v1Tag ReadId3v1(const std::wstring& path);
 
 // A field as it is shown: without the NULs and blanks of its padding.

@@ -31,8 +31,7 @@ struct SkinPalette {
     Color AuxColor3 = rgb(116, 175, 237);
 };
 
-// Sets every colour of the palette. Harmless when called again. The program's start calls it before
-// any window uses a colour.
+// Sets every colour of the palette, before any window uses one. Harmless when called again.
 void InitSharedTables();
 
 const SkinPalette& palette();
