@@ -45,77 +45,58 @@ class Probe:
     """The helper inside Wine; see probe.cpp for what it can be asked."""
 
     def __init__(self, path, env):
-        self.process = subprocess.Popen([TOP / "tools/wine-run", path], env=env,
+        self.process = subprocess.Popen([TOP / "tools/wine-run", path], env=env, encoding="utf-8",
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE)
 
-    def ask(self, command, word=""):
+    def ask(self, command, window=0):
         """Rows of fields."""
-        self.process.stdin.write(f"{command}\t{word}\n".encode())
-        self.process.stdin.flush()
-        line = self.process.stdout.readline().decode()
-        if not line:
-            raise Failed("the probe has ended")
-        return [row.split("\t") for row in line.rstrip("\n").split("\x1e") if line != "\n"]
+        print(command, window, file=self.process.stdin, flush=True)
+        rows = []
+        while (line := self.process.stdout.readline()) != "\n":
+            check(line, "the probe has ended")
+            rows.append(line.split("\t")[:-1])
+        return rows
 
 
 class Place:
-    """Something on the screen that the mouse can reach."""
+    """Something on the screen that the mouse can reach, as it was when it was asked for: a control,
+    with its name in the code, a node of a tree or a row of a list, with its text."""
 
-    def __init__(self, app, rect):
-        self.app, self.rect = app, rect
+    def __init__(self, app, name, rect):
+        self.app, self.name, self.rect = app, name, [int(edge) for edge in rect]
 
-    @property
-    def center(self):
+    def point(self, across=0.5, down=0.5):
+        """The point at these shares of its width and height."""
         left, top, right, bottom = self.rect
-        return (left + right) // 2, (top + bottom) // 2
+        return int(left + (right - 1 - left) * across), int(top + (bottom - 1 - top) * down)
 
-    def click(self, button=1):
-        self.app.click(self.center, button)
+    def click(self, button=1, across=0.5, down=0.5):
+        self.app.xdotool("mousemove", *self.point(across, down), "click", button)
 
     def double_click(self):
-        self.app.xdotool("mousemove", *self.center, "click", "--repeat", 2, "--delay", 50, 1)
-
-
-class Item(Place):
-    """A node of a tree or a row of a list, as it was when it was asked for; without a rectangle it
-    lies in a collapsed node."""
-
-    def __init__(self, app, row):
-        self.text, numbers = row[0], [int(field) for field in row[1:]]
-        self.level, self.expanded = numbers[:2]
-        super().__init__(app, numbers[2:])
+        self.app.xdotool("mousemove", *self.point(), "click", "--repeat", 2, "--delay", 50, 1)
 
 
 class Control(Place):
-    """A window of the program, as it was when it was asked for."""
+    """A window of the program."""
 
     def __init__(self, app, row):
-        super().__init__(app, [int(field) for field in row[5:]])
-        self.hwnd, self.root, self.kind, self.name = int(row[0]), int(row[1]), row[2], row[3]
-        self.visible = row[4] != "0"
+        super().__init__(app, row[3], row[5:])
+        self.hwnd, self.root, self.kind, self.visible = row[0], row[1], row[2], row[4] != "0"
 
     @property
     def text(self):
         """The window's text now."""
-        return (self.app.probe.ask("text", self.hwnd) or [[""]])[0][0]
+        return self.app.probe.ask("text", self.hwnd)[0][0]
 
     def items(self):
-        """All nodes of a tree in their order, or all rows of a list, now."""
-        return [Item(self.app, row) for row in self.app.probe.ask("items", self.hwnd)]
+        """All nodes of a tree but those in collapsed ones, or all rows of a list, now."""
+        return [Place(self.app, row[0], row[1:]) for row in self.app.probe.ask("items", self.hwnd)]
 
-    def find(self, text):
-        """The first node or row of that text, or None."""
-        return next((item for item in self.items() if item.text == text), None)
-
-    def item(self, text, seconds=5):
-        """The node or row of that text; waits for it."""
-        return wait_until(lambda: self.find(text), seconds, f"{text!r} in {self.name}")
-
-    def expand(self, text):
-        """Expands a node by its button, as the mouse does it."""
-        self.item(text).click()
-        self.app.key("Right")
-        wait_until(lambda: self.item(text).expanded, 10, f"{text!r} expanded")
+    def item(self, name, seconds=10):
+        """The first node or row of that text; waits for it."""
+        return wait_until(lambda: next((i for i in self.items() if i.name == name), None), seconds,
+                          f"{name!r} in {self.name}")
 
 
 class App:
@@ -135,29 +116,30 @@ class App:
     # Windows
 
     def windows(self):
-        """All windows of the program, the front ones first, each followed by its children."""
-        return [Control(self, row) for row in self.probe.ask("windows")]
+        """All windows that are shown, the front ones first, each followed by its children."""
+        windows = [Control(self, row) for row in self.probe.ask("windows")]
+        return [window for window in windows if window.visible]
 
-    def find(self, name, visible=True, within=None):
+    def find(self, name, within=None):
         """The first window of that code name, or None. `within`: a control of that window."""
         # Windows keeps the names as atoms, which know no letter case.
         return next((w for w in self.windows() if w.name.lower() == name.lower() and
-                     (w.visible or not visible) and (within is None or within.hwnd == w.root)), None)
+                     (within is None or within.hwnd == w.root)), None)
 
-    def control(self, name, seconds=10, visible=True, within=None):
+    def of_kind(self, kind):
+        """The windows of a class of the system's."""
+        return [w for w in self.windows() if w.kind == kind]
+
+    def control(self, name, seconds=10, within=None):
         """The window of that code name, say "Tview" or "frmBox"; waits for it."""
-        return wait_until(lambda: self.find(name, visible, within), seconds, f"a window {name!r}")
-
-    def top_windows(self):
-        """Visible windows that are nobody's child: forms, menus, dialogs; front ones first."""
-        return [w for w in self.windows() if w.visible and w.root == w.hwnd]
+        return wait_until(lambda: self.find(name, within), seconds, f"a window {name!r}")
 
     def wait_gone(self, name, seconds=5):
         wait_until(lambda: not self.find(name), seconds, f"{name!r} gone")
 
     def focused(self):
         """The control that has the keyboard, or None when it is another program's."""
-        hwnd = int(self.probe.ask("focus")[0][0])
+        hwnd = self.probe.ask("focus")[0][0]
         return next((w for w in self.windows() if w.hwnd == hwnd), None)
 
     # Mouse and keys
@@ -166,13 +148,10 @@ class App:
         subprocess.run(["xdotool", *map(str, words)], env=self.env, check=True,
                        stdout=subprocess.DEVNULL)
 
-    def click(self, point, button=1):
-        self.xdotool("mousemove", *point, "click", button)
-
     def drag(self, start, end):
         """Presses on one place, moves in steps as a hand does, and releases on the other."""
-        self.xdotool("mousemove", *start.center, "mousedown", 1,
-                     *self._steps(start.center, end.center), "mouseup", 1)
+        self.xdotool("mousemove", *start.point(), "mousedown", 1,
+                     *self._steps(start.point(), end.point()), "mouseup", 1)
 
     def drag_window(self, start, end, arrived):
         """The same between two points for a window, which follows from when it has seen the pointer
@@ -196,28 +175,15 @@ class App:
         return words
 
     def key(self, *names):
-        """Keys by their X names: "Return", "ctrl+a", "Down"; none for no names."""
-        if names:
-            self.xdotool("key", *names)
+        """Keys by their X names: "Return", "ctrl+a", "Down"."""
+        self.xdotool("key", *names)
 
-    def type(self, text):
-        """Types exactly these letters into what has the focus."""
-        check(self.probe.ask("type", text) == [["1"]], "typing was refused")
-
-    def _menus(self):
-        return len([w for w in self.top_windows() if w.kind == "#32768"])
-
-    def choose(self, *numbers):
-        """Chooses an entry of the open pop-up menu by keys: the entry's number, then that in its
-        sub-menu, and so on. Separators do not count; the first entry is 1. (A menu's texts cannot
-        be read from another program here: look at a picture.)"""
-        for depth, number in enumerate(numbers, 1):
-            wait_until(lambda: self._menus() == depth, 5, f"{depth} menus open")
-            # A sub-menu opens with its first entry marked, a menu with none.
-            self.key(*["Down"] * (number if depth == 1 else number - 1),
-                     *["Right"] * (depth < len(numbers)))
-        self.key("Return")
-        wait_until(lambda: not self._menus(), 5, "the menu gone")
+    def choose(self, number):
+        """Chooses an entry of the open pop-up menu by keys. Separators do not count; the first entry
+        is 1. (A menu's texts cannot be read from another program here: look at a picture.)"""
+        wait_until(lambda: self.of_kind("#32768"), 5, "a menu")
+        self.key(*["Down"] * number, "Return")
+        wait_until(lambda: not self.of_kind("#32768"), 5, "the menu gone")
 
     # Eyes and ears
 
@@ -240,24 +206,13 @@ class App:
     def level(self, seconds=0.5):
         """How loud it is: decibels below full scale (root mean square); -100 for silence."""
         samples = self.record(seconds)
-        power = sum(s * s for s in samples) / max(len(samples), 1)
-        return max(-100.0, 10 * math.log10(power / 32768 ** 2)) if power else -100.0
+        power = sum(s * s for s in samples) / len(samples) / 32768 ** 2
+        return 10 * math.log10(power + 1e-10)
 
-    def pitch(self, seconds=0.25):
-        """Frequency of a plain tone in hertz, 0 for silence. Counts rises through zero that come
-        after a fall well below it, so that noise does not count."""
+    def pitch(self, seconds=0.5):
+        """Frequency of a plain tone in hertz, 0 for silence."""
         samples = self.record(seconds)
-        threshold = max(map(abs, samples), default=0) / 4
-        rises, below = [], False
-        for i, sample in enumerate(samples):
-            if sample < -threshold:
-                below = True
-            elif below and sample > 0:
-                rises.append(i)
-                below = False
-        if threshold < 8 or len(rises) < 2:
-            return 0.0
-        return (len(rises) - 1) * RATE / (rises[-1] - rises[0])
+        return sum(a < 0 <= b for a, b in zip(samples, samples[1:])) / seconds
 
     # The end
 
@@ -265,8 +220,8 @@ class App:
         return self._process.poll() is None
 
     def close_main(self):
-        """Asks the first window to close and gives back the program's exit code."""
-        self.probe.ask("close", self.control("frmPrieskumnik", visible=False).hwnd)
+        """Closes the first window and gives back the program's exit code."""
+        self.control("Ikoniec", within=self.control("frmPrieskumnik")).click()
         return self.wait_end()
 
     def wait_end(self, seconds=10):

@@ -34,32 +34,28 @@ def hears(app, hertz):
     wait_until(lambda: abs(app.pitch() - hertz) < hertz / 100, 10, f"a {hertz} Hz tone")
 
 
-def along(control, across, down):
-    """The point at these shares of the control's width and height."""
-    left, top, right, bottom = control.rect
-    return int(left + (right - 1 - left) * across), int(top + (bottom - 1 - top) * down)
-
-
 def journey(app):
     contents = app.control("Tview")
     play, stop, pause, previous, following = [app.control(f"Image{i}") for i in range(1, 6)]
 
+    volume, progress = app.control("PicHlas"), app.control("PicProgres")
+
     # A double click plays, at the right pitch.
-    app.click(along(app.control("PicHlas"), 0.5, 0.0))
-    contents.item("skok.wav", 10).double_click()
+    volume.click(down=0.0)
+    contents.item("skok.wav").double_click()
     hears(app, 440)
     elapsed, length = app.control("lblušielčas"), app.control("lblčas")
     wait_until(lambda: length.text == "0:40 min", 5, "the length")
 
     # The volume strip: 4,000 hundredths of a decibel from top to bottom.
     loud = app.level()
-    app.click(along(app.control("PicHlas"), 0.5, 0.5))
+    volume.click()
     wait_until(lambda: abs(loud - app.level() - 20) < 1.5, 5, "a sound 20 dB softer")
-    app.click(along(app.control("PicHlas"), 0.5, 0.0))
+    volume.click(down=0.0)
     wait_until(lambda: abs(loud - app.level()) < 1.5, 5, "the loud sound again")
 
     # Seeking lands in the other half of the file.
-    app.click(along(app.control("PicProgres"), 0.75, 0.5))
+    progress.click(across=0.75)
     hears(app, 880)
     wait_until(lambda: elapsed.text >= "0:30 min", 5, "the time of the place sought")
 
@@ -80,12 +76,12 @@ def journey(app):
     contents.item("tri.m3u").click()
     play.click()
     hears(app, 500)
-    app.click(along(app.control("PicHlas"), 0.5, 0.5))
+    volume.click()
     following.click()
     hears(app, 700)
     check(app.level() < loud - 15, "the next song is as soft")
-    app.click(along(app.control("PicHlas"), 0.5, 0.0))
-    app.click(along(app.control("PicProgres"), 0.98, 0.5))
+    volume.click(down=0.0)
+    progress.click(across=0.98)
     hears(app, 900)
     previous.click()
     hears(app, 700)

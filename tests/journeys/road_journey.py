@@ -13,10 +13,10 @@ SONG, ENTRY, FOUND = "žabky pri jazere.mp3", "Čerešňový sad.mp3", "Kométa.
 ON_DISK = "Žabky pri jazere.mp3"  # the song, as its file is called
 
 # Entries of the pop-up menus by their numbers; separators do not count.
-NEW_PLAYLIST, SEARCH = 1, 3                 # of a folder
-INFORMATION, OPERATIONS, COPY, PASTE = 1, 4, 1, 2  # of a file
-SAVE = 2                                    # of an editor's row
-CLOSE = 2                                   # of the title
+NEW_PLAYLIST, SEARCH = 1, 3  # of a folder
+INFORMATION = 1              # of a file
+SAVE = 2                     # of an editor's row
+CLOSE = 2                    # of the title
 
 pictures = 0
 
@@ -25,21 +25,6 @@ def picture(app, name):
     global pictures
     pictures += 1
     app.screenshot(f"road-{pictures:02}-{name}")
-
-
-def menu(app, place, *numbers):
-    place.click(3)
-    app.choose(*numbers)
-
-
-def listed(app, name):
-    """A file of the shown folder in the contents tree, not an entry of a playlist, or None."""
-    files = (i for i in app.control("Tview").items() if i.level == 0)
-    return next((i for i in files if i.text == name), None)
-
-
-def file_of(app, name):
-    return wait_until(lambda: listed(app, name), 10, f"{name!r} in the contents")
 
 
 def move_window(app, window, left, top):
@@ -55,49 +40,46 @@ def move_window(app, window, left, top):
 
 
 def answer(app, button, text, stop=None):
-    """Answers the open message box, which is to say this; takes a picture of it before."""
-    window = app.control("frmBox")
-    said = app.control("lblotazka", within=window).text
-    check(text in said, f"the box says {said!r}, not {text!r}")
+    """Waits for the message box that says this and answers it; takes a picture of it before."""
+    asked = lambda: any(w.name == "lblotazka" and text in w.text for w in app.windows())
+    wait_until(asked, 10, f"a box that says {text!r}")
     if stop:
         picture(app, stop)
-    app.control(f"Itlačítko{button}", within=window).click()
-    wait_until(lambda: window.hwnd not in [w.hwnd for w in app.top_windows()], 5, "the box gone")
+    app.control(f"Itlačítko{button}").click()
+    wait_until(lambda: not asked(), 5, "the box gone")
 
 
-def save_as(app, title, name, offered=""):
-    """Takes the save dialog of that title, which is to offer a name, and saves under another."""
-    find = lambda: next((w for w in app.top_windows() if w.kind == "#32770"), None)
-    window = wait_until(find, 10, f"a dialog {title!r}")
-    check(window.text == title, f"the dialog is {window.text!r}, not {title!r}")
-    fields = lambda: [w.text for w in app.windows() if w.kind == "Edit" and w.visible]
-    wait_until(lambda: offered in fields(), 5, f"{offered!r} offered")
+def save_as(app, title, name):
+    """Takes the save dialog of that title."""
+    dialogs = lambda: [w.text for w in app.of_kind("#32770")]
+    wait_until(lambda: dialogs() == [title], 10, f"a dialog {title!r}")
     app.key("ctrl+a")
-    app.type(name)
+    app.xdotool("type", name)
     app.key("Return")
-    wait_until(lambda: not find(), 5, "the dialog gone")
+    wait_until(lambda: not dialogs(), 5, "the dialog gone")
 
 
 def drive(app):
     tree = app.control("strom")
-    root = lambda: (tree.items() or [None])[0]
-    wait_until(lambda: root() and root().text == "E:", 30, "drive E: in the folder tree")
+    shown = lambda: [item.name for item in tree.items()]
+    wait_until(lambda: shown()[:1] == ["E:"], 30, "drive E: in the folder tree")
     move_window(app, app.control("frmPrieskumnik"), 20, 20)
     app.control("Drive1").click()
-    wait_until(lambda: any(w.kind == "ComboLBox" and w.visible for w in app.windows()), 5,
-               "the list of drives")
+    wait_until(lambda: app.of_kind("ComboLBox"), 5, "the list of drives")
     picture(app, "drive")
-    for letter, keys in ("C", ["c", "Return"]), ("E", ["e"]):
-        app.key(*keys)
-        wait_until(lambda: root().text == f"{letter}:", 30, f"drive {letter}: in the folder tree")
+    app.key("c", "Return")
+    wait_until(lambda: shown()[:1] == ["C:"] and len(shown()) > 1, 30, "the folders of drive C:")
+    app.key("e")
+    wait_until(lambda: shown()[:1] == ["E:"], 30, "drive E: again")
 
 
 def listen(app):
-    app.control("strom").expand(FOLK)
-    wait_until(lambda: app.control("LblBar").text.rstrip("\\").endswith(FOLK), 10,
-               f"{FOLK!r} in the status line")
-    app.control("Tview").expand(PLAYLIST)
-    file_of(app, SONG).double_click()
+    for tree, name in ("strom", FOLK), ("Tview", PLAYLIST):
+        app.control(tree).item(name).click()
+        app.key("Right")
+    wait_until(lambda: app.control("LblBar").text.lower().endswith(f"{FOLK}\\{PLAYLIST}".lower()),
+               10, f"{PLAYLIST!r} in the status line")
+    app.control("Tview").item(SONG).double_click()
     wait_until(lambda: app.control("lblušielčas").text not in ("", "0:00 min"), 20,
                "the time going on")
     heard = app.level()
@@ -106,7 +88,8 @@ def listen(app):
 
 
 def search(app):
-    menu(app, app.control("strom").item("E:"), SEARCH)
+    app.control("strom").item("E:").click(3)
+    app.choose(SEARCH)
     window = app.control("frmhladanie")
     count = app.control("lblpočet", within=window)
     wait_until(lambda: "z toho hudobné" in count.text and not app.find("PicInfo"), 20, "a result")
@@ -127,60 +110,56 @@ def make_playlist(app, found, collection):
     editor = move_window(app, app.control("frmplejlist"), 780, 60)
     contents, target = app.control("Tview"), app.control("Lview", within=editor)
     rows = []
-    for place in (file_of(app, SONG), contents.item(ENTRY),
+    for place in (contents.item(SONG), contents.item(ENTRY),
                   app.control("Lview", within=found).item(FOUND)):
         app.drag(place, target)
-        rows.append(ON_DISK if place.text == SONG else place.text)
-        wait_until(lambda: [item.text for item in target.items()] == rows, 5, f"the rows {rows}")
-    app.drag(file_of(app, SONG), target)
+        rows.append(ON_DISK if place.name == SONG else place.name)
+        wait_until(lambda: [item.name for item in target.items()] == rows, 5, f"the rows {rows}")
+    app.drag(contents.item(SONG), target)
     answer(app, 2, f"už nachádza odkaz na tento súbor 'E:\\{FOLK}\\{ON_DISK}'", "duplicate")
     app.drag(target.items()[1], target.items()[0])
     rows = [ENTRY, ON_DISK, FOUND]
-    wait_until(lambda: [item.text for item in target.items()] == rows, 5, f"the rows {rows}")
+    wait_until(lambda: [item.name for item in target.items()] == rows, 5, f"the rows {rows}")
 
-    name = "Môj výber.m3u"
-    menu(app, target.items()[0], SAVE)
-    save_as(app, "Uložiť playlist", name)
+    target.items()[0].click(3)
+    app.choose(SAVE)
+    save_as(app, "Uložiť playlist", "Vyber.m3u")
     answer(app, 1, "relatívne odkazy", "links")
     answer(app, 1, "Playlist bol úspešne vytvorený (aktualizovaný).")
-    lines = (collection / FOLK / name).read_bytes().decode("cp1250").split("\r\n")
+    lines = (collection / FOLK / "Vyber.m3u").read_bytes().decode("cp1250").split("\r\n")
     check(lines == [f"..\\{ENTRY}", ON_DISK, f"Vianočné\\{FOUND}", ""], f"the file says {lines}")
-    file_of(app, name.lower())
+    contents.item("vyber.m3u")
     app.control("Tlacitko", within=found).click()
     return target
 
 
 def files(app, collection):
-    """A file is copied, its copy renamed and deleted."""
-    song = (collection / FOLK / ON_DISK).read_bytes()
-    menu(app, file_of(app, SONG), OPERATIONS, COPY)
-    menu(app, file_of(app, SONG), OPERATIONS, PASTE)
-    save_as(app, "Uložiť súbor ako ...", "Kópia.mp3", ON_DISK)
-    file_of(app, "kópia.mp3").click()
+    """A file is renamed, and deleted when the person says so."""
+    contents, folder = app.control("Tview"), collection / FOLK
+    contents.item("tancovačka.wav").click()
     app.key("F2")
-    field = app.control("txtodpoved", within=app.control("frmVstup"))
-    app.type("Žabky naživo")  # over the name, which is selected without its extension
-    wait_until(lambda: field.text == "Žabky naživo.mp3", 5, "the new name typed")
+    field = app.control("txtodpoved")
+    app.xdotool("type", "Nova")  # over the name, which is selected without its extension
+    wait_until(lambda: field.text == "Nova.wav", 5, "the new name typed")
     picture(app, "rename")
     app.key("Return")
-    copy = "Žabky naživo.mp3"
-    file_of(app, copy).click()
-    check((collection / FOLK / copy).read_bytes() == song, "the renamed copy is whole")
+    contents.item("Nova.wav").click()
     app.key("Delete")
     wait_until(lambda: app.focused() and app.focused().text == "NIE", 5, "the refusing answer")
     app.key("Return")
     app.wait_gone("frmBox")
-    check((collection / FOLK / copy).is_file(), "a stray Enter deletes nothing")
+    check((folder / "Nova.wav").is_file(), "a stray Enter deletes nothing")
     app.key("Delete")
-    answer(app, 1, f"Naozaj chceš nenávratne odstrániť súbor 'E:\\{FOLK}\\{copy}' ?")
-    wait_until(lambda: not listed(app, copy), 5, "the contents without it")
-    left = sorted(f.name for f in (collection / FOLK).iterdir() if "abky" in f.name)
-    check(left == [ON_DISK], f"left are {left}")
+    answer(app, 1, f"Naozaj chceš nenávratne odstrániť súbor 'E:\\{FOLK}\\Nova.wav' ?")
+    wait_until(lambda: "Nova.wav" not in [i.name for i in contents.items()], 5, "it gone")
+    left = sorted(path.suffix for path in folder.glob("*.*"))
+    check(left == [".m3u", ".mp3", ".mp3", ".pls", ".wma"], f"left are {left}")
 
 
 def keys(app, collection):
     """What has no place on the mouse's road: the menu, a window's end, the folder listed again."""
-    file_of(app, SONG).click()
+    contents = app.control("Tview")
+    contents.item(SONG).click()
     app.key("shift+F10")
     app.choose(INFORMATION)
     check(app.control("lblPath").text == f"E:\\{FOLK}\\{ON_DISK}", "the selected file's window")
@@ -188,7 +167,8 @@ def keys(app, collection):
     app.key("Escape")
     app.wait_gone("frminfo")
     shutil.copy(collection / FOLK / ON_DISK, collection / FOLK / "hotová.mp3")
-    wait_until(lambda: app.key("F5") or listed(app, "hotová.mp3"), 5, "the new file")
+    app.key("F5")
+    contents.item("hotová.mp3")
     app.key("shift+Tab")
     wait_until(lambda: app.focused().name == "Medzera", 5, "the focus a place back")
 
@@ -206,22 +186,17 @@ def end(app, rows):
     check(app.wait_end() == 0, "the program ends well")
 
 
-def road(collection):
-    def journey(app):
-        drive(app)
-        listen(app)
-        found = search(app)
-        rows = make_playlist(app, found, collection)
-        files(app, collection)
-        keys(app, collection)
-        end(app, rows)
-    return journey
+def road(app, collection):
+    drive(app)
+    listen(app)
+    found = search(app)
+    rows = make_playlist(app, found, collection)
+    files(app, collection)
+    keys(app, collection)
+    end(app, rows)
 
 
 if __name__ == "__main__":
     own = os.environ.get("TUNOVKA_FOLDER")
-    if own:
-        driver.main(drive, own)
-    else:
-        place = driver.collection("road")
-        driver.main(road(place), place)
+    place = own or driver.collection("road")
+    driver.main(drive if own else lambda app: road(app, place), place)
