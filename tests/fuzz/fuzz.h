@@ -49,14 +49,6 @@ struct FilesAsked : FileQuestions {
     bool all_;
 };
 
-// The first line of the rest of an input, without its line end; the rest goes on behind it.
-inline std::string_view takeLine(std::string_view& rest) {
-    const std::size_t end = rest.find('\n');
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == rest.npos ? rest.size() : end + 1);
-    return line;
-}
-
 }  // namespace tunovka::fuzz
 
 // What libFuzzer calls.

@@ -79,11 +79,11 @@ EditorDocument mergedFrom(const std::wstring& list, const std::wstring& text) {
 }  // namespace
 
 void run(std::string_view input) {
-    const std::wstring first = wide(takeLine(input));
-    const std::wstring list = pathFrom(first, first.size() % 2 ? L".m3u" : L".pls");
+    const std::vector<std::wstring> lines = split(wide(input), L'\n');
+    const std::wstring list = pathFrom(lines[0], lines[0].size() % 2 ? L".m3u" : L".pls");
     Paths files, relativeFiles;
-    while (!input.empty()) {
-        files.push_back(pathFrom(wide(takeLine(input)), L".mp3"));
+    for (std::size_t at = 1; at < lines.size(); ++at) {
+        files.push_back(pathFrom(lines[at], L".mp3"));
         if (canBeRelative(files.back(), list)) relativeFiles.push_back(files.back());
     }
 

@@ -114,6 +114,11 @@ class ScratchFolder {
         CreateDirectoryW((path_ + name).c_str(), nullptr);
         return path_ + name;
     }
+    // Files of that content, and folders: names that end in "\".
+    void fill(std::initializer_list<std::wstring> names, const std::string& content = "x") const {
+        for (const std::wstring& name : names)
+            name.ends_with(L'\\') ? folder(name) : file(name, content);
+    }
 
     // Names of everything in it, folders without a mark.
     std::vector<std::wstring> names() const {

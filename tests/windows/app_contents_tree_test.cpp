@@ -10,40 +10,40 @@
 namespace tunovka {
 namespace {
 
+using Texts = std::vector<std::wstring>;
+
 class Contents : public FileMenus {
   protected:
     Contents() { show(L""); }
     // Keys below a node (the roots for ""), in their order.
-    std::vector<std::wstring> keys(const std::wstring& parent = L"") {
-        std::vector<std::wstring> keys;
+    Texts keys(const std::wstring& parent = L"") {
+        Texts keys;
         for (std::wstring key = parent.empty() ? Tview().firstRoot() : Tview().firstChild(parent);
              !key.empty(); key = Tview().nextSibling(key))
             keys.push_back(key);
         return keys;
     }
-    std::vector<std::wstring> texts(const std::wstring& parent) {
-        std::vector<std::wstring> texts;
-        for (const std::wstring& key : keys(parent)) texts.push_back(Tview().text(key));
-        return texts;
+    // The entries of a playlist; "-" before a red one.
+    Texts entries(const std::wstring& playlist) {
+        Texts entries;
+        for (const std::wstring& key : keys(playlist)) {
+            const bool red = Tview().foreground(key) == MultiMedialny::palette().MissingEntryColor;
+            EXPECT_EQ(red, tree().PathFromNodeKey(key).empty());
+            entries.push_back((red ? L"-" : L"") + Tview().text(key));
+        }
+        return entries;
     }
     void list() { tree().ListFolderContents(folder.path()); }
     ContentsTree& tree() { return explorer->contents; }
 };
 
 TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
-    folder.file(L"Žaba.MP3");
-    folder.file(L"xmp3");  // no dot needed
-    folder.file(L"日本語 π.mp3");
-    folder.file(L"list.m3u8");
-    folder.file(L"listm3u");
-    folder.file(L"text.txt");
-    folder.file(L"Zoznam.M3U", "");
-    folder.folder(L"priečinok.mp3");
+    folder.fill({L"Žaba.MP3", L"xmp3" /* no dot needed */, L"日本語 π.mp3", L"list.m3u8",
+                 L"listm3u", L"text.txt", L"Zoznam.M3U", L"priečinok.mp3\\"});
     list();
-    std::vector<std::wstring> shown = keys();
-    std::sort(shown.begin(), shown.end());
-    EXPECT_EQ(shown,
-              (std::vector<std::wstring>{L"xmp3", L"zoznam.m3u", L"žaba.mp3", L"日本語 π.mp3"}));
+    Texts shown = keys();
+    std::ranges::sort(shown);
+    EXPECT_EQ(shown, (Texts{L"xmp3", L"zoznam.m3u", L"žaba.mp3", L"日本語 π.mp3"}));
     EXPECT_EQ(Tview().foreground(L"zoznam.m3u"), MultiMedialny::palette().PlaylistNodeColor);
     EXPECT_EQ(Tview().selectedKey(), Tview().firstRoot());
     for (const wchar_t* name : {L"Žaba.MP3", L"日本語 π.mp3"})
@@ -59,8 +59,7 @@ TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
 }
 
 TEST_F(Contents, ExpandsEveryKindOfPlaylistAndMarksWhatIsMissing) {
-    folder.file(L"a.mp3");
-    folder.file(L"Č.wav");
+    folder.fill({L"a.mp3", L"Č.wav"});
     folder.file(L"zoznam.m3u",
                 toAnsi(L"#EXTM3U\r\n#EXTINF:1,X\r\na.mp3\r\nA.MP3\r\nchýba.mp3\r\n" +
                        folder.path() + L"č.wav\n" + folder.path().substr(2) + L"a.mp3"));
@@ -69,22 +68,9 @@ TEST_F(Contents, ExpandsEveryKindOfPlaylistAndMarksWhatIsMissing) {
                 "<asx>\r\n<entry><REF HREF=\"a.mp3\"/></entry>\r\n<ref href = \"none.wma\" />\r\n");
     list();
     ASSERT_TRUE(person.seen.empty()) << person.seen.size();
-    const auto missing = [&](const std::wstring& playlist) {
-        std::string marks;
-        for (const std::wstring& key : keys(playlist)) {
-            const bool red = Tview().foreground(key) == MultiMedialny::palette().MissingEntryColor;
-            EXPECT_EQ(red, tree().PathFromNodeKey(key).empty());
-            marks += red ? 'x' : '.';
-        }
-        return marks;
-    };
-    EXPECT_EQ(texts(L"zoznam.m3u"),
-              (std::vector<std::wstring>{L"a.mp3", L"chýba.mp3", L"č.wav", L"a.mp3"}));
-    EXPECT_EQ(missing(L"zoznam.m3u"), ".x..");
-    EXPECT_EQ(texts(L"b.pls"), (std::vector<std::wstring>{L"File1=a.mp3", L"nie.wma"}));
-    EXPECT_EQ(missing(L"b.pls"), ".x");
-    EXPECT_EQ(texts(L"c.asx"), (std::vector<std::wstring>{L"a.mp3", L"none.wma"}));
-    EXPECT_EQ(missing(L"c.asx"), ".x");
+    EXPECT_EQ(entries(L"zoznam.m3u"), (Texts{L"a.mp3", L"-chýba.mp3", L"č.wav", L"a.mp3"}));
+    EXPECT_EQ(entries(L"b.pls"), (Texts{L"File1=a.mp3", L"-nie.wma"}));
+    EXPECT_EQ(entries(L"c.asx"), (Texts{L"a.mp3", L"-none.wma"}));
 }
 
 TEST_F(Contents, SaysWhyAListingEnds) {
@@ -117,7 +103,7 @@ TEST_F(Contents, AFolderThatVanishedChangesNothing) {
     list();
     tree().ListFolderContents(folder / L"gone\\");
     EXPECT_EQ(explorer->txtPath.text(), folder / L"gone\\");
-    EXPECT_EQ(keys(), std::vector<std::wstring>{L"a.mp3"});
+    EXPECT_EQ(keys(), Texts{L"a.mp3"});
     EXPECT_EQ(tree().PathFromNodeKey(L"a.mp3"), L"");
     explorer->txtPath.setText(L"");
     EXPECT_EQ(tree().PathFromNodeKey(L"a.mp3"), L"");

@@ -19,9 +19,7 @@ class Explorer : public FileMenus {
 };
 
 TEST_F(Explorer, StartsOnDriveEWithItsFoldersAndLists) {
-    folder.folder(L"Ľudové");
-    folder.folder(L"Moje");
-    folder.file(L"a.mp3");
+    folder.fill({L"Ľudové\\", L"Moje\\", L"a.mp3"});
     explorer->load();
     EXPECT_EQ(explorer->folders.Drive1.letter(), L"E:");
     EXPECT_EQ(strom().firstRoot(), L"E:\\");
@@ -78,8 +76,7 @@ TEST_F(Explorer, ADriveThatIsNotReadyIsReportedAndTheListGoesBack) {
 }
 
 TEST_F(Explorer, ThePopUpMenusFollowTheSelectedNode) {
-    folder.file(L"pieseň.mp3");
-    folder.file(L"plavba.mp3");
+    folder.fill({L"pieseň.mp3", L"plavba.mp3"});
     folder.file(L"Zoznam.M3U", "nie je.mp3\r\n");
     show(L"");
     const PopupMenu& menu = explorer->prehrat;

@@ -18,11 +18,8 @@ namespace fso = FileSystemObject;
 // Whether one file is asked for or many.
 TEST(ExistingFiles, AreFilesThatTheDiskHas) {
     ScratchFolder scratch;
-    scratch.file(L"Dlhý názov piesne.mp3");
-    scratch.file(L"песня.mp3");
-    scratch.folder(L"hudba");
-    scratch.file(L"hudba\\a.mp3");
-    scratch.folder(L"hudba\\b.mp3");
+    scratch.fill(
+        {L"Dlhý názov piesne.mp3", L"песня.mp3", L"hudba\\", L"hudba\\a.mp3", L"hudba\\b.mp3\\"});
     ExistingFiles files;
     const auto exists = [&](const std::wstring& path) {
         files.beginOperation();
@@ -197,8 +194,7 @@ TEST(ExistingFiles, TrustsTheTimesOfFoldersOnlyWhereTheyAreFine) {
 TEST(RozneApi, FollowsLinksEachTargetOnce) {
     ScratchFolder scratch, outside;
     outside.file(L"vonku.mp3");
-    scratch.folder(L"a");
-    scratch.file(L"a\\1.mp3");
+    scratch.fill({L"a\\", L"a\\1.mp3"});
     if (!makeLink(scratch / L"a\\kruh", scratch.path(), true)) GTEST_SKIP() << "no links here";
     ASSERT_TRUE(makeLink(scratch / L"von", outside.path(), true));
     ASSERT_TRUE(makeLink(scratch / L"von znova", outside.path(), true));

@@ -87,8 +87,7 @@ TEST_F(ExplorerOfDisks, SaysThatAFileIsDeniedAndNotThatItIsMissing) {
 }
 
 TEST_F(EditorOfDisks, ClosesWhileAnyQuestionOfACommandIsPending) {
-    folder.folder(L"d");
-    for (const wchar_t* name : {L"d\\a.mp3", L"d\\b.mp3"}) folder.file(name);
+    folder.fill({L"d\\", L"d\\a.mp3", L"d\\b.mp3"});
     folder.file(L"more.m3u", "d\\b.mp3\r\na.mp3\r\n");
     const std::vector<std::pair<std::wstring, std::function<void()>>> commands{
         {L"load", [&] { window->txtodkaz.setText(folder / L"more.m3u"); }},
@@ -114,8 +113,7 @@ TEST_F(EditorOfDisks, ClosesWhileAnyQuestionOfACommandIsPending) {
 }
 
 TEST_F(ExplorerOfDisks, ClosesWhileAnyQuestionIsPending) {
-    folder.folder(L"a");
-    folder.folder(L"a\\b");
+    folder.fill({L"a\\", L"a\\b\\"});
     folder.file(L"zoznam.m3u", "a\\a.mp3\r\n");
     const auto start = [&]() -> Form& {
         explorer = std::make_unique<frmPrieskumnik>();
@@ -130,8 +128,7 @@ TEST_F(ExplorerOfDisks, ClosesWhileAnyQuestionIsPending) {
 }
 
 TEST_F(ExplorerOfDisks, OpensOneFolderAtATimeByTheStarKey) {
-    folder.folder(L"a");
-    folder.folder(L"a\\b");
+    folder.fill({L"a\\", L"a\\b\\"});
     show(L"");
     pressKey(strom(), VK_MULTIPLY);
     EXPECT_EQ(strom().firstChild(folder.path()), folder / L"a\\");

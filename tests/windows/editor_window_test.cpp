@@ -132,8 +132,7 @@ TEST_F(EditorWindow, TheSelectedFileIsPlayedAndInformedOf) {
 
 TEST_F(EditorWindow, DroppedFilesAreCheckedInOrder) {
     open(L"a.mp3\r\n");
-    folder.file(L"A.MP3");
-    folder.file(L"obraz.png");
+    folder.fill({L"A.MP3", L"obraz.png"});
     expect({1, 1, 0, 2, 1});
     drop(L"\"" + (folder / L"b.wav") + L"\"");
     drop((folder / L"b.wav") + L"\r\n");

@@ -97,8 +97,7 @@ TEST_F(FileCommands, DeleteTakesAnEntrysFileWhileMenuAndF2RefuseIt) {
 
 TEST_F(FileCommands, ThePlayerLetsGoOfWhatIsRenamedMovedOrDeleted) {
     const std::string tone = contentOf(samplesFolder() + L"Ľudové\\Tancovačka.wav");
-    folder.file(L"a.wav", tone);
-    folder.file(L"b.wav", tone);
+    folder.fill({L"a.wav", L"b.wav"}, tone);
     folder.file(L"zoznam.m3u", "b.wav\r\n");
     show(L"a.wav");
     MediaPlayer& mp = explorer->player.mp;
@@ -181,8 +180,7 @@ TEST_F(FileCommands, RenamingRefusesNamesThatCannotBe) {
 }
 
 TEST_F(FileCommands, TheFocusComesBackAfterEveryCommand) {
-    folder.file(L"a.mp3", "song");
-    folder.file(L"b.mp3", "song");
+    folder.fill({L"a.mp3", L"b.mp3"});
     show(L"a.mp3");
     const auto focusAfter = [&](const wchar_t* entry, std::size_t opened) {
         Tview().focus();

@@ -172,22 +172,5 @@ TEST_F(Operations, BadPathsAreToldAndTouchNothing) {
     EXPECT_EQ(to.names(), std::vector<std::wstring>{L"priečinok"});
 }
 
-TEST_F(Operations, TheQuestionBeforeOverwritingIsKept) {
-    makeReadOnly(song);
-    person.answer({2, 0, 1});
-    EXPECT_FALSE(FSOakcie::prepareFile(song, false));
-    EXPECT_FALSE(FSOakcie::prepareFile(song, false));
-    EXPECT_TRUE(isReadOnly(song));
-    EXPECT_TRUE(FSOakcie::prepareFile(song, false));
-    EXPECT_FALSE(isReadOnly(song));
-    EXPECT_EQ(person.seen.at(0),
-              (BoxRequest{L" Prepísať súbor",
-                          L"Súbor s takýmto názvom už v zadanom umiestnení existuje, chceš "
-                          L"prepísať existujúci súbor ?",
-                          L"ÁNO;NIE"}));
-    EXPECT_TRUE(FSOakcie::prepareFile(from / L"preč.mp3", false));
-    EXPECT_EQ(person.seen.size(), 3u);
-}
-
 }  // namespace
 }  // namespace tunovka

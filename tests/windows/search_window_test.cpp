@@ -25,12 +25,10 @@ class Search : public testing::Test {
         static std::unique_ptr<ScratchFolder> made;
         if (made) return *made;
         made = std::make_unique<ScratchFolder>();
-        for (const wchar_t* name : {L"a.mp3", L"b.mp3"}) made->file(name);
+        made->fill({L"a.mp3", L"b.mp3"});
         for (int i = 0; i < kFolders; ++i) {
-            const std::wstring name = L"album " + std::to_wstring(i);
-            made->folder(name);
-            made->file(name + L"\\a.mp3");
-            made->file(name + L"\\b.txt");
+            const std::wstring album = std::to_wstring(i) + L"\\";
+            made->fill({album, album + L"a.mp3", album + L"b.txt"});
         }
         return *made;
     }
@@ -101,11 +99,7 @@ class Search : public testing::Test {
 };
 
 TEST_F(Search, ListsMusicAndPlaylistsLevelByLevel) {
-    folder.folder(L"Ľudové");
-    folder.file(L"Ľudové\\č.wma");
-    folder.file(L"a.mp3");
-    folder.file(L"A2.MP3");
-    folder.file(L"l.asx");
+    folder.fill({L"Ľudové\\", L"Ľudové\\č.wma", L"a.mp3", L"A2.MP3", L"l.asx"});
     scan(folder.path());
     EXPECT_EQ(listed(), (Texts{L"a.mp3", L"l.asx", L"č.wma"}));
     EXPECT_EQ(window->lblpočet.text(), L"  4, z toho hudobné:   3");
@@ -124,27 +118,17 @@ TEST_F(Search, ListsMusicAndPlaylistsLevelByLevel) {
 }
 
 TEST_F(Search, OneFileIsNoResultAndNothingKeptIsAPlaceholder) {
-    struct Row {
-        std::wstring name;
-        Texts files;
-        std::wstring count;
-        Texts listed;
-    };
-    for (const Row& row : {Row{L"one", {L"a.mp3"}, L"  1", {}}, Row{L"missing", {}, L"  0", {}},
-                           Row{L"none",
-                               {L"a.txt", L"b.MP3"},
-                               L"  2, z toho hudobné:   0",
-                               {L"neboli nájdené žiadne súbory"}}}) {
-        for (const std::wstring& file : row.files) {
-            folder.folder(row.name);
-            folder.file(row.name + L"\\" + file);
-        }
-        scan(folder / row.name + L"\\");
-        EXPECT_EQ(window->lblpočet.text(), row.count);
-        EXPECT_EQ(listed(), row.listed);
-        EXPECT_EQ(window->Lview.isVisible(), !row.listed.empty());
+    folder.fill({L"one\\", L"one\\a.mp3", L"none\\", L"none\\a.txt", L"none\\b.MP3"});
+    const auto expect = [&](const wchar_t* name, const wchar_t* count, const Texts& rows) {
+        scan(folder / name);
+        EXPECT_EQ(window->lblpočet.text(), count);
+        EXPECT_EQ(listed(), rows);
+        EXPECT_EQ(window->Lview.isVisible(), !rows.empty());
         EXPECT_FALSE(window->menu1.isEnabled(L"uloz_playlist"));
-    }
+    };
+    expect(L"one\\", L"  1", {});
+    expect(L"missing\\", L"  0", {});
+    expect(L"none\\", L"  2, z toho hudobné:   0", {L"neboli nájdené žiadne súbory"});
 }
 
 TEST_F(Search, StoppingKeepsWhatWasFound) {
@@ -166,8 +150,7 @@ TEST_F(Search, StoppingKeepsWhatWasFound) {
 
 TEST_F(Search, AnotherFolderTakesOverFromTheRunningSearch) {
     const ScratchFolder other;
-    other.file(L"x.mp3");
-    other.file(L"y.mp3");
+    other.fill({L"x.mp3", L"y.mp3"});
     duringCollecting([&] { choose(other.path()); });
     choose(large().path());
     ASSERT_TRUE(runUntil([&] { return explorer->searched == other.path() && isDone(); }));
@@ -191,8 +174,7 @@ TEST_F(Search, ClosingTheWindowOrTheProgramMeanwhileEndsItQuietly) {
 }
 
 TEST_F(Search, CommandsReachTheirWindows) {
-    folder.file(L"a.mp3");
-    folder.file(L"b.pls");
+    folder.fill({L"a.mp3", L"b.pls"});
     scan(folder.path());
     ListView& list = window->Lview;
     const auto press = [&](int row, UINT down, UINT up) {
@@ -220,9 +202,7 @@ TEST_F(Search, CommandsReachTheirWindows) {
 }
 
 TEST_F(Search, ExportsInEachBranchOfItsQuestion) {
-    folder.file(L"a.mp3");
-    folder.file(L"b.m3u");
-    folder.file(L"č.asx");
+    folder.fill({L"a.mp3", L"b.m3u", L"č.asx"});
     scan(folder.path());
     const std::wstring a = folder / L"a.mp3", b = folder / L"b.m3u", c = folder / L"č.asx";
     const std::string all = toAnsi(a + L"\r\n" + b + L"\r\n" + c + L"\r\n");
@@ -268,8 +248,7 @@ TEST_F(Search, AFailedExportLeavesTheOldFileAndSaysSo) {
     EXPECT_EQ(exported(L"old.m3u.bak", {1}),
               Texts{L" Hotovo|Playlist '" + old + L"' bol vytvorený."});
     EXPECT_EQ(contentOf(old), toAnsi(a + L"\r\n" + b + L"\r\n"));
-    folder.file(L"日本.mp3");
-    folder.folder(L"sub");
+    folder.fill({L"日本.mp3", L"sub\\"});
     scan(folder / L"sub\\..\\");
     EXPECT_NE(exported(L"new.m3u", {1}).at(0).find(L"日本.mp3"), std::wstring::npos);
     EXPECT_FALSE(FileSystemObject::FileExists(folder / L"new.m3u"));

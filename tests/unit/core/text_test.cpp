@@ -6,13 +6,6 @@
 namespace tunovka {
 namespace {
 
-TEST(Numbers, groupedFormKeepsTheLiteralBlanks) {
-    EXPECT_EQ(formatGrouped(0), L"  0");
-    EXPECT_EQ(formatGrouped(1234), L" 1 234");
-    EXPECT_EQ(formatGrouped(123'456'789), L"123 456 789");
-    EXPECT_EQ(formatGrouped(5'000'000'000), L"5000 000 000");
-}
-
 TEST(Numbers, countsHaveSixteenBits) {
     for (const int count : {-32'768, 32'767}) EXPECT_EQ(count16(count), count);
     for (const int count : {-32'769, 32'768, 65'536})

@@ -1,4 +1,4 @@
-// What the fuzz targets do not hold as a property: odd keys, written lines, titles.
+// What the fuzz targets do not hold as a property: keys, relative links, titles.
 #include <gtest/gtest.h>
 
 #include "core/paths.h"
@@ -6,24 +6,14 @@
 #include "playlist/line_grammar.h"
 #include "playlist/listed_files.h"
 #include "playlist/write.h"
-#include "support/error_of.h"
 
 namespace tunovka {
 namespace {
 
-using Lines = std::vector<std::wstring>;
-
-TEST(EntryKey, holdsNumberAndTextAndRefusesOddKeys) {
+TEST(EntryKey, holdsNumberAndText) {
     const std::wstring key = entryKey(12, L"..\\hudba\\skladba.mp3");
     EXPECT_EQ(key, L"položka:12súbor=..\\hudba\\skladba.mp3");
     EXPECT_EQ(entryDisplayName(key), L"skladba.mp3");
-    for (const auto& [odd, error] :
-         std::vector<std::pair<std::wstring, int>>{{L"", kInvalidCall},
-                                                   {L"a0súbor=x", kInvalidCall},
-                                                   {L"položka:súbor=x", kTypeMismatch},
-                                                   {L"položka:1xsúbor=x", kTypeMismatch},
-                                                   {L"položka:32768súbor=x", kOverflow}})
-        EXPECT_EQ(errorOf([&] { entryNumberOf(odd); }), error) << testing::PrintToString(odd);
     EXPECT_EQ(playlistNodeKey(L"L.M3U", 7, L"a.mp3"), L"pl=L.M3U007id=a.mp3");
     EXPECT_EQ(playlistNodeKey(L"L.M3U", 1000, L"a.mp3"), L"pl=L.M3U1000id=a.mp3");
     // A playlist whose name looks like a key's end.
@@ -43,31 +33,6 @@ TEST(Writing, relativeTextsFollowTheDriveRootConvention) {
              {L"C:\\Pl", L"C:\\pl\\a.mp3", L"..\\pl\\a.mp3"},
          })
         EXPECT_EQ(relativeEntryText(row.folder, row.path), row.text);
-}
-
-TEST(Writing, linesFollowTheChosenName) {
-    const Lines paths{L"C:\\pl\\a.mp3", L"C:\\hudba\\b.wav"};
-    EXPECT_EQ(
-        playlistLines(L"C:\\pl\\x.pls", paths, true),
-        (Lines{L"[playlist]", L"File1=a.mp3", L"File2=..\\hudba\\b.wav", L"NumberOfEntries=2"}));
-    EXPECT_EQ(playlistLines(L"C:\\pl\\x.PLS", paths, true), (Lines{L"a.mp3", L"..\\hudba\\b.wav"}));
-    EXPECT_EQ(playlistLines(L"C:\\pl\\x", paths, false), paths);
-    EXPECT_EQ(playlistLines(L"C:\\x.pls", {}, false), (Lines{L"[playlist]", L"NumberOfEntries=0"}));
-}
-
-TEST(Writing, aLetterThatCannotBeWrittenNamesItsEntry) {
-    const auto ascii = [](std::wstring_view text) {
-        for (const wchar_t letter : text)
-            if (letter > 127) throw RuntimeError(kInvalidCall, text);
-        return std::string(text.begin(), text.end());
-    };
-    EXPECT_EQ(playlistBytes({L"a.mp3", L"b.wav"}, ascii), "a.mp3\r\nb.wav\r\n");
-    try {
-        playlistBytes({L"a.mp3", L"日本.mp3"}, ascii);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_NE(error.description.find(L"日本.mp3"), std::wstring::npos);
-    }
 }
 
 TEST(ListedFiles, eachKindTellsItsEntriesAndTheirTitles) {
