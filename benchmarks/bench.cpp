@@ -7,60 +7,17 @@
 #include <stdio.h>
 
 #include <algorithm>
-#include <map>
 
 #include "core/ansi.h"
-#include "support/scratch_folder.h"
+#include "core/loop.h"
 
 namespace tunovka::bench {
-namespace {
 
-std::map<std::wstring, void (*)()>& benchmarks() {
-    static std::map<std::wstring, void (*)()> all;
-    return all;
-}
-
-// A timer's message has its turn after every other one.
-double lastTurn, longestPause;
-
-void CALLBACK takeTurn(HWND, UINT, UINT_PTR, DWORD) {
-    longestPause = std::max(longestPause, now() - lastTurn);
-    lastTurn = now();
-}
-
-double timeOf(const Work& work) {
-    const double start = now();
-    work();
-    return now() - start;
-}
-
-// What several runs measure, each after a `prepare`.
-double medianOf(int runs, const Work& prepare, const std::function<double()>& measure) {
-    std::vector<double> values;
-    while (runs-- > 0) {
-        if (prepare) prepare();
-        values.push_back(measure());
-    }
-    return median(values);
-}
-
-void printNumber(std::optional<double> number, int digits) {
-    printf("\t");
-    if (number) printf("%.*f", digits, *number);
-}
-
-}  // namespace
-
-Registration::Registration(const std::wstring& name, void (*run)()) {
-    benchmarks()[name] = run;
-}
-
-void report(const Figure& figure) {
-    printf("%s\t%.2f\t%s", figure.name.c_str(), figure.value, figure.unit);
-    printNumber(figure.bare, 2);
-    printNumber(figure.bare ? std::optional(figure.value / *figure.bare) : std::nullopt, 3);
-    printNumber(figure.limit, 2);
-    printf("\n");
+void report(const std::string& name, double value, const char* unit, std::optional<double> bare,
+            std::optional<double> limit) {
+    printf("%s\t%.2f\t%s\t", name.c_str(), value, unit);
+    bare ? printf("%.2f\t%.3f\t", *bare, value / *bare) : printf("\t\t");
+    limit ? printf("%.2f\n", *limit) : printf("\n");
     fflush(stdout);
 }
 
@@ -73,43 +30,53 @@ double now() {
 
 double median(std::vector<double> values) {
     std::sort(values.begin(), values.end());
-    const std::size_t middle = values.size() / 2;
-    return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
-}
-
-void reportTime(const std::string& name, int runs, std::optional<double> limit, const Work& work,
-                const Work& prepare) {
-    report({name, medianOf(runs, prepare, [&] { return timeOf(work); }), "ms", {}, limit});
-}
-
-void reportCompared(const std::string& name, int runs, double limit, const Work& own,
-                    const Work& bare, const Work& prepare) {
-    std::vector<double> bares;
-    bare();  // warms the caches for both
-    const double time = medianOf(runs, prepare, [&] {
-        const double time = timeOf(own);
-        bares.push_back(timeOf(bare));
-        return time;
-    });
-    report({name, time, "ms", median(bares), limit});
+    return values[values.size() / 2];
 }
 
 double longestAnswer(const Work& work) {
-    lastTurn = now();
-    longestPause = 0;
-    const UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, takeTurn);
+    double lastTurn = now(), longestPause = 0;
+    const auto takeTurn = [&] {
+        longestPause = std::max(longestPause, now() - lastTurn);
+        lastTurn = now();
+    };
+    Timer timer;  // its message has its turn after every other one
+    timer.onTick = takeTurn;
+    timer.setInterval(USER_TIMER_MINIMUM);
     work();
-    KillTimer(nullptr, timer);
-    takeTurn(nullptr, 0, 0, 0);
+    takeTurn();
     return longestPause;
 }
 
-void reportAnswer(const std::string& name, int runs, const Work& work, const Work& prepare) {
-    const double answer = medianOf(runs, prepare, [&] { return longestAnswer(work); });
-    report({name + "_answer", answer, "ms", {}, 50});
+void measure(const std::string& name, Runs runs, std::optional<double> limit, const Work& work,
+             const Work& bare, const Work& prepare) {
+    std::vector<double> times, bares, answers;
+    const auto timeOf = [](const Work& timed) {
+        const double start = now();
+        timed();
+        return now() - start;
+    };
+    if (bare) bare();  // warms the caches for both
+    while (runs.time-- > 0) {
+        if (prepare) prepare();
+        times.push_back(timeOf(work));
+        if (bare) bares.push_back(timeOf(bare));
+    }
+    report(name, median(times), "ms", bare ? std::optional(median(bares)) : std::nullopt, limit);
+    while (runs.answer-- > 0) {
+        if (prepare) prepare();
+        answers.push_back(longestAnswer(work));
+    }
+    if (!answers.empty()) report(name + "_answer", median(answers), "ms", {}, kLongestAnswer);
 }
 
-void makeFolder(const std::wstring& folder, int count, const Name& name) {
+PROCESS_MEMORY_COUNTERS memoryOf(HANDLE process) {
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(process, &counters, sizeof counters);
+    return counters;
+}
+
+void makeFolder(const std::wstring& folder, int count,
+                const std::function<std::wstring(int)>& name) {
     CreateDirectoryW(folder.c_str(), nullptr);
     for (int number = 0; number < count; ++number) ScratchFolder::write(folder + name(number), "");
 }
@@ -117,28 +84,12 @@ void makeFolder(const std::wstring& folder, int count, const Name& name) {
 std::wstring data(const std::wstring& name, const std::function<void(const std::wstring&)>& make) {
     const std::wstring folder = L"T:\\" + name + L"\\";
     const std::wstring mark = L"T:\\" + name + L".made";
-    if (GetFileAttributesW(mark.c_str()) == INVALID_FILE_ATTRIBUTES) {
-        fprintf(stderr, "making test data: %ls\n", name.c_str());
-        CreateDirectoryW(folder.c_str(), nullptr);
-        make(folder);
-        ScratchFolder::write(mark, "");
-    }
+    if (FileSystemObject::FileExists(mark)) return folder;
+    fprintf(stderr, "making test data: %ls\n", name.c_str());
+    CreateDirectoryW(folder.c_str(), nullptr);
+    make(folder);
+    ScratchFolder::write(mark, "");
     return folder;
-}
-
-std::wstring deepTree(const std::wstring& name, int outers) {
-    return data(name, [outers](const std::wstring& root) {
-        const auto name = [](int song) {
-            return L"pieseň číslo " + std::to_wstring(song * 7919 % 50) +
-                   (song % 10 < 3 ? L".mp3" : L".jpg");
-        };
-        for (int outer = 0; outer < outers; ++outer) {
-            const std::wstring folder = root + L"album " + std::to_wstring(outer) + L"\\";
-            makeFolder(folder, 50, name);
-            for (int inner = 1; inner < 50; ++inner)
-                makeFolder(folder + L"disk " + std::to_wstring(inner) + L"\\", 50, name);
-        }
-    });
 }
 
 std::wstring mixedCollection() {
@@ -178,13 +129,13 @@ std::vector<std::wstring> bareCollect(const std::wstring& root) {
 int wmain(int count, wchar_t** arguments) {
     using namespace tunovka::bench;
     if (count < 2) {
-        for (const auto& [name, run] : benchmarks()) printf("%ls\n", name.c_str());
+        for (const auto& [name, run] : benchmarks) printf("%ls\n", name.c_str());
         return 0;
     }
     if (FAILED(OleInitialize(nullptr))) return 1;
     const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_BAR_CLASSES};
     InitCommonControlsEx(&controls);
-    benchmarks().at(arguments[1])();
+    benchmarks.at(arguments[1])();
     OleUninitialize();
     return 0;
 }

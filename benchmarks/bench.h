@@ -1,11 +1,14 @@
 #pragma once
 
 #include <windows.h>
+// windows.h first: it needs its types.
+#include <psapi.h>
 
 #include <functional>
+#include <map>
 #include <optional>
 
-#include "core/disk_windows.h"
+#include "support/disk_faults.h"
 #include "support/program.h"
 
 // The frame of the benchmark program: each *_bench.cpp adds its benchmarks with BENCH and reports
@@ -13,47 +16,38 @@
 
 namespace tunovka::bench {
 
-// One line of the output. With a bare value the limit is one of the ratio value / bare, without it
-// one of the value itself.
-struct Figure {
-    std::string name;
-    double value;
-    const char* unit;
-    std::optional<double> bare = {};
-    std::optional<double> limit = {};
-};
-
-void report(const Figure& figure);
+// Prints one line of the output. With a bare value the limit is one of the ratio value / bare,
+// without it one of the value itself.
+void report(const std::string& name, double value, const char* unit,
+            std::optional<double> bare = {}, std::optional<double> limit = {});
 
 // Milliseconds, fine enough for microseconds.
 double now();
-double median(std::vector<double> values);
+double median(std::vector<double> values);  // of an odd number of them
 
-// Reports the median time of some work, each run after a `prepare`.
+// The longest time that a window of the program waits for its turn while the work runs.
 using Work = std::function<void()>;
-void reportTime(const std::string& name, int runs, std::optional<double> limit, const Work& work,
-                const Work& prepare = {});
-
-// The same beside bare work; both are done in turns, so that they meet the same machine.
-void reportCompared(const std::string& name, int runs, double limit, const Work& own,
-                    const Work& bare, const Work& prepare = {});
-
-// The longest time that a window of the program waits for its turn while the work runs, and the
-// median of several runs as "NAME_answer".
 double longestAnswer(const Work& work);
-void reportAnswer(const std::string& name, int runs, const Work& work, const Work& prepare = {});
+constexpr double kLongestAnswer = 50;
+
+// Reports the median time of some work, each run after a `prepare`. Bare work is done in turns with
+// it, so that they meet the same machine. Runs of their own tell the longest answer, "NAME_answer".
+struct Runs {
+    int time, answer = 0;
+};
+void measure(const std::string& name, Runs runs, std::optional<double> limit, const Work& work,
+             const Work& bare = {}, const Work& prepare = {});
+
+// What a process takes.
+PROCESS_MEMORY_COUNTERS memoryOf(HANDLE process);
 
 // The folder of that name for test data (ends in "\"), made once by `make` and kept for the next
 // runs.
 std::wstring data(const std::wstring& name, const std::function<void(const std::wstring&)>& make);
 
 // For data: makes a folder with `count` files named `name(0)`, `name(1)` and so on.
-using Name = std::function<std::wstring(int)>;
-void makeFolder(const std::wstring& folder, int count, const Name& name);
-
-// 50 folders for each of `outers` with 50 files each, three in ten of them music: 100,000 files in
-// 2,000 folders.
-std::wstring deepTree(const std::wstring& name = L"search-deep", int outers = 40);
+void makeFolder(const std::wstring& folder, int count,
+                const std::function<std::wstring(int)>& name);
 
 // 3,000 files in 300 folders, and 30,000 entries that never stay in a folder in a list mixed.m3u:
 // each file ten times, but one in ten is missing.
@@ -62,24 +56,20 @@ std::wstring mixedCollection();
 // All files below a folder, breadth first, by nothing but the system's enumeration.
 std::vector<std::wstring> bareCollect(const std::wstring& root);
 
-// A disk on which each enumeration and each opening of a file takes 10 ms.
-struct SlowDisk : DiskStandIn {
-    SlowDisk() { setDiskStandIn(this); }
-    ~SlowDisk() override { setDiskStandIn(nullptr); }
-    DWORD asked(DiskCall call, const std::wstring&, DWORD&) override {
-        if (call == DiskCall::List || call == DiskCall::Open) Sleep(10);
-        return ERROR_SUCCESS;
-    }
-};
+// For an OddDisk: each enumeration and each opening of a file takes 10 ms.
+inline DWORD slowly(DiskCall call, const std::wstring&, DWORD&) {
+    if (call == DiskCall::List || call == DiskCall::Open) Sleep(10);
+    return ERROR_SUCCESS;
+}
 
-struct Registration {
-    Registration(const std::wstring& name, void (*run)());
-};
+// The benchmarks by their names.
+inline std::map<std::wstring, void (*)()> benchmarks;
 
 }  // namespace tunovka::bench
 
 // A benchmark; its name selects it on the command line.
-#define BENCH(name)                                                                           \
-    static void bench_##name();                                                               \
-    static const ::tunovka::bench::Registration registration_##name(L## #name, bench_##name); \
+#define BENCH(name)                                                           \
+    static void bench_##name();                                               \
+    [[maybe_unused]] static const bool added_##name =                         \
+        ::tunovka::bench::benchmarks.emplace(L## #name, bench_##name).second; \
     static void bench_##name()

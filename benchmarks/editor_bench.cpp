@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include "benchmarks/bench.h"
 #include "core/file_system.h"
 #include "editor/frm_plejlist.h"
@@ -9,14 +7,13 @@ namespace {
 
 struct Window {
     explicit Window(const std::wstring& playlist = {}) {
-        form.emplace(program);
-        form->show();
-        if (!playlist.empty()) form->txtodkaz.setText(playlist);
+        form.show();
+        if (!playlist.empty()) form.txtodkaz.setText(playlist);
     }
-    void painted() { UpdateWindow(form->Lview.handle()); }
+    void painted() { UpdateWindow(form.Lview.handle()); }
 
     Program program;
-    std::optional<frmplejlist> form;
+    frmplejlist form{program};
 };
 
 // A command on a fresh window with the list.
@@ -24,12 +21,11 @@ void reportCommand(const std::string& name, const std::function<void(Editor&)>& 
     std::optional<Window> window;
     const auto prepare = [&] { window.emplace(mixedCollection() + L"mixed.m3u"); };
     const auto run = [&] {
-        const Form::Busy busy(*window->form);
-        command(window->form->editor);
+        const Form::Busy busy(window->form);
+        command(window->form.editor);
         window->painted();
     };
-    reportTime(name, 7, 200, run, prepare);
-    reportAnswer(name, 5, run, prepare);
+    measure(name, {7, 5}, 200, run, {}, prepare);
 }
 
 }  // namespace
@@ -38,16 +34,13 @@ BENCH(editor_open) {
     const std::wstring root = mixedCollection(), list = root + L"mixed.m3u";
     std::optional<Window> window;
     const auto prepare = [&] { window.emplace(); };
-    const auto open = [&] { window->form->txtodkaz.setText(list), window->painted(); };
+    const auto open = [&] { window->form.txtodkaz.setText(list), window->painted(); };
     const auto bare = [&] { FileSystemObject::readAll(list), bareCollect(root); };
-    reportCompared("editor_open", 9, 1.2, open, bare, prepare);
-    reportAnswer("editor_open", 5, open, prepare);
-    {
-        const SlowDisk disk;
-        reportTime("slow_editor_open", 3, 490, open, prepare);
-    }
+    measure("editor_open", {9, 5}, 1.2, open, bare, prepare);
     // What a person waits for: the window is made as well.
-    reportTime("editor_open_window", 9, {}, [&] { Window(list).painted(); });
+    measure("editor_open_window", {9}, {}, [&] { Window(list).painted(); });
+    const OddDisk disk(slowly);
+    measure("slow_editor_open", {3}, 490, open, {}, prepare);
 }
 
 BENCH(editor_commands) {

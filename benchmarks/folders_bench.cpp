@@ -1,23 +1,29 @@
-#include <windows.h>
-// windows.h first: this needs its types.
-#include <psapi.h>
-
 #include "app/contents_tree.h"
 #include "benchmarks/bench.h"
-#include "core/loop.h"
 #include "core/rozneapi.h"
-#include "search/frm_hladanie.h"
-#include "support/scratch_folder.h"
-#include "ui/form.h"
+#include "support/search_stage.h"
 
 namespace tunovka::bench {
 namespace {
 
-std::wstring flatFolder(int files = 10'000) {
-    const std::wstring size = files == 10'000 ? L"" : L"-" + std::to_wstring(files);
-    return data(L"listing-music" + size, [files](const std::wstring& folder) {
+std::wstring flatFolder(int files) {
+    return data(L"listing-music-" + std::to_wstring(files), [files](const std::wstring& folder) {
         makeFolder(folder, files,
                    [](int number) { return L"pieseň číslo " + std::to_wstring(number) + L".mp3"; });
+    });
+}
+
+// Folders with 50 files each, three in ten of them music: 100,000 files in 2,000 folders.
+std::wstring deepTree(const std::wstring& name = L"search-deep", int folders = 2'000) {
+    return data(name, [folders](const std::wstring& root) {
+        const auto name = [](int song) {
+            return L"pieseň číslo " + std::to_wstring(song * 7919 % 50) +
+                   (song % 10 < 3 ? L".mp3" : L".jpg");
+        };
+        for (int i = 0; i < folders; ++i) {
+            const std::wstring disk = i % 50 ? L"disk " + std::to_wstring(i % 50) + L"\\" : L"";
+            makeFolder(root + L"album " + std::to_wstring(i / 50) + L"\\" + disk, 50, name);
+        }
     });
 }
 
@@ -36,58 +42,29 @@ void listing(const std::string& name, int runs, const std::wstring& folder, doub
         stage.contents.ListFolderContents(folder);
         UpdateWindow(stage.contents.Tview.handle());
     };
-    reportTime(name, runs, limit, list);
-    reportAnswer(name, 1, list);
+    measure(name, {runs, 1}, limit, list);
 }
 
-// Stands for the explorer, without which nothing is searched.
-struct Explorer : Form, Program {
-    Explorer() : Form({.name = L"frmPrieskumnik", .title = L"", .size = {100, 100}}) {}
-};
-
-struct SearchStage {
-    SearchStage() {
-        explorer = &Forms::load<Explorer>();
-        frmhladanie::open(*explorer);
-        window = static_cast<frmhladanie*>(Forms::find(L"frmhladanie"));
-        yieldNow();
-    }
-    ~SearchStage() {
-        Forms::unloadAll();
-        runLoop();
-    }
-
-    // From the window's activation to the painted list. Each search needs another spelling of the
-    // folder than the last one.
-    void search(const std::wstring& root) {
-        std::wstring& folder = explorer->searched;
-        folder = folder == root ? root + L"\\" : root;
-        SendMessageW(window->handle(), WM_ACTIVATE, WA_ACTIVE, 0);
-        runLoopWhile([&] {
-            return window->lbladresar.text() != folder || window->lblpočet.text().empty() ||
-                   window->isBusy();
-        });
-        UpdateWindow(window->Lview.handle());
-    }
-
-    Explorer* explorer;
-    frmhladanie* window;
-};
+// From the search window's activation to the painted list. Each search needs another spelling of
+// the folder than the last one.
+void search(SearchStage& stage, const std::wstring& root) {
+    stage.choose(stage.explorer.searched == root ? root + L"\\" : root);
+    runLoopWhile([&] { return !stage.isDone(); });
+    UpdateWindow(stage.window->Lview.handle());
+}
 
 }  // namespace
 
 BENCH(collect) {
-    const std::wstring deep = deepTree(), flat = flatFolder();
+    const std::wstring deep = deepTree(), flat = flatFolder(10'000);
     std::size_t own = 0, bare = 0;
-    reportCompared(
-        "collect_deep", 7, 1.1, [&] { own = RozneApi::CollectFiles(deep).size(); },
-        [&] { bare = bareCollect(deep).size(); });
-    report({"collect_deep_files", static_cast<double>(own), "files", static_cast<double>(bare)});
-    reportCompared(
-        "collect_flat", 9, 1.1, [&] { RozneApi::CollectFiles(flat); }, [&] { bareCollect(flat); });
-    reportAnswer("collect_flat", 9, [&] { RozneApi::CollectFiles(flat); });
-    const SlowDisk disk;
-    reportTime("slow_search", 3, 3300, [&] { RozneApi::CollectFiles(deep); });
+    const auto collect = [&] { own = RozneApi::CollectFiles(deep).size(); };
+    measure("collect_deep", {7}, 1.1, collect, [&] { bare = bareCollect(deep).size(); });
+    report("collect_deep_files", static_cast<double>(own), "files", static_cast<double>(bare));
+    const auto collectFlat = [&] { RozneApi::CollectFiles(flat); };
+    measure("collect_flat", {9, 9}, 1.1, collectFlat, [&] { bareCollect(flat); });
+    const OddDisk disk(slowly);
+    measure("slow_search", {3}, 3300, collect);
 }
 
 BENCH(listing) {
@@ -98,13 +75,11 @@ BENCH(listing) {
             makeFolder(folder + name + L"\\", 1, [](int) { return L"a.mp3"; });
         }
     });
-    {
-        const SlowDisk disk;
-        listing("slow_listing", 3, scattered, 330);
-    }
     listing("listing_music_1000", 9, flatFolder(1'000), 40);
-    listing("listing_music_10000", 7, flatFolder(), 400);
+    listing("listing_music_10000", 7, flatFolder(10'000), 400);
     listing("listing_playlist", 7, mixedCollection(), 500);
+    const OddDisk disk(slowly);
+    listing("slow_listing", 3, scattered, 330);
 }
 
 BENCH(largest) {
@@ -114,30 +89,26 @@ BENCH(largest) {
 BENCH(search_scan) {
     const std::wstring root = deepTree();
     std::optional<SearchStage> stage(std::in_place);
-    const auto search = [&] { stage->search(root); };
-    reportCompared("search_scan", 7, 1.3, search, [&] { bareCollect(root); });
-    reportAnswer("search_scan", 5, search);
+    const auto scan = [&] { search(*stage, root); };
+    measure("search_scan", {7, 5}, 1.3, scan, [&] { bareCollect(root); });
     const auto sort = [&] { stage->window->menu1.choose(L"vzostupne"); };
-    reportTime("search_sort_first", 5, 100, sort,
-               [&] { stage.reset(), stage.emplace(), search(); });
-    reportTime("search_sort_again", 5, 100, sort,
-               [&] { stage->window->menu1.choose(L"zostupne"); });
+    const auto scanAnew = [&] { stage.reset(), stage.emplace(), scan(); };
+    measure("search_sort_first", {5}, 100, sort, {}, scanAnew);
+    const auto sortBack = [&] { stage->window->menu1.choose(L"zostupne"); };
+    measure("search_sort_again", {5}, 100, sort, {}, sortBack);
 }
 
 // Only when it is asked for: 1,000,000 files in 20,000 folders.
 BENCH(million) {
-    const std::wstring root = deepTree(L"search-million", 400);
-    PROCESS_MEMORY_COUNTERS before{}, after{};
+    const std::wstring root = deepTree(L"search-million", 20'000);
     SearchStage stage;
-    GetProcessMemoryInfo(GetCurrentProcess(), &before, sizeof before);
-    stage.search(root);
-    GetProcessMemoryInfo(GetCurrentProcess(), &after, sizeof after);
-    double bytes = 0;  // of the paths alone
-    for (const std::wstring& path : bareCollect(root)) bytes += 2.0 * path.size();
-    const double taken = static_cast<double>(after.PeakPagefileUsage - before.PagefileUsage);
-    report({"million_memory", (taken - bytes) / 1e6, "bytes", {}, 160});
-    reportCompared(
-        "million", 3, 1.3, [&] { stage.search(root); }, [&] { bareCollect(root); });
+    const SIZE_T before = memoryOf(GetCurrentProcess()).PagefileUsage;
+    const auto scan = [&] { search(stage, root); };
+    scan();
+    double taken = static_cast<double>(memoryOf(GetCurrentProcess()).PeakPagefileUsage - before);
+    for (const std::wstring& path : bareCollect(root)) taken -= 2.0 * path.size();
+    report("million_memory", taken / 1e6, "bytes", {}, 160);
+    measure("million", {3}, 1.3, scan, [&] { bareCollect(root); });
 }
 
 }  // namespace tunovka::bench

@@ -1,10 +1,5 @@
-#include <windows.h>
-// windows.h first: this needs its types.
-#include <psapi.h>
-
 #include "benchmarks/bench.h"
-#include "core/handle.h"
-#include "core/paths.h"
+#include "support/person.h"
 
 namespace tunovka::bench {
 namespace {
@@ -33,51 +28,48 @@ struct Start {
         HWND window = nullptr;
         while (!window && now() - start < kLongestStart) {
             Sleep(2);
-            EnumThreadWindows(started.dwThreadId, takeShown, reinterpret_cast<LPARAM>(&window));
+            for (const HWND made : WindowList::ofThread(started.dwThreadId))
+                if (IsWindowVisible(made)) window = made;
         }
         SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kLongestStart, nullptr);
         painted = now() - start;
         WaitForInputIdle(process.get(), kLongestStart);  // the first drive and folder are listed
         ready = now() - start;
         Sleep(500);  // what the start posted for later is done
-        PROCESS_MEMORY_COUNTERS counters{};
-        GetProcessMemoryInfo(process.get(), &counters, sizeof counters);
-        memory = static_cast<double>(counters.WorkingSetSize) / (1024 * 1024);
+        memory = static_cast<double>(memoryOf(process.get()).WorkingSetSize) / (1024 * 1024);
         PostMessageW(window, WM_CLOSE, 0, 0);
         if (WaitForSingleObject(process.get(), 5000) != WAIT_OBJECT_0)
             TerminateProcess(process.get(), 1);
-    }
-
-    static BOOL CALLBACK takeShown(HWND window, LPARAM found) {
-        if (IsWindowVisible(window)) *reinterpret_cast<HWND*>(found) = window;
-        return !IsWindowVisible(window);
     }
 };
 
 // The program, where the build makes it or, in what tries it on another computer, beside this one.
 std::wstring program() {
     const std::wstring beside = built(L"tunovka.exe");
-    const bool isBeside = GetFileAttributesW(beside.c_str()) != INVALID_FILE_ATTRIBUTES;
-    return isBeside ? beside : built(L"..\\src\\app\\tunovka.exe");
+    return FileSystemObject::FileExists(beside) ? beside : built(L"..\\src\\app\\tunovka.exe");
+}
+
+double medianOf(const std::vector<Start>& starts, double Start::*figure) {
+    std::vector<double> values;
+    for (const Start& start : starts) values.push_back(start.*figure);
+    return median(values);
 }
 
 }  // namespace
 
 BENCH(start) {
-    std::vector<double> own, ready, memory, bare, bareMemory;
+    std::vector<Start> own, bare;
     for (int run = 0; run < 10; ++run) {
-        const Start product(program()), least(built(L"bench_bare.exe"));
-        if (run == 0) continue;  // it warmed the caches
-        own.push_back(product.painted);
-        ready.push_back(product.ready);
-        memory.push_back(product.memory);
-        bare.push_back(least.painted);
-        bareMemory.push_back(least.memory);
+        own.emplace_back(program());
+        bare.emplace_back(built(L"bench_bare.exe"));
+        if (run == 0) own.clear(), bare.clear();  // it warmed the caches
     }
-    report({"start", median(own), "ms", median(bare), 1.15});
-    report({"start_ready", median(ready), "ms"});
-    report({"memory", median(memory), "MB", median(bareMemory)});
-    report({"memory_above_bare", median(memory) - median(bareMemory), "MB", {}, 12});
+    const double memory = medianOf(own, &Start::memory), least = medianOf(bare, &Start::memory);
+    const double painted = medianOf(bare, &Start::painted);
+    report("start", medianOf(own, &Start::painted), "ms", painted, 1.15);
+    report("start_ready", medianOf(own, &Start::ready), "ms");
+    report("memory", memory, "MB", least);
+    report("memory_above_bare", memory - least, "MB", {}, 12);
 }
 
 }  // namespace tunovka::bench

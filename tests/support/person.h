@@ -29,11 +29,12 @@ class WindowList {
         EnumChildWindows(parent, take, reinterpret_cast<LPARAM>(&found));
         return found;
     }
-    static std::vector<HWND> ofThisThread() {
+    static std::vector<HWND> ofThread(DWORD thread) {
         std::vector<HWND> found;
-        EnumThreadWindows(GetCurrentThreadId(), take, reinterpret_cast<LPARAM>(&found));
+        EnumThreadWindows(thread, take, reinterpret_cast<LPARAM>(&found));
         return found;
     }
+    static std::vector<HWND> ofThisThread() { return ofThread(GetCurrentThreadId()); }
 
   private:
     static BOOL CALLBACK take(HWND window, LPARAM found) {

@@ -2,10 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "core/ansi.h"
-#include "search/frm_hladanie.h"
 #include "support/disk_faults.h"
 #include "support/person.h"
-#include "support/program.h"
+#include "support/search_stage.h"
 #include "ui/frm_box.h"
 
 namespace tunovka {
@@ -13,12 +12,7 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-// Stands for the explorer: its window's name, and the program behind it.
-struct Explorer : Form, Program {
-    Explorer() : Form({.name = L"frmPrieskumnik", .title = L"", .size = {200, 100}}) { show(); }
-};
-
-class Search : public testing::Test {
+class Search : public testing::Test, protected SearchStage {
   protected:
     // Enough folders that a search looks at its messages more than once, with files from the start.
     static const ScratchFolder& large() {
@@ -32,28 +26,8 @@ class Search : public testing::Test {
         }
         return *made;
     }
-    Search() {
-        installFailureNotice();
-        explorer = &Forms::load<Explorer>();
-        open();
-    }
-    ~Search() override {
-        Forms::unloadAll();
-        runLoop();  // the last form's end asks the program to end
-    }
+    Search() { installFailureNotice(); }
 
-    void open() {
-        frmhladanie::open(*explorer);
-        window = dynamic_cast<frmhladanie*>(Forms::find(L"frmhladanie"));
-    }
-    void choose(const std::wstring& path) {
-        explorer->searched = path;
-        SendMessageW(window->handle(), WM_ACTIVATE, WA_ACTIVE, 0);
-    }
-    bool isDone() const {
-        return window->lbladresar.text() == explorer->searched && !window->isBusy() &&
-               !window->panel.PicInfo.isVisible() && !window->lblpočet.text().empty();
-    }
     void scan(const std::wstring& path) {
         choose(path);
         ASSERT_TRUE(runUntil([&] { return isDone(); }));
@@ -91,8 +65,6 @@ class Search : public testing::Test {
     static constexpr wchar_t kCollecting[] = L"Prebieha prehľadávanie adresára";
     ScratchFolder folder;
     Person person;
-    Explorer* explorer;
-    frmhladanie* window;
 
   private:
     std::optional<When> meanwhile_;
@@ -153,7 +125,7 @@ TEST_F(Search, AnotherFolderTakesOverFromTheRunningSearch) {
     other.fill({L"x.mp3", L"y.mp3"});
     duringCollecting([&] { choose(other.path()); });
     choose(large().path());
-    ASSERT_TRUE(runUntil([&] { return explorer->searched == other.path() && isDone(); }));
+    ASSERT_TRUE(runUntil([&] { return explorer.searched == other.path() && isDone(); }));
     EXPECT_EQ(listed(), (Texts{L"x.mp3", L"y.mp3"}));
     EXPECT_EQ(window->lblpočet.text(), L"  2, z toho hudobné:   2");
 }
@@ -195,7 +167,7 @@ TEST_F(Search, CommandsReachTheirWindows) {
     list.focus();
     SendMessageW(window->handle(), WM_COMMAND, IDOK, 0);  // Enter
     const std::wstring a = folder / L"a.mp3", b = folder / L"b.pls";
-    EXPECT_EQ(explorer->told,
+    EXPECT_EQ(explorer.told,
               (Texts{L"edit:" + b, L"info:" + b, L"hraj:" + b, L"hraj:" + a, L"hraj:" + a}));
     window->menu1.choose(L"zostupne");
     EXPECT_EQ(listed(), (Texts{L"b.pls", L"a.mp3"}));
