@@ -113,10 +113,14 @@ void frmPrieskumnik::bindHandlers() {
 void frmPrieskumnik::load() {
     const Depth alive(this);  // it may be closed meanwhile
     show();
-    yieldNow();
-    if (isClosing()) return;
-    // The rest was not needed for the first look at the window.
-    createTrees();
+    // A first look needs the frame alone; the window answers between the other parts.
+    for (const Wanted wanted : {Wanted::Panel, Wanted::Trees}) {
+        yieldNow();
+        if (isClosing()) return;
+        wanted_ = wanted;
+        layout();
+    }
+    prepareTrees();
     folders.chooseStartDrive();
     playing.findPlayers();
 }
@@ -221,9 +225,7 @@ void frmPrieskumnik::onUnload() {
     Forms::unloadAll();
 }
 
-void frmPrieskumnik::createTrees() {
-    treesWanted_ = true;
-    layout();
+void frmPrieskumnik::prepareTrees() {
     HWND before = HWND_TOP;
     for (Window* control : std::initializer_list<Window*>{&folders.Drive1, &folders.strom,
                                                           &splitter.Medzera, &contents.Tview}) {
@@ -240,10 +242,7 @@ Size frmPrieskumnik::arrange(int stripBottom) {
     const int top = stripBottom + margin;
     const int panel = PlayerPanel::panelHeight(*this);
     const Rect bottom{margin, size.height - margin - panel, size.width - 2 * margin, panel};
-    player.layout(bottom);
-
     const int status = Skin::lineHeight(dpi());
-    LblBar.setBounds({margin, bottom.y - status - scaled(4), bottom.width, status});
     const int treesBottom = bottom.y - status - scaled(6);
 
     const int gap = scaled(kSplitter);
@@ -256,19 +255,21 @@ Size frmPrieskumnik::arrange(int stripBottom) {
     const int driveHeight =
         folders.Drive1.handle() ? folders.Drive1.bounds().height : scaled(kDriveHeight);
     const int stromTop = top + driveHeight + scaled(4);
-    splitter.setBounds({boundary, top, gap, treesBottom - top}, least, most);
     treePlaces_ = {
         {{&folders.Drive1, {margin, top, left, driveHeight}},
          {&folders.strom, {margin, stromTop, left, treesBottom - stromTop}},
          {&contents.Tview, {boundary + gap, top, std::max(0, width - left), treesBottom - top}}}};
-    if (treesWanted_)
+    if (wanted_ == Wanted::Frame) return size;
+    player.layout(bottom);
+    LblBar.setBounds({margin, bottom.y - status - scaled(4), bottom.width, status});
+    splitter.setBounds({boundary, top, gap, treesBottom - top}, least, most);
+    if (wanted_ == Wanted::Trees)
         for (const auto& [tree, place] : treePlaces_) tree->setBounds(place);
     return size;
 }
 
 void frmPrieskumnik::onPaintGround(HDC dc) const {
-    // The trees come a moment after the window: their places are not left empty.
-    if (treesWanted_) return;
+    // Until the trees come and cover them their places are not left empty.
     for (const auto& [tree, place] : treePlaces_) fillRect(dc, toRECT(place), colors().field);
 }
 

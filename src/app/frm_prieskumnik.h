@@ -65,10 +65,10 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void refreshFolder();
     void selectionChanged();
     void fileRenamed(const std::wstring& key, const std::wstring& name);
-    void createTrees();
+    void prepareTrees();
 
-    std::array<std::pair<Window*, Rect>, 3> treePlaces_;  // with the drive list
-    bool treesWanted_ = false;                            // they come a moment after the window
+    std::array<std::pair<Window*, Rect>, 3> treePlaces_;                // with the drive list
+    enum class Wanted { Frame, Panel, Trees } wanted_ = Wanted::Frame;  // each with those before
     int leftShare_ = 300;  // of the folder tree's width in thousandths
 };
 

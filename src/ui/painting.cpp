@@ -21,8 +21,9 @@ void PooledDc::close(HDC dc) {
     spareDcs.push_back(dc);
 }
 
-PaintDc::PaintDc(HWND window) : window_(window) {
+PaintDc::PaintDc(HWND window, bool buffered) : window_(window) {
     const HDC screen = BeginPaint(window, &paint_);
+    if (!buffered) return;
     RECT area{};
     GetClientRect(window, &area);
     bitmap_.reset(CreateCompatibleBitmap(screen, area.right, area.bottom));

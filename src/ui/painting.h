@@ -39,7 +39,7 @@ MemoryDc memoryDc();
 // Answers WM_PAINT through a bitmap in memory, which reaches the screen in one step: no flicker.
 class PaintDc : NonCopyable {
   public:
-    explicit PaintDc(HWND window);
+    PaintDc(HWND window, bool buffered);
     ~PaintDc();
 
     HDC dc() const { return saved_ ? memory_.get() : paint_.hdc; }

@@ -208,7 +208,7 @@ std::optional<LRESULT> Window::onMessage(UINT message, WPARAM, LPARAM) {
         case WM_ERASEBKGND:
             return 1;
         case WM_PAINT: {
-            const PaintDc buffer(handle_);
+            const PaintDc buffer(handle_, this != form_);
             paintOver(buffer.dc(), handle_);
             if (hasFocus() && this != form_)
                 drawFocus(buffer.dc(), toRECT(clientArea()), scaled(1));
