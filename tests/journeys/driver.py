@@ -148,31 +148,21 @@ class App:
         subprocess.run(["xdotool", *map(str, words)], env=self.env, check=True,
                        stdout=subprocess.DEVNULL)
 
-    def drag(self, start, end):
-        """Presses on one place, moves in steps as a hand does, and releases on the other."""
-        self.xdotool("mousemove", *start.point(), "mousedown", 1,
-                     *self._steps(start.point(), end.point()), "mouseup", 1)
-
-    def drag_window(self, start, end, arrived):
-        """The same between two points for a window, which follows from when it has seen the pointer
-        move. Released when it has arrived."""
-        x, y = start
-        self.xdotool("mousemove", x, y, "mousedown", 1, "mousemove", x + 1, y)
+    def drag(self, start, end, arrived=None):
+        """Presses on one point, moves in steps as a hand does, and releases near the other; a window,
+        which follows from when it has seen the pointer move, once it has arrived."""
+        (x1, y1), (x2, y2) = start, end
+        self.xdotool("mousemove", x1, y1, "mousedown", 1, "mousemove", x1 + 1, y1)
         try:
-            wait_until(lambda: self.probe.ask("focus")[0][1] != "0", 5, "the window being drawn")
-            self.xdotool(*self._steps((x + 1, y), (end[0] + 1, end[1])))
-            wait_until(arrived, 5, "the window in its place")
+            if arrived:
+                wait_until(lambda: self.probe.ask("focus")[0][1] != "0", 5, "the window drawn")
+            for step in range(1, 13):
+                self.xdotool("mousemove", x1 + 1 + (x2 - x1) * step // 12,
+                             y1 + (y2 - y1) * step // 12, "sleep", 0.03)
+            if arrived:
+                wait_until(arrived, 5, "the window in its place")
         finally:
             self.xdotool("mouseup", 1)
-
-    @staticmethod
-    def _steps(start, end):
-        (x1, y1), (x2, y2) = start, end
-        words = []
-        for step in range(13):
-            words += ["mousemove", x1 + (x2 - x1) * step // 12, y1 + (y2 - y1) * step // 12,
-                      "sleep", 0.03]
-        return words
 
     def key(self, *names):
         """Keys by their X names: "Return", "ctrl+a", "Down"."""
@@ -209,10 +199,11 @@ class App:
         power = sum(s * s for s in samples) / len(samples) / 32768 ** 2
         return 10 * math.log10(power + 1e-10)
 
-    def pitch(self, seconds=0.5):
+    def pitch(self, seconds=0.25):
         """Frequency of a plain tone in hertz, 0 for silence."""
         samples = self.record(seconds)
-        return sum(a < 0 <= b for a, b in zip(samples, samples[1:])) / seconds
+        rises = [at for at in range(1, len(samples)) if samples[at - 1] < 0 <= samples[at]]
+        return (len(rises) - 1) * RATE / (rises[-1] - rises[0]) if len(rises) > 1 else 0.0
 
     # The end
 

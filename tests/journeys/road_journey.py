@@ -34,8 +34,8 @@ def move_window(app, window, left, top):
     goal = int(left * app.scale), int(top * app.scale)
     moved = lambda: next((w for w in app.windows() if w.hwnd == window.hwnd and
                           all(abs(a - b) < 4 for a, b in zip(w.rect, goal))), None)
-    app.drag_window([a + b for a, b in zip(window.rect, inside)],
-                    [a + b for a, b in zip(goal, inside)], moved)
+    app.drag([a + b for a, b in zip(window.rect, inside)],
+             [a + b for a, b in zip(goal, inside)], moved)
     return moved()
 
 
@@ -112,12 +112,12 @@ def make_playlist(app, found, collection):
     rows = []
     for place in (contents.item(SONG), contents.item(ENTRY),
                   app.control("Lview", within=found).item(FOUND)):
-        app.drag(place, target)
+        app.drag(place.point(), target.point())
         rows.append(ON_DISK if place.name == SONG else place.name)
         wait_until(lambda: [item.name for item in target.items()] == rows, 5, f"the rows {rows}")
-    app.drag(contents.item(SONG), target)
+    app.drag(contents.item(SONG).point(), target.point())
     answer(app, 2, f"už nachádza odkaz na tento súbor 'E:\\{FOLK}\\{ON_DISK}'", "duplicate")
-    app.drag(target.items()[1], target.items()[0])
+    app.drag(target.items()[1].point(), target.items()[0].point())
     rows = [ENTRY, ON_DISK, FOUND]
     wait_until(lambda: [item.name for item in target.items()] == rows, 5, f"the rows {rows}")
 

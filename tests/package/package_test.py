@@ -102,7 +102,7 @@ def forget_installation():
     wine("reg", "delete", KEY, "/f")
 
 
-def try_installer(setup, packed, probe, version):
+def try_installer(setup, packed, version):
     check(wine(setup, "/S")[0] == 0, "the installer ends well")
     installed = files_in(INSTALLED)
     check(installed.pop("uninstall.exe", None), "an uninstaller")
@@ -111,7 +111,6 @@ def try_installer(setup, packed, probe, version):
           "the start-menu entry leads to the program")
     entry = wine("reg", "query", KEY)[1]
     check(f"REG_SZ    {version}" in entry and "uninstall.exe" in entry, f"the entry: {entry}")
-    try_program(INSTALLED / "tunovka.exe", probe, INSTALLED / "samples")
 
 
 def try_running(setup, probe):
@@ -158,7 +157,7 @@ def main(program, probe, version):
     try_check(PLACE / "one/made" / f"Tunovka-{version}-check.zip", version)
     packed = try_zip(archive, program, probe, version)
     try_making_again(program, version, made)
-    try_installer(setup, packed, probe, version)
+    try_installer(setup, packed, version)
     try_running(setup, probe)
     try_uninstaller(setup)
 

@@ -4,7 +4,7 @@
 #include <windows.h>
 
 #include <atomic>
-#include <mutex>
+#include <memory>
 
 #include "core/disk_windows.h"
 #include "support/scratch_folder.h"
@@ -29,18 +29,11 @@ class OddDisk : public DiskStandIn {
     }
 
     // Answers in this way from now on; on any thread.
-    void become(OnCall call) {
-        const std::scoped_lock lock(mutex_);
-        onCall_ = std::make_shared<const OnCall>(std::move(call));
-    }
+    void become(OnCall call) { onCall_ = std::make_shared<const OnCall>(std::move(call)); }
 
     DWORD asked(DiskCall call, const std::wstring& path, DWORD& bytes) override {
         ++calls_;
-        std::shared_ptr<const OnCall> now;
-        {
-            const std::scoped_lock lock(mutex_);
-            now = onCall_;
-        }
+        const std::shared_ptr<const OnCall> now = onCall_;
         const DWORD error = *now ? (*now)(call, path, bytes) : ERROR_SUCCESS;
         --calls_;
         return error;
@@ -82,8 +75,7 @@ class OddDisk : public DiskStandIn {
         return error;
     }
 
-    std::mutex mutex_;
-    std::shared_ptr<const OnCall> onCall_;
+    std::atomic<std::shared_ptr<const OnCall>> onCall_;
     std::atomic<int> calls_ = 0;  // under way
 };
 

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -26,11 +28,8 @@ inline FileHandle locked(const std::wstring& path, DWORD share = 0) {
 
 // Read by any thread; "" for a file that is not there.
 inline std::string contentOf(const std::wstring& path) {
-    const FileHandle file = locked(path, FILE_SHARE_READ | FILE_SHARE_WRITE);
-    std::string content(file ? GetFileSize(file.get(), nullptr) : 0, '\0');
-    DWORD read = 0;
-    ReadFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &read, nullptr);
-    return content;
+    std::ifstream file(path.c_str(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // The short (8.3) name of a file that is there.
@@ -104,11 +103,7 @@ class ScratchFolder {
         return path_ + name;
     }
     static void write(const std::wstring& path, const std::string& content) {
-        const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                          FILE_ATTRIBUTE_NORMAL, nullptr));
-        DWORD written = 0;
-        WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written,
-                  nullptr);
+        std::ofstream(path.c_str(), std::ios::binary) << content;
     }
     std::wstring folder(const std::wstring& name) const {
         CreateDirectoryW((path_ + name).c_str(), nullptr);

@@ -105,16 +105,6 @@ TEST_F(DiskQuestionsTest, ASingleOneLetsTimersRunHoldsKeysBackAndEndsByEscape) {
     EXPECT_EQ(askDisk(kOther, neverEither.question()), std::nullopt) << "closing gives it up too";
 }
 
-TEST_F(DiskQuestionsTest, ALongCommandLetsEverythingRunUntilItIsCancelled) {
-    Pending never;
-    bool cancelled = false;
-    type(VK_F5);
-    tickEvery10ms([&] { cancelled = ticks_ == 5; });
-    const LoopHooks command{yieldToEvents, [&] { return cancelled; }};
-    EXPECT_EQ(askDisk(command, never.question()), std::nullopt);
-    EXPECT_EQ(keys_, 1);
-}
-
 TEST_F(DiskQuestionsTest, ManyAreAskedAtOnceAndAnsweredInOrder) {
     std::atomic<int> now = 0;
     std::atomic<bool> enough = false, late = false;

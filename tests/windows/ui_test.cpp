@@ -227,17 +227,6 @@ TEST(Controls, ArrowsMoveBetweenTheAnswersOfABox) {
     EXPECT_EQ(ask(L"T", L"Otázka", L"ÁNO;NIE;STORNO"), 2);
 }
 
-TEST(Controls, EachOfManyLongAnswersCanBeReached) {
-    const std::wstring caption(40, L'W');
-    frmBox box(nullptr, L"T", L"Otázka", caption + L';' + caption + L";NIE;" + caption + caption);
-    const Size inside = box.clientSize();
-    for (int i = 1; i <= 4; ++i) {
-        const Rect button = control(box, L"Itlačítko" + std::to_wstring(i)).bounds();
-        EXPECT_TRUE(button.x >= 0 && button.right() <= inside.width) << i;
-        EXPECT_LE(button.bottom(), inside.height) << i;
-    }
-}
-
 TEST(Controls, APictureAnswersThePointerAndShowsThatItIsOff) {
     frmBox form(nullptr, L"T", L"Otázka", L"O.K.");
     form.show();
