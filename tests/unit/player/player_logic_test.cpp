@@ -93,5 +93,14 @@ TEST(SoundFile, aVariableRateIsReadFromEitherHeader) {
     EXPECT_EQ(look(frame() + frame()).rate.seconds, 0);
 }
 
+TEST(SoundFile, itsTagTellsTitleAndAuthor) {
+    std::string title = "Titul", artist = "Autor";
+    title.resize(30, '\0');
+    artist.resize(30, ' ');
+    const std::string tag = "TAG" + title + artist + std::string(65, 'x');
+    EXPECT_EQ(look("sound" + tag).details, (ClipDetails{L"Titul", L"Autor"}));
+    EXPECT_EQ(look(std::string(128, 'x')).details, ClipDetails{});
+}
+
 }  // namespace
 }  // namespace tunovka
