@@ -137,10 +137,10 @@ class App:
     def wait_gone(self, name, seconds=5):
         wait_until(lambda: not self.find(name), seconds, f"{name!r} gone")
 
-    def focused(self):
-        """The control that has the keyboard, or None when it is another program's."""
+    def has_focus(self, word):
+        """Whether the control that has the keyboard is one of that name or text."""
         hwnd = self.probe.ask("focus")[0][0]
-        return next((w for w in self.windows() if w.hwnd == hwnd), None)
+        return any(w.hwnd == hwnd and word in (w.name, w.text) for w in self.windows())
 
     # Mouse and keys
 

@@ -145,7 +145,7 @@ def files(app, collection):
     app.key("Return")
     contents.item("Nova.wav").click()
     app.key("Delete")
-    wait_until(lambda: app.focused() and app.focused().text == "NIE", 5, "the refusing answer")
+    wait_until(lambda: app.has_focus("NIE"), 5, "the refusing answer")
     app.key("Return")
     app.wait_gone("frmBox")
     check((folder / "Nova.wav").is_file(), "a stray Enter deletes nothing")
@@ -163,14 +163,14 @@ def keys(app, collection):
     app.key("shift+F10")
     app.choose(INFORMATION)
     check(app.control("lblPath").text == f"E:\\{FOLK}\\{ON_DISK}", "the selected file's window")
-    wait_until(lambda: app.focused() and app.focused().name == "lblPath", 5, "the focus")
+    wait_until(lambda: app.has_focus("lblPath"), 5, "the focus")
     app.key("Escape")
     app.wait_gone("frminfo")
     shutil.copy(collection / FOLK / ON_DISK, collection / FOLK / "hotová.mp3")
     app.key("F5")
     contents.item("hotová.mp3")
     app.key("shift+Tab")
-    wait_until(lambda: app.focused().name == "Medzera", 5, "the focus a place back")
+    wait_until(lambda: app.has_focus("Medzera"), 5, "the focus a place back")
 
 
 def end(app, rows):
