@@ -3,6 +3,7 @@
 #include "core/disk_questions.h"
 #include "core/errors.h"
 #include "core/file_system.h"
+#include "core/rozneapi.h"
 #include "core/text.h"
 #include "ui/form.h"
 #include "ui/frm_box.h"

@@ -3,7 +3,6 @@
 #include <functional>
 #include <string>
 
-#include "core/rozneapi.h"
 #include "ui/drive_list.h"
 #include "ui/label.h"
 #include "ui/program_links.h"

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "core/errors.h"
-#include "core/paths.h"
 #include "core/text.h"
 #include "playlist/entry_key.h"
 #include "playlist/line_grammar.h"
