@@ -36,7 +36,7 @@ struct PooledDc : handle_kinds::NullIsNone<HDC> {
 using MemoryDc = Handle<PooledDc>;
 MemoryDc memoryDc();
 
-// Answers WM_PAINT through a bitmap in memory, which reaches the screen in one step: no flicker.
+// Answers WM_PAINT; buffered, by a bitmap in memory that reaches the screen in one step.
 class PaintDc : NonCopyable {
   public:
     PaintDc(HWND window, bool buffered);
