@@ -82,8 +82,6 @@ def listen(app):
     app.control("Tview").item(SONG).double_click()
     wait_until(lambda: app.control("lblušielčas").text not in ("", "0:00 min"), 20,
                "the time going on")
-    heard = app.level()
-    check(heard > -40, f"{SONG} is heard at {heard:.1f} dB")
     picture(app, "playing")
 
 

@@ -1,9 +1,6 @@
-// The start of every test program. On Windows it stands for the program's own start: one
+// The start of every test program on Windows, which stands for the program's own: one
 // single-threaded apartment with OLE and the common controls ready.
 #include <gtest/gtest.h>
-
-#ifdef _WIN32
-
 #include <windows.h>
 // windows.h first: these need its types.
 #include <commctrl.h>
@@ -38,12 +35,3 @@ int wmain(int argc, wchar_t** argv) {
     OleUninitialize();
     return result;
 }
-
-#else
-
-int main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
-
-#endif

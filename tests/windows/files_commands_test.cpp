@@ -151,13 +151,10 @@ TEST_F(FileCommands, RenamingRefusesNamesThatCannotBe) {
     const std::wstring same = L"Názov súbor sa zhoduje s pôvodným názvom !",
                        used = L"Tento názov súboru sa už používa !",
                        bad = L"Došlo k neočakávanej chybe (č. 52)";
-    for (const auto& [name, told] :
-         std::vector<std::pair<std::wstring, std::wstring>>{{L"a", same},
-                                                            {L"a.mp3", same},
-                                                            {L"B", used},
-                                                            {L"A", used},
-                                                            {std::wstring(300, L'x'), bad},
-                                                            {L"<a|b>", bad}}) {
+    const std::pair<std::wstring, std::wstring> refusals[]{
+        {L"a", same}, {L"a.mp3", same}, {L"B", used},
+        {L"A", used}, {L"<a|b>", bad},  {std::wstring(300, L'x'), bad}};
+    for (const auto& [name, told] : refusals) {
         person.seen.clear();
         rename(name);
         ASSERT_EQ(person.seen.size(), 1u) << name;

@@ -58,10 +58,9 @@ TEST_F(Drops, AFileOntoAFolderIsCopiedWhenThePersonAgrees) {
     }
     dropOnFolder(song);
     ASSERT_TRUE(runUntil([&] { return contentOf(other / L"a.mp3") == "song"; }));
-    EXPECT_EQ(person.seen[0], (BoxRequest{L" Kopírovať súbor",
-                                          L"Chceš prekopírovať súbor '" + song + L"' do adresára " +
-                                              other.path() + L" ?",
-                                          L"ÁNO;NIE"}));
+    EXPECT_EQ(person.seen[0].title, L" Kopírovať súbor");
+    EXPECT_EQ(person.seen[0].text,
+              L"Chceš prekopírovať súbor '" + song + L"' do adresára " + other.path() + L" ?");
     EXPECT_EQ(contentOf(song), "song");
     EXPECT_EQ(clipboard(), L"");
 }
@@ -76,10 +75,9 @@ TEST_F(Drops, AFileOntoTheContentsIsCopiedIntoTheShownFolder) {
     ASSERT_TRUE(runUntil([&] { return Tview().contains(L"a.mp3"); }));
     EXPECT_EQ(contentOf(folder / L"a.mp3"), "song");
     ASSERT_EQ(person.seen.size(), 1u);
-    EXPECT_EQ(person.seen[0], (BoxRequest{L" Kopírovať súbor",
-                                          L"Naozaj chceš prekopírovať súbor '" + song +
-                                              L"' do adresára '" + folder.path() + L"' ?",
-                                          L"ÁNO;NIE"}));
+    const std::wstring question =
+        L"Naozaj chceš prekopírovať súbor '" + song + L"' do adresára '" + folder.path() + L"' ?";
+    EXPECT_EQ(person.seen[0], (BoxRequest{L" Kopírovať súbor", question, L"ÁNO;NIE"}));
 }
 
 TEST_F(Drops, OnlyFoldersUnderThePointerAreWelcomeAndTheEdgeScrolls) {

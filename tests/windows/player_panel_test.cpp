@@ -40,11 +40,10 @@ TEST_F(Panel, ABrokenFileIsToldAndNothingIsShownOfIt) {
     folder.file(L"zlý.mp3", noise(5000));
     play(L"zlý.mp3");
     ASSERT_TRUE(runUntil([&] { return !person.seen.empty(); }));
-    EXPECT_EQ(person.seen[0],
-              (BoxRequest{L" CHYBA",
-                          L"Pri pokuse prehrať požadovaný súbor došlo ku chybe : Súbor nie je "
-                          L"zvuk, ktorý sa dá prehrať. Cheš prehrať súbor v predvolenom programe ?",
-                          L"ÁNO;NIE"}));
+    const wchar_t question[] =
+        L"Pri pokuse prehrať požadovaný súbor došlo ku chybe : Súbor nie je zvuk, ktorý sa dá "
+        L"prehrať. Cheš prehrať súbor v predvolenom programe ?";
+    EXPECT_EQ(person.seen[0], (BoxRequest{L" CHYBA", question, L"ÁNO;NIE"}));
     EXPECT_FALSE(panel().isPlaying());
     EXPECT_EQ(title(), L"");
 }
