@@ -176,8 +176,7 @@ class Unfinished : NonCopyable {
 
 // The destination of a copy or move, which may be a folder ending in "\".
 std::wstring destinationFor(const std::wstring& source, const std::wstring& destination) {
-    const bool folder =
-        !destination.empty() && (destination.back() == L'\\' || destination.back() == L'/');
+    const bool folder = destination.ends_with(L'\\') || destination.ends_with(L'/');
     return systemPath(folder ? destination + fileName(source) : destination);
 }
 

@@ -22,9 +22,7 @@ SkinPalette sharedPalette;
 // The kind of a name that ends in a dot and the kind's ending.
 const Kind* kindOfName(std::wstring_view name) {
     const std::wstring_view ending = mediaKind(name);
-    const bool hasDot =
-        name.size() > ending.size() && name[name.size() - ending.size() - 1] == L'.';
-    return hasDot ? kindOf(ending) : nullptr;
+    return name.ends_with(L'.' + std::wstring(ending)) ? kindOf(ending) : nullptr;
 }
 
 }  // namespace

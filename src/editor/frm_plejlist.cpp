@@ -32,20 +32,14 @@ PopupMenu editorMenu() {
         {.name = L"prehrat", .caption = L"prehrať"},
         {.name = L"odstranit",
          .caption = L"odstrániť",
-         .items =
-             {
-                 {.name = L"odstranit_polozku", .caption = L"aktuálnu položku (Del)"},
-                 {.name = L"odstranit_neplatne_odkazy", .caption = L"neplatné odkazy"},
-                 {.name = L"odstranit_duplicitu", .caption = L"duplicitné položky"},
-             }},
+         .items = {{.name = L"odstranit_polozku", .caption = L"aktuálnu položku (Del)"},
+                   {.name = L"odstranit_neplatne_odkazy", .caption = L"neplatné odkazy"},
+                   {.name = L"odstranit_duplicitu", .caption = L"duplicitné položky"}}},
         {.name = L"zoradit",
          .caption = L"zoradiť",
-         .items =
-             {
-                 {.name = L"zoradit_vzostupne", .caption = L"vzostupne (A-Z)"},
-                 {.name = L"zoradit_zostupne", .caption = L"zostupne (Z - A)"},
-                 {.name = L"neradit", .caption = L"pôvodne poriade"},
-             }},
+         .items = {{.name = L"zoradit_vzostupne", .caption = L"vzostupne (A-Z)"},
+                   {.name = L"zoradit_zostupne", .caption = L"zostupne (Z - A)"},
+                   {.name = L"neradit", .caption = L"pôvodne poriade"}}},
     });
 }
 

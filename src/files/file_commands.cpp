@@ -46,7 +46,6 @@ FileCommands::FileCommands(Parts parts)
           parts_.Tview,
           {.over =
                [this](Point) { return !parts_.form.isBusy() && !parts_.txtPath.text().empty(); },
-           .leave = {},
            .drop = [this](const std::wstring& path, Point,
                           const DragState&) { Tview_OLEDragDrop(path); }}) {
     const auto on = [this](PopupMenu& menu, const wchar_t* entry, std::function<void()> command) {

@@ -155,11 +155,10 @@ void frminfo::txtodkaz_Change() {
     const std::wstring request = txtodkaz.text();
     if (request.empty()) return;
     clear();
-    if (request == kMissingFileCommand) {
+    if (request == kMissingFileCommand)
         warn();
-    } else {
+    else
         showFile(request);
-    }
     layoutCentred();
 }
 

@@ -70,9 +70,8 @@ void Playback::openClip() {
     if (!whole_ && !haveEntries()) return;
     given_ = true;
     asked_ = PlayState::Stopped;
-    const std::optional<PlaybackTrouble> trouble =
-        engine_.open(whole_ ? file_ : entries_[at_].path);
-    if (trouble) clipFailed(*trouble);
+    if (const auto trouble = engine_.open(whole_ ? file_ : entries_[at_].path))
+        clipFailed(*trouble);
 }
 
 // False when there are none, which is told.

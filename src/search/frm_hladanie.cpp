@@ -206,12 +206,11 @@ void frmhladanie::ScanFolder(const std::wstring& folder) {
     scroller.hide();
     if (isAbandoned()) return;
 
-    std::vector<std::wstring> files =
-        RozneApi::CollectFiles(folder,
-                               [this](const std::wstring& visited, std::size_t found) {
-                                   if (!isAbandoned()) panel.progress(visited, found);
-                               },
-                               {yieldToEvents, [this] { return isAbandoned(); }});
+    const auto progress = [this](const std::wstring& visited, std::size_t found) {
+        if (!isAbandoned()) panel.progress(visited, found);
+    };
+    const LoopHooks hooks{yieldToEvents, [this] { return isAbandoned(); }};
+    std::vector<std::wstring> files = RozneApi::CollectFiles(folder, progress, hooks);
     if (isAbandoned()) return;
     const bool stopped = StopRequested;
     lblpočet.setText(formatGrouped(files.size()) + (stopped ? L" - prerušené" : L""));
