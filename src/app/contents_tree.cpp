@@ -99,8 +99,7 @@ void ContentsTree::list(const std::wstring& path) {
     busy.reset();
 
     const TreeView::RedrawOff off(Tview);
-    Tview.clear();
-    names_.clear();
+    Tview.clear(hooks);
     for (const FolderEntry& file : files) {
         const auto playlist = playlists.find(file.name);
         if (playlist != playlists.end() && !addPlaylist(file, playlist->second, *isThere, hooks))
@@ -108,7 +107,8 @@ void ContentsTree::list(const std::wstring& path) {
         if (const std::wstring text = lowerCased(file.name); IsPlayableMedia(text))
             Tview.add({.key = newKey(file.name),
                        .text = text,
-                       .imageKey = IconKeyByExtension(mediaKind(text))});
+                       .imageKey = IconKeyByExtension(mediaKind(text)),
+                       .tag = file.name});
         if (!hooks.next()) return;
     }
     const std::wstring first = Tview.firstRoot();
@@ -132,10 +132,9 @@ bool ContentsTree::readPlaylists(const std::wstring& folder, const std::vector<F
 
 // The key of a file's node is its lower-cased name. Files that differ in letter case alone are a
 // node each: the later ones get a "*" behind it, which no name holds.
-std::wstring ContentsTree::newKey(const std::wstring& name) {
+std::wstring ContentsTree::newKey(const std::wstring& name) const {
     std::wstring key = lowerCased(name);
     while (Tview.contains(key)) key += L'*';
-    names_[key] = name;
     return key;
 }
 
@@ -146,6 +145,7 @@ bool ContentsTree::addPlaylist(const FolderEntry& file, const ReadPlaylist& play
     Tview.add({.key = parent,
                .text = name,
                .imageKey = IconKeyByExtension(mediaKind(name)),
+               .tag = file.name,
                .foreground = palette().PlaylistNodeColor,
                .bold = true});
     if (playlist.failure) std::rethrow_exception(playlist.failure);
@@ -171,9 +171,8 @@ bool ContentsTree::addPlaylist(const FolderEntry& file, const ReadPlaylist& play
 
 // Whether a file is there or not.
 std::wstring ContentsTree::pathOf(const std::wstring& key) const {
-    const auto file = names_.find(key);
-    const bool isFile = file != names_.end() && !key.starts_with(L"pl=");
-    return nodePath(isFile ? file->second : key, txtPath_.text());
+    const bool isFile = Tview.contains(key) && !key.starts_with(L"pl=");
+    return nodePath(isFile ? Tview.tag(key) : key, txtPath_.text());
 }
 
 std::wstring ContentsTree::PathFromNodeKey(const std::wstring& key) const {
@@ -199,8 +198,6 @@ bool ContentsTree::renameFile(const std::wstring& key, const std::wstring& name)
     const std::wstring newKey = lowerCased(name);
     if (!Tview.contains(key) || (newKey != key && Tview.contains(newKey))) return false;
     Tview.rename(key, newKey, name);
-    names_.erase(key);
-    names_[newKey] = name;
     return true;
 }
 

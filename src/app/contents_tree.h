@@ -2,7 +2,6 @@
 
 #include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "core/loop.h"
@@ -40,7 +39,7 @@ class ContentsTree {
     // Gives the node of a renamed file its new key and text; false when the tree is out of date.
     bool renameFile(const std::wstring& key, const std::wstring& name);
 
-    TreeView Tview;
+    TreeView Tview;  // a file's node has its name on the disk as its tag: its key is lower-cased
 
   private:
     struct ReadPlaylist;
@@ -49,7 +48,7 @@ class ContentsTree {
     static bool readPlaylists(const std::wstring& folder, const std::vector<FolderEntry>& files,
                               std::map<std::wstring, ReadPlaylist>& playlists,
                               const LoopHooks& hooks);
-    std::wstring newKey(const std::wstring& name);
+    std::wstring newKey(const std::wstring& name) const;
     bool addPlaylist(const FolderEntry& file, const ReadPlaylist& playlist,
                      const std::vector<bool>& isThere, const LoopHooks& hooks);
     std::wstring pathOf(const std::wstring& key) const;
@@ -58,8 +57,6 @@ class ContentsTree {
     TextBox& txtPath_;
     unsigned wanted_ = 0;  // counts the folders that were asked for
     bool listing_ = false;
-    // The name on the disk of each file node: a lower-cased key does not lead back to it.
-    std::unordered_map<std::wstring, std::wstring> names_;
 };
 
 }  // namespace tunovka

@@ -51,7 +51,8 @@ int TreeView::imageOf(const std::wstring& pictureKey) {
 
 void TreeView::add(const NodeArgs& args) {
     HTREEITEM parent = args.parentKey.empty() ? TVI_ROOT : itemOf(args.parentKey);
-    const auto [node, isNew] = nodes_.try_emplace(args.key, Node{nullptr, args.foreground});
+    const auto [node, isNew] =
+        nodes_.try_emplace(args.key, Node{nullptr, args.foreground, args.tag});
     if (!isNew) throw RuntimeError(kKeyNotUnique, args.key);
     // Nobody reads more of a node, and painting a text of megabytes stands still.
     const std::wstring text = args.text.substr(0, kLongestText);
@@ -72,31 +73,31 @@ void TreeView::add(const NodeArgs& args) {
 
 // Switching the drawing on may measure every new node: it must not find tens of thousands.
 void TreeView::measureSome() {
-    constexpr std::size_t kAtOnce = 2000;
+    constexpr std::size_t kAtOnce = 1000;
     if (redrawOff_ == 0 || nodes_.size() % kAtOnce != 0) return;
     send(WM_SETREDRAW, TRUE);
     send(WM_SETREDRAW, FALSE);
 }
 
-void TreeView::forget(HTREEITEM item) {
-    for (HTREEITEM child = related(item, TVGN_CHILD); child; child = related(child, TVGN_NEXT))
-        forget(child);
-    nodes_.erase(nodes_.find(keyOf(item)));
-}
-
-void TreeView::remove(const std::wstring& key) {
-    HTREEITEM item = itemOf(key);
-    forget(item);
-    send(TVM_DELETEITEM, 0, item);
-}
-
-void TreeView::clear() {
+void TreeView::clear(const LoopHooks& hooks) {
     const RedrawOff off(*this);
-    // The nodes outlive the items: deleting an item moves the selection, which asks for its node.
-    const auto doomed = std::move(nodes_);
-    nodes_.clear();
+    // A node outlives its item: deleting an item moves the selection, which asks for its node.
+    doomed_.swap(nodes_);
     send(TVM_SELECTITEM, TVGN_CARET);
+    emptying_ = &hooks;
     send(TVM_DELETEITEM, 0, TVI_ROOT);
+    emptying_ = nullptr;
+    for (const MSG& told : std::exchange(toldMeanwhile_, {}))
+        send(told.message, told.wParam, told.lParam);
+}
+
+// For a tree in the midst of its emptying, which is one message to the system: it must not be asked
+// anything then, and what is set of it is set afterwards.
+LRESULT TreeView::answerDeaf(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_SIZE || message == WM_SETFONT || message == TVM_SETIMAGELIST ||
+        message == TVM_SETITEMHEIGHT)
+        toldMeanwhile_.push_back({handle(), message, wparam, lparam, 0, {}});
+    return DefWindowProcW(handle(), message, wparam, lparam);
 }
 
 void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
@@ -106,6 +107,7 @@ void TreeView::rename(const std::wstring& key, const std::wstring& newKey,
         .mask = TVIF_TEXT, .hItem = itemOf(key), .pszText = const_cast<wchar_t*>(text.c_str())};
     auto handle = nodes_.extract(key);
     handle.key() = newKey;
+    handle.mapped().tag = text;
     nodes_.insert(std::move(handle));
     send(TVM_SETITEMW, 0, &item);
 }
@@ -202,6 +204,7 @@ bool TreeView::dragged(Point from) {
 }
 
 std::optional<LRESULT> TreeView::onMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (deaf_ && message != WM_GETDLGCODE) return answerDeaf(message, wparam, lparam);
     switch (message) {
         case WM_GETDLGCODE:  // else Enter would go to the form
             if (wparam == VK_RETURN && onKeyDown)
@@ -228,6 +231,15 @@ std::optional<LRESULT> TreeView::onNotify(NMHDR& header) {
     switch (header.code) {
         case NM_CUSTOMDRAW:
             return customDraw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
+        case TVN_DELETEITEMW: {
+            const LPARAM node = reinterpret_cast<const NMTREEVIEWW&>(header).itemOld.lParam;
+            Nodes& nodes = emptying_ ? doomed_ : nodes_;
+            nodes.erase(nodes.find(reinterpret_cast<const Nodes::value_type*>(node)->first));
+            deaf_ = emptying_;
+            if (deaf_) emptying_->next();
+            deaf_ = false;
+            return 0;
+        }
         case TVN_ITEMEXPANDEDW: {
             const auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
             const std::wstring key = keyOf(change.itemNew.hItem);

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "core/loop.h"
 #include "ui/item_view.h"
 #include "ui/skin.h"
 #include "ui/window.h"
@@ -20,6 +21,7 @@ class TreeView : public ItemView {
         std::wstring key;
         std::wstring text;
         std::wstring imageKey;
+        std::wstring tag;  // what its owner keeps with it
         Color foreground = MultiMedialny::palette().NodeForeColor;
         bool bold = false;
     };
@@ -27,13 +29,14 @@ class TreeView : public ItemView {
     TreeView(const wchar_t* name, const std::wstring& accessibleName, Window& parent);
 
     void add(const NodeArgs& node);
-    void remove(const std::wstring& key);
-    void clear();
-    // Gives a node another key and text in place.
+    void remove(const std::wstring& key) { send(TVM_DELETEITEM, 0, itemOf(key)); }
+    void clear(const LoopHooks& hooks = {});
+    // Gives a node another key in place, and another text, which is its tag as well.
     void rename(const std::wstring& key, const std::wstring& newKey, const std::wstring& text);
 
     bool contains(const std::wstring& key) const { return nodes_.contains(key); }
     std::wstring text(const std::wstring& key) const;
+    std::wstring tag(const std::wstring& key) const { return nodes_.at(key).tag; }
 
     std::wstring selectedKey() const override { return keyOf(related(nullptr, TVGN_CARET)); }
     // "" where there is none.
@@ -83,6 +86,7 @@ class TreeView : public ItemView {
     struct Node {
         HTREEITEM item;
         Color foreground;
+        std::wstring tag;
     };
     // By key; the system's items hold the addresses of the entries.
     using Nodes = std::unordered_map<std::wstring, Node>;
@@ -90,8 +94,8 @@ class TreeView : public ItemView {
     std::wstring keyOf(HTREEITEM item) const;
     HTREEITEM related(HTREEITEM item, UINT relation) const;
     void measureSome();
+    LRESULT answerDeaf(UINT message, WPARAM wparam, LPARAM lparam);
     void fillImageList();
-    void forget(HTREEITEM item);
     HTREEITEM hitTest(Point point, UINT& place) const;
     void prepare() override;
     void onFont() override;
@@ -103,11 +107,14 @@ class TreeView : public ItemView {
     std::optional<Point> menuPlace() override;
     LRESULT customDraw(NMTVCUSTOMDRAW& draw) const;
 
-    Nodes nodes_;
+    Nodes nodes_, doomed_;  // whose items go with all others
     ImageList Ilist_;
     std::vector<std::wstring> pictures_;  // in Ilist_, by their keys
     int redrawOff_ = 0;
-    bool toggled_ = false;  // the press opened or closed a node: no drag, no double click
+    const LoopHooks* emptying_ = nullptr;
+    bool deaf_ = false;
+    std::vector<MSG> toldMeanwhile_;  // to a deaf tree
+    bool toggled_ = false;            // the press opened or closed a node: no drag, no double click
 };
 
 }  // namespace tunovka

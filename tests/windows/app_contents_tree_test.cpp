@@ -52,6 +52,12 @@ TEST_F(Contents, ShowsMusicAndPlaylistsAndNothingElse) {
     EXPECT_EQ(tree().selectedPathForPlaylists(), folder / L"Žaba.mp3");
     EXPECT_TRUE(person.seen.empty());
 
+    const auto hasBoth = [&] { return folder.names().size() == 9; };
+    if (onMachine("touch '" + machinePath(folder.path()) + "XMP3'", hasBoth)) {
+        list();
+        const auto both = tree().PathFromNodeKey(L"xmp3") + tree().PathFromNodeKey(L"xmp3*");
+        EXPECT_EQ(std::ranges::count(both, L'X'), 1);
+    }
     ScratchFolder empty;
     tree().ListFolderContents(empty.path());
     EXPECT_EQ(Tview().count(), 0u);
