@@ -13,10 +13,16 @@
 
 namespace tunovka::bench {
 
-void report(const std::string& name, double value, const char* unit, std::optional<double> bare,
-            std::optional<double> limit) {
-    printf("%s\t%.2f\t%s\t", name.c_str(), value, unit);
-    bare ? printf("%.2f\t%.3f\t", *bare, value / *bare) : printf("\t\t");
+static double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+void report(const std::string& name, std::vector<double> values, const char* unit,
+            std::vector<double> bares, std::optional<double> limit) {
+    printf("%s\t%.2f\t%s\t", name.c_str(), median(values), unit);
+    for (std::size_t run = 0; run < bares.size(); ++run) values[run] /= bares[run];
+    bares.empty() ? printf("\t\t") : printf("%.2f\t%.3f\t", median(bares), median(values));
     limit ? printf("%.2f\n", *limit) : printf("\n");
     fflush(stdout);
 }
@@ -26,11 +32,6 @@ double now() {
     QueryPerformanceFrequency(&frequency);
     QueryPerformanceCounter(&count);
     return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 double longestAnswer(const Work& work) {
@@ -61,12 +62,12 @@ void measure(const std::string& name, Runs runs, std::optional<double> limit, co
         times.push_back(timeOf(work));
         if (bare) bares.push_back(timeOf(bare));
     }
-    report(name, median(times), "ms", bare ? std::optional(median(bares)) : std::nullopt, limit);
+    report(name, times, "ms", bares, limit);
     while (runs.answer-- > 0) {
         if (prepare) prepare();
         answers.push_back(longestAnswer(work));
     }
-    if (!answers.empty()) report(name + "_answer", median(answers), "ms", {}, kLongestAnswer);
+    if (!answers.empty()) report(name + "_answer", answers, "ms", {}, kLongestAnswer);
 }
 
 PROCESS_MEMORY_COUNTERS memoryOf(HANDLE process) {

@@ -16,22 +16,22 @@
 
 namespace tunovka::bench {
 
-// Prints one line of the output. With a bare value the limit is one of the ratio value / bare,
-// without it one of the value itself.
-void report(const std::string& name, double value, const char* unit,
-            std::optional<double> bare = {}, std::optional<double> limit = {});
+// Prints one line of the output: the median of an odd number of runs. With bare work, done in turns
+// with them, their ratio is the median of the ratios run by run, since those that follow each other
+// meet the same machine; the limit is then one of the ratio, else of the figure itself.
+void report(const std::string& name, std::vector<double> values, const char* unit,
+            std::vector<double> bares = {}, std::optional<double> limit = {});
 
 // Milliseconds, fine enough for microseconds.
 double now();
-double median(std::vector<double> values);  // of an odd number of them
 
 // The longest time that a window of the program waits for its turn while the work runs.
 using Work = std::function<void()>;
 double longestAnswer(const Work& work);
 constexpr double kLongestAnswer = 50;
 
-// Reports the median time of some work, each run after a `prepare`. Bare work is done in turns with
-// it, so that they meet the same machine. Runs of their own tell the longest answer, "NAME_answer".
+// Reports the time of some work and of bare work, each run of it after a `prepare`. Runs of their
+// own tell the longest answer, "NAME_answer".
 struct Runs {
     int time, answer = 0;
 };

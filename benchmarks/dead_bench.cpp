@@ -45,8 +45,8 @@ void step(const std::string& name, const Step& prepare, const Step& action,
     };
     timer.setInterval(10);
     const double answer = longestAnswer([&] { action(explorer); });
-    report(name, now() - gaveUp, "ms", {}, giveUp == WM_CLOSE ? 1000 : 100);
-    report(name + "_answer", answer, "ms", {}, kLongestAnswer);
+    report(name, {now() - gaveUp}, "ms", {}, giveUp == WM_CLOSE ? 1000 : 100);
+    report(name + "_answer", {answer}, "ms", {}, kLongestAnswer);
 }
 
 void showHome(frmPrieskumnik& explorer) {

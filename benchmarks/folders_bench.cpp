@@ -60,7 +60,7 @@ BENCH(collect) {
     std::size_t own = 0, bare = 0;
     const auto collect = [&] { own = RozneApi::CollectFiles(deep).size(); };
     measure("collect_deep", {7}, 1.1, collect, [&] { bare = bareCollect(deep).size(); });
-    report("collect_deep_files", static_cast<double>(own), "files", static_cast<double>(bare));
+    report("collect_deep_files", {static_cast<double>(own)}, "files", {static_cast<double>(bare)});
     const auto collectFlat = [&] { RozneApi::CollectFiles(flat); };
     measure("collect_flat", {9, 9}, 1.1, collectFlat, [&] { bareCollect(flat); });
     const OddDisk disk(slowly);
@@ -107,7 +107,7 @@ BENCH(million) {
     scan();
     double taken = static_cast<double>(memoryOf(GetCurrentProcess()).PeakPagefileUsage - before);
     for (const std::wstring& path : bareCollect(root)) taken -= 2.0 * path.size();
-    report("million_memory", taken / 1e6, "bytes", {}, 160);
+    report("million_memory", {taken / 1e6}, "bytes", {}, 160);
     measure("million", {3}, 1.3, scan, [&] { bareCollect(root); });
 }
 

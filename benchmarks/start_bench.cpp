@@ -49,27 +49,21 @@ std::wstring program() {
     return FileSystemObject::FileExists(beside) ? beside : built(L"..\\src\\app\\tunovka.exe");
 }
 
-double medianOf(const std::vector<Start>& starts, double Start::*figure) {
-    std::vector<double> values;
-    for (const Start& start : starts) values.push_back(start.*figure);
-    return median(values);
-}
-
 }  // namespace
 
 BENCH(start) {
-    std::vector<Start> own, bare;
-    for (int run = 0; run < 10; ++run) {
-        own.emplace_back(program());
-        bare.emplace_back(built(L"bench_bare.exe"));
-        if (run == 0) own.clear(), bare.clear();  // it warmed the caches
+    std::vector<double> painted, leastPainted, ready, memory, leastMemory, above;
+    for (int run = 0; run < 22; ++run) {
+        const Start own(program()), bare(built(L"bench_bare.exe"));
+        if (run == 0) continue;  // it warmed the caches
+        painted.push_back(own.painted), leastPainted.push_back(bare.painted);
+        memory.push_back(own.memory), leastMemory.push_back(bare.memory);
+        ready.push_back(own.ready), above.push_back(own.memory - bare.memory);
     }
-    const double memory = medianOf(own, &Start::memory), least = medianOf(bare, &Start::memory);
-    const double painted = medianOf(bare, &Start::painted);
-    report("start", medianOf(own, &Start::painted), "ms", painted, 1.15);
-    report("start_ready", medianOf(own, &Start::ready), "ms");
-    report("memory", memory, "MB", least);
-    report("memory_above_bare", memory - least, "MB", {}, 12);
+    report("start", painted, "ms", leastPainted, 1.15);
+    report("start_ready", ready, "ms");
+    report("memory", memory, "MB", leastMemory);
+    report("memory_above_bare", above, "MB", {}, 12);
 }
 
 }  // namespace tunovka::bench
