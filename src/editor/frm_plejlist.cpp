@@ -26,21 +26,20 @@ int nextWindowNumber() {
 }
 
 PopupMenu editorMenu() {
-    return PopupMenu({
-        {.name = L"info_o_subore", .caption = L"info o súbore"},
-        {.name = L"ulozit_ako_plejlist", .caption = L"uložiť ako playlist "},
-        {.name = L"prehrat", .caption = L"prehrať"},
-        {.name = L"odstranit",
-         .caption = L"odstrániť",
-         .items = {{.name = L"odstranit_polozku", .caption = L"aktuálnu položku (Del)"},
-                   {.name = L"odstranit_neplatne_odkazy", .caption = L"neplatné odkazy"},
-                   {.name = L"odstranit_duplicitu", .caption = L"duplicitné položky"}}},
-        {.name = L"zoradit",
-         .caption = L"zoradiť",
-         .items = {{.name = L"zoradit_vzostupne", .caption = L"vzostupne (A-Z)"},
-                   {.name = L"zoradit_zostupne", .caption = L"zostupne (Z - A)"},
-                   {.name = L"neradit", .caption = L"pôvodne poriade"}}},
-    });
+    return PopupMenu(
+        {{.name = L"info_o_subore", .caption = L"info o súbore"},
+         {.name = L"ulozit_ako_plejlist", .caption = L"uložiť ako playlist "},
+         {.name = L"prehrat", .caption = L"prehrať"},
+         {.name = L"odstranit",
+          .caption = L"odstrániť",
+          .items = {{.name = L"odstranit_polozku", .caption = L"aktuálnu položku (Del)"},
+                    {.name = L"odstranit_neplatne_odkazy", .caption = L"neplatné odkazy"},
+                    {.name = L"odstranit_duplicitu", .caption = L"duplicitné položky"}}},
+         {.name = L"zoradit",
+          .caption = L"zoradiť",
+          .items = {{.name = L"zoradit_vzostupne", .caption = L"vzostupne (A-Z)"},
+                    {.name = L"zoradit_zostupne", .caption = L"zostupne (Z - A)"},
+                    {.name = L"neradit", .caption = L"pôvodne poriade"}}}});
 }
 
 }  // namespace

@@ -33,16 +33,15 @@ constexpr wchar_t kTag[] = L"hladanie";
 constexpr wchar_t kExportFilter[] = L"playlist Winampu (*.m3u)|*.m3u|Textový súbor (*.txt)|*.txt";
 
 PopupMenu resultMenu() {
-    return PopupMenu({
-        {L"info_o_subore", L"info o súbore", false},
-        {L"prehrat", L"prehrať"},
-        {L"upravit_playlist", L"upraviť playlist", false},
-        {L"uloz_playlist", L"uložiť výsledok hľadania ako playlist", false},
-        {L"zoradit",
-         L"zoradiť",
-         true,
-         {{L"vzostupne", L"vzostupne ( A-Z )"}, {L"zostupne", L"zostupne ( Z-A )"}}},
-    });
+    return PopupMenu(
+        {{L"info_o_subore", L"info o súbore", false},
+         {L"prehrat", L"prehrať"},
+         {L"upravit_playlist", L"upraviť playlist", false},
+         {L"uloz_playlist", L"uložiť výsledok hľadania ako playlist", false},
+         {L"zoradit",
+          L"zoradiť",
+          true,
+          {{L"vzostupne", L"vzostupne ( A-Z )"}, {L"zostupne", L"zostupne ( Z-A )"}}}});
 }
 
 }  // namespace

@@ -134,11 +134,10 @@ int frmBox::textHeight(int width, int limit) {
 // The arrows move between the answers.
 bool frmBox::onShortcut(WORD key) {
     if (key != VK_LEFT && key != VK_RIGHT) return false;
-    const auto focused =
-        std::ranges::find_if(Itlačítko, [](const auto& i) { return i->hasFocus(); });
-    if (focused == Itlačítko.end()) return false;
-    if (key == VK_LEFT && focused != Itlačítko.begin()) (*std::prev(focused))->focus();
-    if (key == VK_RIGHT && std::next(focused) != Itlačítko.end()) (*std::next(focused))->focus();
+    const auto at = std::ranges::find_if(Itlačítko, [](const auto& i) { return i->hasFocus(); });
+    if (at == Itlačítko.end()) return false;
+    if (key == VK_LEFT && at != Itlačítko.begin()) (*std::prev(at))->focus();
+    if (key == VK_RIGHT && std::next(at) != Itlačítko.end()) (*std::next(at))->focus();
     return true;
 }
 
