@@ -81,9 +81,6 @@ Form::Form(const FormArgs& args)
     // At its place from the start: moving it there afterwards takes longer.
     window.bounds = place(dpiOf(args.owner));
     create(window);
-    if (isSizable())  // now that its object hears it, the frame has no place
-        SetWindowPos(handle(), nullptr, 0, 0, 0, 0,
-                     SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     setBounds(place(dpiOf(handle())));  // where that screen's dpi is another one after all
 }
 

@@ -148,10 +148,11 @@ Window::~Window() {
 
 LRESULT CALLBACK Window::ownProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
     if (Window* window = windowOf(handle)) return window->route(message, wparam, lparam);
-    // Its object is not bound to it yet, or not any more: the window's class answers.
+    // Its object is not bound to it yet, or not any more: the window's class answers. A form's
+    // frame has no place from the start.
     const auto ofClass = reinterpret_cast<WNDPROC>(GetClassLongPtrW(handle, GCLP_WNDPROC));
-    return CallWindowProcW(ofClass == ownProcedure ? DefWindowProcW : ofClass, handle, message,
-                           wparam, lparam);
+    if (ofClass != ownProcedure) return CallWindowProcW(ofClass, handle, message, wparam, lparam);
+    return message == WM_NCCALCSIZE ? 0 : DefWindowProcW(handle, message, wparam, lparam);
 }
 
 LRESULT Window::route(UINT message, WPARAM wparam, LPARAM lparam) {
