@@ -100,7 +100,7 @@ DWORD setAttributes(const std::wstring& path, DWORD attributes) {
 }
 
 DWORD list(const std::wstring& folder, const std::function<bool(const WIN32_FIND_DATAW&)>& take,
-           const wchar_t* match) {
+           const wchar_t* match, WIN32_FIND_DATAW* own) {
     if (const DWORD error = asked(DiskCall::List, folder)) return error;
     WIN32_FIND_DATAW entry;
     const std::wstring pattern = withBackslash(folder) + match;
@@ -110,6 +110,7 @@ DWORD list(const std::wstring& folder, const std::function<bool(const WIN32_FIND
     if (!search) return GetLastError();
     do {
         const wchar_t* const name = entry.cFileName;
+        if (own && wcscmp(name, L".") == 0) *own = entry;
         if (wcscmp(name, L".") == 0 || wcscmp(name, L"..") == 0) continue;
         if (!take(entry)) return ERROR_SUCCESS;
     } while (FindNextFileW(search.get(), &entry));

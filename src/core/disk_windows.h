@@ -59,9 +59,10 @@ DWORD entry(const std::wstring& path, WIN32_FIND_DATAW& entry);
 DWORD setAttributes(const std::wstring& path, DWORD attributes);
 
 // The one walk through a folder: all entries that match but "." and "..", with their short names,
-// until `take` returns false. The root of an empty drive is ERROR_FILE_NOT_FOUND.
+// until `take` returns false; "." comes in `own`, but not of a drive's root. That of an empty drive
+// is ERROR_FILE_NOT_FOUND.
 DWORD list(const std::wstring& folder, const std::function<bool(const WIN32_FIND_DATAW&)>& take,
-           const wchar_t* match = L"*");
+           const wchar_t* match = L"*", WIN32_FIND_DATAW* own = nullptr);
 
 // A copy with everything that belongs to the file, to a path where nothing is. Stopped by the
 // progress, it is ERROR_REQUEST_ABORTED. What is half made stays.

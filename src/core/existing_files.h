@@ -62,7 +62,7 @@ class ExistingFiles : public FileQuestions {
         using is_transparent = void;
     };
 
-    static std::optional<Stamp> stampOf(const std::wstring& folder);
+    static std::optional<Stamp> stampOf(const auto& folder, std::uint64_t now);
     static Listing list(const std::wstring& folder);
     Folder* folderOf(std::wstring_view spelling);
     std::function<Answer()> questionFor(const Folder& folder);

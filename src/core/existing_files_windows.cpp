@@ -25,10 +25,6 @@ bool isPlainName(std::wstring_view name) {
            name.find(L':') == name.npos;
 }
 
-std::size_t endOfFolder(const std::wstring& path) {
-    return path.find_last_of(L"\\/");
-}
-
 // Errors that say for certain that there is no such folder.
 bool saysMissing(DWORD error) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ||
@@ -60,30 +56,30 @@ struct ExistingFiles::Root {
 
 // As far as the times can be trusted to change with the folder's files: FAT keeps none that do, and
 // none finer than 10 ms; a link's own say nothing of its target; and a folder that was written to a
-// moment ago could be written to again within the same tick of the clock.
-std::optional<ExistingFiles::Stamp> ExistingFiles::stampOf(const std::wstring& folder) {
+// moment before could be written to again within the same tick of the clock.
+std::optional<ExistingFiles::Stamp> ExistingFiles::stampOf(const auto& folder, std::uint64_t now) {
     constexpr std::uint64_t kCoarse = 100'000;     // 10 ms, in units of 100 ns
     constexpr std::uint64_t kRecent = 20'000'000;  // 2 s
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    if (Disk::details(systemPath(folder), data) ||
-        data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
-        return std::nullopt;
-    FILETIME now;
-    GetSystemTimeAsFileTime(&now);
-    const Stamp stamp{ticks(data.ftLastWriteTime), ticks(data.ftCreationTime)};
-    if (stamp.written % kCoarse == 0 || stamp.written + kRecent > ticks(now)) return std::nullopt;
+    if (folder.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) return std::nullopt;
+    const Stamp stamp{ticks(folder.ftLastWriteTime), ticks(folder.ftCreationTime)};
+    if (stamp.written % kCoarse == 0 || stamp.written + kRecent > now) return std::nullopt;
     return stamp;
 }
 
 ExistingFiles::Listing ExistingFiles::list(const std::wstring& folder) {
     Listing listing;
-    const DWORD error = Disk::list(systemPath(folder), [&](const WIN32_FIND_DATAW& entry) {
+    const auto take = [&](const WIN32_FIND_DATAW& entry) {
         if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return true;
         listing.files.append(entry.cFileName).append(1, L'\\');
         if (entry.cAlternateFileName[0])
             listing.files.append(entry.cAlternateFileName).append(1, L'\\');
         return true;
-    });
+    };
+    // What happens during it shows the next time.
+    const std::uint64_t begun = ticksNow();
+    WIN32_FIND_DATAW own{};
+    const DWORD error = Disk::list(systemPath(folder), take, L"*", &own);
+    listing.stamp = stampOf(own, begun);
     listing.complete = error == ERROR_SUCCESS || (listing.files.empty() && saysMissing(error));
     return listing;
 }
@@ -100,7 +96,7 @@ void ExistingFiles::beginOperation() {
 }
 
 void ExistingFiles::ask(const std::wstring& path) {
-    const std::size_t question = count_++, cut = endOfFolder(path);
+    const std::size_t question = count_++, cut = path.find_last_of(L"\\/");
     const std::wstring_view name = std::wstring_view(path).substr(cut + 1);
     if (name.empty()) return;  // a folder's name
     Folder* const folder = cut != path.npos && isPlainName(name)
@@ -173,11 +169,10 @@ std::function<ExistingFiles::Answer()> ExistingFiles::questionFor(const Folder& 
     return [path = folder.path, known, root] {
         Answer answer{.rootAnswers = root->answers(path)};
         if (!answer.rootAnswers) return answer;
-        // Taken before the listing: what happens during it shows the next time.
-        const auto stamp = stampOf(path);
-        if (stamp && stamp == known) return answer;
+        WIN32_FILE_ATTRIBUTE_DATA is;
+        if (known && !Disk::details(systemPath(path), is) && known == stampOf(is, ticksNow()))
+            return answer;
         answer.listing = list(path);
-        answer.listing->stamp = stamp;
         return answer;
     };
 }

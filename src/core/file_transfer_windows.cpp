@@ -49,20 +49,16 @@ void removeUnused(const std::wstring& path) {
 
 // What the program left behind when it was ended in the middle of its work.
 void removeLeftovers(const std::wstring& folder) {
-    FILETIME now;
-    GetSystemTimeAsFileTime(&now);
+    const std::uint64_t now = ticksNow();
     std::vector<std::wstring> old;
-    Disk::list(
-        folder,
-        [&](const WIN32_FIND_DATAW& entry) {
-            // A copy has its source's time of change, but was created when it was made.
-            const std::uint64_t made =
-                std::max(ticks(entry.ftCreationTime), ticks(entry.ftLastWriteTime));
-            if (made + kDay < ticks(now) && wcslen(entry.cFileName) == kUnfinishedLength)
-                old.push_back(folder + entry.cFileName);
-            return true;
-        },
-        kUnfinishedMatch);
+    const auto take = [&](const WIN32_FIND_DATAW& entry) {
+        // A copy has its source's time of change, but was created when it was made.
+        const auto made = std::max(ticks(entry.ftCreationTime), ticks(entry.ftLastWriteTime));
+        if (made + kDay < now && wcslen(entry.cFileName) == kUnfinishedLength)
+            old.push_back(folder + entry.cFileName);
+        return true;
+    };
+    Disk::list(folder, take, kUnfinishedMatch);
     for (const std::wstring& path : old) removeUnused(path);
 }
 

@@ -22,7 +22,7 @@ SkinPalette sharedPalette;
 // The kind of a name that ends in a dot and the kind's ending.
 const Kind* kindOfName(std::wstring_view name) {
     const std::wstring_view ending = mediaKind(name);
-    return name.ends_with(L'.' + std::wstring(ending)) ? kindOf(ending) : nullptr;
+    return name.substr(0, name.size() - ending.size()).ends_with(L'.') ? kindOf(ending) : nullptr;
 }
 
 }  // namespace

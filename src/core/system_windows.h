@@ -15,6 +15,11 @@ inline std::uint64_t joined(DWORD high, DWORD low) {
 inline std::uint64_t ticks(const FILETIME& time) {  // of 100 ns
     return joined(time.dwHighDateTime, time.dwLowDateTime);
 }
+inline std::uint64_t ticksNow() {
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    return ticks(now);
+}
 
 // The full path as the system normalises it; "" for a text that is no path ("", a NUL inside).
 std::wstring fullPath(const std::wstring& path);
