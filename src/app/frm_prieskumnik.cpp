@@ -114,10 +114,10 @@ void frmPrieskumnik::load() {
     const Depth alive(this);  // it may be closed meanwhile
     show();
     // A first look needs the frame alone; the window answers between the other parts.
-    for (const Wanted wanted : {Wanted::Panel, Wanted::Trees}) {
+    while (parts_ < 1 + std::ssize(treePlaces_)) {
         yieldNow();
         if (isClosing()) return;
-        wanted_ = wanted;
+        ++parts_;
         layout();
     }
     prepareTrees();
@@ -259,12 +259,12 @@ Size frmPrieskumnik::arrange(int stripBottom) {
         {{&folders.Drive1, {margin, top, left, driveHeight}},
          {&folders.strom, {margin, stromTop, left, treesBottom - stromTop}},
          {&contents.Tview, {boundary + gap, top, std::max(0, width - left), treesBottom - top}}}};
-    if (wanted_ == Wanted::Frame) return size;
+    if (parts_ == 0) return size;
     player.layout(bottom);
     LblBar.setBounds({margin, bottom.y - status - scaled(4), bottom.width, status});
     splitter.setBounds({boundary, top, gap, treesBottom - top}, least, most);
-    if (wanted_ == Wanted::Trees)
-        for (const auto& [tree, place] : treePlaces_) tree->setBounds(place);
+    for (int tree = 0; tree < parts_ - 1; ++tree)
+        treePlaces_[tree].first->setBounds(treePlaces_[tree].second);
     return size;
 }
 

@@ -67,8 +67,8 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void fileRenamed(const std::wstring& key, const std::wstring& name);
     void prepareTrees();
 
-    std::array<std::pair<Window*, Rect>, 3> treePlaces_;                // with the drive list
-    enum class Wanted { Frame, Panel, Trees } wanted_ = Wanted::Frame;  // each with those before
+    std::array<std::pair<Window*, Rect>, 3> treePlaces_;  // with the drive list
+    int parts_ = 0;        // that are there beside the frame: the panel, then a tree each
     int leftShare_ = 300;  // of the folder tree's width in thousandths
 };
 
