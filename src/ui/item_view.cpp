@@ -7,6 +7,16 @@ namespace tunovka {
 constexpr int kEdge = 16;         // how near to the edge a drag scrolls, in 96ths of an inch
 constexpr DWORD kEdgePause = 60;  // ms between two items of that
 
+ItemView::RedrawOff::RedrawOff(ItemView& view) : view_(view) {
+    if (view_.redrawOff_++ == 0) view_.send(WM_SETREDRAW, FALSE);
+}
+
+ItemView::RedrawOff::~RedrawOff() {
+    if (--view_.redrawOff_ > 0) return;
+    view_.send(WM_SETREDRAW, TRUE);
+    RedrawWindow(view_.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+}
+
 void ItemView::scrollNearEdge(Point point) {
     const int edge = scaled(kEdge);
     const bool up = point.y < itemsTop() + edge, down = point.y >= clientSize().height - edge;

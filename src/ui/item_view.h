@@ -14,6 +14,16 @@ class ItemView : public Window {
     // "" without a selection or of an item without a key.
     virtual std::wstring selectedKey() const = 0;
 
+    // Keeps the view, which is not hidden, from painting while it is filled.
+    class RedrawOff : NonCopyable {
+      public:
+        explicit RedrawOff(ItemView& view);
+        ~RedrawOff();
+
+      private:
+        ItemView& view_;
+    };
+
     // Scrolls by an item when a drag's pointer is near the upper or lower edge.
     void scrollNearEdge(Point point);
 
@@ -44,6 +54,8 @@ class ItemView : public Window {
     }
 
     std::optional<LRESULT> onMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+    int redrawOff_ = 0;
 
   private:
     bool takeMouse(UINT message, WPARAM wparam, Point point);

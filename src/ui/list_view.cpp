@@ -67,14 +67,16 @@ HWND ListView::header() const {
 void ListView::show(const ListChange& change) {
     dropHighlight_.reset();
     const std::optional<std::size_t> before = selected();
-    std::optional<std::size_t> now;
-    if (before && change) now = change(*before);
+    const std::optional<std::size_t> now = before && change ? change(*before) : std::nullopt;
     if (before && before != now) setSelected(*before, false);
     shown_ = model_.count();
+    // All at once: the system would show and hide its scroll bar at each step.
+    std::optional<RedrawOff> off;
+    if (isVisible()) off.emplace(*this);
     send(LVM_SETITEMCOUNT, shown_, LVSICF_NOSCROLL);
     if (now && before != now) setSelected(*now, true);
-    invalidate();
     if (onRowsChange) onRowsChange();
+    invalidate();
 }
 
 void ListView::select(std::size_t position) {
@@ -229,8 +231,7 @@ std::optional<LRESULT> ListView::onNotify(NMHDR& header) {
         }
         case LVN_ODFINDITEMW: {
             const auto& wanted = reinterpret_cast<const NMLVFINDITEMW&>(header);
-            constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, another name of LVFI_PARTIAL
-            constexpr UINT kBeginning = LVFI_PARTIAL | kSubstring;
+            constexpr UINT kBeginning = LVFI_PARTIAL | 0x0004;  // LVFI_SUBSTRING, the same
             const UINT flags = wanted.lvfi.flags;
             if (!(flags & (LVFI_STRING | kBeginning)) || !wanted.lvfi.psz) return -1;
             const auto found =

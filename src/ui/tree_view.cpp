@@ -163,16 +163,6 @@ void TreeView::setDropHighlight(const std::wstring& key) {
     send(TVM_SELECTITEM, TVGN_DROPHILITE, key.empty() ? nullptr : itemOf(key));
 }
 
-TreeView::RedrawOff::RedrawOff(TreeView& tree) : tree_(tree) {
-    if (tree_.redrawOff_++ == 0) tree_.send(WM_SETREDRAW, FALSE);
-}
-
-TreeView::RedrawOff::~RedrawOff() {
-    if (--tree_.redrawOff_ > 0) return;
-    tree_.send(WM_SETREDRAW, TRUE);
-    RedrawWindow(tree_.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
-}
-
 void TreeView::pressed(MouseButton button, Point point) {
     const std::wstring key = nodeAt(point);
     if (!key.empty()) select(key);

@@ -56,16 +56,6 @@ class TreeView : public ItemView {
     // Marks the node under a drag; "" marks none.
     void setDropHighlight(const std::wstring& key);
 
-    // Keeps the tree from painting while it is filled.
-    class RedrawOff : NonCopyable {
-      public:
-        explicit RedrawOff(TreeView& tree);
-        ~RedrawOff();
-
-      private:
-        TreeView& tree_;
-    };
-
     std::function<void(const std::wstring& key)> onClick;      // by the left button; "" for no node
     std::function<void(const std::wstring& key)> onExpand;     // by a person or expand()
     std::function<bool(const std::wstring& key)> onBeginDrag;  // false when nothing is dragged
@@ -110,7 +100,6 @@ class TreeView : public ItemView {
     Nodes nodes_, doomed_;  // whose items go with all others
     ImageList Ilist_;
     std::vector<std::wstring> pictures_;  // in Ilist_, by their keys
-    int redrawOff_ = 0;
     const LoopHooks* emptying_ = nullptr;
     bool deaf_ = false;
     std::vector<MSG> toldMeanwhile_;  // to a deaf tree
