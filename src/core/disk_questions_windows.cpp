@@ -34,13 +34,13 @@ struct Crew::State {
 
 namespace {
 
-constexpr DWORD kQuickAnswer = 3;        // ms within which an answer lets nothing run
-constexpr DWORD kHourglassAfter = 300;   // ms
-constexpr DWORD kSilence = 10'000;       // ms
-constexpr std::size_t kMostWorkers = 8;  // for one crew
-constexpr std::size_t kMostIdle = 8;     // workers that are kept
-constexpr unsigned kQuickInARow = 16;    // tasks after which a few workers are enough
-constexpr SIZE_T kStack = 256 * 1024;    // bytes
+constexpr DWORD kQuickAnswer = 3;         // ms within which an answer lets nothing run
+constexpr DWORD kHourglassAfter = 300;    // ms
+constexpr DWORD kSilence = 10'000;        // ms
+constexpr std::size_t kMostWorkers = 10;  // for one crew
+constexpr std::size_t kMostIdle = 8;      // workers that are kept
+constexpr unsigned kQuickInARow = 16;     // tasks after which a few workers are enough
+constexpr SIZE_T kStack = 256 * 1024;     // bytes
 
 // The threads that do the work: as many as it takes, because each may hang in the system.
 class Workers {
