@@ -256,9 +256,9 @@ Size frmPrieskumnik::arrange(int stripBottom) {
         folders.Drive1.handle() ? folders.Drive1.bounds().height : scaled(kDriveHeight);
     const int stromTop = top + driveHeight + scaled(4);
     treePlaces_ = {
-        {{&folders.Drive1, {margin, top, left, driveHeight}},
-         {&folders.strom, {margin, stromTop, left, treesBottom - stromTop}},
-         {&contents.Tview, {boundary + gap, top, std::max(0, width - left), treesBottom - top}}}};
+        {{&folders.strom, {margin, stromTop, left, treesBottom - stromTop}},
+         {&contents.Tview, {boundary + gap, top, std::max(0, width - left), treesBottom - top}},
+         {&folders.Drive1, {margin, top, left, driveHeight}}}};
     if (parts_ == 0) return size;
     player.layout(bottom);
     LblBar.setBounds({margin, bottom.y - status - scaled(4), bottom.width, status});

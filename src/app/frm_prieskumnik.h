@@ -67,7 +67,7 @@ class frmPrieskumnik : public Form, private ProgramLinks {
     void fileRenamed(const std::wstring& key, const std::wstring& name);
     void prepareTrees();
 
-    std::array<std::pair<Window*, Rect>, 3> treePlaces_;  // with the drive list
+    std::array<std::pair<Window*, Rect>, 3> treePlaces_;  // the drive list last: it fills them
     int parts_ = 0;        // that are there beside the frame: the panel, then a tree each
     int leftShare_ = 300;  // of the folder tree's width in thousandths
 };

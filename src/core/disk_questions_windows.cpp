@@ -37,8 +37,7 @@ namespace {
 constexpr DWORD kQuickAnswer = 3;         // ms within which an answer lets nothing run
 constexpr DWORD kHourglassAfter = 300;    // ms
 constexpr DWORD kSilence = 10'000;        // ms
-constexpr std::size_t kMostWorkers = 10;  // for one crew
-constexpr std::size_t kMostIdle = 8;      // workers that are kept
+constexpr std::size_t kMostWorkers = 10;  // for one crew, and those that are kept
 constexpr unsigned kQuickInARow = 16;     // tasks after which a few workers are enough
 constexpr SIZE_T kStack = 256 * 1024;     // bytes
 
@@ -137,7 +136,7 @@ class Workers {
                 const std::scoped_lock lock(lock_);
                 if (job.task) finish(job);
                 if (take(job)) return true;
-                if (idle_ == kMostIdle) return false;
+                if (idle_ == kMostWorkers) return false;
                 ++idle_;
             }
             WaitForSingleObject(calls_.get(), INFINITE);

@@ -12,7 +12,7 @@ ItemView::RedrawOff::RedrawOff(ItemView& view) : view_(view) {
 }
 
 ItemView::RedrawOff::~RedrawOff() {
-    if (--view_.redrawOff_ > 0) return;
+    if (--view_.redrawOff_ > 0 || !view_.handle()) return;  // without one it would be the desktop
     view_.send(WM_SETREDRAW, TRUE);
     RedrawWindow(view_.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
 }

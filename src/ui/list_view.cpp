@@ -76,7 +76,6 @@ void ListView::show(const ListChange& change) {
     send(LVM_SETITEMCOUNT, shown_, LVSICF_NOSCROLL);
     if (now && before != now) setSelected(*now, true);
     if (onRowsChange) onRowsChange();
-    invalidate();
 }
 
 void ListView::select(std::size_t position) {

@@ -83,6 +83,7 @@ void TreeView::clear(const LoopHooks& hooks) {
     const RedrawOff off(*this);
     // A node outlives its item: deleting an item moves the selection, which asks for its node.
     doomed_.swap(nodes_);
+    if (GetCapture() == handle()) ReleaseCapture();  // a deaf tree would not hear the release
     send(TVM_SELECTITEM, TVGN_CARET);
     emptying_ = &hooks;
     send(TVM_DELETEITEM, 0, TVI_ROOT);

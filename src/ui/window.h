@@ -35,7 +35,7 @@ class Window : public NonCopyable {
   public:
     struct Args {
         const wchar_t* name = L"";  // the control's name in the code, kept as "Tunovka.name"
-        const wchar_t* className = nullptr;  // a system control's, to subclass it
+        const wchar_t* className = nullptr;  // a system control to subclass, else our own
         std::wstring text;                   // the accessible name of a control without a text
         DWORD style = WS_CHILD;
         DWORD exStyle = 0;
