@@ -69,11 +69,14 @@ void ListView::show(const ListChange& change) {
     const std::optional<std::size_t> before = selected();
     const std::optional<std::size_t> now = before && change ? change(*before) : std::nullopt;
     if (before && before != now) setSelected(*before, false);
+    const bool wasEmpty = shown_ == 0;
     shown_ = model_.count();
-    // All at once: the system would show and hide its scroll bar at each step.
     std::optional<RedrawOff> off;
-    if (isVisible()) off.emplace(*this);
-    send(LVM_SETITEMCOUNT, shown_, LVSICF_NOSCROLL);
+    if (!wasEmpty || shown_ > 0) {
+        // All at once: the system would show and hide its scroll bar at each step.
+        if (isVisible()) off.emplace(*this);
+        send(LVM_SETITEMCOUNT, shown_, LVSICF_NOSCROLL);
+    }
     if (now && before != now) setSelected(*now, true);
     if (onRowsChange) onRowsChange();
 }
