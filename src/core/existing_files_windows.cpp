@@ -96,11 +96,13 @@ void ExistingFiles::beginOperation() {
 }
 
 void ExistingFiles::ask(const std::wstring& path) {
-    const std::size_t question = count_++, cut = path.find_last_of(L"\\/");
-    const std::wstring_view name = std::wstring_view(path).substr(cut + 1);
+    const std::size_t question = count_++;
+    std::size_t cut = path.size();  // find_last_of() would call a search for each letter
+    while (cut > 0 && path[cut - 1] != L'\\' && path[cut - 1] != L'/') --cut;
+    const std::wstring_view name = std::wstring_view(path).substr(cut);
     if (name.empty()) return;  // a folder's name
-    Folder* const folder = cut != path.npos && isPlainName(name)
-                               ? folderOf(std::wstring_view(path).substr(0, cut))
+    Folder* const folder = cut > 0 && isPlainName(name)
+                               ? folderOf(std::wstring_view(path).substr(0, cut - 1))
                                : nullptr;
     if (!folder) return void(alone_.emplace_back(question, path));
     if (folder->operation != operation_) {

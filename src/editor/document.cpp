@@ -55,9 +55,7 @@ void EditorDocument::load(std::wstring_view path, std::wstring_view text, FileQu
     clear(path);
     const auto asItIs = [](std::wstring_view line) { return line; };
     whole_ = appendLines(text, 0, files, hooks, asItIs).has_value();
-    if (!whole_ || count() > 0) return;
-    append({});
-    showAppended();
+    if (whole_ && count() == 0) append(std::vector<PlaylistEntry>(1));
 }
 
 std::optional<MergeReport> EditorDocument::merge(std::wstring_view droppedPath,
@@ -106,9 +104,8 @@ std::optional<MergeReport> EditorDocument::appendLines(std::wstring_view text,
     for (PlaylistEntry& entry : entries) {
         entry.missing = !(*isThere)[report.added++];
         report.invalid += entry.missing;
-        appendEntry(++lastNumber, std::move(entry));
     }
-    showAppended();
+    appendEntries(lastNumber, std::move(entries));
     if (failure) std::rethrow_exception(failure);
     return report;
 }
@@ -120,12 +117,12 @@ std::int16_t EditorDocument::largestNumber() const {
     return largest;
 }
 
-// Puts a row at the end of the list and of the load order.
-void EditorDocument::appendEntry(std::int16_t number, PlaylistEntry entry) {
-    loadOrder_.push_back(number);
-    append(std::move(entry));
+// Puts rows at the end of the list and of the load order; `number` is the last one before theirs.
+void EditorDocument::appendEntries(std::int16_t number, std::vector<PlaylistEntry> entries) {
+    for (std::size_t row = 0; row < entries.size(); ++row) loadOrder_.push_back(++number);
     highestNumber_ = number;
-    empty_ = false;
+    empty_ = empty_ && entries.empty();
+    append(std::move(entries));
 }
 
 // The texts that `take` puts together out of all rows. Events run after each; nullopt when
@@ -151,12 +148,11 @@ std::optional<bool> EditorDocument::holds(const std::wstring& path, const LoopHo
 }
 
 std::size_t EditorDocument::add(const std::wstring& path, const FileExistsTest& exists) {
-    const std::int16_t number = count16(largestNumber() + 1);
+    const std::int16_t before = largestNumber();
+    const std::wstring key = entryKey(count16(before + 1), path);
     const bool missing = !exists(absoluteEntryPath(withoutFilePrefix(path), folder()));
-    appendEntry(number, {entryKey(number, path), missing});
-    const std::wstring key = rows().back().key;
     changed_ = true;
-    showAppended();
+    appendEntries(before, {{key, missing}});
     return *find(key);
 }
 

@@ -109,7 +109,7 @@ class EditorDocument : public ListRows<PlaylistEntry> {
 
   private:
     std::int16_t largestNumber() const;
-    void appendEntry(std::int16_t number, PlaylistEntry entry);
+    void appendEntries(std::int16_t number, std::vector<PlaylistEntry> entries);
     template <class EntryText>
     std::optional<MergeReport> appendLines(std::wstring_view text, std::int16_t lastNumber,
                                            FileQuestions& files, const LoopHooks& hooks,

@@ -90,10 +90,10 @@ class ListRows : public ListModel {
         sort(sortOrder_);
     }
 
-    // Rows come at the end one by one and are not shown before showAppended(), which gives them
-    // their places in a sorted list.
-    void append(Row row) { rows_.push_back(std::move(row)); }
-    void showAppended() {
+    // Rows come at the end, or take their places in a sorted list.
+    void append(std::vector<Row> rows) {
+        if (rows_.empty()) rows_.swap(rows);
+        for (Row& row : rows) rows_.push_back(std::move(row));
         if (sortOrder_ == SortOrder::None) return tell([](std::size_t before) { return before; });
         sort(sortOrder_);
     }
