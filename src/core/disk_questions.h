@@ -35,7 +35,7 @@ class Task {
 };
 
 // The tasks of one asker, begun in their order: by two workers while they are quick, because
-// systems list folders little faster by more, by eight when the asker has to wait.
+// systems list folders little faster by more, by ten when the asker has to wait.
 class Crew : NonCopyable {
   public:
     struct State;

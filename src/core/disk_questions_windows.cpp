@@ -37,7 +37,8 @@ namespace {
 constexpr DWORD kQuickAnswer = 3;         // ms within which an answer lets nothing run
 constexpr DWORD kHourglassAfter = 300;    // ms
 constexpr DWORD kSilence = 10'000;        // ms
-constexpr std::size_t kMostWorkers = 10;  // for one crew, and those that are kept
+constexpr DWORD kIdle = 300;              // ms after which more than a few workers are too many
+constexpr std::size_t kMostWorkers = 10;  // for one crew
 constexpr unsigned kQuickInARow = 16;     // tasks after which a few workers are enough
 constexpr SIZE_T kStack = 256 * 1024;     // bytes
 
@@ -77,9 +78,9 @@ class Workers {
         const std::scoped_lock lock(lock_);
         crew.waiting.clear();
         crew.givenUp = true;
-        if (!cancel) return;
         for (const DWORD thread : crew.threads) {
-            const KernelHandle worker(OpenThread(THREAD_TERMINATE, FALSE, thread));
+            const KernelHandle worker(cancel ? OpenThread(THREAD_TERMINATE, FALSE, thread)
+                                             : nullptr);
             if (worker) cancel(worker.get());
         }
     }
@@ -131,15 +132,18 @@ class Workers {
     // Ends the job's task and waits for the next one; false when the worker is not needed any more.
     // It counts as idle in the same go, so that whoever is told of the end finds it.
     bool next(Job& job) {
-        for (;;) {
+        for (DWORD patience = 0;;) {
             {
                 const std::scoped_lock lock(lock_);
                 if (job.task) finish(job);
                 if (take(job)) return true;
-                if (idle_ == kMostWorkers) return false;
-                ++idle_;
+                patience = ++idle_ > kFewWorkers ? kIdle : INFINITE;
             }
-            WaitForSingleObject(calls_.get(), INFINITE);
+            if (WaitForSingleObject(calls_.get(), patience) == WAIT_OBJECT_0) continue;
+            const std::scoped_lock lock(lock_);
+            if (WaitForSingleObject(calls_.get(), 0) == WAIT_OBJECT_0) continue;  // just in time
+            --idle_;
+            return false;
         }
     }
 
