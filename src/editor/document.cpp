@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <functional>
 #include <unordered_set>
 #include <utility>
 
@@ -53,8 +54,7 @@ void EditorDocument::openNew(std::wstring_view text) {
 void EditorDocument::load(std::wstring_view path, std::wstring_view text, FileQuestions& files,
                           const LoopHooks& hooks) {
     clear(path);
-    const auto asItIs = [](std::wstring_view line) { return line; };
-    whole_ = appendLines(text, 0, files, hooks, asItIs).has_value();
+    whole_ = appendLines(text, 0, files, hooks, std::identity()).has_value();
     if (whole_ && count() == 0) append(std::vector<PlaylistEntry>(1));
 }
 

@@ -134,10 +134,7 @@ void frmplejlist::txtodkaz_Change() {
         own.document.clear(command);
         yieldNow();
         if (isClosing()) return;
-        if (asksForNewPlaylist(command))
-            own.document.openNew(command);
-        else
-            own.loadPlaylistFile(command);
+        asksForNewPlaylist(command) ? own.document.openNew(command) : own.loadPlaylistFile(command);
     });
 }
 
