@@ -114,12 +114,12 @@ void frmPrieskumnik::load() {
     const Depth alive(this);  // it may be closed meanwhile
     show();
     // A first look needs the frame alone; the window answers between the other parts.
-    while (parts_ < 1 + std::ssize(treePlaces_)) {
-        yieldNow();
-        if (isClosing()) return;
+    for (yieldNow(); !isClosing() && parts_ < 1 + std::ssize(treePlaces_); yieldNow()) {
         ++parts_;
         layout();
+        if (folders.Drive1.handle()) layout();  // the drive list has its height now
     }
+    if (isClosing()) return;
     prepareTrees();
     folders.chooseStartDrive();
     playing.findPlayers();
@@ -232,7 +232,6 @@ void frmPrieskumnik::prepareTrees() {
         control->setTabPlace(before);
         before = control->handle();
     }
-    layout();  // once more: the drive list has its height now
     contents.Tview.focus();
 }
 
