@@ -44,7 +44,7 @@ class EditorStage : public testing::Test {
     // What the list shows; "-" before a red row.
     Texts rows() {
         Texts rows;
-        for (std::size_t i = 0; i < view().Lview.count(); ++i) {
+        for (LRESULT i = 0; i < SendMessageW(view().Lview.handle(), LVM_GETITEMCOUNT, 0, 0); ++i) {
             const ListRow row = editor().document.row(i);
             const bool red = row.color == MultiMedialny::palette().MissingEntryColor;
             rows.push_back((red ? L"-" : L"") + row.name);

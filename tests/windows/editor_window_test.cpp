@@ -44,6 +44,7 @@ TEST_F(EditorWindow, APlaylistWithoutEntriesShowsThePlaceholder) {
     // Once it is taken out, the list is as good as a new one.
     EXPECT_TRUE(window->menu1.isEnabled(L"odstranit_polozku"));
     pressKey(VK_DELETE);
+    EXPECT_EQ(rows(), Texts{});
     person.closeMenus();
     SendMessageW(view().Lview.handle(), WM_CONTEXTMENU, 0, -1);  // the Menu key
     EXPECT_FALSE(window->menu1.isEnabled(L"odstranit_polozku"));
@@ -182,8 +183,7 @@ TEST_F(EditorWindow, RemovalsAskOrReport) {
     }
     ASSERT_EQ(person.seen.size(), 3u);
     EXPECT_EQ(person.seen[1].text,
-              L"Bola nájdená jedna duplicitná položka Chceš odstrániť tieto "
-              L"položky zo zoznamu ?");
+              L"Bola nájdená jedna duplicitná položka Chceš odstrániť tieto položky zo zoznamu ?");
     EXPECT_EQ(person.seen[2].text, L"Neboli nájdené žiadne duplicitné v zozname.");
 
     open(L"a.mp3\r\n1.mp3\r\n2.mp3\r\n3.mp3\r\n4.mp3\r\n5.mp3\r\n");
