@@ -251,8 +251,11 @@ void Window::setBounds(const Rect& bounds) {
         return;
     }
     if (bounds == this->bounds()) return;
+    const bool framed = isSystemControl() && hasFocus();  // on its form
+    if (framed) form_->repaintAround(*this);
     SetWindowPos(handle_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
+    if (framed) form_->repaintAround(*this);
 }
 
 void Window::setVisible(bool visible) {
@@ -273,19 +276,14 @@ void Window::setTabPlace(HWND after) {
 std::wstring Window::text() const {
     if (waiting_) return waiting_->text;
     std::wstring text(GetWindowTextLengthW(handle_), L'\0');
-    if (!text.empty()) {
-        const int length = GetWindowTextW(handle_, text.data(), static_cast<int>(text.size()) + 1);
-        text.resize(length);
-    }
+    if (!text.empty())
+        text.resize(GetWindowTextW(handle_, text.data(), static_cast<int>(text.size()) + 1));
     return text;
 }
 
 void Window::setText(const std::wstring& text) {
     if (text == this->text()) return;
-    if (waiting_) {
-        waiting_->text = text;
-        return;
-    }
+    if (waiting_) return void(waiting_->text = text);
     SetWindowTextW(handle_, text.c_str());
     if (isSystemControl()) return;
     NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, handle_, OBJID_CLIENT, CHILDID_SELF);
