@@ -78,9 +78,9 @@ class Workers {
         const std::scoped_lock lock(lock_);
         crew.waiting.clear();
         crew.givenUp = true;
+        if (!cancel) return;
         for (const DWORD thread : crew.threads) {
-            const KernelHandle worker(cancel ? OpenThread(THREAD_TERMINATE, FALSE, thread)
-                                             : nullptr);
+            const KernelHandle worker(OpenThread(THREAD_TERMINATE, FALSE, thread));
             if (worker) cancel(worker.get());
         }
     }
